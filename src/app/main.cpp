@@ -1,0 +1,15 @@
+// The platform's entry point: hands over to SDL_main.
+
+#include "app/main_loop.h"
+
+#define SDL_MAIN_HANDLED // the entry points below are ours
+#include <SDL3/SDL_main.h>
+
+#ifdef _WIN32
+#include <windows.h>
+
+// SDL takes the arguments from the process's command line.
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) { return SDL_RunApp(0, nullptr, SDL_main, nullptr); }
+#else
+int main(int argc, char *argv[]) { return SDL_RunApp(argc, argv, SDL_main, nullptr); }
+#endif

@@ -1,0 +1,368 @@
+#include "config/config.h"
+
+#include "app/args.h"
+#include "config/config_internal.h"
+#include "core/error.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_filesystem.h>
+#include <SDL3/SDL_iostream.h>
+#include <SDL3/SDL_log.h>
+#include <ini.h>
+
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+
+Config *config;
+
+const char *const cfg_audio_volume_keys[AUDIO_BUS_COUNT] = {"master_volume", "music_volume", "sfx_volume"};
+
+// --- the file's keys, in the order they are written ---
+
+enum KeyKind { KEY_BOOL, KEY_INT, KEY_FLOAT, KEY_DIRECTORY, KEY_FORMAT, KEY_BINDINGS, KEY_VOLUMES };
+
+struct KeyRow {
+    const char *section = "";
+    const char *key = ""; // empty for the two kinds that stand for a key per action or bus
+    KeyKind kind = KEY_BOOL;
+    bool Config::*flag = nullptr;
+    Sint32 Config::*number = nullptr;
+    float Config::*real = nullptr;
+};
+static constexpr KeyRow KEY_ROWS[] = {
+    {.section = "graphics", .key = "show_fps", .kind = KEY_BOOL, .flag = &Config::show_fps},
+    {.section = "graphics", .key = "fps_limit", .kind = KEY_INT, .number = &Config::fps_limit},
+    {.section = "graphics", .key = "show_frame_time_graph", .kind = KEY_BOOL, .flag = &Config::show_frame_time_graph},
+    {.section = "graphics", .key = "vsync_enable", .kind = KEY_BOOL, .flag = &Config::vsync_enable},
+    {.section = "graphics", .key = "ui_scale", .kind = KEY_INT, .number = &Config::ui_scale},
+    {.section = "window", .key = "x", .kind = KEY_INT, .number = &Config::x},
+    {.section = "window", .key = "y", .kind = KEY_INT, .number = &Config::y},
+    {.section = "window", .key = "width", .kind = KEY_INT, .number = &Config::width},
+    {.section = "window", .key = "height", .kind = KEY_INT, .number = &Config::height},
+    {.section = "window", .key = "resizable", .kind = KEY_BOOL, .flag = &Config::resizable},
+    {.section = "window", .key = "maximized", .kind = KEY_BOOL, .flag = &Config::maximized},
+    {.section = "window", .key = "fullscreen", .kind = KEY_BOOL, .flag = &Config::fullscreen},
+    {.section = "window", .key = "borderless", .kind = KEY_BOOL, .flag = &Config::borderless},
+    {.section = "simulation", .key = "fixed_step_hz", .kind = KEY_INT, .number = &Config::fixed_step_hz},
+    {.section = "capture", .key = "directory", .kind = KEY_DIRECTORY},
+    {.section = "capture", .key = "format", .kind = KEY_FORMAT},
+    {.section = "capture", .key = "jpeg_quality", .kind = KEY_INT, .number = &Config::jpeg_quality},
+    {.section = "capture", .key = "include_fps", .kind = KEY_BOOL, .flag = &Config::include_fps},
+    {.section = "gamepad", .key = "deadzone", .kind = KEY_FLOAT, .real = &Config::deadzone},
+    {.section = "input", .kind = KEY_BINDINGS},
+    {.section = "audio", .kind = KEY_VOLUMES},
+};
+
+static const KeyRow *_cfg_find_row(const char *section, const char *name) {
+    for (const KeyRow &row : KEY_ROWS) {
+        if (SDL_strcmp(row.section, section) != 0) continue;
+        if (row.kind == KEY_BINDINGS || row.kind == KEY_VOLUMES || SDL_strcmp(row.key, name) == 0) return &row;
+    }
+    return nullptr;
+}
+
+// --- lifetime ---
+
+bool cfg_setup() {
+    if (config) return true;
+    config = static_cast<Config *>(SDL_calloc(1, sizeof *config));
+    return config || engine_error("[CONFIG] Memory allocation failed, error: %s", SDL_GetError());
+}
+
+void cfg_cleanup() {
+    SDL_free(config);
+    config = nullptr;
+}
+
+void cfg_set_defaults() {
+    *config = Config{
+        .x = 200,
+        .y = 400,
+        .width = 800,
+        .height = 450,
+        .resizable = true,
+        .fullscreen = false,
+        .maximized = false,
+        .borderless = false,
+        .show_fps = true,
+        .show_frame_time_graph = false,
+        .vsync_enable = true,
+        .fps_limit = 0,
+        .ui_scale = 0,
+        .fixed_step_hz = 60,
+        .capture_directory = "captures",
+        .capture_format = CAPTURE_FORMAT_PNG,
+        .jpeg_quality = 90,
+        .include_fps = false,
+        .deadzone = 0.15f,
+        .bindings = {},
+        .volumes = {0.8f, 0.6f, 0.8f},
+    };
+    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
+        cfg_set_input_bindings(action, input_default_bindings_text(action));
+    }
+}
+
+// --- loading ---
+
+// Whether a conversion that stopped at `end` took the whole of `text`; warns when it did not.
+static bool _cfg_number_complete(const char *type, const char *text, const char *end) {
+    if (end == text) {
+        SDL_LogWarn(
+            SDL_LOG_CATEGORY_ERROR, "[CONFIG] String to %s conversion: No digits were found in the string.", type);
+    } else if (*end != '\0') {
+        SDL_LogWarn(
+            SDL_LOG_CATEGORY_ERROR, "[CONFIG] String to %s conversion: Non-numeric characters after the number: %s",
+            type, end);
+    } else {
+        return true;
+    }
+    return false;
+}
+
+Sint32 cfg_str_to_long(const char *text) {
+    char *end = nullptr;
+    const long number = std::strtol(text, &end, 10);
+    if (!_cfg_number_complete("long", text, end)) return 0;
+    return static_cast<Sint32>(SDL_clamp(number, static_cast<long>(INT_MIN), static_cast<long>(INT_MAX)));
+}
+
+float cfg_str_to_float(const char *text) {
+    char *end = nullptr;
+    const double number = SDL_strtod(text, &end);
+    return _cfg_number_complete("float", text, end) ? static_cast<float>(number) : 0.0f;
+}
+
+int cfg_audio_bus_from_key(const char *name) {
+    for (int bus = 0; bus < AUDIO_BUS_COUNT; bus++) {
+        if (SDL_strcmp(cfg_audio_volume_keys[bus], name) == 0) return bus;
+    }
+    return -1;
+}
+
+static bool _cfg_load_bindings(Config *record, const char *name, const char *value) {
+    const int action = input_action_from_name(name);
+    if (action < 0) return false;
+    SDL_strlcpy(record->bindings[action], value, CFG_BINDINGS_SIZE);
+    return true;
+}
+
+static bool _cfg_load_volume(Config *record, const char *name, const char *value) {
+    const int bus = cfg_audio_bus_from_key(name);
+    if (bus < 0) return false;
+    record->volumes[bus] = cfg_str_to_float(value);
+    return true;
+}
+
+int cfg_load_handler(void *user, const char *section, const char *name, const char *value) {
+    auto *record = static_cast<Config *>(user);
+    const KeyRow *row = _cfg_find_row(section, name);
+    if (!row) return 0;
+    switch (row->kind) {
+    case KEY_BOOL:
+        record->*row->flag = SDL_strcmp(value, "true") == 0;
+        break;
+    case KEY_INT:
+        record->*row->number = cfg_str_to_long(value);
+        break;
+    case KEY_FLOAT:
+        record->*row->real = cfg_str_to_float(value);
+        break;
+    case KEY_DIRECTORY:
+        SDL_strlcpy(record->capture_directory, value, CFG_CAPTURE_DIRECTORY_SIZE);
+        break;
+    case KEY_FORMAT:
+        record->capture_format = capture_format_from_string(value);
+        break;
+    case KEY_BINDINGS:
+        return _cfg_load_bindings(record, name, value);
+    case KEY_VOLUMES:
+        return _cfg_load_volume(record, name, value);
+    }
+    return 1;
+}
+
+bool cfg_load() {
+    cfg_set_defaults();
+    if (!SDL_GetPathInfo(CFG_PATH, nullptr)) {
+        SDL_Log("[CONFIG] Config file not found: %s", CFG_PATH);
+        if (args_config_save_enabled()) SDL_Log("[CONFIG] Creating new config file: %s", CFG_PATH);
+        cfg_save(); // a first start that cannot write goes on with the defaults
+        return true;
+    }
+    SDL_Log("[CONFIG] Loading config file: %s", CFG_PATH);
+    if (ini_parse(CFG_PATH, cfg_load_handler, config) >= 0) return true;
+    return engine_error("[CONFIG] Error loading/parsing config file: %s", CFG_PATH);
+}
+
+// --- saving ---
+
+namespace fs = std::filesystem;
+
+// The file that is to be replaced: where a symbolic link leads, through further links, also to a file not yet there.
+static fs::path _cfg_resolve_links(fs::path path) {
+    constexpr int LINKS_MAX = 40; // a ring of links has no end
+    std::error_code error;
+    for (int i = 0; i < LINKS_MAX && fs::is_symlink(path, error); i++) {
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) break;
+        path = path.parent_path() / target; // an absolute target replaces the whole
+    }
+    return path;
+}
+
+// Writing beside and renaming would pass over a file's own write protection, so it is asked first.
+static bool _cfg_may_write(const fs::path &path) {
+    std::error_code error;
+    if (!fs::exists(path, error)) return true;
+    SDL_IOStream *file = SDL_IOFromFile(path.string().c_str(), "r+");
+    return file && SDL_CloseIO(file);
+}
+
+static bool _cfg_write_row(SDL_IOStream *file, const KeyRow &row) {
+    const auto line = [&](const char *value) { return SDL_IOprintf(file, "%s = %s\n", row.key, value) > 0; };
+    bool ok = true;
+    switch (row.kind) {
+    case KEY_BOOL:
+        return line(config->*row.flag ? "true" : "false");
+    case KEY_INT:
+        return SDL_IOprintf(file, "%s = %d\n", row.key, config->*row.number) > 0;
+    case KEY_FLOAT:
+        return SDL_IOprintf(file, "%s = %.2f\n", row.key, static_cast<double>(config->*row.real)) > 0;
+    case KEY_DIRECTORY:
+        return line(config->capture_directory);
+    case KEY_FORMAT:
+        return line(capture_format_to_string(config->capture_format));
+    case KEY_BINDINGS:
+        for (int i = 0; i < INPUT_ACTION_COUNT; i++) {
+            ok = SDL_IOprintf(file, "%s = %s\n", input_action_name(i), config->bindings[i]) > 0 && ok;
+        }
+        return ok;
+    case KEY_VOLUMES:
+        for (int i = 0; i < AUDIO_BUS_COUNT; i++) {
+            const double volume = static_cast<double>(config->volumes[i]);
+            ok = SDL_IOprintf(file, "%s = %.2f\n", cfg_audio_volume_keys[i], volume) > 0 && ok;
+        }
+        return ok;
+    }
+    return ok;
+}
+
+static bool _cfg_write_rows(SDL_IOStream *file) {
+    const char *section = "";
+    bool ok = true;
+    for (const KeyRow &row : KEY_ROWS) {
+        if (SDL_strcmp(section, row.section) != 0) {
+            ok = SDL_IOprintf(file, "%s[%s]\n", *section ? "\n" : "", row.section) > 0 && ok;
+            section = row.section;
+        }
+        ok = _cfg_write_row(file, row) && ok;
+    }
+    return SDL_IOprintf(file, "\n") > 0 && ok;
+}
+
+static bool _cfg_write_file(const char *path) {
+    SDL_IOStream *file = SDL_IOFromFile(path, "w");
+    if (!file) return false;
+    bool ok = _cfg_write_rows(file);
+    ok = SDL_FlushIO(file) && ok;
+    return SDL_CloseIO(file) && ok;
+}
+
+// Writes beside the file and renames, so that a crash or a full disk leaves the old settings as they were.
+static bool _cfg_replace_file() {
+    std::error_code error;
+    const fs::path path = _cfg_resolve_links(CFG_PATH);
+    if (!_cfg_may_write(path)) return false;
+    const fs::file_status old = fs::status(path, error);
+    if (fs::exists(old) && !fs::is_regular_file(old)) return _cfg_write_file(path.string().c_str()); // a device
+
+    fs::path beside = path;
+    beside += ".new";
+    bool ok = _cfg_write_file(beside.string().c_str());
+    if (ok && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
+    ok = ok && SDL_RenamePath(beside.string().c_str(), path.string().c_str());
+    if (!ok) fs::remove(beside, error);
+    return ok;
+}
+
+bool cfg_save() {
+    if (!config) return false;
+    if (!args_config_save_enabled()) {
+        SDL_Log("[CONFIG] --no-config-save given, not writing: %s", CFG_PATH);
+        return true;
+    }
+    if (!SDL_CreateDirectory(CFG_DIRECTORY)) {
+        return engine_error("[CONFIG] Unable to create directory: %s, error: %s", CFG_DIRECTORY, SDL_GetError());
+    }
+    if (!_cfg_replace_file()) return engine_error("[CONFIG] Error writing config file: %s", CFG_PATH);
+    SDL_Log("[CONFIG] Config file saved: %s", CFG_PATH);
+    return true;
+}
+
+// --- settings ---
+
+CfgWindowProps cfg_get_window_props() {
+    return {
+        .x = config->x,
+        .y = config->y,
+        .width = config->width,
+        .height = config->height,
+        .resizable = config->resizable,
+        .fullscreen = config->fullscreen,
+        .maximized = config->maximized,
+        .borderless = config->borderless,
+    };
+}
+
+void cfg_set_window_props(
+    int x, int y, int width, int height, bool resizable, bool fullscreen, bool maximized, bool borderless) {
+    config->x = x;
+    config->y = y;
+    config->width = width;
+    config->height = height;
+    config->resizable = resizable;
+    config->fullscreen = fullscreen;
+    config->maximized = maximized;
+    config->borderless = borderless;
+}
+
+CfgGraphicsProps cfg_get_graphics_props() {
+    return {
+        .show_fps = config->show_fps,
+        .show_frame_time_graph = config->show_frame_time_graph,
+        .vsync_enable = config->vsync_enable,
+        .fps_limit = config->fps_limit,
+        .ui_scale = config->ui_scale,
+    };
+}
+
+bool cfg_get_vsync_enabled() { return config->vsync_enable; }
+void cfg_set_vsync_enabled(bool enabled) { config->vsync_enable = enabled; }
+int cfg_get_fps_limit() { return config->fps_limit; }
+void cfg_set_fps_limit(int limit) { config->fps_limit = limit; }
+bool cfg_get_show_fps() { return config->show_fps; }
+void cfg_set_show_fps(bool show) { config->show_fps = show; }
+bool cfg_get_show_frame_time_graph() { return config->show_frame_time_graph; }
+
+void cfg_set_show_frame_time_graph(bool show) {
+    if (config) config->show_frame_time_graph = show;
+}
+
+int cfg_get_ui_scale() { return config->ui_scale; }
+int cfg_get_fixed_step_hz() { return config->fixed_step_hz; }
+const char *cfg_get_capture_directory() { return config->capture_directory; }
+CaptureFormat cfg_get_capture_format() { return config->capture_format; }
+int cfg_get_capture_jpeg_quality() { return config->jpeg_quality; }
+bool cfg_get_capture_include_fps() { return config->include_fps; }
+float cfg_get_gamepad_deadzone() { return config->deadzone; }
+const char *cfg_get_input_bindings(int action) { return config->bindings[action]; }
+
+void cfg_set_input_bindings(int action, const char *text) {
+    SDL_strlcpy(config->bindings[action], text, CFG_BINDINGS_SIZE);
+}
+
+float cfg_get_audio_volume(int bus) { return config->volumes[bus]; }
+void cfg_set_audio_volume(int bus, float volume) { config->volumes[bus] = volume; }

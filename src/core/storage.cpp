@@ -1,0 +1,95 @@
+#include "core/storage.h"
+
+#include "core/storage_internal.h"
+
+#include <SDL3/SDL_storage.h>
+#include <SDL3/SDL_timer.h>
+
+static constexpr const char *ORGANISATION = "lumarind";
+static constexpr const char *APPLICATION = "LumarindEngine";
+static constexpr int READY_WAIT_MS = 10'000; // local storages are ready at once; a remote one may take a while
+
+StorageState *storage;
+
+bool storage_setup_game() {
+    storage->game = SDL_OpenTitleStorage(nullptr, 0);
+    if (storage->game) return true;
+    return engine_error("[STORAGE] SDL3: Game (title) storage setup failed, error: %s", SDL_GetError());
+}
+
+bool storage_setup_user() {
+    storage->user = SDL_OpenUserStorage(ORGANISATION, APPLICATION, 0);
+    if (storage->user) return true;
+    return engine_error("[STORAGE] SDL3: User storage setup failed, error: %s", SDL_GetError());
+}
+
+bool storage_setup() {
+    if (storage) return true;
+    storage = static_cast<StorageState *>(SDL_calloc(1, sizeof *storage));
+    if (!storage) return engine_error("[STORAGE] Memory allocation failed, error: %s", SDL_GetError());
+    return storage_setup_game() && storage_setup_user();
+}
+
+void storage_cleanup() {
+    if (!storage) return;
+    if (storage->game) SDL_CloseStorage(storage->game);
+    if (storage->user) SDL_CloseStorage(storage->user);
+    SDL_free(storage);
+    storage = nullptr;
+}
+
+static bool _storage_wait(SDL_Storage *from) {
+    for (int waited_ms = 0; waited_ms < READY_WAIT_MS; waited_ms++) {
+        if (SDL_StorageReady(from)) return true;
+        SDL_Delay(1);
+    }
+    return false;
+}
+
+static char *_storage_read(SDL_Storage *from, const char *path, Uint64 size) {
+    char *buffer = static_cast<char *>(SDL_malloc(static_cast<size_t>(size) + 1));
+    if (!buffer) {
+        engine_error("[STORAGE] Memory allocation failed while reading file, error: %s", SDL_GetError());
+        return nullptr;
+    }
+    if (!SDL_ReadStorageFile(from, path, buffer, size)) {
+        engine_error("[STORAGE] Error reading data from file: %s, error: %s", path, SDL_GetError());
+        SDL_free(buffer);
+        return nullptr;
+    }
+    buffer[size] = '\0';
+    return buffer;
+}
+
+char *storage_read_file(SDL_Storage *from, const char *path) {
+    Uint64 size = 0;
+    if (!from) {
+        engine_error("[STORAGE] Storage is NULL, can't read file: %s", path);
+    } else if (!_storage_wait(from)) {
+        engine_error("[STORAGE] Storage not ready, can't read file: %s", path);
+    } else if (!SDL_GetStorageFileSize(from, path, &size)) {
+        engine_error("[STORAGE] Error reading file: %s, file not found or permission error.", path);
+    } else if (size == 0) {
+        engine_error("[STORAGE] Error determining file size or file is empty: %s", path);
+    } else {
+        return _storage_read(from, path, size);
+    }
+    return nullptr;
+}
+
+char *storage_read_game_file(const char *path) { return storage_read_file(storage_game(), path); }
+
+char *storage_read_user_file(const char *path) { return storage_read_file(storage_user(), path); }
+
+int storage_parse_lines(char *text, StringArray *lines) {
+    string_array_reset(lines);
+    char *rest = nullptr;
+    for (char *line = SDL_strtok_r(text, "\n", &rest); line; line = SDL_strtok_r(nullptr, "\n", &rest)) {
+        string_array_add(lines, line); // a line there is no memory for is reported and left out
+    }
+    return lines->count;
+}
+
+SDL_Storage *storage_game() { return storage ? storage->game : nullptr; }
+
+SDL_Storage *storage_user() { return storage ? storage->user : nullptr; }

@@ -1,0 +1,14 @@
+// string_array: a typed array of texts. The array owns a copy of each and frees it when it leaves.
+#pragma once
+
+#include "core/typed_array.h"
+
+struct StringArrayTraits {
+    using Element = char *;
+    static constexpr const char *TAG = "STRING_ARRAY";
+    static constexpr const char *PREFIX = "string_array";
+    static void release(char *text) { SDL_free(text); }
+};
+TYPED_ARRAY_STAMP(string_array, StringArray, StringArrayTraits)
+
+bool string_array_add(StringArray *array, const char *text); // stores a copy; false: reported, array unchanged

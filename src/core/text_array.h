@@ -1,0 +1,19 @@
+// text_array: a typed array of prepared texts. The array owns them and destroys each when it leaves, which must be
+// before the text engine they were made with goes.
+#pragma once
+
+#include "core/typed_array.h"
+
+#include <SDL3/SDL_pixels.h>
+#include <SDL3_ttf/SDL_ttf.h>
+
+struct TextArrayTraits {
+    using Element = TTF_Text *;
+    static constexpr const char *TAG = "TEXT_ARRAY";
+    static constexpr const char *PREFIX = "text_array";
+    static void release(TTF_Text *text) { TTF_DestroyText(text); }
+};
+TYPED_ARRAY_STAMP(text_array, TextArray, TextArrayTraits)
+
+// Prepares `text` (UTF-8) in the colour and appends it; false: reported, array unchanged.
+bool text_array_add(TextArray *array, TTF_TextEngine *text_engine, TTF_Font *font, const char *text, SDL_Color color);

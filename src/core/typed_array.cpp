@@ -1,0 +1,14 @@
+#include "core/typed_array.h"
+
+bool _array_grow(void **items, Sint32 *capacity, Sint32 grow_by, size_t element_size, const char *tag) {
+    const Sint32 wanted = *capacity + (grow_by > 0 ? grow_by : 1);
+    void *grown = SDL_realloc(*items, static_cast<size_t>(wanted) * element_size);
+    if (!grown) {
+        return engine_error(
+            "[%s] Memory allocation failed while growing the array to %d elements, error: %s", tag, wanted,
+            SDL_GetError());
+    }
+    *items = grown;
+    *capacity = wanted;
+    return true;
+}

@@ -1,0 +1,4 @@
+#include "diagnostics/capture.h"
+
+void capture_request() {}
+bool capture_tick() { return true; }

@@ -1,0 +1,48 @@
+#include "engine/drawing_space.h"
+
+#include "core/error.h"
+#include "engine/engine_record.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_render.h>
+
+bool engine_in_logical_space() { return engine->logical_width > 0 && !engine->ui_space; }
+
+bool engine_apply_space(bool ui) {
+    engine->ui_space = ui;
+    SDL_Renderer *renderer = engine->renderer;
+    bool ok = false;
+    float scale = 1.0f;
+    if (engine_in_logical_space()) {
+        ok = SDL_SetRenderLogicalPresentation(
+            renderer, engine->logical_width, engine->logical_height, SDL_LOGICAL_PRESENTATION_INTEGER_SCALE);
+    } else {
+        ok = SDL_SetRenderLogicalPresentation(renderer, 0, 0, SDL_LOGICAL_PRESENTATION_DISABLED);
+        scale = static_cast<float>(engine->ui_scale);
+    }
+    if (ok && SDL_SetRenderScale(renderer, scale, scale)) return true;
+    return engine_error("[ENGINE] SDL3: Switching drawing space failed, error: %s", SDL_GetError());
+}
+
+void engine_use_ui_space() { engine_apply_space(true); }
+
+bool engine_set_logical_size(int width, int height) {
+    engine->logical_width = width;
+    engine->logical_height = height;
+    return engine_apply_space(false);
+}
+
+void engine_view_size(float *width, float *height) {
+    float view_width = static_cast<float>(engine->logical_width);
+    float view_height = static_cast<float>(engine->logical_height);
+    if (!engine_in_logical_space()) {
+        int output_width = 0, output_height = 0;
+        SDL_GetRenderOutputSize(engine->renderer, &output_width, &output_height);
+        view_width = static_cast<float>(output_width) / static_cast<float>(engine->ui_scale);
+        view_height = static_cast<float>(output_height) / static_cast<float>(engine->ui_scale);
+    }
+    if (width) *width = view_width;
+    if (height) *height = view_height;
+}
+
+int engine_ui_scale() { return engine->ui_scale; }

@@ -1,0 +1,83 @@
+#include "engine/engine.h"
+
+#include "core/error.h"
+#include "engine/engine_record.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_log.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_timer.h>
+
+Engine *engine;
+
+// --- game state ---
+
+void engine_set_state(GameState s) {
+    if (s == engine->state) return;
+    SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[ENGINE] DEBUG: GAME STATE: %d -> %d", engine->state, s);
+    engine->prev_state = engine->state;
+    engine->state = s;
+}
+
+GameState engine_get_state() { return engine->state; }
+GameState engine_get_prev_state() { return engine->prev_state; }
+
+// --- frame ---
+
+Uint64 engine_frame_number() { return engine->frame_number; }
+double engine_fps_delta() { return engine->fps_delta; }
+
+void engine_set_target_fps(Uint64 fps) {
+    engine->target_fps = fps;
+    engine->frame_period = fps == 0 ? 0 : SDL_NS_PER_SECOND / fps;
+    engine->frame_start = SDL_GetTicksNS();
+}
+
+// --- fixed timestep ---
+
+double engine_fixed_delta() { return engine->timestep.step; }
+bool engine_fixed_step_consume() { return timestep_consume_step(&engine->timestep); }
+double engine_fixed_alpha() { return timestep_alpha(&engine->timestep); }
+
+// --- window ---
+
+SDL_Window *engine_window() { return engine->window; }
+SDL_Renderer *engine_renderer() { return engine->renderer; }
+
+void engine_set_title(const char *title) {
+    char *copy = SDL_strdup(title);
+    if (!copy) {
+        engine_error("[ENGINE] Memory allocation failed while setting the title, error: %s", SDL_GetError());
+        return;
+    }
+    SDL_free(engine->title);
+    engine->title = copy;
+}
+
+const char *engine_get_title() { return engine->title; }
+
+bool engine_set_vsync_mode(int mode) {
+    if (SDL_SetRenderVSync(engine->renderer, mode)) return true;
+    SDL_LogError(
+        SDL_LOG_CATEGORY_ERROR, "[GAME] SDL3: Setting V-Sync mode failed, mode: %d, error: %s", mode, SDL_GetError());
+    return false;
+}
+
+void engine_set_system_cursor(SDL_SystemCursor type) {
+    const bool pointer = type == SDL_SYSTEM_CURSOR_POINTER;
+    engine->cursor_type = pointer ? SDL_SYSTEM_CURSOR_POINTER : SDL_SYSTEM_CURSOR_DEFAULT;
+    SDL_SetCursor(pointer ? engine->pointer_cursor : engine->default_cursor);
+}
+
+SDL_SystemCursor engine_get_system_cursor_type() { return static_cast<SDL_SystemCursor>(engine->cursor_type); }
+
+// --- profiler panel ---
+
+void engine_toggle_show_frame_time_graph() {
+    engine->show_frame_time_graph = !engine->show_frame_time_graph;
+    SDL_LogDebug(
+        SDL_LOG_CATEGORY_TEST, "[ENGINE] DEBUG: Toggled: show_frame_time_graph: %d", engine->show_frame_time_graph);
+}
+
+void engine_set_show_frame_time_graph(bool show) { engine->show_frame_time_graph = show; }
+bool engine_get_show_frame_time_graph() { return engine->show_frame_time_graph; }

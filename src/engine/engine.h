@@ -1,0 +1,40 @@
+// engine: what a game asks of the running engine: its window and renderer, the game state, the frame and its fixed
+// steps. Main thread only; between engine_start and engine_stop.
+#pragma once
+
+#include "engine/game_state.h"
+
+#include <SDL3/SDL_mouse.h>
+#include <SDL3/SDL_stdinc.h>
+
+struct SDL_Renderer;
+struct SDL_Window;
+
+// --- game state ---
+void engine_set_state(GameState s); // a request: the main loop switches screens in its next frame
+GameState engine_get_state();       // the last one requested
+GameState engine_get_prev_state();  // differs from the state while a switch is pending
+
+// --- frame ---
+Uint64 engine_frame_number();           // 1 during the first frame
+double engine_fps_delta();              // s, the whole previous frame including its wait
+void engine_set_target_fps(Uint64 fps); // 0: no limit. The wait is at the frame's end; not for use with vsync
+
+// --- fixed timestep ---
+double engine_fixed_delta();      // s, one step
+bool engine_fixed_step_consume(); // true: one step is due, and is taken
+double engine_fixed_alpha();      // how far the present lies between the last two steps, 0 to below 1
+
+// --- window ---
+SDL_Window *engine_window(); // owned by the engine, as is the renderer
+SDL_Renderer *engine_renderer();
+void engine_set_title(const char *title); // the stored title only; the window keeps the one it was made with
+const char *engine_get_title();
+bool engine_set_vsync_mode(int mode);                 // SDL's modes; false: logged
+void engine_set_system_cursor(SDL_SystemCursor type); // the pointer; every other type shows the default cursor
+SDL_SystemCursor engine_get_system_cursor_type();
+
+// --- profiler panel: its flag is kept in the configuration ---
+void engine_toggle_show_frame_time_graph();
+void engine_set_show_frame_time_graph(bool show);
+bool engine_get_show_frame_time_graph();

@@ -1,0 +1,55 @@
+// engine_record: the engine's single record. For the engine's own sources and tests; everyone else asks through the
+// operations of engine.h, drawing_space.h, text.h and callbacks.h.
+#pragma once
+
+#include "engine/callbacks.h"
+#include "engine/game_state.h"
+#include "engine/timestep.h"
+
+#include <SDL3/SDL_events.h>
+#include <SDL3/SDL_mouse.h>
+#include <SDL3/SDL_pixels.h>
+#include <SDL3/SDL_stdinc.h>
+
+struct SDL_Renderer;
+struct SDL_Window;
+struct TTF_Font;
+struct TTF_TextEngine;
+
+inline constexpr int MAX_FONTS = 8;
+inline constexpr int FPS_TEXT_SIZE = 64; // bytes, with the terminating NUL
+
+struct FontList {
+    Sint32 count;
+    TTF_Font *fonts[MAX_FONTS]; // owned
+};
+
+struct Engine {
+    Sint32 state, prev_state; // GameState; they differ while a switch is pending
+    bool show_frame_time_graph;
+    Sint32 ui_scale;                                    // 1 to 8
+    Sint32 logical_width, logical_height;               // of the current screen; 0 × 0: it draws in UI space
+    bool ui_space;                                      // UI space forced, while overlays draw
+    Sint32 cursor_type;                                 // SDL_SystemCursor: default or pointer
+    char *title;                                        // owned
+    char *error;                                        // owned; null: no error yet
+    char *running_dir;                                  // owned; the current directory at start
+    SDL_Event event;                                    // the one polled last
+    Sint32 frames, fps;                                 // counted in this second, and the result of the last full one
+    Uint64 fps_window_start, frame_start, frame_period; // ns
+    Uint64 target_fps;                                  // 0: no limit
+    double fps_delta;                                   // s, the whole previous frame
+    char *fps_text;                                     // owned, FPS_TEXT_SIZE bytes
+    SDL_Color fps_color;
+    Timestep timestep;
+    Uint64 last_frame_ticks; // ns; 0: no frame yet
+    Uint64 frame_number;     // 1 in the first frame
+    SDL_Window *window;      // owned, as are the renderer, the cursors and the text engine
+    SDL_Renderer *renderer;
+    SDL_Cursor *default_cursor, *pointer_cursor;
+    FontList *fonts;       // owned
+    TTF_Font *active_font; // borrowed
+    TTF_TextEngine *text_engine;
+    CallbackArray *callbacks; // owned, ENGINE_EVENT_TYPES of them
+};
+extern Engine *engine; // null: not started

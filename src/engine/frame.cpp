@@ -1,0 +1,152 @@
+#include "engine/frame.h"
+
+#include "config/config.h"
+#include "diagnostics/capture.h"
+#include "diagnostics/frame_profile.h"
+#include "diagnostics/profiler.h"
+#include "engine/drawing_space.h"
+#include "engine/engine.h"
+#include "engine/engine_record.h"
+#include "engine/text.h"
+#include "engine/transition.h"
+#include "input/gamepad.h"
+#include "input/input.h"
+
+#include <SDL3/SDL_log.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_timer.h>
+
+static constexpr double FADE_TO_MENU_SECONDS = 0.25;
+
+static double _ns_to_seconds(Uint64 ns) { return static_cast<double>(ns) / static_cast<double>(SDL_NS_PER_SECOND); }
+
+void engine_state_change_handled() {
+    SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[ENGINE] DEBUG: GAME STATE HANDLED: %d", engine->state);
+    engine->prev_state = engine->state;
+    timestep_reset(&engine->timestep);
+    engine->last_frame_ticks = SDL_GetTicksNS();
+    input_clear_presses();
+}
+
+void engine_frame_start() {
+    const Uint64 now = SDL_GetTicksNS();
+    profiler_frame_boundary(now);
+    engine->frame_number++;
+    if (engine->last_frame_ticks != 0) {
+        timestep_advance(&engine->timestep, _ns_to_seconds(now - engine->last_frame_ticks));
+    }
+    engine->last_frame_ticks = now;
+    engine->frame_start = now;
+}
+
+// --- events ---
+
+static void _engine_handle_escape() {
+    if (engine_get_state() == GAME_STATE_MAIN_MENU) {
+        engine_set_state(GAME_STATE_QUIT);
+    } else {
+        transition_fade_to(GAME_STATE_MAIN_MENU, FADE_TO_MENU_SECONDS);
+    }
+}
+
+static void _engine_handle_key(const SDL_KeyboardEvent *key) {
+    switch (key->key) {
+    case SDLK_ESCAPE:
+        _engine_handle_escape();
+        break;
+    case SDLK_F3:
+        engine_toggle_show_frame_time_graph();
+        break;
+    case SDLK_F4:
+        profiler_toggle_freeze();
+        break;
+    case SDLK_F12:
+        capture_request();
+        break;
+    case SDLK_Q:
+        if (key->mod & SDL_KMOD_CTRL) engine_set_state(GAME_STATE_QUIT);
+        break;
+    default:
+        break;
+    }
+}
+
+static void _engine_handle_event(const SDL_Event *event) {
+    switch (event->type) {
+    case SDL_EVENT_QUIT:
+        engine_set_state(GAME_STATE_QUIT);
+        break;
+    case SDL_EVENT_KEY_DOWN:
+        _engine_handle_key(&event->key);
+        break;
+    case SDL_EVENT_GAMEPAD_ADDED:
+        gamepad_handle_added(event->gdevice.which);
+        break;
+    case SDL_EVENT_GAMEPAD_REMOVED:
+        gamepad_handle_removed(event->gdevice.which);
+        break;
+    default:
+        break;
+    }
+}
+
+// Count and buffer are taken as they are now: a callback that registers another does not disturb the round.
+static void _engine_run_callbacks(SDL_Event *event) {
+    const CallbackArray chain = engine->callbacks[event->type];
+    for (int i = 0; i < chain.count; i++) {
+        if (chain.items[i] && !chain.items[i](event)) return;
+    }
+}
+
+void engine_event_poll() {
+    input_frame_start();
+    SDL_Event *event = &engine->event;
+    while (SDL_PollEvent(event)) {
+        if (event->type >= ENGINE_EVENT_TYPES) continue;
+        SDL_ConvertEventToRenderCoordinates(engine->renderer, event);
+        input_handle_event(event);
+        _engine_run_callbacks(event);
+        _engine_handle_event(event);
+    }
+}
+
+SDL_Event engine_event() { return engine->event; }
+
+// --- end of the frame ---
+
+static void _engine_draw_overlays() {
+    const bool capture_overlays = cfg_get_capture_include_fps();
+    engine_use_ui_space();
+    if (!capture_overlays) capture_tick();
+    if (cfg_get_show_fps()) engine_draw_fps();
+    profiler_tick();
+    if (capture_overlays) capture_tick();
+}
+
+static void _engine_wait_for_frame_period() {
+    if (engine->target_fps == 0) return;
+    const Uint64 elapsed = SDL_GetTicksNS() - engine->frame_start;
+    if (elapsed < engine->frame_period) SDL_DelayPrecise(engine->frame_period - elapsed);
+}
+
+static void _engine_count_frame() {
+    const Uint64 now = SDL_GetTicksNS();
+    engine->fps_delta = _ns_to_seconds(now - engine->frame_start);
+    engine->frames++;
+    if (now - engine->fps_window_start < SDL_NS_PER_SECOND) return;
+    engine->fps = engine->frames;
+    engine->frames = 0;
+    engine->fps_window_start = now;
+    engine_update_fps();
+}
+
+void engine_tick() {
+    profiler_mark(PHASE_OVL);
+    _engine_draw_overlays();
+    profiler_mark(PHASE_PRES);
+    SDL_RenderPresent(engine->renderer);
+    engine_apply_space(false);
+    profiler_mark(PHASE_SLEEP);
+    _engine_wait_for_frame_period();
+    _engine_count_frame();
+}

@@ -1,0 +1,131 @@
+#include "engine/text.h"
+
+#include "core/error.h"
+#include "engine/drawing_space.h"
+#include "engine/engine_record.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_filesystem.h>
+#include <SDL3/SDL_log.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3_ttf/SDL_ttf.h>
+
+static float _ui_scale() { return static_cast<float>(engine->ui_scale); }
+
+// --- fonts ---
+
+bool font_file_exists(const char *path) { return SDL_GetPathInfo(path, nullptr); }
+
+TTF_Font *font_open(const char *path, float size) {
+    SDL_Log("[FONTS] Setting up font: %s", path);
+    if (!font_file_exists(path)) {
+        engine_error("[FONTS] Font file not found (%s)", path);
+        return nullptr;
+    }
+    TTF_Font *font = TTF_OpenFont(path, size * _ui_scale());
+    if (!font) engine_error("[FONTS] Font loading failed, error: %s", SDL_GetError());
+    return font;
+}
+
+TTF_Font *font_copy(TTF_Font *font) {
+    TTF_Font *copy = TTF_CopyFont(font);
+    if (!copy) engine_error("[FONTS] Font copying failed, error: %s", SDL_GetError());
+    return copy;
+}
+
+bool font_set_size(TTF_Font *font, float size) {
+    if (TTF_SetFontSize(font, size * _ui_scale())) return true;
+    return engine_error("[FONTS] Unable to change font size, error: %s", SDL_GetError());
+}
+
+void font_cleanup(TTF_Font *font) {
+    if (font) TTF_CloseFont(font);
+}
+
+// --- the engine's font list ---
+
+int engine_add_font(TTF_Font *font) {
+    FontList *list = engine->fonts;
+    if (list->count == MAX_FONTS) {
+        engine_error("[ENGINE] Maximum number of fonts reached: fonts: MAX_FONTS=%d", MAX_FONTS);
+        return -1;
+    }
+    list->fonts[list->count] = font;
+    return list->count++;
+}
+
+TTF_Font *engine_get_font_by_index(int index) {
+    const FontList *list = engine->fonts;
+    return index >= 0 && index < list->count ? list->fonts[index] : nullptr;
+}
+
+void engine_set_active_font(TTF_Font *font) { engine->active_font = font; }
+TTF_Font *engine_get_font() { return engine->active_font; }
+
+// --- texts ---
+
+TTF_TextEngine *engine_text_engine() { return engine->text_engine; }
+
+TTF_Text *engine_prepare_text(TTF_Font *font, const char *text, size_t length, SDL_Color color) {
+    TTF_Text *prepared = TTF_CreateText(engine->text_engine, font, text, length);
+    if (!prepared) {
+        engine_error("[ENGINE] Creating the text failed, error: %s", SDL_GetError());
+        return nullptr;
+    }
+    engine_set_text_color(prepared, color);
+    return prepared;
+}
+
+void engine_set_text_color(TTF_Text *text, SDL_Color color) {
+    TTF_SetTextColor(text, color.r, color.g, color.b, color.a);
+}
+
+void engine_cleanup_text(TTF_Text **text) {
+    if (!text || !*text) return;
+    TTF_DestroyText(*text);
+    *text = nullptr;
+}
+
+// Glyphs were rasterised at output size, so the render scale is undone while they are drawn.
+void engine_render_text(TTF_Text *text, float x, float y) {
+    const float s = _ui_scale();
+    const bool logical = engine_in_logical_space();
+    const float drawing = logical ? 1.0f / s : 1.0f;
+    const float after = logical ? 1.0f : s;
+    SDL_SetRenderScale(engine->renderer, drawing, drawing);
+    TTF_DrawRendererText(text, SDL_roundf(x * s), SDL_roundf(y * s));
+    SDL_SetRenderScale(engine->renderer, after, after);
+}
+
+void engine_text_size(TTF_Text *text, float *width, float *height) {
+    int pixels_wide = 0, pixels_high = 0;
+    if (!TTF_GetTextSize(text, &pixels_wide, &pixels_high)) pixels_wide = pixels_high = 0;
+    if (width) *width = static_cast<float>(pixels_wide) / _ui_scale();
+    if (height) *height = static_cast<float>(pixels_high) / _ui_scale();
+}
+
+// --- FPS read-out ---
+
+static constexpr float FPS_RIGHT = 230; // from the view's right edge to the read-out's left one, UI units
+static constexpr float FPS_TOP = 10;
+static constexpr int FPS_GOOD = 29; // above: green
+static constexpr int FPS_FAIR = 14; // above: orange; else red
+static constexpr SDL_Color FPS_GREEN = {76, 175, 80, 255};
+static constexpr SDL_Color FPS_ORANGE = {255, 152, 0, 255};
+static constexpr SDL_Color FPS_RED = {244, 67, 54, 255};
+
+void engine_update_fps() {
+    const int fps = engine->fps;
+    engine->fps_color = fps > FPS_GOOD ? FPS_GREEN : fps > FPS_FAIR ? FPS_ORANGE : FPS_RED;
+    SDL_snprintf(engine->fps_text, FPS_TEXT_SIZE, "FPS: %d, delta: %f", fps, engine->fps_delta);
+}
+
+void engine_draw_fps() {
+    SDL_Renderer *renderer = engine->renderer;
+    const SDL_Color c = engine->fps_color;
+    SDL_SetRenderDrawColor(renderer, c.r, c.g, c.b, c.a);
+    SDL_SetRenderScale(renderer, _ui_scale(), _ui_scale());
+    float view_width = 0;
+    engine_view_size(&view_width, nullptr);
+    SDL_RenderDebugText(renderer, view_width - FPS_RIGHT, FPS_TOP, engine->fps_text);
+}

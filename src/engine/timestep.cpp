@@ -1,0 +1,22 @@
+#include "engine/timestep.h"
+
+void timestep_init(Timestep *ts, int hz) {
+    ts->step = 1.0 / (hz > 0 ? hz : TIMESTEP_DEFAULT_HZ);
+    ts->accumulator = 0.0;
+}
+
+void timestep_reset(Timestep *ts) { ts->accumulator = 0.0; }
+
+void timestep_advance(Timestep *ts, double dt) {
+    ts->accumulator += dt > TIMESTEP_MAX_FRAME_SECONDS ? TIMESTEP_MAX_FRAME_SECONDS : dt;
+}
+
+bool timestep_consume_step(Timestep *ts) {
+    if (ts->step > ts->accumulator) return false;
+    ts->accumulator -= ts->step;
+    return true;
+}
+
+double timestep_alpha(const Timestep *ts) { return ts->accumulator / ts->step; }
+
+double timestep_lerp(double a, double b, double t) { return a + (b - a) * t; }

@@ -1,0 +1,72 @@
+// colliders: sets of rectangles, triangles, circles and points, the questions asked of them, and the collision file
+// that fills them. Float pixels, y grows downwards. Main thread only.
+// The sets are small (tens of shapes to a level) and scanned from index 0.
+#pragma once
+
+#include "core/typed_array.h"
+#include "toolkit/geometry.h"
+
+struct SDL_Renderer;
+
+// --- the sets: operations as in core/typed_array.h ---
+
+template <typename T> struct ColliderTraits : ArrayOfValues<T> {
+    static constexpr const char *TAG = "COLLIDERS";
+};
+struct ColliderRectsTraits : ColliderTraits<SDL_FRect> {
+    static constexpr const char *PREFIX = "colliders_rects";
+};
+struct ColliderTrisTraits : ColliderTraits<Tri> {
+    static constexpr const char *PREFIX = "colliders_tris";
+};
+struct ColliderCirclesTraits : ColliderTraits<Circle> {
+    static constexpr const char *PREFIX = "colliders_circles";
+};
+struct ColliderPointsTraits : ColliderTraits<SDL_FPoint> {
+    static constexpr const char *PREFIX = "colliders_points";
+};
+TYPED_ARRAY_STAMP(colliders_rects, ColliderRects, ColliderRectsTraits)
+TYPED_ARRAY_STAMP_ADD(colliders_rects, ColliderRects, ColliderRectsTraits)
+TYPED_ARRAY_STAMP(colliders_tris, ColliderTris, ColliderTrisTraits)
+TYPED_ARRAY_STAMP_ADD(colliders_tris, ColliderTris, ColliderTrisTraits)
+TYPED_ARRAY_STAMP(colliders_circles, ColliderCircles, ColliderCirclesTraits)
+TYPED_ARRAY_STAMP_ADD(colliders_circles, ColliderCircles, ColliderCirclesTraits)
+TYPED_ARRAY_STAMP(colliders_points, ColliderPoints, ColliderPointsTraits)
+TYPED_ARRAY_STAMP_ADD(colliders_points, ColliderPoints, ColliderPointsTraits)
+
+// Empty sets of the usual size. The caller owns them: cleanup, then SDL_free. Null: reported.
+ColliderRects *colliders_new_rects();
+ColliderTris *colliders_new_tris();
+ColliderCircles *colliders_new_circles();
+ColliderPoints *colliders_new_points();
+
+// Fills the given sets from a game file of comma-separated numbers, one shape a line: 2 a point (x, y), 3 a circle
+// (x, y, r), 4 a rectangle (x, y, w, h), 6 a triangle (three corners); other lines are passed over. Every number is
+// multiplied by `scale`. Null sets are skipped. False: the file could not be read (reported) and the sets are empty.
+bool colliders_load_csv(
+    ColliderRects *rects, ColliderTris *tris, ColliderCircles *circles, ColliderPoints *points, const char *path,
+    float scale);
+
+// --- first hit: its index, or -1 ---
+int colliders_point_inside_rect(const SDL_FPoint *p, const ColliderRects *rects);
+int colliders_rect_inside_rect(const SDL_FRect *r, const ColliderRects *rects);
+int colliders_point_inside_tri(const SDL_FPoint *p, const ColliderTris *tris);
+int colliders_point_inside_circle(const SDL_FPoint *p, const ColliderCircles *circles);
+int colliders_point_near_point(const SDL_FPoint *p, const ColliderPoints *points, float distance);
+
+// --- all hits: `out` is emptied and gets copies of them in order; returns their number ---
+int colliders_point_inside_rects(const SDL_FPoint *p, const ColliderRects *rects, ColliderRects *out);
+int colliders_rect_inside_rects(const SDL_FRect *r, const ColliderRects *rects, ColliderRects *out);
+int colliders_point_inside_tris(const SDL_FPoint *p, const ColliderTris *tris, ColliderTris *out);
+int colliders_point_inside_circles(const SDL_FPoint *p, const ColliderCircles *circles, ColliderCircles *out);
+int colliders_point_near_points(const SDL_FPoint *p, const ColliderPoints *points, ColliderPoints *out, float distance);
+
+// --- slopes: of equally high or low corners the earlier one ---
+SDL_FPoint colliders_tri_top_point(const Tri *tri);    // smallest y
+SDL_FPoint colliders_tri_bottom_point(const Tri *tri); // largest y
+
+// --- outlines, for debugging: opaque red, triangles in the renderer's current colour ---
+void colliders_rects_debug_draw(SDL_Renderer *renderer, const ColliderRects *rects);
+void colliders_tris_debug_draw(SDL_Renderer *renderer, const ColliderTris *tris);
+void colliders_circles_debug_draw(SDL_Renderer *renderer, const ColliderCircles *circles);
+void colliders_points_debug_draw(SDL_Renderer *renderer, const ColliderPoints *points);

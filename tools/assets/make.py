@@ -1,0 +1,33 @@
+"""Runs every generator and puts its files into the asset folder."""
+
+from __future__ import annotations
+
+import shutil
+import sys
+import tempfile
+from pathlib import Path
+
+import text_mode_font
+import textures
+import ui_font
+
+GENERATORS = (ui_font, text_mode_font, textures)
+DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
+
+
+def generate(out_dir: Path) -> None:
+    """Builds in a scratch folder first, so that a failing generator leaves the old files alone."""
+    with tempfile.TemporaryDirectory() as scratch_name:
+        scratch = Path(scratch_name)
+        for generator in GENERATORS:
+            generator.make(scratch)
+        for source in sorted(path for path in scratch.rglob("*") if path.is_file()):
+            relative = source.relative_to(scratch)
+            target = out_dir / relative
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(source, target)
+            print(relative.as_posix())
+
+
+if __name__ == "__main__":
+    generate(Path(sys.argv[1]) if len(sys.argv) > 1 else DEFAULT_OUT)

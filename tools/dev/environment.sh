@@ -1,0 +1,216 @@
+# shellcheck shell=bash
+# The build environment behind ./dev: finds one, or makes one, and runs commands in it.
+# Sourced by ./dev, which sets `top` (the checkout) and `assume_yes` (0 or 1).
+#
+# In this order: the machine's own packages; its package manager; a private root file system of Debian testing,
+# entered with bubblewrap; a message that names the packages.
+
+readonly SUITE=forky # Debian testing: the first release with SDL 3.4 and its companions
+readonly FETCH_MB=350 ROOT_MB=1600
+
+say() { printf 'dev: %s\n' "$*" >&2; }
+die() {
+    say "$*"
+    exit 1
+}
+
+# --- the package list ---
+
+# packages COLUMN: the names of one column of packages.list (1 Debian, 2 Fedora, 3 Arch, 4 Homebrew), one a line.
+packages() { awk -v column="$1" '!/^#/ && NF && $column != "-" && !seen[$column]++ { print $column }' "$top/packages.list"; }
+
+package_words() { packages "$1" | paste -sd ' '; }
+
+# --- what the machine has ---
+
+at_least() { # at_least WANTED FOUND: dotted versions
+    [ "$(printf '%s\n%s\n' "$1" "$2" | sort -V | head -n 1)" = "$1" ]
+}
+
+machine_has_everything() {
+    local tool
+    for tool in g++ cmake ninja pkg-config; do command -v "$tool" >/dev/null 2>&1 || return 1; done
+    at_least 3.25 "$(cmake --version | awk 'NR == 1 { print $3 }')" || return 1
+    pkg-config --exists 'sdl3 >= 3.4' 'sdl3-ttf >= 3.2' 'sdl3-image >= 3.2' 'sdl3-mixer >= 3.2' inih gtest || return 1
+    # Box2D 3 brings no .pc file, 2.4 does: ask the compiler instead.
+    printf '#include <box2d/box2d.h>\n' | g++ -x c++ -E - >/dev/null 2>&1
+}
+
+apt_candidate() { LC_ALL=C apt-cache policy "$1" 2>/dev/null | awk '/Candidate:/ && $2 != "(none)" { print $2 }'; }
+
+apt_offers_everything() {
+    command -v apt-get >/dev/null 2>&1 || return 1
+    at_least 3.4 "$(apt_candidate libsdl3-dev)" || return 1
+    local name
+    while read -r name; do [ -n "$(apt_candidate "$name")" ] || return 1; done < <(packages 1)
+}
+
+as_root() { # runs a command with the rights to install packages
+    if [ "$(id -u)" = 0 ]; then
+        "$@"
+    elif command -v sudo >/dev/null 2>&1; then
+        sudo "$@"
+    else
+        die "neither root nor sudo here; as root run: $*"
+    fi
+}
+
+confirm() { # confirm QUESTION: true after a yes; --yes and CI answer for the user
+    [ "$assume_yes" = 1 ] || [ "${CI:-}" = true ] && return 0
+    [ -t 0 ] || die "$1 Nobody to ask here: give --yes, or run the line above yourself."
+    local answer
+    read -r -p "dev: $1 [y/N] " answer
+    [ "$answer" = y ] || [ "$answer" = yes ]
+}
+
+install_with_apt() {
+    local names
+    read -r -a names <<<"$(package_words 1)"
+    say "this machine's apt offers all that is needed:"
+    printf '  apt-get install --no-install-recommends %s\n' "${names[*]}" >&2
+    confirm 'Run it now?' || die 'nothing installed'
+    as_root apt-get install -y --no-install-recommends "${names[@]}" || die 'apt-get failed'
+}
+
+# --- the private root ---
+
+cache_dir() { printf '%s/lumarind-engine' "${XDG_CACHE_HOME:-${HOME:?}/.cache}"; }
+
+root_dir() {
+    local key
+    key=$({ echo "$SUITE"; packages 1; } | sha256sum | cut -c1-16)
+    printf '%s/root-%s' "$(cache_dir)" "$key"
+}
+
+install_root_tools() {
+    local names=()
+    command -v mmdebstrap >/dev/null 2>&1 || names+=(mmdebstrap)
+    command -v bwrap >/dev/null 2>&1 || names+=(bubblewrap)
+    # Debian itself always has its archive's keys; Ubuntu needs the package.
+    [ -e /usr/share/keyrings/debian-archive-keyring.gpg ] || names+=(debian-archive-keyring)
+    [ "${#names[@]}" = 0 ] && return 0
+    command -v apt-get >/dev/null 2>&1 || return 1
+    say "installing ${names[*]} (all that is installed on this machine itself)"
+    as_root apt-get install -y -q "${names[@]}" >&2 2>/dev/null && return 0
+    as_root apt-get update -q >&2 && as_root apt-get install -y -q "${names[@]}" >&2
+}
+
+# The options that carry the host's own apt policy into the private root's apt.
+apt_policy_options() {
+    local key value
+    for key in Acquire::Check-Valid-Until Acquire::Check-Date Acquire::http::Proxy Acquire::https::Proxy; do
+        value=$(apt-config dump --format '%v%n' "$key" 2>/dev/null | head -n 1)
+        [ -n "$value" ] && printf -- '--aptopt=%s "%s"\n' "$key" "$value"
+    done
+    return 0
+}
+
+# Made beside its place and renamed when whole: an interrupted set-up leaves only a *.partial that the next one
+# removes. Unpacked from a tar stream, so that for an ordinary user every file is the user's own.
+make_root() { # make_root DIR
+    local partial=$1.partial policy unpack=(tar -x -C "$1.partial")
+    rm -rf "$partial"
+    mkdir -p "$partial" || return 1
+    mapfile -t policy < <(apt_policy_options)
+    [ "$(id -u)" = 0 ] || unpack+=(--no-same-owner --no-same-permissions)
+    mmdebstrap --variant=apt --format=tar "${policy[@]}" \
+        --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-exclude=/usr/share/man/*' \
+        --dpkgopt='path-exclude=/usr/share/locale/*' \
+        --include="$(packages 1 | paste -sd ,)" "$SUITE" - |
+        "${unpack[@]}" --exclude='./dev/*' || return 1
+    mv "$partial" "$1"
+}
+
+ensure_root() {
+    local dir cache
+    dir=$(root_dir)
+    [ -d "$dir" ] && return 0
+    cache=$(cache_dir)
+    mkdir -p "$cache" || die "cannot create $cache"
+    exec 9>"$cache/lock"
+    flock -n 9 || { say 'another set-up is running; waiting for it'; flock 9; }
+    if [ ! -d "$dir" ]; then
+        say "this machine has no SDL 3.4: making a private Debian $SUITE root for the build"
+        say "it fetches about $FETCH_MB MB and takes $ROOT_MB MB in $dir; './dev clean --all' removes it"
+        install_root_tools || return 1
+        make_root "$dir" || die "the private root could not be made; run the same command again to start over"
+        say 'the private root is ready'
+    fi
+    exec 9>&-
+}
+
+# --- choosing and entering ---
+
+explain_packages() {
+    local column=0 how=''
+    if command -v dnf >/dev/null 2>&1; then
+        column=2 how='sudo dnf install'
+    elif command -v pacman >/dev/null 2>&1; then
+        column=3 how='sudo pacman -S --needed'
+    elif command -v brew >/dev/null 2>&1; then
+        column=4 how='brew install'
+    fi
+    say 'this machine lacks packages and ./dev cannot set them up here. It takes SDL3 3.4, SDL3_ttf, SDL3_image'
+    say 'and SDL3_mixer 3.2, inih, Box2D, GoogleTest, CMake 3.25, Ninja and a C++20 compiler (see packages.list).'
+    if [ "$column" != 0 ]; then
+        say "try: $how $(package_words "$column")"
+    else
+        say "their names on Debian: $(package_words 1)"
+    fi
+    exit 1
+}
+
+# Sets `environment` to host or root, making what is missing.
+environment=''
+environment_setup() {
+    if machine_has_everything; then
+        environment=host
+    elif apt_offers_everything; then
+        install_with_apt
+        environment=host
+    elif ensure_root; then
+        environment=root
+    else
+        explain_packages
+    fi
+}
+
+# The bubblewrap arguments that pass through what exists of display, sound, graphics and controllers.
+device_arguments() {
+    local run=${XDG_RUNTIME_DIR:-} path
+    for path in /dev/dri /dev/snd /dev/input /dev/hidraw*; do
+        [ -e "$path" ] && printf '%s\n' --dev-bind "$path" "$path"
+    done
+    for path in /sys /run/udev "${XAUTHORITY:-${HOME:-/root}/.Xauthority}" "${HOME:-/root}/.config/pulse"; do
+        [ -e "$path" ] && printf '%s\n' --ro-bind "$path" "$path"
+    done
+    [ -n "$run" ] || return 0
+    for path in "$run/${WAYLAND_DISPLAY:-wayland-0}" "$run/pulse" "$run/pipewire-0"; do
+        [ -e "$path" ] && printf '%s\n' --bind "$path" "$path"
+    done
+    return 0
+}
+
+# inside COMMAND: runs one text for `sh -c` in the environment, in the checkout; passes its exit code on.
+inside() {
+    if [ "$environment" = host ]; then
+        (cd "$top" && exec sh -c "$1")
+        return
+    fi
+    local root arguments data
+    root=$(root_dir)
+    data=${XDG_DATA_HOME:-${HOME:-/root}/.local/share}
+    mapfile -t arguments < <(device_arguments)
+    arguments+=(--dir "${HOME:-/root}")
+    if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # SDL's sound and Wayland code complains without one
+        arguments+=(--perms 0700 --dir /run/user --setenv XDG_RUNTIME_DIR /run/user)
+    fi
+    [ -d "$data" ] && arguments+=(--bind "$data" "$data") # the user storage lives there
+    bwrap --die-with-parent --unshare-pid \
+        --ro-bind "$root/usr" /usr --ro-bind "$root/etc" /etc --ro-bind "$root/var" /var \
+        --symlink usr/bin /bin --symlink usr/sbin /sbin --symlink usr/lib /lib --symlink usr/lib64 /lib64 \
+        --dev /dev --proc /proc --tmpfs /run --bind /tmp /tmp "${arguments[@]}" \
+        --bind "$top" "$top" --chdir "$top" \
+        --setenv PATH /usr/local/bin:/usr/bin:/usr/sbin --setenv LANG C.UTF-8 --setenv LC_ALL C.UTF-8 \
+        sh -c "$1"
+}

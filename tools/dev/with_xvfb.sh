@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# Runs a command with an X display of its own, and passes its exit code on:
+#   with_xvfb.sh [--screen WxH] [--answer-boxes] command [argument ...]
+# --answer-boxes: presses Return in the message box of a failed start, which nobody else would close.
+set -u
+
+size=1600x1000
+answer_boxes=0
+while [ $# -gt 0 ]; do
+    case $1 in
+        --screen) size=$2; shift 2 ;;
+        --answer-boxes) answer_boxes=1; shift ;;
+        *) break ;;
+    esac
+done
+
+command -v Xvfb >/dev/null 2>&1 || { echo "with_xvfb: there is no Xvfb here; install it or set DISPLAY" >&2; exit 1; }
+
+number_file=$(mktemp)
+# -noreset: a server that resets when its last window goes would lose the next one's first events.
+Xvfb -displayfd 3 -screen 0 "${size}x24" -noreset -nolisten tcp >/dev/null 2>&1 3>"$number_file" &
+server=$!
+watcher=''
+finish() {
+    [ -n "$watcher" ] && kill "$watcher" 2>/dev/null
+    kill "$server" 2>/dev/null
+    rm -f "$number_file"
+}
+trap finish EXIT
+trap 'exit 130' INT TERM
+
+for _ in $(seq 100); do
+    [ -s "$number_file" ] && break
+    kill -0 "$server" 2>/dev/null || { echo "with_xvfb: Xvfb did not start" >&2; exit 1; }
+    sleep 0.05
+done
+DISPLAY=:$(cat "$number_file")
+export DISPLAY
+unset WAYLAND_DISPLAY
+
+# SDL gives its windows a class, its message boxes none.
+answer() {
+    local box
+    while sleep 0.5; do
+        for box in $(xdotool search --name '^Lumarind Engine' 2>/dev/null); do
+            xdotool getwindowclassname "$box" 2>/dev/null | grep -q . || xdotool key --window "$box" Return
+        done
+    done
+}
+if [ "$answer_boxes" = 1 ] && command -v xdotool >/dev/null 2>&1; then
+    answer &
+    watcher=$!
+fi
+
+"$@"
