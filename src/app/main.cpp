@@ -1,6 +1,4 @@
-// The platform's entry point: hands over to SDL_main.
-
-#include "app/main_loop.h"
+// The platform's entry point: hands over to SDL_main, which SDL_main.h declares and main_loop.cpp defines.
 
 #define SDL_MAIN_HANDLED // the entry points below are ours
 #include <SDL3/SDL_main.h>

@@ -213,7 +213,8 @@ static fs::path _cfg_resolve_links(fs::path path) {
     return path;
 }
 
-// Writing beside and renaming would pass over a file's own write protection, so it is asked first.
+// Writing beside and renaming would pass over a file's own write protection, and put a file in the place of a device,
+// so it is asked first: SDL opens writable regular files only.
 static bool _cfg_may_write(const fs::path &path) {
     std::error_code error;
     if (!fs::exists(path, error)) return true;
@@ -277,8 +278,6 @@ static bool _cfg_replace_file() {
     const fs::path path = _cfg_resolve_links(CFG_PATH);
     if (!_cfg_may_write(path)) return false;
     const fs::file_status old = fs::status(path, error);
-    if (fs::exists(old) && !fs::is_regular_file(old)) return _cfg_write_file(path.string().c_str()); // a device
-
     fs::path beside = path;
     beside += ".new";
     bool ok = _cfg_write_file(beside.string().c_str());

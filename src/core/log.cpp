@@ -31,8 +31,15 @@ static void SDLCALL _output(void *, int category, SDL_LogPriority priority, cons
     SDL_FlushIO(log_state.file); // on disk even if the process ends abruptly
 }
 
+// Categories this program warns in. SDL lets only errors through in them unless told otherwise.
+static constexpr SDL_LogCategory WARNING_CATEGORIES[] = {
+    SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT};
+
 void log_setup() {
     if (log_state.file) return;
+    for (const SDL_LogCategory category : WARNING_CATEGORIES) {
+        if (SDL_GetLogPriority(category) > SDL_LOG_PRIORITY_WARN) SDL_SetLogPriority(category, SDL_LOG_PRIORITY_WARN);
+    }
     log_state.file = SDL_IOFromFile("lumarind-engine.log", "w");
     if (!log_state.file) return;
     SDL_GetLogOutputFunction(&log_state.previous_output, &log_state.previous_userdata);

@@ -87,10 +87,11 @@ template <typename Traits> void _typed_array_remove(TypedArray<typename Traits::
 // Appends an element as it is; the array takes it over only when this is true.
 template <typename Traits>
 bool _typed_array_push(TypedArray<typename Traits::Element> *array, typename Traits::Element element) {
+    using T = typename Traits::Element;
     if (array->count == array->capacity) {
         void *items = array->items;
-        if (!_array_grow(&items, &array->capacity, array->grow_by, sizeof element, Traits::TAG)) return false;
-        array->items = static_cast<typename Traits::Element *>(items);
+        if (!_array_grow(&items, &array->capacity, array->grow_by, sizeof(T), Traits::TAG)) return false;
+        array->items = static_cast<T *>(items);
     }
     array->items[array->count++] = element; // taken by value: it may have lived in the block that moved
     return true;

@@ -100,8 +100,10 @@ static void _engine_run_callbacks(SDL_Event *event) {
 
 void engine_event_poll() {
     input_frame_start();
-    SDL_Event *event = &engine->event;
-    while (SDL_PollEvent(event)) {
+    SDL_Event polled = {}; // SDL writes here also when it says that there is no event
+    while (SDL_PollEvent(&polled)) {
+        engine->event = polled;
+        SDL_Event *event = &engine->event;
         if (event->type >= ENGINE_EVENT_TYPES) continue;
         SDL_ConvertEventToRenderCoordinates(engine->renderer, event);
         input_handle_event(event);

@@ -130,12 +130,19 @@ static void engine_place_window() {
     SDL_SyncWindow(engine->window);
 }
 
+// Video drivers without system cursors (the headless ones, the console's) have SDL's default one for everything.
+// That one stays SDL's: destroying it does nothing.
+static SDL_Cursor *_engine_create_cursor(SDL_SystemCursor type) {
+    SDL_Cursor *cursor = SDL_CreateSystemCursor(type);
+    return cursor ? cursor : SDL_GetDefaultCursor();
+}
+
 static bool engine_setup_system_mouse_cursors() {
-    engine->default_cursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_DEFAULT);
+    engine->default_cursor = _engine_create_cursor(SDL_SYSTEM_CURSOR_DEFAULT);
     if (!engine->default_cursor) {
         return engine_error("[ENGINE] SDL3: System mouse default cursor creation failed, error: %s", SDL_GetError());
     }
-    engine->pointer_cursor = SDL_CreateSystemCursor(SDL_SYSTEM_CURSOR_POINTER);
+    engine->pointer_cursor = _engine_create_cursor(SDL_SYSTEM_CURSOR_POINTER);
     if (!engine->pointer_cursor) {
         return engine_error("[ENGINE] SDL3: System mouse pointer cursor creation failed, error: %s", SDL_GetError());
     }

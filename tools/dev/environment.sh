@@ -1,4 +1,5 @@
 # shellcheck shell=bash
+# shellcheck disable=SC2154 # top and assume_yes are ./dev's
 # The build environment behind ./dev: finds one, or makes one, and runs commands in it.
 # Sourced by ./dev, which sets `top` (the checkout) and `assume_yes` (0 or 1).
 #

@@ -38,13 +38,13 @@ DISPLAY=:$(cat "$number_file")
 export DISPLAY
 unset WAYLAND_DISPLAY
 
-# SDL gives its windows a class, its message boxes none.
+# SDL gives its windows a class, its message boxes none, nor a name that xdotool could read.
 answer() {
-    local box
+    local all classed box
     while sleep 0.5; do
-        for box in $(xdotool search --name '^Lumarind Engine' 2>/dev/null); do
-            xdotool getwindowclassname "$box" 2>/dev/null | grep -q . || xdotool key --window "$box" Return
-        done
+        all=$(xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null | sort)
+        classed=$(xdotool search --onlyvisible --maxdepth 1 --class '.' 2>/dev/null | sort)
+        for box in $(comm -23 <(echo "$all") <(echo "$classed")); do xdotool key --window "$box" Return 2>/dev/null; done
     done
 }
 if [ "$answer_boxes" = 1 ] && command -v xdotool >/dev/null 2>&1; then

@@ -1,0 +1,186 @@
+#include "support/allocation_faults.h"
+
+#include "core/error.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_stdinc.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdarg>
+#include <mutex>
+#include <unordered_set>
+
+namespace {
+
+struct Faults {
+    SDL_malloc_func malloc = nullptr;
+    SDL_calloc_func calloc = nullptr;
+    SDL_realloc_func realloc = nullptr;
+    SDL_free_func free = nullptr;
+    bool armed = false, and_all_after = false;
+    int countdown = 0, failed = 0;
+    std::mutex mutex; // SDL's audio and timer threads allocate too
+    std::unordered_set<void *> live;
+};
+Faults g_faults;
+
+// Set from a call of this project's code until the allocation it leads to. Only that one is own: what SDL goes on to
+// allocate, for its error text say, is SDL's.
+thread_local bool g_own_call;
+
+struct OwnCall {
+    OwnCall() { g_own_call = true; }
+    ~OwnCall() { g_own_call = false; }
+};
+
+bool should_fail() { // call with the mutex held
+    if (!g_faults.armed || --g_faults.countdown > 0) return false;
+    if (g_faults.countdown < 0 && !g_faults.and_all_after) return false;
+    g_faults.failed++;
+    return true;
+}
+
+template <typename Allocate> void *allocate_or_fail(Allocate allocate) {
+    const bool own = g_own_call;
+    g_own_call = false;
+    if (!own) return allocate();
+    const std::lock_guard lock(g_faults.mutex);
+    if (should_fail()) return nullptr;
+    void *memory = allocate();
+    g_faults.live.insert(memory);
+    return memory;
+}
+
+void *SDLCALL hook_malloc(size_t size) {
+    return allocate_or_fail([=] { return g_faults.malloc(size); });
+}
+
+void *SDLCALL hook_calloc(size_t count, size_t size) {
+    return allocate_or_fail([=] { return g_faults.calloc(count, size); });
+}
+
+void *SDLCALL hook_realloc(void *memory, size_t size) {
+    return allocate_or_fail([=] {
+        g_faults.live.erase(memory);
+        return g_faults.realloc(memory, size);
+    });
+}
+
+void SDLCALL hook_free(void *memory) {
+    {
+        const std::lock_guard lock(g_faults.mutex);
+        g_faults.live.erase(memory);
+    }
+    g_faults.free(memory);
+}
+
+void run_with_fault(
+    LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup, int nth,
+    bool and_all_after, bool *reached) {
+    SCOPED_TRACE("allocation " + std::to_string(nth) + (and_all_after ? " and all after it fail" : " fails"));
+    engine_clear_error(); // a text that a running engine keeps is not the set-up's
+    const int live_before = allocation_faults_live();
+    log->lines.clear();
+    allocation_faults_arm(nth, and_all_after);
+    const bool ok = setup();
+    *reached = allocation_faults_disarm() > 0;
+    const bool reported = !log->errors().empty();
+    cleanup();
+    engine_clear_error();
+    EXPECT_EQ(allocation_faults_live(), live_before) << "own allocations left behind";
+    if (!*reached) {
+        EXPECT_TRUE(ok) << "failed without a fault: " << (reported ? log->errors().front() : "");
+        return;
+    }
+    EXPECT_TRUE(reported) << "a failed allocation was not reported";
+    EXPECT_TRUE(setup()) << "the set-up after a failed one failed";
+    cleanup();
+}
+
+} // namespace
+
+void allocation_faults_install() {
+    if (g_faults.malloc) return;
+    SDL_GetOriginalMemoryFunctions(&g_faults.malloc, &g_faults.calloc, &g_faults.realloc, &g_faults.free);
+    SDL_SetMemoryFunctions(hook_malloc, hook_calloc, hook_realloc, hook_free);
+}
+
+void allocation_faults_arm(int nth, bool and_all_after) {
+    SDL_SetError("%512s", ""); // room for the texts to come: SDL cannot report that it had no room for a report
+    const std::lock_guard lock(g_faults.mutex);
+    g_faults.armed = true;
+    g_faults.and_all_after = and_all_after;
+    g_faults.countdown = nth;
+    g_faults.failed = 0;
+}
+
+int allocation_faults_disarm() {
+    const std::lock_guard lock(g_faults.mutex);
+    g_faults.armed = false;
+    return g_faults.failed;
+}
+
+int allocation_faults_live() {
+    const std::lock_guard lock(g_faults.mutex);
+    return static_cast<int>(g_faults.live.size());
+}
+
+// --- the linker sends this project's calls of SDL's allocating functions here (--wrap) ---
+
+extern "C" {
+void *__real_SDL_malloc(size_t size);
+void *__real_SDL_calloc(size_t count, size_t size);
+void *__real_SDL_realloc(void *memory, size_t size);
+char *__real_SDL_strdup(const char *text);
+int __real_SDL_vasprintf(char **text, const char *fmt, va_list args);
+
+void *__wrap_SDL_malloc(size_t size) {
+    const OwnCall call;
+    return __real_SDL_malloc(size);
+}
+
+void *__wrap_SDL_calloc(size_t count, size_t size) {
+    const OwnCall call;
+    return __real_SDL_calloc(count, size);
+}
+
+void *__wrap_SDL_realloc(void *memory, size_t size) {
+    const OwnCall call;
+    return __real_SDL_realloc(memory, size);
+}
+
+char *__wrap_SDL_strdup(const char *text) {
+    const OwnCall call;
+    return __real_SDL_strdup(text);
+}
+
+int __wrap_SDL_vasprintf(char **text, const char *fmt, va_list args) {
+    const OwnCall call;
+    return __real_SDL_vasprintf(text, fmt, args);
+}
+
+int __wrap_SDL_asprintf(char **text, const char *fmt, ...) {
+    va_list args;
+    va_start(args, fmt);
+    const int length = __wrap_SDL_vasprintf(text, fmt, args);
+    va_end(args);
+    return length;
+}
+}
+
+void expect_allocation_faults_survived(
+    LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup) {
+    allocation_faults_install();
+    ASSERT_TRUE(setup()); // warms up what the libraries allocate once
+    cleanup();
+    int faults = 0;
+    for (const bool and_all_after : {false, true}) {
+        bool reached = true;
+        for (int nth = 1; reached && !::testing::Test::HasFailure(); nth++) {
+            run_with_fault(log, setup, cleanup, nth, and_all_after, &reached);
+            faults += reached ? 1 : 0;
+        }
+    }
+    EXPECT_GT(faults, 0) << "no own allocation was seen: this proved nothing";
+}

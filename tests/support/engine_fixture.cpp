@@ -1,0 +1,142 @@
+#include "support/engine_fixture.h"
+
+#include "app/main_loop.h"
+#include "core/log.h"
+#include "engine/transition.h"
+
+#include <SDL3/SDL_hints.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_timer.h>
+#include <SDL3/SDL_video.h>
+
+#include <cstdio>
+
+// --- pictures ---
+
+SDL_Color pixel_at(const Picture &picture, int x, int y) {
+    SDL_Color color = {};
+    EXPECT_TRUE(SDL_ReadSurfacePixel(picture.get(), x, y, &color.r, &color.g, &color.b, &color.a)) << x << ", " << y;
+    return color;
+}
+
+template <typename Visit> static void each_pixel_of(const Picture &picture, SDL_Color color, Visit visit) {
+    for (int y = 0; y < picture->h; y++) {
+        for (int x = 0; x < picture->w; x++) {
+            const SDL_Color found = pixel_at(picture, x, y);
+            if (found.r == color.r && found.g == color.g && found.b == color.b) visit(x, y);
+        }
+    }
+}
+
+PictureBounds bounds_of(const Picture &picture, SDL_Color color) {
+    PictureBounds bounds = {picture->w, picture->h, -1, -1};
+    each_pixel_of(picture, color, [&](int x, int y) {
+        bounds.left = SDL_min(bounds.left, x);
+        bounds.right = SDL_max(bounds.right, x);
+        bounds.top = SDL_min(bounds.top, y);
+        bounds.bottom = SDL_max(bounds.bottom, y);
+    });
+    return bounds;
+}
+
+int count_pixels(const Picture &picture, SDL_Color color) {
+    int count = 0;
+    each_pixel_of(picture, color, [&](int, int) { count++; });
+    return count;
+}
+
+// --- the program ---
+
+void EngineTest::choose_driver(const char *hint, const char *driver) {
+    SDL_SetHintWithPriority(hint, driver, SDL_HINT_OVERRIDE); // the environment would win otherwise
+}
+
+void EngineTest::SetUp() {
+    choose_driver(SDL_HINT_VIDEO_DRIVER, "dummy");
+    choose_driver(SDL_HINT_AUDIO_DRIVER, "dummy");
+    choose_driver(SDL_HINT_RENDER_DRIVER, "software");
+    directory.link_assets();
+}
+
+void EngineTest::TearDown() {
+    if (HasFailure()) {
+        for (const LogLine &line : log.lines) std::fprintf(stderr, "log: %s\n", line.text.c_str());
+    }
+    if (running_) stop();
+    log_cleanup();
+}
+
+bool EngineTest::start(const std::vector<std::string> &arguments) {
+    if (!config.empty()) write_file("config/lumarind-engine.ini", config);
+    std::vector<std::string> words = arguments;
+    words.insert(words.begin(), "LumarindEngine");
+    std::vector<char *> argv;
+    for (std::string &word : words) argv.push_back(word.data());
+    static std::vector<std::string> kept; // the parsed arguments borrow from it
+    running_ = main_loop_start(static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
+    kept = std::move(words);
+    return running_;
+}
+
+void EngineTest::stop() {
+    running_ = false;
+    main_loop_stop();
+    transition_screen_changed(GAME_STATE_NONE); // a fade cut short here must not reach the next start
+}
+
+bool EngineTest::frame(double seconds) {
+    // The clock of the last frame is set back, so that the test need not wait.
+    engine->last_frame_ticks = SDL_GetTicksNS() - static_cast<Uint64>(seconds * 1e9);
+    return main_loop_frame();
+}
+
+void EngineTest::frames(int count, double seconds) {
+    for (int i = 0; i < count; i++) frame(seconds);
+}
+
+Picture EngineTest::picture() const {
+    Picture read(SDL_RenderReadPixels(engine->renderer, nullptr));
+    EXPECT_NE(read, nullptr) << SDL_GetError();
+    return read;
+}
+
+// --- events ---
+
+void EngineTest::key_down(SDL_Keycode key, SDL_Keymod mod, bool repeat) const {
+    SDL_Event event = {};
+    event.key.type = SDL_EVENT_KEY_DOWN;
+    event.key.windowID = SDL_GetWindowID(engine->window);
+    event.key.key = key;
+    event.key.scancode = SDL_GetScancodeFromKey(key, nullptr);
+    event.key.mod = mod;
+    event.key.down = true;
+    event.key.repeat = repeat;
+    ASSERT_TRUE(SDL_PushEvent(&event));
+}
+
+void EngineTest::mouse_move(int x, int y) const {
+    SDL_Event event = {};
+    event.motion.type = SDL_EVENT_MOUSE_MOTION;
+    event.motion.windowID = SDL_GetWindowID(engine->window);
+    event.motion.x = static_cast<float>(x);
+    event.motion.y = static_cast<float>(y);
+    ASSERT_TRUE(SDL_PushEvent(&event));
+}
+
+void EngineTest::mouse_up(int x, int y, Uint8 button) const {
+    SDL_Event event = {};
+    event.button.type = SDL_EVENT_MOUSE_BUTTON_UP;
+    event.button.windowID = SDL_GetWindowID(engine->window);
+    event.button.button = button;
+    event.button.x = static_cast<float>(x);
+    event.button.y = static_cast<float>(y);
+    ASSERT_TRUE(SDL_PushEvent(&event));
+}
+
+void EngineTest::gamepad_down(SDL_GamepadButton button) const {
+    SDL_Event event = {};
+    event.gbutton.type = SDL_EVENT_GAMEPAD_BUTTON_DOWN;
+    event.gbutton.button = static_cast<Uint8>(button);
+    event.gbutton.down = true;
+    ASSERT_TRUE(SDL_PushEvent(&event));
+}

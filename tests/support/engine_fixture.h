@@ -1,0 +1,56 @@
+// The real engine on SDL's dummy video driver, the software renderer and dummy audio, in a working directory of its
+// own, a frame at a time. Real SDL events go in, pixels come out.
+#pragma once
+
+#include "engine/engine_record.h"
+#include "support/log_capture.h"
+#include "support/temporary_directory.h"
+
+#include <SDL3/SDL_events.h>
+#include <SDL3/SDL_surface.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+struct SurfaceDeleter {
+    void operator()(SDL_Surface *surface) const { SDL_DestroySurface(surface); }
+};
+using Picture = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
+
+struct PictureBounds {
+    int left, top, right, bottom; // inclusive; right below left: nothing there
+};
+
+SDL_Color pixel_at(const Picture &picture, int x, int y);
+PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of the pixels of exactly this colour
+int count_pixels(const Picture &picture, SDL_Color color);
+
+class EngineTest : public ::testing::Test {
+protected:
+    // What a test changes before start(). Without vsync, frames do not wait.
+    std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
+
+    static void choose_driver(const char *hint, const char *driver); // before start(); dummy ones are chosen already
+    void SetUp() override;
+    void TearDown() override; // stops the program when it runs
+
+    bool start(const std::vector<std::string> &arguments = {}); // false: it failed, or showed its help
+    void stop();
+    bool frame(double seconds = 0); // after so much time since the last one; false: the loop is over
+    void frames(int count, double seconds = 0);
+    Picture picture() const; // what was presented last
+
+    // Puts an event into SDL's queue, for the next frame.
+    void key_down(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE, bool repeat = false) const;
+    void mouse_move(int x, int y) const; // window coordinates, as below
+    void mouse_up(int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
+    void gamepad_down(SDL_GamepadButton button) const;
+
+    TemporaryDirectory directory;
+    LogCapture log;
+
+private:
+    bool running_ = false;
+};

@@ -1,0 +1,38 @@
+#include "support/temporary_directory.h"
+
+#include <SDL3/SDL_filesystem.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+TemporaryDirectory::TemporaryDirectory() : previous_(fs::current_path()) {
+    std::string name = (fs::temp_directory_path() / "lumarind-test-XXXXXX").string();
+    if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
+    path = name;
+    fs::current_path(path);
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+    fs::current_path(previous_);
+    std::error_code error;
+    fs::remove_all(path, error);
+}
+
+void TemporaryDirectory::link_assets() const {
+    fs::create_directory_symlink(fs::canonical(fs::path(SDL_GetBasePath()) / "assets"), path / "assets");
+}
+
+void write_file(const fs::path &path, const std::string &content) {
+    if (path.has_parent_path()) fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+std::string read_file(const fs::path &path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}

@@ -1,0 +1,23 @@
+// A new working directory while it lives, removed with all it holds.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+class TemporaryDirectory {
+public:
+    TemporaryDirectory();
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory &) = delete;
+    TemporaryDirectory &operator=(const TemporaryDirectory &) = delete;
+
+    std::filesystem::path path;
+
+    void link_assets() const; // the project's assets, as assets/
+
+private:
+    std::filesystem::path previous_;
+};
+
+void write_file(const std::filesystem::path &path, const std::string &content); // makes the folders on the way
+std::string read_file(const std::filesystem::path &path);                       // "" when there is none

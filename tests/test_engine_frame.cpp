@@ -1,0 +1,182 @@
+// A frame: game state, event callbacks, hot keys, fixed steps and the frame clock.
+
+#include "engine/engine.h"
+#include "engine/frame.h"
+#include "engine/transition.h"
+#include "support/engine_fixture.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_timer.h>
+#include <SDL3/SDL_video.h>
+
+namespace {
+
+std::string g_calls;
+SDL_Event g_seen;
+
+bool note_a(SDL_Event *event) {
+    g_calls += 'a';
+    g_seen = *event;
+    return true;
+}
+bool note_b(SDL_Event *) {
+    g_calls += 'b';
+    return true;
+}
+bool note_c_and_end(SDL_Event *) {
+    g_calls += 'c';
+    return false;
+}
+
+class FrameTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        g_calls.clear();
+    }
+};
+
+// --- game state ---
+
+TEST_F(FrameTest, RequestsChainAndAreAcknowledged) {
+    ASSERT_TRUE(start());
+    EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
+    EXPECT_EQ(engine_get_prev_state(), GAME_STATE_MAIN_MENU);
+    log.lines.clear();
+    engine_set_state(GAME_STATE_MAIN_MENU);
+    EXPECT_TRUE(log.lines.empty()) << "a request for the current state says nothing";
+    engine_set_state(GAME_STATE_TEXT_DEMO);
+    engine_set_state(GAME_STATE_TEXTURE_DEMO);
+    EXPECT_EQ(engine_get_prev_state(), GAME_STATE_TEXT_DEMO);
+    engine->timestep.accumulator = 0.1;
+    engine_state_change_handled();
+    EXPECT_EQ(engine_get_prev_state(), GAME_STATE_TEXTURE_DEMO);
+    EXPECT_EQ(engine->timestep.accumulator, 0.0);
+    EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE: 3 -> 4"));
+    EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE HANDLED: 5"));
+    engine_set_state(GAME_STATE_MAIN_MENU); // the menu's screen is the one that is set up
+    engine_state_change_handled();
+}
+
+// --- callbacks ---
+
+TEST_F(FrameTest, AChainRunsInOrderUntilOneEndsIt) {
+    ASSERT_TRUE(start());
+    for (const EventCallback cb : {note_a, note_a, note_c_and_end, note_b}) {
+        ASSERT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, cb));
+    }
+    key_down(SDLK_F3);
+    frame();
+    EXPECT_EQ(g_calls, "aac");
+    EXPECT_TRUE(engine_get_show_frame_time_graph()) << "the engine's own keys are heard all the same";
+    EXPECT_EQ(engine_event().type, static_cast<Uint32>(SDL_EVENT_KEY_DOWN));
+
+    g_calls.clear();
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end));
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_a));
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end)) << "not there is no failure";
+    key_down(SDLK_F5);
+    frame();
+    EXPECT_EQ(g_calls.size(), 2u) << "one a and the b are left, their order is free";
+}
+
+TEST_F(FrameTest, EventTypesBeyondTheTableReachNobody) {
+    ASSERT_TRUE(start());
+    EXPECT_TRUE(engine_add_callback(0x1307, note_a));
+    EXPECT_FALSE(engine_add_callback(0x1308, note_a));
+    EXPECT_FALSE(engine_remove_callback(SDL_EVENT_USER, note_a));
+    EXPECT_TRUE(log.has("[ENGINE] Attempting to add a callback for a type that is not supported: 0x1308"));
+    EXPECT_TRUE(log.has("[ENGINE] Attempting to remove a callback for a type that is not supported: 0x8000"));
+    for (const Uint32 type : {0x1307u, 0x1308u, static_cast<Uint32>(SDL_EVENT_USER), 0xFFFFu}) {
+        SDL_Event event = {};
+        event.type = type;
+        ASSERT_TRUE(SDL_PushEvent(&event));
+    }
+    frame();
+    EXPECT_EQ(g_calls, "a");
+}
+
+TEST_F(FrameTest, PointerPositionsArriveInTheCurrentSpace) {
+    config = "[graphics]\nvsync_enable = false\nui_scale = 2\n";
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(engine_add_callback(SDL_EVENT_MOUSE_MOTION, note_a));
+    mouse_move(100, 60);
+    frame();
+    EXPECT_EQ(g_seen.motion.x, 50);
+    EXPECT_EQ(g_seen.motion.y, 30);
+}
+
+// --- hot keys ---
+
+TEST_F(FrameTest, CtrlQAndWindowCloseQuitFromAnywhere) {
+    for (const int way : {0, 1, 2}) {
+        ASSERT_TRUE(start({"--screen", "text-demo"}));
+        key_down(SDLK_Q);
+        EXPECT_TRUE(frame()) << "Q alone does nothing";
+        if (way == 0) key_down(SDLK_Q, SDL_KMOD_LCTRL);
+        if (way == 1) key_down(SDLK_Q, SDL_KMOD_RCTRL | SDL_KMOD_LSHIFT, true);
+        if (way == 2) {
+            SDL_Event event = {};
+            event.type = SDL_EVENT_QUIT;
+            SDL_PushEvent(&event);
+        }
+        EXPECT_FALSE(frame()) << "way " << way;
+        stop();
+    }
+}
+
+TEST_F(FrameTest, EscapeQuitsInTheMenuAndFadesBackElsewhere) {
+    ASSERT_TRUE(start());
+    key_down(SDLK_ESCAPE);
+    EXPECT_FALSE(frame());
+    stop();
+    ASSERT_TRUE(start({"--screen", "texture-demo"}));
+    key_down(SDLK_ESCAPE);
+    key_down(SDLK_ESCAPE);
+    EXPECT_TRUE(frame(0.1));
+    EXPECT_NEAR(transition_cover(1), 0.4, 1e-9) << "the second press does not start it again";
+    for (int i = 0; i < 10; i++) ASSERT_TRUE(frame(0.1));
+    EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
+    EXPECT_EQ(transition_cover(1), 0.0);
+}
+
+// --- frame clock ---
+
+TEST_F(FrameTest, CountsFramesAndUpdatesTheReadOutOnceASecond) {
+    ASSERT_TRUE(start());
+    EXPECT_EQ(engine_frame_number(), 0u);
+    engine->fps_window_start = SDL_GetTicksNS();
+    frames(3);
+    EXPECT_EQ(engine_frame_number(), 3u);
+    EXPECT_STREQ(engine->fps_text, "");
+    engine->frames = 28;
+    engine->fps_window_start = SDL_GetTicksNS() - SDL_NS_PER_SECOND;
+    frame();
+    EXPECT_EQ(engine->fps, 29);
+    EXPECT_EQ(std::string(engine->fps_text).find("FPS: 29, delta: 0."), 0u);
+    EXPECT_GT(engine_fps_delta(), 0.0);
+    EXPECT_EQ(engine->frames, 0);
+}
+
+TEST_F(FrameTest, TheFrameRateLimitWaitsAndCanBeLifted) {
+    ASSERT_TRUE(start());
+    engine_set_target_fps(50);
+    const Uint64 before = SDL_GetTicksNS();
+    frames(4);
+    EXPECT_GE(SDL_GetTicksNS() - before, 4 * SDL_NS_PER_SECOND / 50 - 1000);
+    engine_set_target_fps(0);
+    EXPECT_EQ(engine->frame_period, 0u);
+}
+
+TEST_F(FrameTest, AStallReachesTheSimulationAsAQuarterSecond) {
+    config = "[graphics]\nvsync_enable = false\n[simulation]\nfixed_step_hz = 64\n";
+    ASSERT_TRUE(start());
+    engine->last_frame_ticks = SDL_GetTicksNS() - 2 * SDL_NS_PER_SECOND;
+    engine_frame_start();
+    int steps = 0;
+    while (engine_fixed_step_consume()) steps++;
+    EXPECT_EQ(steps, 16);
+    EXPECT_EQ(engine_fixed_alpha(), 0.0);
+}
+
+} // namespace

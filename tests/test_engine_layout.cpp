@@ -1,0 +1,95 @@
+// The pure calculations of the engine: UI scale, menu columns, fixed timestep.
+
+#include "engine/menu_layout.h"
+#include "engine/timestep.h"
+#include "engine/ui_scale.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+TEST(UiScale, CommandLineThenConfigurationThenDisplay) {
+    const struct {
+        float display;
+        int configured, from_args, expected;
+    } cases[] = {
+        {1.25f, 0, 0, 1}, {1.5f, 0, 0, 2},  {1.75f, 0, 0, 2}, {2.0f, 0, 0, 2},     {2.5f, 0, 0, 3}, {0.75f, 0, 0, 1},
+        {10.0f, 0, 0, 8}, {NAN, 0, 0, 1},   {-3, 0, 0, 1},    {INFINITY, 0, 0, 8}, {7.6f, 0, 0, 8}, {1, 12, 0, 8},
+        {1, 2, 3, 3},     {2.0f, -5, 0, 2}, {2.0f, 1, 0, 1},  {1, 0, 99, 8},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(ui_scale_pick(c.display, c.configured, c.from_args), c.expected)
+            << c.display << ", " << c.configured << ", " << c.from_args;
+    }
+}
+
+TEST(MenuLayout, RowsAndStepsAcrossColumns) {
+    EXPECT_EQ(menu_layout_rows(505, 35), 14);
+    EXPECT_EQ(menu_layout_rows(20, 35), 1);
+    EXPECT_EQ(menu_layout_rows(-100, 35), 1);
+    const struct {
+        int index, rows, delta, expected;
+    } cases[] = {{9, 4, -1, 5}, {5, 4, 1, 9},   {7, 4, 1, 10},  {2, 4, -1, 2},  {9, 4, 1, 9},
+                 {0, 1, 1, 1},  {10, 1, 1, 10}, {9, 10, 1, 10}, {0, 10, 1, 10}, {3, 14, 1, 3}};
+    for (const auto &c : cases) {
+        EXPECT_EQ(menu_layout_step_column(c.index, 11, c.rows, c.delta), c.expected) << c.index << ", " << c.rows;
+    }
+}
+
+// --- timestep ---
+
+int steps_due(Timestep *ts) {
+    int steps = 0;
+    while (timestep_consume_step(ts)) steps++;
+    return steps;
+}
+
+TEST(TimestepTest, RatesBelowOneMeanSixty) {
+    Timestep ts = {};
+    for (const int hz : {0, -5, 60}) {
+        timestep_init(&ts, hz);
+        EXPECT_EQ(ts.step, 1.0 / 60);
+    }
+    timestep_init(&ts, 120);
+    EXPECT_EQ(ts.step, 1.0 / 120);
+}
+
+TEST(TimestepTest, AStallCostsAQuarterSecondAndAnExactStepIsTaken) {
+    Timestep ts = {};
+    timestep_init(&ts, 64); // a step that binary fractions hold exactly
+    timestep_advance(&ts, 2.0);
+    EXPECT_EQ(steps_due(&ts), 16);
+    EXPECT_EQ(timestep_alpha(&ts), 0.0);
+    timestep_advance(&ts, 1.0 / 64);
+    EXPECT_EQ(steps_due(&ts), 1) << "an accumulator equal to the step";
+    timestep_advance(&ts, 0.75 / 64);
+    EXPECT_EQ(steps_due(&ts), 0);
+    EXPECT_EQ(timestep_alpha(&ts), 0.75);
+    timestep_reset(&ts);
+    EXPECT_EQ(timestep_alpha(&ts), 0.0);
+    EXPECT_EQ(timestep_lerp(10, 20, 0.25), 12.5);
+}
+
+TEST(TimestepTest, UnevenFramesLoseAndInventNoTime) {
+    std::mt19937 random(3);
+    for (const int hz : {1, 30, 60, 144, 1000}) {
+        Timestep ts = {};
+        timestep_init(&ts, hz);
+        double elapsed = 0;
+        int steps = 0;
+        for (int i = 0; i < 5000; i++) {
+            const double dt = static_cast<double>(random() % 100'000) / 1e6;
+            elapsed += dt;
+            timestep_advance(&ts, dt);
+            steps += steps_due(&ts);
+            ASSERT_GE(timestep_alpha(&ts), 0.0);
+            ASSERT_LT(timestep_alpha(&ts), 1.0);
+        }
+        EXPECT_NEAR(steps * ts.step + ts.accumulator, elapsed, 1e-6) << hz;
+    }
+}
+
+} // namespace

@@ -1,0 +1,99 @@
+// The fade between screens, through the running program.
+
+#include "engine/engine.h"
+#include "engine/transition.h"
+#include "support/engine_fixture.h"
+
+#include <SDL3/SDL_render.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr double STEP = 1.0 / 60;
+
+class TransitionTest : public EngineTest {
+protected:
+    static void steps(int count) {
+        for (int i = 0; i < count; i++) transition_fixed_update(STEP);
+    }
+    bool all_black() const {
+        const Picture shown = picture();
+        return count_pixels(shown, {0, 0, 0, 255}) == shown->w * shown->h;
+    }
+};
+
+TEST_F(TransitionTest, CoversInFifteenStepsAndOneRequestWins) {
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
+    EXPECT_FALSE(transition_fade_to(GAME_STATE_TEXTURE_DEMO, 1.0));
+    steps(1);
+    EXPECT_NEAR(transition_cover(0), 0.0, 1e-12);
+    EXPECT_NEAR(transition_cover(0.5), 0.5 / 15, 1e-12) << "drawn between the last two steps";
+    steps(13);
+    EXPECT_LT(transition_cover(1), 1.0);
+    steps(1);
+    EXPECT_EQ(transition_cover(0), 1.0) << "a full cover is never drawn partly open";
+    transition_tick();
+    EXPECT_EQ(engine_get_state(), GAME_STATE_TEXT_DEMO);
+}
+
+TEST_F(TransitionTest, SwitchesBehindABlackFrameAndUncoversTheNewScreen) {
+    ASSERT_TRUE(start());
+    frame();
+    EXPECT_FALSE(all_black());
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
+    std::vector<GameState> states;
+    std::vector<double> covers;
+    for (int i = 0; i < 40; i++) {
+        ASSERT_TRUE(frame(STEP * 1.0001));
+        states.push_back(engine_get_state());
+        covers.push_back(transition_cover(1));
+        if (states.back() == GAME_STATE_TEXT_DEMO && engine_get_prev_state() == GAME_STATE_MAIN_MENU) {
+            EXPECT_TRUE(all_black()) << "the last frame of the old screen";
+        }
+    }
+    const auto turn = std::find(states.begin(), states.end(), GAME_STATE_TEXT_DEMO) - states.begin();
+    EXPECT_EQ(turn, 14) << "the fifteenth frame has run fifteen steps";
+    EXPECT_EQ(covers[14], 1.0);
+    EXPECT_EQ(covers[15], 1.0) << "the new screen's first frame: the switch took no simulated time";
+    EXPECT_NEAR(covers[16], 14.0 / 15, 1e-9);
+    EXPECT_EQ(covers.back(), 0.0);
+    EXPECT_FALSE(all_black());
+}
+
+TEST_F(TransitionTest, ARequestWhileUncoveringCoversFromThere) {
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_MAIN_MENU, 0.25)); // where the game already is
+    steps(15);
+    transition_tick();
+    EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
+    steps(5);
+    EXPECT_NEAR(transition_cover(1), 10.0 / 15, 1e-9) << "uncovering without a switch";
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
+    EXPECT_NEAR(transition_cover(0), 10.0 / 15, 1e-9) << "no jump";
+    steps(1);
+    EXPECT_NEAR(transition_cover(1), 11.0 / 15, 1e-9);
+    transition_screen_changed(GAME_STATE_QUIT);
+    EXPECT_EQ(transition_cover(1), 0.0) << "another switch than the one faded to ends the fade";
+}
+
+TEST_F(TransitionTest, TheCoverLeavesTheRenderersStateAlone) {
+    ASSERT_TRUE(start());
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
+    steps(7);
+    SDL_Renderer *renderer = engine_renderer();
+    SDL_SetRenderDrawColor(renderer, 1, 2, 3, 4);
+    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_ADD);
+    transition_tick();
+    SDL_Color color = {};
+    SDL_BlendMode blend = SDL_BLENDMODE_NONE;
+    SDL_GetRenderDrawColor(renderer, &color.r, &color.g, &color.b, &color.a);
+    SDL_GetRenderDrawBlendMode(renderer, &blend);
+    EXPECT_EQ(color.b, 3);
+    EXPECT_EQ(color.a, 4);
+    EXPECT_EQ(blend, SDL_BLENDMODE_ADD);
+}
+
+} // namespace

@@ -1,0 +1,196 @@
+// The program itself, as a process with a real window: keys, mouse, closing, resizing, exit codes and the files it
+// leaves. Runs under an X server of its own (tools/dev/with_xvfb.sh); xdotool plays the user.
+
+#include "support/temporary_directory.h"
+#include "support/x11_window.h"
+
+#include <SDL3/SDL_filesystem.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <functional>
+#include <string>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+bool wait_until(const std::function<bool()> &reached, std::chrono::milliseconds patience = 20s) {
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!reached()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(20ms);
+    }
+    return true;
+}
+
+std::string output_of(const std::string &command) {
+    std::string output;
+    FILE *pipe = popen(command.c_str(), "r");
+    char chunk[256];
+    while (pipe && fgets(chunk, sizeof chunk, pipe)) output += chunk;
+    if (pipe) pclose(pipe);
+    return output;
+}
+
+void xdotool(const std::string &words) { output_of("xdotool " + words + " 2>&1"); }
+
+class ProgramTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setenv("SDL_VIDEO_DRIVER", "x11", 1);
+        setenv("SDL_RENDER_DRIVER", "software", 1);
+        setenv("SDL_FRAMEBUFFER_ACCELERATION", "0", 1);
+        directory.link_assets();
+    }
+    void TearDown() override {
+        if (HasFailure()) std::fprintf(stderr, "--- the program's log:\n%s", log().c_str());
+        if (child_ <= 0) return;
+        kill(child_, SIGKILL);
+        waitpid(child_, nullptr, 0);
+    }
+
+    void launch(const std::vector<std::string> &arguments, const std::function<void()> &before_exec = [] {}) {
+        std::vector<std::string> words = arguments;
+        words.insert(words.begin(), std::string(SDL_GetBasePath()) + "LumarindEngine");
+        std::vector<char *> argv;
+        for (std::string &word : words) argv.push_back(word.data());
+        argv.push_back(nullptr);
+        child_ = fork();
+        ASSERT_GE(child_, 0);
+        if (child_ > 0) return;
+        const int output = open("output.txt", O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        dup2(output, STDOUT_FILENO);
+        dup2(output, STDERR_FILENO);
+        before_exec();
+        execv(argv[0], argv.data());
+        _exit(126);
+    }
+
+    int exit_code() { // waits for the end; -1: it never came, -2: a signal ended it
+        int status = 0;
+        if (!wait_until([&] { return waitpid(child_, &status, WNOHANG) == child_; })) return -1;
+        child_ = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -2;
+    }
+
+    void terminate() const { kill(child_, SIGTERM); }
+
+    static std::string log() { return read_file("lumarind-engine.log"); }
+    static bool logged(const std::string &text) {
+        return wait_until([&] { return log().find(text) != std::string::npos; });
+    }
+    bool window_up() { // the menu is there and listens
+        if (!logged("GAME STATE HANDLED: ")) return false;
+        window_ = output_of("xdotool search --sync --onlyvisible --name '^Lumarind Engine v0.0.1$' | head -n 1");
+        while (!window_.empty() && window_.back() == '\n') window_.pop_back();
+        xdotool("windowfocus --sync " + window_);
+        return !window_.empty();
+    }
+    std::string window() const { return window_; }
+
+    TemporaryDirectory directory;
+
+private:
+    pid_t child_ = 0;
+    std::string window_;
+};
+
+TEST_F(ProgramTest, KeysOpenAScreenComeBackAndQuit) {
+    launch({});
+    ASSERT_TRUE(window_up());
+    xdotool("key Down");
+    xdotool("key Return");
+    ASSERT_TRUE(logged("GAME STATE HANDLED: 5"));
+    xdotool("key Escape");
+    ASSERT_TRUE(logged("GAME STATE: 5 -> 3"));
+    xdotool("key ctrl+q");
+    EXPECT_EQ(exit_code(), 0);
+    EXPECT_NE(
+        log().find("[CONFIG] Config file saved: config/lumarind-engine.ini\n[ENGINE] SDL3 shutdown\n"), log().npos);
+    EXPECT_NE(read_file("config/lumarind-engine.ini").find("[window]\nx = "), std::string::npos);
+}
+
+TEST_F(ProgramTest, TheMouseOpensAScreenAndExit) {
+    launch({"--no-config-save", "--window-size", "800x600", "--ui-scale", "1"});
+    ASSERT_TRUE(window_up());
+    xdotool("mousemove --window " + window() + " 60 125");
+    xdotool("click 3");
+    xdotool("click 1");
+    ASSERT_TRUE(logged("GAME STATE HANDLED: 4"));
+    xdotool("key Escape");
+    ASSERT_TRUE(logged("GAME STATE: 4 -> 3"));
+    ASSERT_TRUE(wait_until([] { return log().rfind("GAME STATE HANDLED: 3") > log().find("GAME STATE: 4 -> 3"); }));
+    xdotool("mousemove --window " + window() + " 60 475"); // Exit, the eleventh
+    xdotool("click 1");
+    EXPECT_EQ(exit_code(), 0);
+    EXPECT_FALSE(std::filesystem::exists("config"));
+}
+
+TEST_F(ProgramTest, AResizedWindowIsRemembered) {
+    launch({});
+    ASSERT_TRUE(window_up());
+    xdotool("windowsize --sync " + window() + " 611 377");
+    std::this_thread::sleep_for(300ms); // until the program has seen it
+    xdotool("key F3");
+    xdotool("key Escape");
+    EXPECT_EQ(exit_code(), 0);
+    const std::string saved = read_file("config/lumarind-engine.ini");
+    EXPECT_NE(saved.find("width = 611\nheight = 377\n"), saved.npos) << saved;
+    EXPECT_NE(saved.find("show_frame_time_graph = true\n"), saved.npos) << saved;
+}
+
+TEST_F(ProgramTest, HelpAndBadStartsHaveTheirExitCodes) {
+    launch({"--help"});
+    EXPECT_EQ(exit_code(), 0);
+    EXPECT_EQ(read_file("output.txt").find("Usage: LumarindEngine [options]\n"), 0u);
+
+    launch({"--screen", "nowhere"}); // the box waits for its answer
+    ASSERT_TRUE(logged("ERROR: [MAIN] Unknown screen: nowhere"));
+    std::string box; // the only window there is; its name is of a kind that xdotool does not read
+    ASSERT_TRUE(wait_until([&] {
+        box = output_of("xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null | tail -n 1");
+        return output_of("xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null | wc -l") == "2\n";
+    }));
+    xdotool("key --window " + box.substr(0, box.size() - 1) + " Return");
+    EXPECT_EQ(exit_code(), 1);
+}
+
+TEST_F(ProgramTest, WithoutAnyVideoDriverItEndsWithTheReason) {
+    launch({}, [] {
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+    });
+    EXPECT_EQ(exit_code(), 1);
+    EXPECT_NE(log().find("ERROR: [ENGINE] SDL3 initialization failed, error: "), log().npos);
+}
+
+TEST_F(ProgramTest, ClosingTheWindowAndBeingAskedToEndQuit) {
+    for (const bool by_window : {true, false}) {
+        launch({"--screen", "texture-demo"});
+        ASSERT_TRUE(window_up());
+        if (by_window) {
+            ASSERT_TRUE(x11_close_window(std::stoul(window())));
+        } else {
+            terminate();
+        }
+        EXPECT_EQ(exit_code(), 0) << (by_window ? "window" : "signal");
+        EXPECT_NE(log().find("GAME STATE: 5 -> 2\n"), log().npos);
+        std::filesystem::remove("lumarind-engine.log");
+    }
+}
+
+TEST_F(ProgramTest, QuitAtEndsByItself) {
+    launch({"--screen", "text-demo", "--quit-at", "5", "--no-config-save"});
+    EXPECT_EQ(exit_code(), 0);
+    EXPECT_NE(log().find("GAME STATE: 4 -> 2\n"), log().npos);
+}
+
+} // namespace

@@ -1,0 +1,124 @@
+// The text and the texture demo.
+
+#include "engine/engine.h"
+#include "screens/text_demo.h"
+#include "screens/texture_demo.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_video.h>
+
+#include <cmath>
+#include <numbers>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr SDL_Color BLACK = {0, 0, 0, 255};
+constexpr SDL_Color BLUE = {0, 128, 255, 255};
+
+class DemoTest : public EngineTest {
+protected:
+    Picture shown(double seconds = 0) {
+        EXPECT_TRUE(frame(seconds));
+        return picture();
+    }
+    // The test's own assets instead of the project's.
+    void copy_assets_without(const std::string &missing) {
+        const fs::path real = fs::canonical("assets");
+        fs::remove("assets");
+        fs::copy(real, "assets", fs::copy_options::recursive);
+        fs::remove(missing);
+    }
+};
+
+// --- text demo ---
+
+TEST_F(DemoTest, TheTextStaysInTheMiddleOfTheWindow) {
+    ASSERT_TRUE(start({"--screen", "text-demo"}));
+    for (const int height : {450, 321, 720}) {
+        SDL_SetWindowSize(engine_window(), 2 * height, height);
+        SDL_SyncWindow(engine_window());
+        const PictureBounds bounds = bounds_of(shown(), BLUE);
+        EXPECT_NEAR((bounds.left + bounds.right) / 2.0, height, 6) << height;
+        EXPECT_NEAR((bounds.top + bounds.bottom) / 2.0, height / 2.0, 10) << height;
+        EXPECT_GT(bounds.right - bounds.left, 250) << height;
+    }
+}
+
+TEST_F(DemoTest, AMissingFontFailsTheTextDemoByName) {
+    copy_assets_without("assets/fonts/Perfect DOS VGA 437 Win.ttf");
+    EXPECT_FALSE(start({"--screen", "text-demo"}));
+    EXPECT_TRUE(log.has("[FONTS] Font file not found (assets/fonts/Perfect DOS VGA 437 Win.ttf)"));
+    EXPECT_EQ(engine, nullptr);
+}
+
+// --- texture demo ---
+
+TEST_F(DemoTest, TheSliderOscillates) {
+    constexpr double PI = std::numbers::pi;
+    EXPECT_DOUBLE_EQ(texture_demo_oscillate_x(0), 75);
+    EXPECT_DOUBLE_EQ(texture_demo_oscillate_x(PI / 2), 100);
+    EXPECT_DOUBLE_EQ(texture_demo_oscillate_x(3 * PI / 2), 50);
+    EXPECT_NEAR(texture_demo_oscillate_x(3.0), 78.53, 0.005);
+}
+
+TEST_F(DemoTest, PicturesMoveInFixedStepsAndAreDrawnBetweenThem) {
+    config += "[simulation]\nfixed_step_hz = 4\n"; // long steps show the interpolation
+    ASSERT_TRUE(start({"--screen", "texture-demo"}));
+    shown();
+    const auto slider_at = [&](double seconds) { // the slider's part of the picture, left of the spinner
+        Picture drawn = shown(seconds);
+        SDL_Surface *left = SDL_CreateSurface(210, 250, drawn->format);
+        SDL_BlitSurface(drawn.get(), nullptr, left, nullptr);
+        const Picture part(left);
+        int first = part->w;
+        for (int y = 0; y < part->h; y++) {
+            for (int x = 0; x < first; x++) {
+                const SDL_Color c = pixel_at(part, x, y);
+                if (c.r + c.g + c.b > 0) first = x;
+            }
+        }
+        return first;
+    };
+    const int at_rest = slider_at(0);
+    EXPECT_EQ(slider_at(0.25), at_rest) << "one step has run and nothing of the next: drawn where it was before";
+    const int half = slider_at(0.125), full = slider_at(0.1249);
+    EXPECT_GT(half, at_rest) << "half a step later it is on its way";
+    EXPECT_GT(full, half);
+    EXPECT_NEAR(full - at_rest, std::round(texture_demo_oscillate_x(0.75)) - 75, 1);
+}
+
+TEST_F(DemoTest, PicturesStaySharpAtFourTimes) {
+    ASSERT_TRUE(start({"--screen", "texture-demo"}));
+    const Picture drawn = shown();
+    for (int y = 50; y < 178; y++) {
+        for (int x = 75; x < 203; x++) {
+            const SDL_Color here = pixel_at(drawn, x, y),
+                            block = pixel_at(drawn, 75 + (x - 75) / 4 * 4, 50 + (y - 50) / 4 * 4);
+            ASSERT_TRUE(here.r == block.r && here.g == block.g && here.b == block.b) << x << ", " << y;
+        }
+    }
+    EXPECT_LT(count_pixels(drawn, BLACK), drawn->w * drawn->h - 10'000) << "both pictures are there";
+}
+
+TEST_F(DemoTest, AMissingOrBrokenPictureFailsTheTextureDemo) {
+    copy_assets_without("assets/texture_demo/texture_b.png");
+    EXPECT_FALSE(start({"--screen", "texture-demo"}));
+    EXPECT_TRUE(log.has("[TEXTURE_DEMO] IMG_LoadTexture failed, error: "));
+    write_file("assets/texture_demo/texture_b.png", "\x89PNG\r\n\x1a\nnot really");
+    EXPECT_FALSE(start({"--screen", "texture-demo"}));
+    EXPECT_TRUE(start({"--screen", "main-menu"})) << "the rest still works";
+}
+
+// --- both ---
+
+TEST_F(DemoTest, TheScreensSurviveEachAllocationFailing) {
+    ASSERT_TRUE(start());
+    expect_allocation_faults_survived(&log, text_demo_setup, text_demo_cleanup);
+    expect_allocation_faults_survived(&log, texture_demo_setup, texture_demo_cleanup);
+}
+
+} // namespace

@@ -1,0 +1,95 @@
+#!/usr/bin/env python3
+"""Checks every #include of src against the floors of the house: a file includes only what stands on its own floor
+or below, nobody reaches into another folder's internals, no screen knows another, and headers form no ring."""
+
+import re
+import sys
+from pathlib import Path
+
+SRC = Path(__file__).resolve().parents[2] / "src"
+
+# From the ground up. A name is a file without its ending, or a folder for all its other files.
+FLOORS = [
+    ["core/error", "core/typed_array", "core/string_array", "core/text_array", "core/log", "app/args",
+     "engine/game_state", "engine/menu_layout", "engine/timestep", "engine/ui_scale",
+     "input/input_actions", "diagnostics/capture_format", "diagnostics/frame_profile", "toolkit/geometry"],
+    ["core/storage", "core/storage_internal", "config"],
+    ["engine/engine_record", "engine/engine", "engine/callbacks", "engine/drawing_space", "engine/text"],
+    ["input", "audio", "diagnostics", "toolkit", "engine/transition"],
+    ["engine/setup", "engine/frame"],
+    ["player"],
+    ["screens"],
+    ["app"],
+]
+FLOOR_OF = {name: floor for floor, names in enumerate(FLOORS, 1) for name in names}
+
+
+def floor_of(file: str) -> int | None:
+    """The floor of a file named relative to src, without its ending."""
+    return FLOOR_OF.get(file, FLOOR_OF.get(file.split("/")[0]))
+
+
+def is_internal(file: str) -> bool:
+    return file.endswith(("_internal", "_record"))
+
+
+def project_includes(path: Path) -> list[str]:
+    found = re.findall(r'^#include "([^"]+)\.h"', path.read_text(encoding="utf-8"), re.MULTILINE)
+    return [name for name in found if (SRC / f"{name}.h").exists()]
+
+
+def check_include(file: str, included: str) -> str | None:
+    """What is wrong with one include, or None."""
+    folder, other = file.split("/")[0], included.split("/")[0]
+    if floor_of(included) > floor_of(file):
+        return f"{included} stands on floor {floor_of(included)}, above floor {floor_of(file)}"
+    if is_internal(included) and folder != other:
+        return f"{included} is internal to {other}"
+    if folder == other == "screens" and file != included:
+        return f"a screen knows no other screen ({included})"
+    return None
+
+
+def find_ring(graph: dict[str, list[str]]) -> list[str] | None:
+    """A ring of headers as the path that closes it, or None."""
+    done: set[str] = set()
+
+    def visit(name: str, path: list[str]) -> list[str] | None:
+        if name in path:
+            return [*path[path.index(name):], name]
+        if name in done:
+            return None
+        for included in graph.get(name, []):
+            if ring := visit(included, [*path, name]):
+                return ring
+        done.add(name)
+        return None
+
+    for name in graph:
+        if ring := visit(name, []):
+            return ring
+    return None
+
+
+def main() -> int:
+    problems = []
+    headers = {}
+    for path in sorted([*SRC.rglob("*.h"), *SRC.rglob("*.cpp")]):
+        file = path.relative_to(SRC).with_suffix("").as_posix()
+        if floor_of(file) is None:
+            problems.append(f"{file}: stands on no floor; add it to FLOORS")
+            continue
+        included = project_includes(path)
+        if path.suffix == ".h":
+            headers[file] = included
+        for name in included:
+            if problem := check_include(file, name):
+                problems.append(f"{path.relative_to(SRC.parent)}: {problem}")
+    if ring := find_ring(headers):
+        problems.append("a ring of headers: " + " -> ".join(ring))
+    print("\n".join(problems) or f"{len(headers)} headers on {len(FLOORS)} floors, no include against them")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

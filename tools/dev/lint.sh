@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Everything that can be checked without running the program. Called by ./dev lint, inside the build environment and
+# after the release preset was configured.
+# shellcheck disable=SC2329 # the steps are called by name
+set -u
+cd "$(dirname "$0")/../.." || exit
+failed=0
+
+step() { # step NAME COMMAND...: runs it, remembers a failure and goes on
+    local name=$1
+    shift
+    if "$@"; then echo "lint: $name ok"; else echo "lint: $name FAILED" >&2; failed=1; fi
+}
+
+mapfile -t sources < <(find src tests compat -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
+mapfile -t compiled < <(find src tests compat -name '*.cpp' 2>/dev/null | sort)
+mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run tools/dev/*.sh)
+
+tidy() { # two at a time; clang-tidy prints how many warnings it suppressed, which is of no use
+    printf '%s\n' "${compiled[@]}" | grep -v '^tests/' |
+        xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p build/release 2>&1 | grep -vE 'warnings? generated\.$|Processing file' | tee build/tidy.log
+    ! grep -qE '(error|warning):' build/tidy.log
+}
+
+header_sets() { cmake --build build/release --target all_verify_interface_header_sets >build/headers.log 2>&1 ||
+    { cat build/headers.log; return 1; }; }
+
+step 'format' clang-format --dry-run --Werror "${sources[@]}"
+step 'includes' python3 tools/dev/check_includes.py
+step 'headers compile alone' header_sets
+step 'shell scripts' shellcheck -x "${scripts[@]}"
+step 'clang-tidy' tidy
+exit "$failed"
