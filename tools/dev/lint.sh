@@ -12,12 +12,12 @@ step() { # step NAME COMMAND...: runs it, remembers a failure and goes on
     if "$@"; then echo "lint: $name ok"; else echo "lint: $name FAILED" >&2; failed=1; fi
 }
 
-mapfile -t sources < <(find src tests compat -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
-mapfile -t compiled < <(find src tests compat -name '*.cpp' 2>/dev/null | sort)
+mapfile -t sources < <(find src tests bench compat -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
+mapfile -t compiled < <(find src compat -name '*.cpp' 2>/dev/null | sort)
 mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run tools/dev/*.sh)
 
 tidy() { # two at a time; clang-tidy prints how many warnings it suppressed, which is of no use
-    printf '%s\n' "${compiled[@]}" | grep -v '^tests/' |
+    printf '%s\n' "${compiled[@]}" |
         xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p build/release 2>&1 | grep -vE 'warnings? generated\.$|Processing file' | tee build/tidy.log
     ! grep -qE '(error|warning):' build/tidy.log
 }
