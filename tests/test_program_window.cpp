@@ -1,8 +1,8 @@
 // The program itself, as a process with a real window: keys, mouse, closing, resizing, exit codes and the files it
 // leaves. Runs under an X server of its own (tools/dev/with_xvfb.sh); xdotool plays the user.
 
+#include "support/desktop.h"
 #include "support/temporary_directory.h"
-#include "support/x11_window.h"
 
 #include <SDL3/SDL_filesystem.h>
 #include <gtest/gtest.h>
@@ -19,28 +19,6 @@
 #include <vector>
 
 namespace {
-
-using namespace std::chrono_literals;
-
-bool wait_until(const std::function<bool()> &reached, std::chrono::milliseconds patience = 20s) {
-    const auto end = std::chrono::steady_clock::now() + patience;
-    while (!reached()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        std::this_thread::sleep_for(20ms);
-    }
-    return true;
-}
-
-std::string output_of(const std::string &command) {
-    std::string output;
-    FILE *pipe = popen(command.c_str(), "r");
-    char chunk[256];
-    while (pipe && fgets(chunk, sizeof chunk, pipe)) output += chunk;
-    if (pipe) pclose(pipe);
-    return output;
-}
-
-void xdotool(const std::string &words) { output_of("xdotool " + words + " 2>&1"); }
 
 class ProgramTest : public ::testing::Test {
 protected:
@@ -89,8 +67,7 @@ protected:
     }
     bool window_up() { // the menu is there and listens
         if (!logged("GAME STATE HANDLED: ")) return false;
-        window_ = output_of("xdotool search --sync --onlyvisible --name '^Lumarind Engine v0.0.1$' | head -n 1");
-        while (!window_.empty() && window_.back() == '\n') window_.pop_back();
+        window_ = find_window("Lumarind Engine v0.0.1");
         xdotool("windowfocus --sync " + window_);
         return !window_.empty();
     }
@@ -138,7 +115,7 @@ TEST_F(ProgramTest, AResizedWindowIsRemembered) {
     launch({});
     ASSERT_TRUE(window_up());
     xdotool("windowsize --sync " + window() + " 611 377");
-    std::this_thread::sleep_for(300ms); // until the program has seen it
+    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // until the program has seen it
     xdotool("key F3");
     xdotool("key Escape");
     EXPECT_EQ(exit_code(), 0);
@@ -177,7 +154,7 @@ TEST_F(ProgramTest, ClosingTheWindowAndBeingAskedToEndQuit) {
         launch({"--screen", "texture-demo"});
         ASSERT_TRUE(window_up());
         if (by_window) {
-            ASSERT_TRUE(x11_close_window(std::stoul(window())));
+            ASSERT_TRUE(close_window(window()));
         } else {
             terminate();
         }

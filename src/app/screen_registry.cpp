@@ -2,6 +2,8 @@
 
 #include "app/args.h"
 #include "engine/drawing_space.h"
+#include "screens/gamepad_demo.h"
+#include "screens/input_demo.h"
 #include "screens/main_menu.h"
 #include "screens/text_demo.h"
 #include "screens/texture_demo.h"
@@ -23,9 +25,12 @@ static constexpr Screen screens[] = {
     {}, // GAME_STATE_TILEMAP_DEMO
     {}, // GAME_STATE_SPRITE_DEMO
     {}, // GAME_STATE_PLATFORMER_DEMO
-    {}, // GAME_STATE_GAMEPAD_DEMO
+    {.setup = gamepad_demo_setup, .tick = gamepad_demo_tick, .cleanup = gamepad_demo_cleanup},
     {}, // GAME_STATE_LOGICAL_DEMO
-    {}, // GAME_STATE_INPUT_DEMO
+    {.setup = input_demo_setup,
+     .fixed_update = input_demo_fixed_update,
+     .tick = input_demo_tick,
+     .cleanup = input_demo_cleanup},
     {}, // GAME_STATE_AUDIO_DEMO
     {}, // GAME_STATE_PHYSICS_DEMO
 };

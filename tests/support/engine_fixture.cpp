@@ -47,10 +47,6 @@ int count_pixels(const Picture &picture, SDL_Color color) {
 
 // --- the program ---
 
-void EngineTest::choose_driver(const char *hint, const char *driver) {
-    SDL_SetHintWithPriority(hint, driver, SDL_HINT_OVERRIDE); // the environment would win otherwise
-}
-
 void EngineTest::SetUp() {
     choose_driver(SDL_HINT_VIDEO_DRIVER, "dummy");
     choose_driver(SDL_HINT_AUDIO_DRIVER, "dummy");
@@ -67,6 +63,10 @@ void EngineTest::TearDown() {
 }
 
 bool EngineTest::start(const std::vector<std::string> &arguments) {
+    // At every start, for SDL forgets its hints when it quits; with priority, for the environment would win otherwise.
+    for (const auto &[hint, driver] : drivers_) {
+        SDL_SetHintWithPriority(hint.c_str(), driver.c_str(), SDL_HINT_OVERRIDE);
+    }
     if (!config.empty()) write_file("config/lumarind-engine.ini", config);
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), "LumarindEngine");

@@ -10,6 +10,7 @@
 #include <SDL3/SDL_surface.h>
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,10 +33,11 @@ protected:
     // What a test changes before start(). Without vsync, frames do not wait.
     std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
 
-    static void choose_driver(const char *hint, const char *driver); // before start(); dummy ones are chosen already
     void SetUp() override;
     void TearDown() override; // stops the program when it runs
 
+    // Before start(); the dummy ones are chosen already.
+    void choose_driver(const std::string &hint, const std::string &driver) { drivers_[hint] = driver; }
     bool start(const std::vector<std::string> &arguments = {}); // false: it failed, or showed its help
     void stop();
     bool frame(double seconds = 0); // after so much time since the last one; false: the loop is over
@@ -53,4 +55,5 @@ protected:
 
 private:
     bool running_ = false;
+    std::map<std::string, std::string> drivers_;
 };

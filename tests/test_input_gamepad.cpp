@@ -1,0 +1,218 @@
+// Controllers plugged into SDL and out again, through the running program.
+
+#include "app/screen_registry.h"
+#include "input/gamepad.h"
+#include "input/input.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+#include "support/virtual_gamepad.h"
+
+#include <SDL3/SDL_hints.h>
+
+#include <memory>
+
+namespace {
+
+constexpr SDL_Color ACTIVE = {120, 216, 254, 255};
+
+class GamepadTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        choose_driver(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+    }
+    bool start_screen(const char *screen = "gamepad-demo") {
+        return start({"--screen", screen, "--window-size", "800x450"}) && frame();
+    }
+    // How many pixels of a rectangle light up.
+    static int lit(const Picture &picture, int x, int y, int width, int height) {
+        int count = 0;
+        for (int i = 0; i < width * height; i++) {
+            const SDL_Color c = pixel_at(picture, x + i % width, y + i / width);
+            count += c.r == ACTIVE.r && c.g == ACTIVE.g && c.b == ACTIVE.b ? 1 : 0;
+        }
+        return count;
+    }
+};
+
+// --- pure calculations ---
+
+TEST(GamepadMath, DeadzonesStretchWhatLiesBeyond) {
+    EXPECT_EQ(gamepad_axis_normalise(-32768), -1.0f);
+    EXPECT_EQ(gamepad_axis_normalise(32767), 1.0f);
+    for (const int raw : {-32768, -1, 0}) EXPECT_EQ(gamepad_trigger_normalise(static_cast<Sint16>(raw)), 0.0f);
+    EXPECT_EQ(gamepad_trigger_normalise(32767), 1.0f);
+    const struct {
+        float value, deadzone, expected;
+    } axis[] = {{0.15f, 0.15f, 0}, {0.575f, 0.15f, 0.5f}, {-1, 0.15f, -1}, {1, 1, 0}, {0, 0, 0}, {0.3f, 0, 0.3f}};
+    for (const auto &c : axis) EXPECT_NEAR(gamepad_axis_deadzone(c.value, c.deadzone), c.expected, 1e-6) << c.value;
+    const struct {
+        float x, y, deadzone, out_x, out_y;
+    } stick[] = {{0.6f, 0.8f, 0.15f, 0.6f, 0.8f}, {1, 1, 0.15f, 0.70710678f, 0.70710678f},
+                 {0.1f, 0.1f, 0.15f, 0, 0},       {0, 0, 0, 0, 0},
+                 {-0.575f, 0, 0.15f, -0.5f, 0},   {1, 0, 1, 0, 0}};
+    for (const auto &c : stick) {
+        float x = 9, y = 9;
+        gamepad_stick_deadzone(c.x, c.y, c.deadzone, &x, &y);
+        EXPECT_NEAR(x, c.out_x, 1e-6) << c.x << ", " << c.y;
+        EXPECT_NEAR(y, c.out_y, 1e-6) << c.x << ", " << c.y;
+        gamepad_stick_deadzone(c.x, c.y, c.deadzone, nullptr, nullptr);
+    }
+}
+
+// --- plugging ---
+
+TEST_F(GamepadTest, WithoutOneEverythingIsZero) {
+    ASSERT_TRUE(start_screen());
+    EXPECT_TRUE(log.has("[GAMEPAD] No controller connected"));
+    EXPECT_STREQ(gamepad_name(), "No controller");
+    EXPECT_STREQ(gamepad_type_name(), "none");
+    EXPECT_FALSE(gamepad_connected() || gamepad_button(SDL_GAMEPAD_BUTTON_SOUTH) || gamepad_rumble(1, 1, 1));
+    EXPECT_EQ(gamepad_axis(SDL_GAMEPAD_AXIS_LEFTX), 0);
+    EXPECT_EQ(gamepad_button_label(SDL_GAMEPAD_BUTTON_SOUTH), SDL_GAMEPAD_BUTTON_LABEL_UNKNOWN);
+    key_down(SDLK_R);
+    frame();
+    EXPECT_EQ(lit(picture(), 16, 422, 400, 12), 0) << "nothing was sent";
+}
+
+TEST_F(GamepadTest, TheSecondIsIgnoredUntilTheFirstGoes) {
+    ASSERT_TRUE(start_screen());
+    VirtualGamepad first("First Pad");
+    frame();
+    VirtualGamepad second("Second Pad");
+    frame();
+    EXPECT_TRUE(log.has("[GAMEPAD] Connected: First Pad (standard)"));
+    EXPECT_TRUE(log.has(
+        "[GAMEPAD] Ignoring additional controller " + std::to_string(second.id) + ", First Pad is already active"));
+    log.lines.clear();
+    first.unplug();
+    frame();
+    ASSERT_GE(log.lines.size(), 2u);
+    EXPECT_EQ(log.lines[0].text, "[GAMEPAD] Disconnected: First Pad");
+    EXPECT_EQ(log.lines[1].text, "[GAMEPAD] Connected: Second Pad (standard)");
+    VirtualGamepad third("Third Pad");
+    frame();
+    log.lines.clear();
+    third.unplug();
+    frame();
+    EXPECT_TRUE(log.lines.empty()) << "one that was never opened goes silently";
+    second.unplug();
+    frame();
+    EXPECT_FALSE(gamepad_connected());
+    gamepad_open(4711);
+    EXPECT_TRUE(log.has("[GAMEPAD] Could not open controller 4711, error: "));
+}
+
+TEST_F(GamepadTest, ALeavingControllerLeavesNothingHeld) {
+    ASSERT_TRUE(start_screen("input-demo"));
+    VirtualGamepad pad("Pad");
+    frame();
+    pad.set(SDL_GAMEPAD_AXIS_LEFTX, 1.0f);
+    pad.set(SDL_GAMEPAD_BUTTON_SOUTH, true);
+    frame();
+    EXPECT_TRUE(input_held(INPUT_ACTION_RIGHT) && input_held(INPUT_ACTION_JUMP));
+    EXPECT_TRUE(input_pressed(INPUT_ACTION_RIGHT) && input_pressed(INPUT_ACTION_JUMP));
+    pad.unplug();
+    frame();
+    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
+        EXPECT_FALSE(input_held(action) || input_pressed(action)) << action;
+    }
+}
+
+TEST_F(GamepadTest, TheDeadzoneIsClampedOnce) {
+    const std::pair<const char *, float> cases[] = {
+        {"-0.5", 0}, {"0.95", 0.9f}, {"0.9", 0.9f}, {"nan", 0}, {"0.2", 0.2f}};
+    const std::string before = config;
+    for (const auto &[text, expected] : cases) {
+        config = before + "[gamepad]\ndeadzone = " + text + "\n";
+        ASSERT_TRUE(start_screen());
+        EXPECT_EQ(gamepad_deadzone(), expected) << text;
+        stop();
+    }
+}
+
+TEST_F(GamepadTest, MappingsBesideTheConfigurationAreUsedAndBrokenOnesReported) {
+    const char *path = "config/gamecontrollerdb.txt";
+    write_file(path, "# a comment\n03000000abcd0000cdef000000000000,Odd Pad,a:b3,b:b1,platform:Linux,\n");
+    ASSERT_TRUE(start_screen());
+    EXPECT_TRUE(log.has("[GAMEPAD] Controller mappings added: 1 from config/gamecontrollerdb.txt"));
+    stop();
+    for (const std::string &noise : {std::string("no mapping at all\n"), std::string(5000, '\xEE'), std::string()}) {
+        write_file(path, noise);
+        ASSERT_TRUE(start_screen());
+        EXPECT_TRUE(log.has("[GAMEPAD] No controller mapping for this platform in: config/gamecontrollerdb.txt"));
+        stop();
+        log.lines.clear();
+    }
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    ASSERT_TRUE(start_screen());
+    EXPECT_TRUE(log.has("[GAMEPAD] Could not read controller mappings: config/gamecontrollerdb.txt, error: "));
+}
+
+// --- the gamepad screen ---
+
+TEST_F(GamepadTest, TheDiagramLightsUp) {
+    ASSERT_TRUE(start_screen());
+    VirtualGamepad pad("Pad");
+    frame();
+    frame();
+    const Picture rest = picture();
+    EXPECT_EQ(lit(rest, 36, 84, 74, 18), 0) << "LB";
+    EXPECT_GT(lit(rest, 16, 54, 100, 8), 0) << "CONNECTED";
+    EXPECT_GT(lit(rest, 161, 275, 10, 10), 30) << "the left stick's dot at its centre";
+
+    pad.set(SDL_GAMEPAD_BUTTON_LEFT_SHOULDER, true);
+    pad.set(SDL_GAMEPAD_BUTTON_SOUTH, true);
+    pad.set(SDL_GAMEPAD_AXIS_RIGHT_TRIGGER, 0.5f);
+    pad.set(SDL_GAMEPAD_AXIS_LEFTX, 0.5f);
+    frame();
+    const Picture used = picture();
+    EXPECT_GT(lit(used, 36, 84, 74, 18), 900);
+    EXPECT_GT(lit(used, 356, 210, 32, 32), 500) << "A";
+    const int half_trigger = lit(used, 362, 111, 74, 12);
+    EXPECT_NEAR(half_trigger, 37 * 12, 60) << "half of RT, but for its label";
+    EXPECT_EQ(lit(used, 161, 275, 10, 10), 0);
+    EXPECT_GT(lit(used, 181, 275, 10, 10), 30) << "20 units to the right";
+    EXPECT_NEAR(gamepad_axis(SDL_GAMEPAD_AXIS_LEFTX), 0.412f, 0.001f);
+    EXPECT_GT(lit(used, 480, 240, 200, 8), 50) << "HELD lists names";
+}
+
+TEST_F(GamepadTest, FaceButtonsCarryTheControllersOwnLabels) {
+    ASSERT_TRUE(start_screen());
+    VirtualGamepad pad("Shapes", true);
+    frame();
+    EXPECT_EQ(gamepad_button_label(SDL_GAMEPAD_BUTTON_SOUTH), SDL_GAMEPAD_BUTTON_LABEL_CROSS);
+    EXPECT_EQ(gamepad_button_label(SDL_GAMEPAD_BUTTON_NORTH), SDL_GAMEPAD_BUTTON_LABEL_TRIANGLE);
+}
+
+TEST_F(GamepadTest, RRumblesOnceAndSaysSoForItsTime) {
+    ASSERT_TRUE(start_screen());
+    VirtualGamepad pad("Pad");
+    frame();
+    key_down(SDLK_R, SDL_KMOD_NONE, true);
+    frame();
+    EXPECT_TRUE(pad.rumbles.empty()) << "a repeat is no press";
+    key_down(SDLK_R);
+    frame();
+    frame();
+    ASSERT_FALSE(pad.rumbles.empty());
+    EXPECT_EQ(pad.rumbles[0].low, 49152);
+    EXPECT_EQ(pad.rumbles[0].high, 49152);
+    EXPECT_GT(lit(picture(), 16, 422, 400, 12), 0) << "(sent)";
+    engine->fps_delta = 0.41;
+    frame();
+    EXPECT_EQ(lit(picture(), 16, 422, 400, 12), 0);
+}
+
+TEST_F(GamepadTest, ModuleAndScreensSurviveEachAllocationFailing) {
+    ASSERT_TRUE(start_screen("text-demo"));
+    for (const GameState state : {GAME_STATE_GAMEPAD_DEMO, GAME_STATE_INPUT_DEMO}) {
+        const Screen *screen = screen_for(state);
+        expect_allocation_faults_survived(&log, screen->setup, screen->cleanup);
+    }
+    gamepad_cleanup();
+    expect_allocation_faults_survived(&log, gamepad_setup, gamepad_cleanup);
+}
+
+} // namespace
