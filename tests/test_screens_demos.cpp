@@ -110,6 +110,7 @@ TEST_F(DemoTest, AMissingOrBrokenPictureFailsTheTextureDemo) {
     EXPECT_TRUE(log.has("[TEXTURE_DEMO] IMG_LoadTexture failed, error: "));
     write_file("assets/texture_demo/texture_b.png", "\x89PNG\r\n\x1a\nnot really");
     EXPECT_FALSE(start({"--screen", "texture-demo"}));
+    for (const std::string &error : log.errors()) EXPECT_NE(error.find("texture_b.png"), error.npos) << error;
     EXPECT_TRUE(start({"--screen", "main-menu"})) << "the rest still works";
 }
 

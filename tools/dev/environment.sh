@@ -83,6 +83,11 @@ root_dir() {
     printf '%s/root-%s' "$(cache_dir)" "$key"
 }
 
+can_make_root() { # a Debian-like machine, or one that has the two tools
+    command -v apt-get >/dev/null 2>&1 && return 0
+    command -v mmdebstrap >/dev/null 2>&1 && command -v bwrap >/dev/null 2>&1
+}
+
 install_root_tools() {
     local names=()
     command -v mmdebstrap >/dev/null 2>&1 || names+=(mmdebstrap)
@@ -125,15 +130,16 @@ make_root() { # make_root DIR
 ensure_root() {
     local dir cache
     dir=$(root_dir)
-    [ -d "$dir" ] && return 0
+    [ -d "$dir" ] && command -v bwrap >/dev/null 2>&1 && return 0
+    can_make_root || return 1
     cache=$(cache_dir)
     mkdir -p "$cache" || die "cannot create $cache"
     exec 9>"$cache/lock"
     flock -n 9 || { say 'another set-up is running; waiting for it'; flock 9; }
+    install_root_tools || return 1
     if [ ! -d "$dir" ]; then
         say "this machine has no SDL 3.4: making a private Debian $SUITE root for the build"
         say "it fetches about $FETCH_MB MB and takes $ROOT_MB MB in $dir; './dev clean --all' removes it"
-        install_root_tools || return 1
         make_root "$dir" || die "the private root could not be made; run the same command again to start over"
         say 'the private root is ready'
     fi
