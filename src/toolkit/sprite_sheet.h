@@ -1,0 +1,34 @@
+// sprite_sheet: the image an animation set describes, checked against it, and the drawing of an animation's current
+// frame. Belongs to its renderer and has to be freed before it.
+#pragma once
+
+#include "toolkit/animation.h"
+
+#include <SDL3/SDL_pixels.h>
+#include <SDL3/SDL_surface.h>
+
+struct SDL_Renderer;
+struct SDL_Texture;
+
+struct SpriteSheet {
+    SDL_Texture *texture; // owned
+    const AnimationSet *set;
+};
+
+// --- lifetime ---
+SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set); // null: reported
+void sprite_sheet_cleanup(SpriteSheet **sheet); // and nulls the caller's pointer; null pointers are fine
+
+// --- drawing: `pos` is the frame's top-left corner ---
+bool sprite_sheet_draw(
+    SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
+    SDL_FlipMode flip); // false: reported
+SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
+
+// --- debugging: outlines of one unit, just outside what they frame ---
+void sprite_sheet_draw_frame_outline(
+    SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint pos, float scale, SDL_Color color);
+// The whole sheet, and the animation's current frame on it.
+void sprite_sheet_draw_debug_sheet(
+    SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
+    SDL_Color sheet_color, SDL_Color frame_color);

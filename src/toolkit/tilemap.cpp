@@ -1,0 +1,214 @@
+#include "toolkit/tilemap.h"
+
+#include "core/error.h"
+#include "core/storage.h"
+#include "toolkit/render_grid.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3_image/SDL_image.h>
+
+// --- GIDs ---
+
+static constexpr DecodedTile EMPTY_TILE = {.index = -1, .row = -1, .col = -1, .angle = 0, .flip = SDL_FLIP_NONE};
+
+struct Orientation {
+    double angle = 0;
+    SDL_FlipMode flip = SDL_FLIP_NONE;
+};
+// Indexed by the three flags as bits: H 4, V 2, D 1.
+static constexpr Orientation ORIENTATIONS[8] = {
+    {.angle = 0, .flip = SDL_FLIP_NONE},       {.angle = 90, .flip = SDL_FLIP_VERTICAL},
+    {.angle = 0, .flip = SDL_FLIP_VERTICAL},   {.angle = 270, .flip = SDL_FLIP_NONE},
+    {.angle = 0, .flip = SDL_FLIP_HORIZONTAL}, {.angle = 90, .flip = SDL_FLIP_NONE},
+    {.angle = 180, .flip = SDL_FLIP_NONE},     {.angle = 90, .flip = SDL_FLIP_HORIZONTAL},
+};
+
+DecodedTile tile_decode_gid(Uint32 gid, Uint32 first_gid, int columns) {
+    const Uint32 id = gid & TILE_ID_MASK;
+    if (id == 0 || id < first_gid || columns <= 0) return EMPTY_TILE;
+    const Orientation &turned = ORIENTATIONS[gid >> 29]; // the flags are the top three bits, in the table's order
+    const auto index = static_cast<Sint32>(id - first_gid);
+    return {
+        .index = index,
+        .row = index / columns,
+        .col = index % columns,
+        .angle = turned.angle,
+        .flip = turned.flip,
+    };
+}
+
+// --- lifetime ---
+
+Tilemap *tilemap_new() {
+    auto *map = static_cast<Tilemap *>(SDL_calloc(1, sizeof(Tilemap)));
+    if (!map) {
+        engine_error("[TILEMAP] Memory allocation failed, error: %s", SDL_GetError());
+        return nullptr;
+    }
+    map->scale = 1.0f;
+    return map;
+}
+
+static void _tilemap_free_layer(Tilemap *map) {
+    tile_grid_cleanup(map->layer);
+    SDL_free(map->layer);
+    map->layer = nullptr;
+}
+
+void tilemap_cleanup(Tilemap **map) {
+    if (!map || !*map) return;
+    if ((*map)->tileset) SDL_DestroyTexture((*map)->tileset);
+    _tilemap_free_layer(*map);
+    SDL_free(*map);
+    *map = nullptr;
+}
+
+// --- loading ---
+
+// Whether the image divides into whole tiles; stores its size in tiles.
+static bool
+_tilemap_measure_tileset(SDL_Texture *tileset, const char *path, int tile_w, int tile_h, int *columns, int *rows) {
+    float width = 0, height = 0;
+    if (!SDL_GetTextureSize(tileset, &width, &height)) {
+        return engine_error("[TILEMAP] SDL_GetTextureSize failed for %s, error: %s", path, SDL_GetError());
+    }
+    const int w = static_cast<int>(width), h = static_cast<int>(height);
+    if (w % tile_w != 0 || h % tile_h != 0) {
+        return engine_error(
+            "[TILEMAP] Tileset %s is %dx%d, which does not divide by %dx%d. Tileset margin and spacing are not "
+            "supported.",
+            path, w, h, tile_w, tile_h);
+    }
+    *columns = w / tile_w;
+    *rows = h / tile_h;
+    return true;
+}
+
+bool tilemap_load_tileset(
+    Tilemap *map, SDL_Renderer *renderer, const char *path, int tile_w, int tile_h, Uint32 first_gid) {
+    if (tile_w < 1 || tile_h < 1) {
+        return engine_error("[TILEMAP] A tile size of %dx%d is not usable", tile_w, tile_h);
+    }
+    SDL_Texture *tileset = IMG_LoadTexture(renderer, path);
+    if (!tileset) return engine_error("[TILEMAP] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
+    int columns = 0, rows = 0;
+    if (!_tilemap_measure_tileset(tileset, path, tile_w, tile_h, &columns, &rows)) {
+        SDL_DestroyTexture(tileset);
+        return false;
+    }
+    SDL_SetTextureScaleMode(tileset, SDL_SCALEMODE_NEAREST);
+    if (map->tileset) SDL_DestroyTexture(map->tileset);
+    map->tileset = tileset;
+    map->tile_w = tile_w;
+    map->tile_h = tile_h;
+    map->columns = columns;
+    map->rows = rows;
+    map->first_gid = first_gid;
+    return tilemap_check_gid_bounds(map);
+}
+
+bool tilemap_load_csv(Tilemap *map, const char *path) {
+    char *text = storage_read_game_file(path);
+    if (!text) return false;
+    TileGrid *layer = tile_grid_parse_csv(text);
+    SDL_free(text);
+    if (!layer) return engine_error("[TILEMAP] Could not parse tile layer: %s", path);
+    _tilemap_free_layer(map);
+    map->layer = layer;
+    return tilemap_check_gid_bounds(map);
+}
+
+bool tilemap_check_gid_bounds(const Tilemap *map) {
+    if (!map->tileset || !map->layer) return true; // asked again when the other one is loaded
+    const Uint32 count = static_cast<Uint32>(map->columns) * static_cast<Uint32>(map->rows);
+    const Uint32 highest = count + map->first_gid - 1;
+    const Uint32 max = tile_grid_max_gid(map->layer);
+    if (highest >= max) return true;
+    return engine_error(
+        "[TILEMAP] The map uses GID %u but the tileset only holds %u tiles from GID %u, so the highest it can draw is "
+        "%u",
+        max, count, map->first_gid, highest);
+}
+
+void tilemap_set_scale(Tilemap *map, float scale) {
+    if (scale > 0) map->scale = scale;
+}
+
+// --- drawing ---
+
+static bool
+_tilemap_draw_tile(SDL_Renderer *renderer, const Tilemap *map, const DecodedTile &tile, const SDL_FRect *dst) {
+    const float w = static_cast<float>(map->tile_w), h = static_cast<float>(map->tile_h);
+    const SDL_FRect src = {static_cast<float>(tile.col) * w, static_cast<float>(tile.row) * h, w, h};
+    const SDL_FPoint center = {0.5f * dst->w, 0.5f * dst->h};
+    return SDL_RenderTextureRotated(renderer, map->tileset, &src, dst, tile.angle, &center, tile.flip);
+}
+
+bool tilemap_draw_range(
+    SDL_Renderer *renderer, const Tilemap *map, TileRange rows, TileRange cols, SDL_FPoint origin, float scale) {
+    if (!map->layer || !map->tileset) {
+        return engine_error("[TILEMAP] Nothing to draw, the tileset or the tile layer is missing");
+    }
+    rows = tile_range_clamp(rows, map->layer->rows);
+    cols = tile_range_clamp(cols, map->layer->cols);
+    const float w = static_cast<float>(map->tile_w) * scale, h = static_cast<float>(map->tile_h) * scale;
+    for (int row = rows.first; row < rows.end; row++) {
+        for (int col = cols.first; col < cols.end; col++) {
+            const Uint32 gid = tile_grid_gid(map->layer, row, col);
+            const DecodedTile tile = tile_decode_gid(gid, map->first_gid, map->columns);
+            if (tile.index < 0) continue;
+            const SDL_FRect dst = {
+                origin.x + static_cast<float>(col) * w, origin.y + static_cast<float>(row) * h, w, h};
+            if (_tilemap_draw_tile(renderer, map, tile, &dst)) continue;
+            return engine_error("[TILEMAP] Could not draw tile at row %d col %d, error: %s", row, col, SDL_GetError());
+        }
+    }
+    return true;
+}
+
+bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin) {
+    if (!map->layer) return engine_error("[TILEMAP] Nothing to draw, the tile layer is missing");
+    return tilemap_draw_range(renderer, map, {0, map->layer->rows}, {0, map->layer->cols}, origin, map->scale);
+}
+
+// --- baking ---
+
+static bool _tilemap_bake_chunk(SDL_Renderer *renderer, const Tilemap *map, RenderGrid *grid, int row, int col, int n) {
+    SDL_Texture *saved_target = nullptr;
+    if (!render_grid_begin_chunk(renderer, grid, row, col, &saved_target)) return false;
+    const SDL_FPoint origin = {static_cast<float>(-col * grid->chunk_w), static_cast<float>(-row * grid->chunk_h)};
+    const bool drawn =
+        tilemap_draw_range(renderer, map, {row * n, (row + 1) * n}, {col * n, (col + 1) * n}, origin, 1.0f);
+    return render_grid_end_chunk(renderer, saved_target) && drawn;
+}
+
+RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, int chunk_tiles) {
+    if (!map->layer || !map->tileset) {
+        engine_error("[TILEMAP] Cannot bake, the tileset or the tile layer is missing");
+        return nullptr;
+    }
+    if (chunk_tiles <= 0) {
+        engine_error("[TILEMAP] A chunk of %d tiles is not usable", chunk_tiles);
+        return nullptr;
+    }
+    const int rows = (map->layer->rows + chunk_tiles - 1) / chunk_tiles;
+    const int cols = (map->layer->cols + chunk_tiles - 1) / chunk_tiles;
+    RenderGrid *grid = render_grid_new(renderer, rows, cols, map->tile_w * chunk_tiles, map->tile_h * chunk_tiles);
+    for (int row = 0; grid && row < rows; row++) {
+        for (int col = 0; grid && col < cols; col++) {
+            if (!_tilemap_bake_chunk(renderer, map, grid, row, col, chunk_tiles)) render_grid_cleanup(&grid);
+        }
+    }
+    return grid;
+}
+
+// --- size ---
+
+float tilemap_width(const Tilemap *map) {
+    return map->layer ? map->scale * static_cast<float>(map->layer->cols * map->tile_w) : 0;
+}
+
+float tilemap_height(const Tilemap *map) {
+    return map->layer ? map->scale * static_cast<float>(map->layer->rows * map->tile_h) : 0;
+}
