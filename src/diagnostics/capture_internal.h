@@ -1,0 +1,16 @@
+// capture_internal: the steps of a capture. For capture's own source and tests.
+#pragma once
+
+#include "diagnostics/capture_format.h"
+
+#include <SDL3/SDL_stdinc.h>
+#include <SDL3/SDL_time.h>
+
+inline constexpr int CAPTURE_PATH_MAX = 512; // bytes, with the terminating NUL
+
+// "<directory>/capture-YYYYMMDD-HHMMSS-<frame>.<png or jpg>", the frame number with at least six digits.
+// False: something is missing, or the path does not fit.
+bool capture_build_path(
+    char *buffer, size_t size, const char *directory, const SDL_DateTime *time, Uint64 frame, CaptureFormat format);
+
+bool capture_save(Uint64 frame); // false: reported

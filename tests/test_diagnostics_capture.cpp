@@ -1,0 +1,251 @@
+// Captured frames: which frame is taken, what the file is called, what is in it, and what happens when it cannot be
+// written.
+
+#include "app/args.h"
+#include "core/error.h"
+#include "diagnostics/capture.h"
+#include "diagnostics/capture_internal.h"
+#include "engine/drawing_space.h"
+#include "engine/engine.h"
+#include "engine/frame.h"
+#include "engine/text.h"
+#include "support/engine_fixture.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3_image/SDL_image.h>
+
+#include <algorithm>
+#include <cctype>
+#include <csignal>
+#include <sys/resource.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int WIDTH = 640, HEIGHT = 420; // room for the panel at twice the UI scale too
+
+class CaptureTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        config += "[window]\nwidth = 640\nheight = 420\n";
+    }
+
+    static std::vector<std::string> files(const fs::path &folder = "captures") {
+        std::vector<std::string> names;
+        std::error_code none;
+        for (const auto &entry : fs::directory_iterator(folder, none)) names.push_back(entry.path().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    static Picture only_picture() {
+        const std::vector<std::string> found = files();
+        EXPECT_EQ(found.size(), 1u);
+        return Picture(found.empty() ? nullptr : IMG_Load(found.front().c_str()));
+    }
+
+    // The end of a frame whose screen has drawn every pixel differently, and what the window showed before and after
+    // the overlays.
+    void finish_patterned_frame(Picture *bare) const {
+        engine_use_ui_space();
+        const Picture pattern(SDL_CreateSurface(WIDTH, HEIGHT, SDL_PIXELFORMAT_RGB24));
+        for (int y = 0; y < HEIGHT; y++) {
+            Uint8 *row = static_cast<Uint8 *>(pattern->pixels) + y * pattern->pitch;
+            for (int x = 0; x < WIDTH * 3; x++) row[x] = static_cast<Uint8>(x * 7 + y * 13 + x * y);
+        }
+        SDL_Texture *texture = SDL_CreateTextureFromSurface(engine_renderer(), pattern.get());
+        SDL_RenderTexture(engine_renderer(), texture, nullptr, nullptr);
+        *bare = picture();
+        SDL_DestroyTexture(texture);
+        engine_apply_space(false);
+        engine_tick();
+    }
+
+    static int differing_pixels(const Picture &a, const Picture &b) {
+        EXPECT_EQ(a->w, b->w);
+        EXPECT_EQ(a->h, b->h);
+        int differing = 0;
+        for (int y = 0; y < a->h; y++) {
+            for (int x = 0; x < a->w; x++) {
+                const SDL_Color one = pixel_at(a, x, y), other = pixel_at(b, x, y);
+                differing += one.r != other.r || one.g != other.g || one.b != other.b ? 1 : 0;
+            }
+        }
+        return differing;
+    }
+};
+
+// --- names ---
+
+TEST_F(CaptureTest, PathsCarryTheTimeAndTheFrame) {
+    const SDL_DateTime time = {
+        .year = 2024,
+        .month = 3,
+        .day = 9,
+        .hour = 7,
+        .minute = 5,
+        .second = 1,
+        .nanosecond = 0,
+        .day_of_week = 0,
+        .utc_offset = 0};
+    char path[CAPTURE_PATH_MAX];
+    ASSERT_TRUE(capture_build_path(path, sizeof path, "some/where", &time, 42, CAPTURE_FORMAT_PNG));
+    EXPECT_STREQ(path, "some/where/capture-20240309-070501-000042.png");
+    ASSERT_TRUE(capture_build_path(path, sizeof path, "d", &time, 1'234'567, CAPTURE_FORMAT_JPEG));
+    EXPECT_STREQ(path, "d/capture-20240309-070501-1234567.jpg");
+    ASSERT_TRUE(capture_build_path(path, sizeof path, "d", &time, UINT64_MAX, CAPTURE_FORMAT_PNG));
+    EXPECT_STREQ(path, "d/capture-20240309-070501-18446744073709551615.png");
+
+    const std::string longest(CAPTURE_PATH_MAX - 1 - SDL_strlen("/capture-20240309-070501-000001.png"), 'x');
+    EXPECT_TRUE(capture_build_path(path, sizeof path, longest.c_str(), &time, 1, CAPTURE_FORMAT_PNG));
+    EXPECT_FALSE(capture_build_path(path, sizeof path, (longest + "x").c_str(), &time, 1, CAPTURE_FORMAT_PNG));
+    EXPECT_FALSE(capture_build_path(nullptr, sizeof path, "d", &time, 1, CAPTURE_FORMAT_PNG));
+    EXPECT_FALSE(capture_build_path(path, 0, "d", &time, 1, CAPTURE_FORMAT_PNG));
+    EXPECT_FALSE(capture_build_path(path, sizeof path, nullptr, &time, 1, CAPTURE_FORMAT_PNG));
+    EXPECT_FALSE(capture_build_path(path, sizeof path, "d", nullptr, 1, CAPTURE_FORMAT_PNG));
+}
+
+// --- which frames ---
+
+TEST_F(CaptureTest, OneFileToAFrameWhateverAsksForIt) {
+    config += "[capture]\ndirectory = deep/er\n";
+    ASSERT_TRUE(start({"--capture-at", "4", "--capture-every", "4"}));
+    frames(3);
+    EXPECT_TRUE(files("deep/er").empty());
+    key_down(SDLK_F12);
+    key_down(SDLK_F12, SDL_KMOD_NONE, true);
+    frames(3); // frame 4 for three reasons
+    key_down(SDLK_F12);
+    frames(3); // frame 7 by key, frame 8 in turn
+    engine->frame_number = 1'234'566;
+    key_down(SDLK_F12);
+    frame();
+    std::vector<std::string> numbers;
+    for (const std::string &file : files("deep/er")) {
+        const std::string prefix = "deep/er/capture-dddddddd-dddddd-";
+        std::string form = file.substr(0, prefix.size());
+        for (char &c : form) c = std::isdigit(static_cast<unsigned char>(c)) ? 'd' : c;
+        EXPECT_EQ(form, prefix);
+        numbers.push_back(file.substr(prefix.size()));
+        EXPECT_EQ(log.count("[CAPTURE] Saved: " + file), 1);
+    }
+    std::sort(numbers.begin(), numbers.end());
+    EXPECT_EQ(numbers, (std::vector<std::string>{"000004.png", "000007.png", "000008.png", "1234567.png"}));
+    EXPECT_TRUE(log.errors().empty());
+}
+
+// --- what is in them ---
+
+TEST_F(CaptureTest, APngHoldsTheRenderersPixelsWithAndWithoutOverlays) {
+    for (const bool overlays : {false, true}) {
+        for (const bool logical : {false, true}) {
+            SCOPED_TRACE(std::string(overlays ? "with overlays" : "without") + (logical ? ", logical size" : ""));
+            config = "[graphics]\nvsync_enable = false\nshow_fps = true\nui_scale = 2\nshow_frame_time_graph = true\n"
+                     "[window]\nwidth = 640\nheight = 420\n[capture]\ninclude_fps = ";
+            config += overlays ? "true\n" : "false\n";
+            ASSERT_TRUE(start());
+            frames(2);
+            if (logical) engine_set_logical_size(256, 144); // 512 × 288 in the middle of the window
+            engine_update_fps();
+            capture_request();
+            Picture bare;
+            finish_patterned_frame(&bare);
+            ASSERT_EQ(bare->w, WIDTH);
+            const Picture saved = only_picture();
+            ASSERT_NE(saved, nullptr);
+            EXPECT_EQ(saved->format, SDL_PIXELFORMAT_RGB24) << "no alpha channel";
+            engine_use_ui_space();
+            const Picture shown = picture();
+            EXPECT_EQ(differing_pixels(saved, overlays ? shown : bare), 0);
+            EXPECT_GT(differing_pixels(bare, shown), WIDTH * 100) << "there were overlays";
+            stop();
+            fs::remove_all("captures");
+        }
+    }
+}
+
+TEST_F(CaptureTest, AJpegHasTheConfiguredQuality) {
+    std::vector<double> errors;
+    for (const char *quality : {"20", "90"}) {
+        config = std::string("[graphics]\nvsync_enable = false\nui_scale = 1\n[window]\nwidth = 640\nheight = 420\n") +
+                 "[capture]\nformat = JPEG\njpeg_quality = " + quality + "\n";
+        ASSERT_TRUE(start());
+        frame();
+        capture_request();
+        Picture bare;
+        finish_patterned_frame(&bare);
+        ASSERT_EQ(files().size(), 1u);
+        const std::string file = files().front();
+        EXPECT_TRUE(file.ends_with(".jpg"));
+        // The library's own result for these pixels at that quality is what is expected, byte for byte.
+        const Picture rgb(SDL_ConvertSurface(bare.get(), SDL_PIXELFORMAT_RGB24));
+        ASSERT_TRUE(IMG_SaveJPG(rgb.get(), "expected.jpg", std::stoi(quality)));
+        EXPECT_TRUE(read_file(file) == read_file("expected.jpg")) << quality;
+        stop();
+        fs::remove_all("captures");
+    }
+}
+
+// --- failures: one report, the frame goes on, and the next request tries again ---
+
+TEST_F(CaptureTest, ADirectoryThatCannotBeMadeIsReportedOnce) {
+    write_file("taken", "a file");
+    config += "[capture]\ndirectory = taken/below\n";
+    ASSERT_TRUE(start());
+    key_down(SDLK_F12);
+    EXPECT_TRUE(frame());
+    EXPECT_TRUE(frame());
+    ASSERT_EQ(log.errors().size(), 1u);
+    EXPECT_TRUE(log.errors().front().starts_with("[CAPTURE] Unable to create directory: taken/below, error: "));
+    EXPECT_EQ(engine_get_error(), log.errors().front());
+    fs::remove("taken");
+    key_down(SDLK_F12);
+    EXPECT_TRUE(frame());
+    EXPECT_EQ(files("taken/below").size(), 1u);
+    EXPECT_EQ(log.errors().size(), 1u);
+}
+
+TEST_F(CaptureTest, AFullDiskIsReported) {
+    for (const char *format : {"png", "jpg\njpeg_quality = 85", "jpg\njpeg_quality = 90"}) {
+        SCOPED_TRACE(format);
+        config = std::string("[graphics]\nvsync_enable = false\n[window]\nwidth = 640\nheight = 420\n[capture]\n") +
+                 "directory = full\nformat = " + format + "\n";
+        ASSERT_TRUE(start());
+        log.lines.clear();
+        rlimit old = {};
+        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
+        const auto old_handler = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+        const rlimit small = {.rlim_cur = 8192, .rlim_max = old.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+        capture_request();
+        Picture bare;
+        finish_patterned_frame(&bare);
+        setrlimit(RLIMIT_FSIZE, &old);
+        std::signal(SIGXFSZ, old_handler);
+        ASSERT_EQ(log.errors().size(), 1u);
+        EXPECT_TRUE(log.has("[CAPTURE] Saving failed: full/capture-"));
+        EXPECT_FALSE(log.has("[CAPTURE] Saved: "));
+        EXPECT_TRUE(frame());
+        stop();
+        fs::remove_all("full");
+    }
+}
+
+TEST_F(CaptureTest, ADirectoryThatTakesNoFilesIsReported) {
+    config += "[capture]\ndirectory = /proc\n"; // where not even the superuser can make a file
+    for (const char *format : {"png", "jpg"}) {
+        ASSERT_TRUE(start());
+        log.lines.clear();
+        key_down(SDLK_F12);
+        EXPECT_TRUE(frame());
+        EXPECT_TRUE(frame());
+        ASSERT_EQ(log.errors().size(), 1u) << format;
+        EXPECT_TRUE(log.has("[CAPTURE] Saving failed: /proc/capture-")) << format;
+        stop();
+        config += "format = jpg\n";
+    }
+}
+
+} // namespace

@@ -1,0 +1,237 @@
+// The frame profile: recording, statistics and chart geometry, on timestamps made up here.
+
+#include "diagnostics/frame_profile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <numeric>
+#include <random>
+#include <vector>
+
+namespace {
+
+constexpr uint64_t MS = 1'000'000;
+constexpr uint32_t NS_MAX = UINT32_MAX;
+
+class FrameProfileTest : public ::testing::Test {
+protected:
+    void SetUp() override { frame_profile_init(&profile); }
+
+    void frame_of(uint64_t ns) {
+        if (!profile.started) frame_profile_boundary(&profile, now);
+        frame_profile_boundary(&profile, now += ns);
+    }
+
+    FrameProfile profile;
+    uint64_t now = 1'000 * MS;
+};
+
+// --- recording ---
+
+TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
+    frame_profile_mark(&profile, PHASE_FIX, 5);
+    EXPECT_EQ(profile.open_phase, PHASE_EVT) << "nothing is recorded before the first boundary";
+    frame_profile_boundary(&profile, 100);
+    EXPECT_EQ(profile.count, 0);
+    frame_profile_mark(&profile, PHASE_FIX, 110);
+    frame_profile_mark(&profile, PHASE_FIX, 130);
+    frame_profile_count_step(&profile);
+    frame_profile_mark(&profile, PHASE_TICK, 160);
+    frame_profile_mark(&profile, PHASE_FIX, 150); // the clock went back
+    frame_profile_mark(&profile, PHASE_COUNT, 151);
+    frame_profile_mark(&profile, -1, 152);
+    frame_profile_boundary(&profile, 200);
+    const FrameRecord *frame = frame_profile_at(&profile, 0);
+    ASSERT_NE(frame, nullptr);
+    const std::vector<uint32_t> phases(std::begin(frame->phase_ns), std::end(frame->phase_ns));
+    EXPECT_EQ(phases, (std::vector<uint32_t>{10, 0, 100, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(frame->total_ns, 110u);
+    EXPECT_EQ(frame->steps, 1);
+    EXPECT_EQ(profile.current.phase_ns[PHASE_FIX] + profile.current.steps, 0u) << "the next frame starts empty";
+}
+
+TEST_F(FrameProfileTest, SumsStopAtTheirGreatestValue) {
+    frame_profile_boundary(&profile, 0);
+    for (int phase = 0; phase < PHASE_COUNT; phase++) frame_profile_mark(&profile, phase, now += 5'000 * MS);
+    for (int i = 0; i < 70'000; i++) frame_profile_count_step(&profile);
+    frame_profile_boundary(&profile, now += 5'000 * MS);
+    const FrameRecord *frame = frame_profile_at(&profile, 0);
+    for (const uint32_t ns : frame->phase_ns) EXPECT_EQ(ns, NS_MAX);
+    EXPECT_EQ(frame->total_ns, NS_MAX);
+    EXPECT_EQ(frame->steps, UINT16_MAX);
+    FrameStats stats;
+    frame_of(uint64_t{NS_MAX} + 1);
+    frame_profile_stats(&profile, 2, &stats);
+    EXPECT_EQ(stats.avg_ns, NS_MAX) << "the sum over frames has more room";
+}
+
+TEST_F(FrameProfileTest, TheRingKeepsTheLast512) {
+    EXPECT_EQ(frame_profile_at(&profile, 0), nullptr);
+    for (uint64_t i = 1; i <= 600; i++) frame_of(i);
+    EXPECT_EQ(profile.count, 512);
+    for (const int age : {0, 1, 87, 88, 511}) {
+        ASSERT_NE(frame_profile_at(&profile, age), nullptr) << age;
+        EXPECT_EQ(frame_profile_at(&profile, age)->total_ns, static_cast<uint32_t>(600 - age));
+    }
+    EXPECT_EQ(frame_profile_at(&profile, 512), nullptr);
+    EXPECT_EQ(frame_profile_at(&profile, -1), nullptr);
+}
+
+// --- statistics ---
+
+TEST_F(FrameProfileTest, StatisticsCoverTheNewestFrames) {
+    FrameStats stats = {1, 2, 3, 4, 5};
+    frame_profile_stats(&profile, 10, &stats);
+    EXPECT_EQ(stats.avg_ns + stats.min_ns + stats.max_ns + stats.low_ns, 0u);
+    EXPECT_EQ(stats.window_frames, 0);
+    for (uint64_t i = 1; i <= 600; i++) frame_of(i); // 600 is the newest and the longest
+    struct Case {
+        int window, frames;
+        uint32_t low_ns;
+    };
+    for (const Case &c :
+         {Case{0, 0, 0},
+          {-1, 0, 0},
+          {40, 40, 600},
+          {199, 199, 600},
+          {200, 200, 599},
+          {300, 300, 599},
+          {512, 512, 598},
+          {1000, 512, 598}}) {
+        frame_profile_stats(&profile, c.window, &stats);
+        EXPECT_EQ(stats.window_frames, c.frames) << c.window;
+        EXPECT_EQ(stats.low_ns, c.low_ns) << c.window;
+        EXPECT_EQ(stats.min_ns, c.frames > 0 ? static_cast<uint32_t>(601 - c.frames) : 0u) << c.window;
+    }
+}
+
+// The same history kept without bounds, and looked at by sorting it.
+struct Reference {
+    std::vector<std::vector<uint64_t>> frames = {{}}; // ns by phase; the last is being recorded
+    std::vector<uint32_t> totals;
+
+    void add(int phase, uint64_t ns) {
+        frames.back().resize(PHASE_COUNT);
+        frames.back()[static_cast<size_t>(phase)] += ns;
+    }
+    void complete() {
+        uint64_t total = 0;
+        for (uint64_t &ns : frames.back()) total += ns = std::min<uint64_t>(ns, NS_MAX);
+        totals.push_back(static_cast<uint32_t>(std::min<uint64_t>(total, NS_MAX)));
+        frames.emplace_back();
+    }
+    FrameStats stats(size_t window) const {
+        window = std::min({window, totals.size(), size_t{512}});
+        std::vector<uint32_t> sorted(totals.end() - static_cast<std::ptrdiff_t>(window), totals.end());
+        std::sort(sorted.rbegin(), sorted.rend());
+        const auto average = [&](size_t n) {
+            return static_cast<uint32_t>(
+                std::accumulate(sorted.begin(), sorted.begin() + static_cast<std::ptrdiff_t>(n), uint64_t{0}) / n);
+        };
+        const size_t low = window < 200 ? 1 : std::min<size_t>(window / 100, 5);
+        return {average(window), sorted.back(), sorted.front(), average(low), static_cast<int32_t>(window)};
+    }
+};
+
+TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
+    std::mt19937_64 random(20240611);
+    const auto below = [&](uint64_t n) { return random() % n; };
+    for (int history = 0; history < 40; history++) {
+        frame_profile_init(&profile);
+        frame_profile_boundary(&profile, now);
+        Reference reference;
+        const uint64_t frames = 1 + below(700), longest = history % 4 == 0 ? 6'000 * MS : 1 + below(40 * MS);
+        const bool few_values = history % 3 == 0; // many frames of equal length
+        for (uint64_t i = 0; i < frames; i++) {
+            int open = PHASE_EVT;
+            for (uint64_t marks = below(12) + 1; marks > 0; marks--) {
+                const uint64_t ns = few_values ? below(3) * 1'000 : below(longest);
+                reference.add(open, ns);
+                open = static_cast<int>(below(PHASE_COUNT));
+                if (marks > 1)
+                    frame_profile_mark(&profile, open, now += ns);
+                else
+                    frame_profile_boundary(&profile, now += ns);
+            }
+            reference.complete();
+        }
+        ASSERT_EQ(profile.count, static_cast<int>(std::min<uint64_t>(frames, 512)));
+        for (int age = 0; age < profile.count; age++) {
+            const FrameRecord *frame = frame_profile_at(&profile, age);
+            const auto &expected = reference.frames[static_cast<size_t>(frames) - 1 - static_cast<size_t>(age)];
+            ASSERT_TRUE(std::equal(expected.begin(), expected.end(), std::begin(frame->phase_ns))) << age;
+        }
+        for (const size_t window : {size_t{1}, size_t{1 + below(600)}, size_t{512}}) {
+            FrameStats found;
+            frame_profile_stats(&profile, static_cast<int>(window), &found);
+            const FrameStats expected = reference.stats(window);
+            EXPECT_EQ(found.avg_ns, expected.avg_ns);
+            EXPECT_EQ(found.min_ns, expected.min_ns);
+            EXPECT_EQ(found.max_ns, expected.max_ns);
+            EXPECT_EQ(found.low_ns, expected.low_ns);
+            EXPECT_EQ(found.window_frames, expected.window_frames);
+        }
+    }
+}
+
+// --- chart ---
+
+TEST(FrameChart, ShowsTheColumnsThatFit) {
+    struct Case {
+        int count;
+        float width, bar_width;
+        int frames;
+    };
+    for (const Case &c :
+         {Case{512, 1200, 2.34375f, 512},
+          {40, 1200, 2.34375f, 40},
+          {512, 1024, 2, 512},
+          {512, 1023, 2, 511},
+          {512, 300, 2, 150},
+          {40, 300, 2, 40},
+          {512, 1.9f, 2, 0},
+          {512, 0, 2, 0},
+          {512, -5, 2, 0},
+          {0, 1200, 2, 0},
+          {512, 1e30f, 1e30f / 512, 512}}) {
+        ChartLayout layout = {};
+        frame_profile_chart_layout(c.count, c.width, &layout);
+        EXPECT_EQ(layout.bar_width, c.bar_width) << c.count << " in " << c.width;
+        EXPECT_EQ(layout.visible_frames, c.frames) << c.count << " in " << c.width;
+    }
+}
+
+TEST(FrameChart, TheScaleGrowsAtOnceAndShrinksLate) {
+    struct Case {
+        double peak, current, scale;
+    };
+    for (const Case &c :
+         {Case{17, 0, 33.3},
+          {55, 100, 100},
+          {45, 100, 66.7},
+          {12, 33.3, 16.7},
+          {250, 0, 200},
+          {250, 200, 200},
+          {0, 0, 2},
+          {0, 200, 2},
+          {16.7, 8, 16.7},
+          {16.65, 33.3, 33.3},
+          {50, 100, 100},
+          {8.001, 2, 16.7}}) {
+        EXPECT_EQ(frame_profile_ladder_pick(c.peak, c.current), c.scale) << c.peak << " at " << c.current;
+    }
+}
+
+TEST(FrameChart, ABarIsAsHighAsItsShareOfTheScale) {
+    EXPECT_EQ(frame_profile_sample_y(5 * MS, 20, 100), 25);
+    EXPECT_EQ(frame_profile_sample_y(20 * MS, 20, 100), 100);
+    EXPECT_EQ(frame_profile_sample_y(NS_MAX, 20, 100), 100);
+    EXPECT_EQ(frame_profile_sample_y(0, 20, 100), 0);
+    EXPECT_EQ(frame_profile_sample_y(5 * MS, 0, 100), 0);
+    EXPECT_EQ(frame_profile_sample_y(5 * MS, 20, 0), 0);
+}
+
+} // namespace
