@@ -7,6 +7,7 @@
 #include <SDL3/SDL_filesystem.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -52,9 +53,15 @@ protected:
         _exit(126);
     }
 
-    int exit_code() { // waits for the end; -1: it never came, -2: a signal ended it
+    // Waits for the end, doing something again and again meanwhile: a key can come before a window listens.
+    // -1: the end never came, -2: a signal was the end.
+    int exit_code(const std::function<void()> &meanwhile = [] {}) {
         int status = 0;
-        if (!wait_until([&] { return waitpid(child_, &status, WNOHANG) == child_; })) return -1;
+        const auto ended = [&] {
+            meanwhile();
+            return waitpid(child_, &status, WNOHANG) == child_;
+        };
+        if (!wait_until(ended)) return -1;
         child_ = 0;
         return WIFEXITED(status) ? WEXITSTATUS(status) : -2;
     }
@@ -131,13 +138,14 @@ TEST_F(ProgramTest, HelpAndBadStartsHaveTheirExitCodes) {
 
     launch({"--screen", "nowhere"}); // the box waits for its answer
     ASSERT_TRUE(logged("ERROR: [MAIN] Unknown screen: nowhere"));
-    std::string box; // the only window there is; its name is of a kind that xdotool does not read
+    std::string windows; // the root window's id and the box's, whose name is of a kind that xdotool does not read
     ASSERT_TRUE(wait_until([&] {
-        box = output_of("xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null | tail -n 1");
-        return output_of("xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null | wc -l") == "2\n";
+        windows = output_of("xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null");
+        return std::count(windows.begin(), windows.end(), '\n') == 2;
     }));
-    xdotool("key --window " + box.substr(0, box.size() - 1) + " Return");
-    EXPECT_EQ(exit_code(), 1);
+    const size_t second = windows.find('\n') + 1;
+    const std::string box = windows.substr(second, windows.size() - second - 1);
+    EXPECT_EQ(exit_code([&] { xdotool("key --window " + box + " Return"); }), 1);
 }
 
 TEST_F(ProgramTest, WithoutAnyVideoDriverItEndsWithTheReason) {
