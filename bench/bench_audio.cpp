@@ -6,7 +6,7 @@
 
 #include <benchmark/benchmark.h>
 
-static constexpr int SEEDS = 64;
+static constexpr Uint64 SEEDS = 64, SEED_STEP = 0x9e3779b97f4a7c15; // far apart: small ones begin alike
 
 static void report_seconds(benchmark::State &state, Sint64 frames) {
     state.counters["sound_s/s"] =
@@ -17,10 +17,10 @@ static void sfx_preset(benchmark::State &state) {
     const int preset = static_cast<int>(state.range(0));
     state.SetLabel(sfx_preset_name(preset));
     Sint64 frames = 0;
-    Uint64 seed = 0;
+    Uint64 count = 0;
     for (auto _ : state) {
         float *samples = nullptr;
-        frames += sfx_render(preset, seed++ % SEEDS, &samples);
+        frames += sfx_render(preset, count++ % SEEDS * SEED_STEP, &samples);
         SDL_free(samples);
     }
     report_seconds(state, frames);

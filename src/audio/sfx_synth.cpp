@@ -166,7 +166,8 @@ static void _sfx_step_pitch(SfxVoice *v, int frame) {
         const float swing = SDL_sinf(v->vibrato_phase) * v->vibrato_depth;
         period = static_cast<float>((1.0 + static_cast<double>(swing)) * v->fperiod);
     }
-    v->period = SDL_max(_sfx_trunc(period), SHORTEST_PERIOD);
+    const int whole = _sfx_trunc(period);
+    v->period = SDL_max(whole, SHORTEST_PERIOD);
     v->duty = _sfx_clamp(v->duty + v->duty_step, 0.0f, 0.5f);
 }
 
@@ -195,7 +196,8 @@ static bool _sfx_step_envelope(SfxVoice *v) { // false: the sound is over
 
 static void _sfx_step_effects(SfxVoice *v) {
     v->phaser_offset += v->phaser_step;
-    v->phaser_delay = SDL_min(SDL_abs(_sfx_trunc(v->phaser_offset)), SFX_PHASER_SIZE - 1);
+    const int delay = SDL_abs(_sfx_trunc(v->phaser_offset));
+    v->phaser_delay = SDL_min(delay, SFX_PHASER_SIZE - 1);
     if (v->highpass_step != 0) {
         v->highpass_cutoff = _sfx_clamp(v->highpass_cutoff * v->highpass_step, 0.00001f, 0.1f);
     }

@@ -7,7 +7,7 @@ from pathlib import Path
 
 import numpy as np
 
-from sound_kit import RATE, decibels, edges, harmonics, high_pass, low_pass, pitch, seconds, write_mp3, write_ogg
+from sound_kit import RATE, decibels, edges, harmonics, high_pass, low_pass, pitch, seconds, write_mp3_loop, write_ogg
 
 BEAT = 24500  # samples: 108 beats a minute
 BARS = 32
@@ -232,7 +232,7 @@ def compose() -> np.ndarray:
 def make(out_dir: Path) -> None:
     piece = compose()
     write_ogg(out_dir / "audio/music/FluffyTail.ogg", piece, OGG_QUALITY)
-    write_mp3(out_dir / "audio/music/FluffyTail.mp3", piece, MP3_KBPS)
+    write_mp3_loop(out_dir / "audio/music/FluffyTail.mp3", piece, MP3_KBPS)
 
 
 if __name__ == "__main__":

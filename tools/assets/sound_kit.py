@@ -10,6 +10,7 @@ from pathlib import Path
 import numpy as np
 
 RATE = 44100  # Hz
+MP3_FRAME = 1152  # samples
 
 
 def seconds(duration: float) -> np.ndarray:
@@ -92,7 +93,30 @@ def write_ogg(path: Path, sound: np.ndarray, quality: float) -> None:
     encode(sound, ["oggenc", "--quiet", "--serial", "1", "--quality", str(quality), "--output", "{out}", "{in}"], path)
 
 
-def write_mp3(path: Path, sound: np.ndarray, kbps: int) -> None:
-    """With the encoder's info frame: players need it to cut off the encoder's delay and loop cleanly."""
-    encode(sound, ["lame", "--quiet", "-q", "2", "-m", "j", "--cbr", "-b", str(kbps), "--resample", "44.1",
-                   "{in}", "{out}"], path)
+def write_mp3_loop(path: Path, loop: np.ndarray, kbps: int) -> None:
+    """A piece that goes round. The encoder hears what comes before the start and after the end, else its last and
+    first frames would fade from and to silence; players cut both off, as the info frame tells them."""
+    around = np.concatenate([loop[:, -MP3_FRAME:], loop, loop[:, :MP3_FRAME]], axis=1)
+    encode(around, ["lame", "--quiet", "-q", "2", "-m", "j", "--cbr", "-b", str(kbps), "--resample", "44.1",
+                    "{in}", "{out}"], path)
+    path.write_bytes(cut_more(path.read_bytes(), MP3_FRAME))
+
+
+def crc16(data: bytes) -> int:
+    crc = 0
+    for byte in data:
+        crc ^= byte
+        for _ in range(8):
+            crc = crc >> 1 ^ (0xA001 if crc & 1 else 0)
+    return crc
+
+
+def cut_more(mp3: bytes, samples: int) -> bytes:
+    """Raises the info frame's counts of samples to be cut off at the start and the end: 12 bits each."""
+    tag = mp3.index(b"Info") + 120
+    counts = int.from_bytes(mp3[tag + 21:tag + 24], "big")
+    start, end = (counts >> 12) + samples, (counts & 0xFFF) + samples
+    assert mp3[tag:tag + 4] == b"LAME" and max(start, end) < 4096, (start, end)
+    assert crc16(mp3[:tag + 34]) == int.from_bytes(mp3[tag + 34:tag + 36], "big"), "not the frame that was expected"
+    head = mp3[:tag + 21] + (start << 12 | end).to_bytes(3, "big") + mp3[tag + 24:tag + 34]
+    return head + crc16(head).to_bytes(2, "big") + mp3[tag + 36:]
