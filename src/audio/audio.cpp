@@ -1,4 +1,180 @@
 #include "audio/audio.h"
 
-bool audio_setup() { return true; }
-void audio_cleanup() {}
+#include "audio/audio_internal.h"
+#include "core/error.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_hints.h>
+#include <SDL3/SDL_init.h>
+#include <SDL3/SDL_log.h>
+#include <SDL3/SDL_properties.h>
+#include <SDL3_mixer/SDL_mixer.h>
+
+static constexpr const char *TAG_MUSIC = "music";
+static constexpr const char *TAG_SFX = "sfx";
+static constexpr int LOOP_FOREVER = -1;
+
+AudioState *audio;
+
+static float _audio_clamp(float volume) {
+    if (!(volume >= 0)) return 0; // not a number, too: it would silence the mixer for good
+    return volume > 1 ? 1 : volume;
+}
+
+static bool _audio_is_bus(AudioBus bus) { return bus >= AUDIO_BUS_MASTER && bus < AUDIO_BUS_COUNT; }
+
+// --- lifetime ---
+
+static MIX_Mixer *audio_open_mixer() {
+    MIX_Mixer *mixer = MIX_CreateMixerDevice(SDL_AUDIO_DEVICE_DEFAULT_PLAYBACK, nullptr);
+    if (mixer) return mixer;
+    SDL_LogWarn(
+        SDL_LOG_CATEGORY_APPLICATION, "[AUDIO] No playback device (%s), continuing without sound", SDL_GetError());
+    SDL_QuitSubSystem(SDL_INIT_AUDIO); // the driver is chosen when the subsystem starts again
+    SDL_SetHintWithPriority(SDL_HINT_AUDIO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
+    return MIX_CreateMixerDevice(SDL_AUDIO_DEVICE_DEFAULT_PLAYBACK, nullptr);
+}
+
+static MIX_Track *audio_create_track(const char *tag) {
+    MIX_Track *track = MIX_CreateTrack(audio->mixer);
+    if (track && MIX_TagTrack(track, tag)) return track;
+    engine_error("[AUDIO] Track creation failed, error: %s", SDL_GetError());
+    MIX_DestroyTrack(track); // null is fine
+    return nullptr;
+}
+
+static void audio_apply_volume(AudioBus bus) {
+    const float level = audio_volume(bus);
+    switch (bus) {
+    case AUDIO_BUS_MASTER:
+        MIX_SetMixerGain(audio->mixer, level);
+        break;
+    case AUDIO_BUS_MUSIC:
+        MIX_SetTagGain(audio->mixer, TAG_MUSIC, level);
+        break;
+    case AUDIO_BUS_SFX:
+        MIX_SetTagGain(audio->mixer, TAG_SFX, level);
+        break;
+    default:
+        break;
+    }
+}
+
+static bool _audio_create_tracks() {
+    audio->music = audio_create_track(TAG_MUSIC);
+    if (!audio->music) return false;
+    for (MIX_Track *&track : audio->sfx) {
+        track = audio_create_track(TAG_SFX);
+        if (!track) return false;
+    }
+    return true;
+}
+
+bool audio_setup() {
+    if (audio) return true;
+    audio = static_cast<AudioState *>(SDL_calloc(1, sizeof *audio));
+    if (!audio) return engine_error("[AUDIO] Memory allocation failed, error: %s", SDL_GetError());
+
+    audio->library_started = MIX_Init();
+    if (!audio->library_started) {
+        return engine_error("[AUDIO] SDL_mixer initialization failed, error: %s", SDL_GetError());
+    }
+    audio->mixer = audio_open_mixer();
+    if (!audio->mixer) return engine_error("[AUDIO] Mixer creation failed, error: %s", SDL_GetError());
+    if (!_audio_create_tracks()) return false;
+    // Only now: a tag's gain reaches the tracks that carry it at that moment, and none tagged later.
+    for (int bus = 0; bus < AUDIO_BUS_COUNT; bus++) audio_apply_volume(static_cast<AudioBus>(bus));
+
+    SDL_AudioSpec spec = {};
+    MIX_GetMixerFormat(audio->mixer, &spec);
+    SDL_Log("[AUDIO] Mixer open on %s: %d Hz, %d channels", SDL_GetCurrentAudioDriver(), spec.freq, spec.channels);
+    return true;
+}
+
+void audio_cleanup() {
+    if (!audio) return;
+    for (MIX_Track *track : audio->sfx) {
+        if (track) MIX_DestroyTrack(track);
+    }
+    if (audio->music) MIX_DestroyTrack(audio->music);
+    if (audio->mixer) MIX_DestroyMixer(audio->mixer);
+    if (audio->library_started) MIX_Quit();
+    SDL_free(audio);
+    audio = nullptr;
+}
+
+// --- sounds ---
+
+MIX_Audio *audio_load(const char *path, bool predecode) {
+    MIX_Audio *sound = MIX_LoadAudio(audio ? audio->mixer : nullptr, path, predecode);
+    if (!sound) engine_error("[AUDIO] Unable to load %s, error: %s", path, SDL_GetError());
+    return sound;
+}
+
+MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels, int sample_rate) {
+    const SDL_AudioSpec spec = {.format = SDL_AUDIO_F32, .channels = channels, .freq = sample_rate};
+    const size_t length =
+        static_cast<size_t>(SDL_max(frame_count, 0)) * static_cast<size_t>(SDL_max(channels, 0)) * sizeof *frames;
+    MIX_Audio *sound = MIX_LoadRawAudio(audio ? audio->mixer : nullptr, frames, length, &spec);
+    if (!sound) engine_error("[AUDIO] Unable to load %d generated frames, error: %s", frame_count, SDL_GetError());
+    return sound;
+}
+
+void audio_free(MIX_Audio **sound) {
+    if (!*sound) return;
+    MIX_DestroyAudio(*sound);
+    *sound = nullptr;
+}
+
+// --- playing ---
+
+// The mixer's own lock around a change of a track's sound: without it, the mixing thread may be reading the old one.
+static bool _audio_set_track(MIX_Track *track, MIX_Audio *sound) {
+    MIX_LockMixer(audio->mixer);
+    MIX_StopTrack(track, 0); // else the old loop count and fade would stay
+    const bool ok = MIX_SetTrackAudio(track, sound);
+    MIX_UnlockMixer(audio->mixer);
+    return ok;
+}
+
+bool audio_play_sfx(MIX_Audio *sound) {
+    if (!audio || !sound) return false;
+    for (MIX_Track *track : audio->sfx) {
+        if (!MIX_TrackPlaying(track)) return _audio_set_track(track, sound) && MIX_PlayTrack(track, 0);
+    }
+    return false;
+}
+
+bool audio_play_music(MIX_Audio *sound, int fade_in_ms) {
+    if (!audio) return false;
+    if (!_audio_set_track(audio->music, sound)) {
+        return engine_error("[AUDIO] Unable to set the music, error: %s", SDL_GetError());
+    }
+    const SDL_PropertiesID options = SDL_CreateProperties();
+    SDL_SetNumberProperty(options, MIX_PROP_PLAY_LOOPS_NUMBER, LOOP_FOREVER);
+    SDL_SetNumberProperty(options, MIX_PROP_PLAY_FADE_IN_MILLISECONDS_NUMBER, fade_in_ms);
+    const bool ok = MIX_PlayTrack(audio->music, options);
+    SDL_DestroyProperties(options);
+    return ok || engine_error("[AUDIO] Unable to play the music, error: %s", SDL_GetError());
+}
+
+void audio_stop_music(int fade_out_ms) {
+    if (!audio_music_playing()) return;
+    const Sint64 frames = MIX_TrackMSToFrames(audio->music, fade_out_ms); // a track fades in frames of its own sound
+    // A fade always starts at full level: one under way (its rest counts below zero) is left to end by itself.
+    const Sint64 fading = MIX_GetTrackFadeFrames(audio->music);
+    if (fading < 0 && -fading <= frames) return;
+    MIX_StopTrack(audio->music, frames);
+}
+
+bool audio_music_playing() { return audio && MIX_TrackPlaying(audio->music); }
+
+// --- volumes ---
+
+float audio_volume(AudioBus bus) { return _audio_is_bus(bus) ? _audio_clamp(cfg_get_audio_volume(bus)) : 0; }
+
+void audio_set_volume(AudioBus bus, float volume) {
+    if (!_audio_is_bus(bus)) return;
+    cfg_set_audio_volume(bus, _audio_clamp(volume));
+    if (audio) audio_apply_volume(bus);
+}

@@ -1,5 +1,31 @@
-// audio: the mixer. Silent yet; the engine already starts and stops it.
+// audio: one mixer on the default playback device, one music track, sixteen effect tracks and three volume buses,
+// whose levels live in the configuration. Main thread only, and only between audio_setup and audio_cleanup; before
+// that, actions fail or do nothing and nothing plays.
+// Without a playback device the program runs on, silently, on SDL's dummy driver.
 #pragma once
 
-bool audio_setup(); // false: reported
-void audio_cleanup();
+#include "config/config.h"
+
+struct MIX_Audio;
+
+// --- lifetime ---
+bool audio_setup();   // after cfg_load; safe twice. False: reported, and audio_cleanup frees what was built
+void audio_cleanup(); // safe twice. Free the loaded sounds before: they go with the mixer
+
+// --- sounds: the caller owns them and gives them back to audio_free ---
+// Predecoded, a file is decoded here and starts at no cost (effects); otherwise it is decoded while it plays (music).
+// Null: reported.
+MIX_Audio *audio_load(const char *path, bool predecode);
+// Interleaved frames of `channels` floats each, copied. The rate is in Hz. Null: reported.
+MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels, int sample_rate);
+void audio_free(MIX_Audio **sound); // sets the handle to null; does nothing when it is already
+
+// --- playing ---
+bool audio_play_sfx(MIX_Audio *sound);                   // once. False: all tracks are busy, the effect is dropped
+bool audio_play_music(MIX_Audio *sound, int fade_in_ms); // for ever, instead of what played. False: reported
+void audio_stop_music(int fade_out_ms);                  // 0: at once
+bool audio_music_playing();                              // true while it fades out, too
+
+// --- volumes: linear, 0 to 1 ---
+float audio_volume(AudioBus bus);
+void audio_set_volume(AudioBus bus, float volume); // clamped, kept in the configuration and heard at once

@@ -7,11 +7,13 @@ import sys
 import tempfile
 from pathlib import Path
 
+import music
+import sound_effects
 import text_mode_font
 import textures
 import ui_font
 
-GENERATORS = (ui_font, text_mode_font, textures)
+GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects)
 DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
 
 

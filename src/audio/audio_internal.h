@@ -1,0 +1,15 @@
+// What the mixer's tests reach into.
+#pragma once
+
+struct MIX_Mixer;
+struct MIX_Track;
+
+inline constexpr int AUDIO_SFX_TRACKS = 16;
+
+struct AudioState {
+    MIX_Mixer *mixer;
+    MIX_Track *music;                 // tagged "music"
+    MIX_Track *sfx[AUDIO_SFX_TRACKS]; // each tagged "sfx"
+    bool library_started;             // MIX_Quit is owed
+};
+extern AudioState *audio; // null: not set up

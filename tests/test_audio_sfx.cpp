@@ -1,0 +1,347 @@
+// The synthesiser: what a sound is made of, what its random draws are, and that every build makes the same frames.
+
+#include "audio/sfx.h"
+#include "audio/sfx_params.h"
+#include "audio/sfx_synth.h"
+#include "support/allocation_faults.h"
+#include "support/log_capture.h"
+
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Frames = std::vector<float>;
+
+Frames render(int preset, Uint64 seed) {
+    float *samples = nullptr;
+    const int count = sfx_render(preset, seed, &samples);
+    Frames frames(samples, samples + count);
+    SDL_free(samples);
+    return frames;
+}
+
+Frames synthesise(const SfxParams &params, int seconds = 10) {
+    SfxSynth *synth = sfx_allocSynth(SFX_FORMAT_F32, SFX_SAMPLE_RATE, seconds);
+    const int count = sfx_generateWave(synth, &params);
+    const auto *samples = static_cast<const float *>(synth->samples);
+    Frames frames(samples, samples + count);
+    SDL_free(synth);
+    return frames;
+}
+
+SfxParams defaults(SfxWave wave = SFX_WAVE_SQUARE) {
+    SfxParams params;
+    sfx_resetParams(&params);
+    params.waveType = wave;
+    return params;
+}
+
+Uint64 fnv1a(const Frames &frames) { // over the bytes, the lowest first
+    Uint64 hash = 14695981039346656037u;
+    for (const float frame : frames) {
+        const auto bits = std::bit_cast<Uint32>(frame);
+        for (int shift = 0; shift < 32; shift += 8) hash = (hash ^ (bits >> shift & 0xff)) * 1099511628211u;
+    }
+    return hash;
+}
+
+// How many draws `work` makes from the seed on.
+int draws_of(Uint64 seed, const std::function<void()> &work) {
+    sfx_rng_state = seed;
+    work();
+    const Uint64 reached = sfx_rng_state;
+    sfx_rng_state = seed;
+    int draws = 0;
+    for (; sfx_rng_state != reached && draws < 1000000; draws++) sfx_random(2);
+    return draws;
+}
+
+// Small seeds, as a player counts through them, and others: from a small seed the first draw is always 0.
+Uint64 seed_of(int i) { return static_cast<Uint64>(i) * (i % 2 ? 0x9e3779b97f4a7c15u : 1u); }
+
+int first_difference(const Frames &a, const Frames &b) {
+    size_t i = 0;
+    while (i < a.size() && i < b.size() && a[i] == b[i]) i++;
+    return static_cast<int>(i);
+}
+
+// --- the waves and the envelope ---
+
+TEST(AudioSfx, TheEnvelopeDecidesTheLength) {
+    sfx_rng_state = 7;
+    for (int i = 0; i < 120; i++) {
+        SfxParams params;
+        sfx_genRandomize(&params, i % SFX_WAVE_COUNT);
+        if (i % 4 == 0) params.attackTime = 0;
+        if (i % 5 == 0) params.sustainTime = 0.003f; // below a frame
+        if (i % 7 == 0) params.decayTime = 0;
+        int length[3];
+        const float times[3] = {params.attackTime, params.sustainTime, params.decayTime};
+        for (int k = 0; k < 3; k++) length[k] = static_cast<int>(100000.0f * (times[k] * times[k]));
+        const int expected = length[0] + length[1] + (length[1] ? 1 : 0) + length[2] + (length[2] ? 1 : 0);
+        const Frames frames = synthesise(params, 2);
+        ASSERT_EQ(static_cast<int>(frames.size()), std::min(expected, 2 * SFX_SAMPLE_RATE)) << i;
+        for (const float frame : frames) ASSERT_TRUE(frame >= -1 && frame <= 1) << i;
+    }
+}
+
+TEST(AudioSfx, WavesHaveTheirShapes) {
+    // A shape over its period, 0 to 1. The phaser, always on, doubles the level; the gain is 0.2.
+    struct Case {
+        SfxWave wave;
+        float duty;
+        double (*shape)(double);
+    };
+    const auto triangle = [](double x) { return x < 0.5 ? 4 * x - 1 : 3 - 4 * x; };
+    const Case cases[] = {
+        {SFX_WAVE_SQUARE, 0, [](double x) { return x < 0.5 ? 0.5 : -0.5; }},
+        {SFX_WAVE_SQUARE, 0.5f, [](double x) { return x < 0.25 ? 0.5 : -0.5; }},
+        {SFX_WAVE_SAWTOOTH, 1, [](double x) { return 1 - 2 * x; }},
+        {SFX_WAVE_SAWTOOTH, 0, triangle},
+        {SFX_WAVE_SINE, 0, [](double x) { return std::sin(2 * 3.14159265358979 * x); }},
+        {SFX_WAVE_TRIANGLE, 0, triangle},
+        {SFX_WAVE_COUNT, 0, [](double) { return 0.0; }},
+    };
+    for (const Case &c : cases) {
+        SfxParams params = defaults(c.wave);
+        params.squareDuty = c.duty;
+        params.sustainPunch = 0.5f;
+        const Frames frames = synthesise(params);
+        const int period = 1098;                    // 100 / (0.3 * 0.3 + 0.001) subsamples
+        for (int frame = 0; frame < 130; frame++) { // one period
+            double sum = 0;
+            for (int i = 1; i <= 8; i++) sum += c.shape((frame * 8 + i) / static_cast<double>(period));
+            const double level = 1 + 2 * 0.5 * (1 - frame / 9000.0); // the sustain stage begins with the sound
+            // The high-pass filter never closes wholly: it takes about 1 % over a period.
+            ASSERT_NEAR(frames[static_cast<size_t>(frame)], sum / 8 * 2 * 0.2 * level, 0.012)
+                << "wave " << c.wave << ", duty " << c.duty << ", frame " << frame;
+        }
+    }
+}
+
+TEST(AudioSfx, OnlyACutoffOfOneBypassesTheLowPass) {
+    SfxParams params = defaults();
+    params.lpfResonance = 0.5f;
+    const Frames bypassed = synthesise(params);
+    params.lpfResonance = 0; // and is not heard without the filter
+    EXPECT_EQ(synthesise(params), bypassed);
+    params.lpfCutoff = 0.999f;
+    const Frames filtered = synthesise(params);
+    EXPECT_GT(std::abs(filtered[0] - bypassed[0]), 0.01f) << "an edge is rounded off";
+    ASSERT_EQ(filtered.size(), bypassed.size());
+}
+
+// --- the pitch ---
+
+TEST(AudioSfx, ThePitchFloorEndsTheSound) {
+    SfxParams params = defaults();
+    params.changeAmount = -0.5f; // down, in frame 32 + 20000 / 16
+    params.changeSpeed = 0.75f;
+    const size_t whole = synthesise(params).size();
+    params.minFrequency = 0.29f;
+    EXPECT_EQ(synthesise(params).size(), 1282u);
+    params.minFrequency = 0.9f; // above the start it is the start
+    EXPECT_EQ(synthesise(params).size(), 1282u);
+    params.minFrequency = 0.01f;
+    EXPECT_EQ(synthesise(params).size(), whole) << "not reached";
+}
+
+TEST(AudioSfx, TheSlideBeginsNoLowerThanItsChange) {
+    SfxParams params = defaults(), falling = defaults();
+    falling.slide = -0.5f;
+    EXPECT_EQ(synthesise(falling), synthesise(params));
+    params.deltaSlide = falling.deltaSlide = -0.2f;
+    params.slide = -0.2f;
+    EXPECT_EQ(synthesise(falling), synthesise(params));
+    falling.slide = 0.1f;
+    EXPECT_NE(synthesise(falling), synthesise(params));
+}
+
+TEST(AudioSfx, RepeatsAndArpeggiosComeWhenTheyShould) {
+    SfxParams params = defaults(SFX_WAVE_SINE);
+    params.sustainTime = 0.5f;
+    params.slide = 0.3f;
+    const Frames plain = synthesise(params);
+    SfxParams repeated = params;
+    repeated.repeatSpeed = 0.5f; // after 32 + 20000 / 4 frames
+    EXPECT_EQ(first_difference(plain, synthesise(repeated)), 5031);
+    SfxParams changed = params;
+    changed.changeAmount = -0.5f;
+    changed.changeSpeed = 0.75f; // after 32 + 20000 / 16
+    EXPECT_EQ(first_difference(plain, synthesise(changed)), 1281);
+    changed.changeSpeed = 1;
+    EXPECT_EQ(synthesise(changed), plain) << "never";
+}
+
+TEST(AudioSfx, SmallerFormatsAreTheFloatFramesCutOff) {
+    SfxParams params;
+    sfx_rng_state = 3;
+    sfx_genLaserShoot(&params);
+    const Frames frames = synthesise(params);
+    SfxSynth *bytes = sfx_allocSynth(SFX_FORMAT_U8, SFX_SAMPLE_RATE, 10);
+    SfxSynth *words = sfx_allocSynth(SFX_FORMAT_S16, SFX_SAMPLE_RATE, 10);
+    ASSERT_EQ(sfx_generateWave(bytes, &params), static_cast<int>(frames.size()));
+    ASSERT_EQ(sfx_generateWave(words, &params), static_cast<int>(frames.size()));
+    for (size_t i = 0; i < frames.size(); i++) {
+        ASSERT_EQ(static_cast<Uint8 *>(bytes->samples)[i], static_cast<int>(128 + frames[i] * 127));
+        ASSERT_EQ(static_cast<Sint16 *>(words->samples)[i], static_cast<int>(32767 * frames[i]));
+    }
+    SDL_free(bytes);
+    SDL_free(words);
+}
+
+// --- the draws ---
+
+int expected_draws(int preset, Uint64 seed, const SfxParams &p) {
+    const auto when = [](bool drawn, int draws) { return drawn ? draws : 0; };
+    switch (preset) {
+    case SFX_COIN:
+        return 5 + when(p.changeSpeed != 0, 2);
+    case SFX_LASER: {
+        sfx_rng_state = seed;
+        const bool sine = sfx_random(3) == SFX_WAVE_SINE;
+        return 13 + when(sine, 1) + when(sine && p.waveType != SFX_WAVE_SINE, 1) + when(p.slide < -0.35f, 3) +
+               when(p.sustainPunch != 0, 1) + when(p.phaserOffset != 0, 2) + when(p.hpfCutoff != 0, 1);
+    }
+    case SFX_EXPLOSION:
+        return 11 + when(p.repeatSpeed != 0, 1) + when(p.phaserOffset != 0, 2) + when(p.vibratoDepth != 0, 2) +
+               when(p.changeSpeed != 0, 2);
+    case SFX_POWERUP:
+        return 7 + when(p.waveType == SFX_WAVE_SQUARE, 1) + when(p.vibratoDepth != 0, 2);
+    case SFX_HIT:
+        return 6 + when(p.waveType == SFX_WAVE_SQUARE, 1) + when(p.hpfCutoff != 0, 1);
+    case SFX_JUMP:
+        return 7 + when(p.hpfCutoff != 0, 1) + when(p.lpfCutoff != 1, 1);
+    default:
+        return 4 + when(p.waveType == SFX_WAVE_SQUARE, 1);
+    }
+}
+
+TEST(AudioSfx, EachBranchDrawsItsOwnNumbersOnly) {
+    void (*const generators[])(SfxParams *) = {sfx_genPickupCoin, sfx_genLaserShoot, sfx_genExplosion, sfx_genPowerup,
+                                               sfx_genHitHurt,    sfx_genJump,       sfx_genBlipSelect};
+    for (int preset = 0; preset < SFX_PRESET_COUNT; preset++) {
+        for (int i = 0; i < 200; i++) {
+            const Uint64 seed = seed_of(i);
+            SfxParams params;
+            const int draws = draws_of(seed, [&] { generators[preset](&params); });
+            ASSERT_EQ(draws, expected_draws(preset, seed, params)) << sfx_preset_name(preset) << ", seed " << seed;
+        }
+    }
+}
+
+TEST(AudioSfx, OnlyNoiseDrawsWhileItIsMade) {
+    SfxParams params = {}; // no length: what is drawn is the first filling of the noise slots
+    const int draws[SFX_WAVE_COUNT] = {0, 0, 0, 32, 0, 5 + 62};
+    for (int wave = 0; wave < SFX_WAVE_COUNT; wave++) {
+        params.waveType = wave;
+        EXPECT_EQ(draws_of(9, [&] { EXPECT_TRUE(synthesise(params).empty()); }), draws[wave]) << wave;
+    }
+    params.waveType = SFX_WAVE_NOISE;
+    params.decayTime = 0.1f; // 1001 frames
+    params.startFrequency = 0.3f;
+    EXPECT_EQ(draws_of(9, [&] { synthesise(params); }), 32 * (1 + 1001 * 8 / 1098));
+}
+
+TEST(AudioSfx, MutationKeepsToItsMaskAndRanges) {
+    const std::set<int> signed_fields = {6, 7, 10, 13, 15, 16, 18, 21};
+    std::set<int> reached_minus_one, moved;
+    for (int i = 0; i < 200; i++) {
+        const Uint64 seed = seed_of(i);
+        SfxParams params = defaults();
+        const SfxParams before = params;
+        sfx_rng_state = seed;
+        const Uint32 bits = static_cast<Uint32>(sfx_random(16777215) + 1);
+        const Uint32 mask = 0x3fffff & ~(1u << i / 2 % 22);
+        EXPECT_EQ(draws_of(seed, [&] { sfx_mutate(&params, 0, mask); }), 1 + std::popcount(bits & mask));
+        EXPECT_EQ(std::memcmp(&params, &before, sizeof params), 0) << "a range of 0 moves nothing";
+
+        sfx_rng_state = seed;
+        sfx_mutate(&params, 1000, mask);
+        float values[2][SFX_PARAM_COUNT];
+        std::memcpy(values[0], &before.attackTime, sizeof values[0]);
+        std::memcpy(values[1], &params.attackTime, sizeof values[1]);
+        for (int k = 0; k < SFX_PARAM_COUNT; k++) {
+            const float value = values[1][k];
+            if (!(bits & mask & (1u << k))) {
+                ASSERT_EQ(value, values[0][k]) << "field " << k;
+                continue;
+            }
+            moved.insert(k);
+            ASSERT_LE(value, 1) << "field " << k;
+            ASSERT_GE(value, signed_fields.count(k) ? -1 : 0) << "field " << k;
+            if (value == -1) reached_minus_one.insert(k);
+        }
+    }
+    EXPECT_EQ(moved.size(), 22u);
+    EXPECT_EQ(reached_minus_one, signed_fields);
+}
+
+// --- whole sounds ---
+
+TEST(AudioSfx, EveryPresetRendersEverySeed) {
+    for (int preset = 0; preset < SFX_PRESET_COUNT; preset++) {
+        std::set<Uint64> sounds;
+        for (int i = 0; i < 200; i++) {
+            const Frames frames = render(preset, seed_of(i));
+            ASSERT_FALSE(frames.empty()) << sfx_preset_name(preset) << ", seed " << seed_of(i);
+            for (const float frame : frames) ASSERT_TRUE(frame >= -1 && frame <= 1) << sfx_preset_name(preset);
+            sounds.insert(fnv1a(frames));
+        }
+        EXPECT_GT(sounds.size(), 190u) << sfx_preset_name(preset);
+    }
+}
+
+// Made once by a debug build. A difference is a sound that changed, or a compiler that rounds elsewhere.
+TEST(AudioSfx, TheFramesAreTheSameInEveryBuild) {
+    constexpr Uint64 SEEDS[] = {0, 1, 42, 0xfedcba9876543210};
+    constexpr Uint64 HASHES[SFX_PRESET_COUNT][std::size(SEEDS)] = {
+        {0x3746348974be5a02u, 0x81bb953e4b9e570du, 0xde8d405c8260ef04u, 0x5a5154be6f8fffe3u},
+        {0x75fa01c9522afdf1u, 0x0a6fe781c2263129u, 0x50f878afbf94f6b9u, 0x57fd20266eee2d69u},
+        {0x771dfb9e18cdbf92u, 0xc55d80a3ee1fa359u, 0x319a391c07cf1b11u, 0x021b6fb33479956eu},
+        {0x3b805dbe06421225u, 0x318268925338b795u, 0x330cc7b6705f6146u, 0x0797eae8555d6069u},
+        {0x07bb3fc14d1c0e41u, 0x2deabc247cf6a1beu, 0x66b2221f98a24417u, 0x34e661259f392f43u},
+        {0x26a7d951a83912e4u, 0xe424b51c24a55f69u, 0x2757698b0a159191u, 0x9370d4e5d07caf33u},
+        {0x13780a0c1ef08656u, 0x421e87be6812b463u, 0xb72537bf507ba994u, 0x0d33d6706fb766fdu},
+    };
+    for (int preset = 0; preset < SFX_PRESET_COUNT; preset++) {
+        for (size_t i = 0; i < std::size(SEEDS); i++) {
+            EXPECT_EQ(fnv1a(render(preset, SEEDS[i])), HASHES[preset][i]) << sfx_preset_name(preset) << " " << i;
+        }
+    }
+    constexpr Uint64 RANDOM_HASHES[SFX_WAVE_COUNT] = {
+        0x955e92de1c0d89c0u, 0x7b826a95d677f360u, 0x648b182ee2fe2a3fu,
+        0xdd1163b06bf2d2deu, 0x014cfd798f07308fu, 0xd2f1dd6175375eedu,
+    };
+    sfx_rng_state = 5;
+    for (int wave = 0; wave < SFX_WAVE_COUNT; wave++) {
+        SfxParams params;
+        sfx_genRandomize(&params, wave);
+        sfx_mutate(&params, 0.1f, 0x3fffff);
+        EXPECT_EQ(fnv1a(synthesise(params)), RANDOM_HASHES[wave]) << "wave " << wave;
+    }
+}
+
+TEST(AudioSfx, FailedAllocationsAreReportedAndLeaveNothing) {
+    LogCapture log;
+    float *frames = nullptr;
+    std::set<std::string> texts;
+    expect_allocation_faults_survived(
+        &log, [&] { return sfx_render(SFX_COIN, 1, &frames) > 0; },
+        [&] {
+            for (const std::string &text : log.errors()) texts.insert(text.substr(0, 25));
+            SDL_free(frames);
+            frames = nullptr;
+        });
+    EXPECT_EQ(texts, (std::set<std::string>{"[SFX] Memory allocation f", "[SFX] Unable to render Co"}));
+}
+
+} // namespace
