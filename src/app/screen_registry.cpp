@@ -4,9 +4,12 @@
 #include "engine/drawing_space.h"
 #include "screens/gamepad_demo.h"
 #include "screens/input_demo.h"
+#include "screens/logical_demo.h"
 #include "screens/main_menu.h"
+#include "screens/sprite_demo.h"
 #include "screens/text_demo.h"
 #include "screens/texture_demo.h"
+#include "screens/tilemap_demo.h"
 
 #include <SDL3/SDL_log.h>
 
@@ -22,11 +25,22 @@ static constexpr Screen screens[] = {
      .fixed_update = texture_demo_fixed_update,
      .tick = texture_demo_tick,
      .cleanup = texture_demo_cleanup},
-    {}, // GAME_STATE_TILEMAP_DEMO
-    {}, // GAME_STATE_SPRITE_DEMO
+    {.setup = tilemap_demo_setup,
+     .fixed_update = tilemap_demo_fixed_update,
+     .tick = tilemap_demo_tick,
+     .cleanup = tilemap_demo_cleanup},
+    {.setup = sprite_demo_setup,
+     .fixed_update = sprite_demo_fixed_update,
+     .tick = sprite_demo_tick,
+     .cleanup = sprite_demo_cleanup},
     {}, // GAME_STATE_PLATFORMER_DEMO
     {.setup = gamepad_demo_setup, .tick = gamepad_demo_tick, .cleanup = gamepad_demo_cleanup},
-    {}, // GAME_STATE_LOGICAL_DEMO
+    {.setup = logical_demo_setup,
+     .fixed_update = logical_demo_fixed_update,
+     .tick = logical_demo_tick,
+     .cleanup = logical_demo_cleanup,
+     .logical_width = 256,
+     .logical_height = 144},
     {.setup = input_demo_setup,
      .fixed_update = input_demo_fixed_update,
      .tick = input_demo_tick,

@@ -45,6 +45,19 @@ int count_pixels(const Picture &picture, SDL_Color color) {
     return count;
 }
 
+bool same_pixels(const Picture &a, const Picture &b) {
+    const Picture x(SDL_ConvertSurface(a.get(), SDL_PIXELFORMAT_RGB24));
+    const Picture y(SDL_ConvertSurface(b.get(), SDL_PIXELFORMAT_RGB24));
+    if (x->w != y->w || x->h != y->h) return false;
+    for (int row = 0; row < x->h; row++) {
+        const size_t offset = static_cast<size_t>(row) * static_cast<size_t>(x->pitch);
+        const auto *left = static_cast<const Uint8 *>(x->pixels) + offset;
+        const auto *right = static_cast<const Uint8 *>(y->pixels) + offset;
+        if (SDL_memcmp(left, right, static_cast<size_t>(x->w) * 3) != 0) return false;
+    }
+    return true;
+}
+
 // --- the program ---
 
 void EngineTest::SetUp() {

@@ -27,6 +27,7 @@ struct PictureBounds {
 SDL_Color pixel_at(const Picture &picture, int x, int y);
 PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of the pixels of exactly this colour
 int count_pixels(const Picture &picture, SDL_Color color);
+bool same_pixels(const Picture &a, const Picture &b); // in size and colour; what stands for alpha may differ
 
 class EngineTest : public ::testing::Test {
 protected:

@@ -1,0 +1,52 @@
+#include "screens/castle.h"
+
+#include "engine/drawing_space.h"
+#include "engine/engine.h"
+#include "toolkit/render_grid.h"
+#include "toolkit/tilemap.h"
+
+static constexpr const char *TILESET_PATH = "assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png";
+static constexpr const char *LAYER_PATH = "assets/fireknight/tilemaps/castle-tilemap.csv";
+static constexpr int TILE_SIZE = 16; // px
+static constexpr Uint32 FIRST_GID = 1;
+static constexpr int CHUNK_TILES = 16;
+static constexpr double PAN_SPEED_X = 0.35; // rad/s
+static constexpr double PAN_SPEED_Y = 0.9;
+
+bool castle_load(Tilemap **map, RenderGrid **grid, float scale) {
+    SDL_Renderer *renderer = engine_renderer();
+    *map = tilemap_new();
+    if (!*map) return false;
+    if (!tilemap_load_tileset(*map, renderer, TILESET_PATH, TILE_SIZE, TILE_SIZE, FIRST_GID)) return false;
+    if (!tilemap_load_csv(*map, LAYER_PATH)) return false;
+    tilemap_set_scale(*map, scale);
+    *grid = tilemap_to_render_grid(renderer, *map, CHUNK_TILES);
+    return *grid;
+}
+
+bool castle_bake_again(const Tilemap *map, RenderGrid **grid) {
+    RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), map, CHUNK_TILES);
+    if (!fresh) return false;
+    render_grid_cleanup(grid);
+    *grid = fresh;
+    return true;
+}
+
+double castle_pan(double t, double speed) { return 0.5 - 0.5 * SDL_cos(t * speed); }
+
+// Whole units keep pixels sharp and chunks together.
+static float _castle_origin(float map_size, float view_size, double pan) {
+    const float slack = SDL_max(map_size - view_size, 0);
+    return SDL_roundf(static_cast<float>(-static_cast<double>(slack) * pan));
+}
+
+void castle_draw_panning(const Tilemap *map, const RenderGrid *grid, double t) {
+    float width = 0, height = 0;
+    engine_view_size(&width, &height);
+    const SDL_FPoint origin = {
+        _castle_origin(tilemap_width(map), width, castle_pan(t, PAN_SPEED_X)),
+        _castle_origin(tilemap_height(map), height, castle_pan(t, PAN_SPEED_Y))};
+    const TileRange rows = render_grid_visible_rows(grid, 0, height, origin, map->scale);
+    const TileRange cols = render_grid_visible_cols(grid, 0, width, origin, map->scale);
+    render_grid_draw_range(engine_renderer(), grid, rows, cols, origin, map->scale);
+}

@@ -1,0 +1,126 @@
+// The three screens that show the castle and the knight.
+
+#include "app/screen_registry.h"
+#include "engine/drawing_space.h"
+#include "screens/castle.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_video.h>
+
+#include <numbers>
+
+namespace {
+
+constexpr SDL_Color VIEW_OUTLINE = {255, 193, 7, 255}, BOX = {32, 32, 32, 255}, OUTLINE = {120, 216, 254, 255};
+
+class CastleScreensTest : public EngineTest {
+protected:
+    bool start_at(const char *screen, const char *size = "800x450", int ui_scale = 1) {
+        return start({"--screen", screen, "--window-size", size, "--ui-scale", std::to_string(ui_scale)}) && frame();
+    }
+    Picture shown(double seconds = 0) {
+        EXPECT_TRUE(frame(seconds));
+        return picture();
+    }
+};
+
+TEST_F(CastleScreensTest, ThePanIsASlowSweepFromTheCorner) {
+    EXPECT_EQ(castle_pan(0, 0.9), 0);
+    EXPECT_NEAR(castle_pan(std::numbers::pi / 0.9, 0.9), 1, 1e-12);
+    EXPECT_NEAR(castle_pan(std::numbers::pi / 1.8, 0.9), 0.5, 1e-12);
+}
+
+TEST_F(CastleScreensTest, TheCastleFillsTheViewWhereverItHasPanned) {
+    for (const int ui_scale : {1, 2, 3}) {
+        ASSERT_TRUE(start_at("tilemap-demo", "801x451", ui_scale));
+        Picture before = shown();
+        for (int i = 0; i < 6; i++) {
+            for (int k = 0; k < 20; k++) frame(0.25);
+            const Picture now = shown(0.11);
+            EXPECT_FALSE(same_pixels(before, now)) << "it moves";
+            EXPECT_EQ(count_pixels(now, {0, 0, 0, 255}), 0) << "no gap, at UI scale " << ui_scale;
+            before.reset(SDL_DuplicateSurface(now.get()));
+        }
+        stop();
+    }
+}
+
+TEST_F(CastleScreensTest, LostTargetsAreBakedAgain) {
+    ASSERT_TRUE(start_at("tilemap-demo"));
+    const Picture before = shown();
+    SDL_Event event = {};
+    event.type = SDL_EVENT_RENDER_TARGETS_RESET;
+    ASSERT_TRUE(SDL_PushEvent(&event));
+    EXPECT_TRUE(same_pixels(before, shown()));
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_RENDER_TARGETS_RESET].count, 1);
+}
+
+TEST_F(CastleScreensTest, TheLogicalViewIsScaledByWholeNumbersUnderACrispLabel) {
+    ASSERT_TRUE(start_at("logical-demo", "1024x600"));
+    const Picture drawn = shown(); // 4 times 256 × 144, in the middle
+    const PictureBounds outline = bounds_of(drawn, VIEW_OUTLINE);
+    EXPECT_TRUE(outline.left == 0 && outline.right == 1023 && outline.top == 12 && outline.bottom == 587);
+    const PictureBounds box = bounds_of(drawn, BOX);
+    EXPECT_TRUE(box.right == 1024 - 10 - 2 && box.bottom == 600 - 10 - 2) << box.right << ", " << box.bottom;
+    SDL_SetWindowSize(engine->window, 700, 500);
+    SDL_SyncWindow(engine->window);
+    EXPECT_EQ(bounds_of(shown(), BOX).right, 700 - 10 - 2);
+    stop();
+    EXPECT_TRUE(log.errors().empty());
+}
+
+TEST_F(CastleScreensTest, PAndStartPauseTheLogicalView) {
+    ASSERT_TRUE(start_at("logical-demo", "1024x600"));
+    for (int k = 0; k < 8; k++) frame(0.25);
+    key_down(SDLK_P);
+    key_down(SDLK_P, SDL_KMOD_NONE, true);
+    frame(0.05);
+    frame(0.05);
+    const Picture paused = shown(0.05);
+    const Picture later = shown(0.2);
+    EXPECT_TRUE(same_pixels(paused, later)) << "held P toggles once";
+    const int wide = bounds_of(paused, BOX).right - bounds_of(paused, BOX).left;
+    gamepad_down(SDL_GAMEPAD_BUTTON_START);
+    frame(0.2);
+    const Picture running = shown(0.2);
+    EXPECT_FALSE(same_pixels(paused, running));
+    EXPECT_LT(bounds_of(running, BOX).right - bounds_of(running, BOX).left, wide) << "the shorter label";
+}
+
+TEST_F(CastleScreensTest, TheSpriteScreenLaysItselfOutAndAnswersItsKeys) {
+    ASSERT_TRUE(start_at("sprite-demo", "1280x720"));
+    const PictureBounds frame_outline = bounds_of(shown(), OUTLINE);
+    EXPECT_TRUE(frame_outline.left <= 351 && frame_outline.top == 19) << "scale 2 at (352, 20)";
+    key_down(SDLK_PERIOD); // pauses
+    key_down(SDLK_2);
+    const Picture paused = shown(0.2);
+    EXPECT_TRUE(same_pixels(paused, shown(0.25)));
+    const PictureBounds without_sheet = bounds_of(paused, OUTLINE);
+    EXPECT_TRUE(without_sheet.left == 351 && without_sheet.right == 351 + 577 && without_sheet.bottom == 19 + 257);
+    for (const SDL_Keycode key : {SDLK_F, SDLK_PERIOD, SDLK_COMMA, SDLK_F}) {
+        const Picture before(SDL_DuplicateSurface(picture().get()));
+        key_down(key);
+        EXPECT_FALSE(same_pixels(before, shown())) << SDL_GetKeyName(key);
+    }
+    key_down(SDLK_1);
+    EXPECT_EQ(count_pixels(shown(), OUTLINE), 0);
+    key_down(SDLK_LEFT); // to the last clip, from which R plays on and Right comes round
+    key_down(SDLK_RIGHT);
+    key_down(SDLK_R);
+    const Picture playing = shown();
+    EXPECT_FALSE(same_pixels(playing, shown(0.2)));
+    EXPECT_TRUE(log.errors().empty());
+}
+
+TEST_F(CastleScreensTest, TheScreensSurviveEachAllocationFailingAndTakeTheirCallbacksAlong) {
+    ASSERT_TRUE(start({"--screen", "text-demo"}));
+    for (const GameState state : {GAME_STATE_TILEMAP_DEMO, GAME_STATE_SPRITE_DEMO, GAME_STATE_LOGICAL_DEMO}) {
+        const Screen *screen = screen_for(state);
+        expect_allocation_faults_survived(&log, screen->setup, screen->cleanup);
+    }
+    for (Uint32 type = 0; type < ENGINE_EVENT_TYPES; type++) ASSERT_EQ(engine->callbacks[type].count, 0) << type;
+}
+
+} // namespace

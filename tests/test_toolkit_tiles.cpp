@@ -1,0 +1,371 @@
+// Tile layers from CSV, GIDs, ranges, and the drawing of maps: orientations, chunks, culling, seams.
+
+#include "core/storage_internal.h"
+#include "engine/engine.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+#include "toolkit/render_grid.h"
+#include "toolkit/tilemap.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_storage.h>
+#include <SDL3_image/SDL_image.h>
+
+#include <cmath>
+#include <random>
+#include <sstream>
+
+namespace {
+
+using Rows = std::vector<std::vector<Uint32>>;
+
+Rows rows_of(const TileGrid *grid) {
+    Rows rows;
+    for (int row = 0; grid && row < grid->rows; row++) {
+        rows.emplace_back();
+        for (int col = 0; col < grid->cols; col++) rows.back().push_back(tile_grid_gid(grid, row, col));
+    }
+    return rows;
+}
+
+void destroy(TileGrid *grid) {
+    tile_grid_cleanup(grid);
+    SDL_free(grid);
+}
+
+Rows parse(const std::string &text) {
+    TileGrid *grid = tile_grid_parse_csv(text.c_str());
+    const Rows rows = rows_of(grid);
+    destroy(grid);
+    return rows;
+}
+
+// A slow, plain reading of the same grammar: nothing for a text that is refused.
+Rows parse_plainly(const std::string &text) {
+    Rows rows;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (line.find_first_not_of(" \t") == line.npos) continue;
+        std::vector<std::string> fields(1);
+        for (const char c : line) {
+            if (c == ',') fields.emplace_back();
+            if (c != ',') fields.back() += c;
+        }
+        std::vector<Uint32> values;
+        for (size_t i = 0; i < fields.size(); i++) {
+            const size_t first = fields[i].find_first_not_of(" \t");
+            if (first == std::string::npos) {
+                if (i > 0 && i + 1 == fields.size()) break;
+                return {};
+            }
+            const std::string digits = fields[i].substr(first, fields[i].find_last_not_of(" \t") - first + 1);
+            if (digits.find_first_not_of("0123456789") != digits.npos) return {};
+            const std::string significant = digits.substr(std::min(digits.find_first_not_of('0'), digits.size() - 1));
+            if (significant.size() > 10 || std::stoull(significant) > 0xFFFFFFFFull) return {};
+            values.push_back(static_cast<Uint32>(std::stoull(significant)));
+        }
+        rows.push_back(values);
+        if (rows.back().size() != rows.front().size()) return {};
+    }
+    return rows;
+}
+
+// --- CSV ---
+
+TEST(TileGridCsv, TakesWhatMapEditorsWrite) {
+    EXPECT_EQ(parse("1,2,3,\n4,5,6"), (Rows{{1, 2, 3}, {4, 5, 6}})) << "a comma may end a line";
+    EXPECT_EQ(parse("\n1,2\r\n \t\n\r\n3 ,\t4\r\n\n"), (Rows{{1, 2}, {3, 4}})) << "blank lines and line ends";
+    EXPECT_EQ(parse("4294967295,0000000000007"), (Rows{{4294967295u, 7}}));
+    EXPECT_EQ(parse("7"), (Rows{{7}}));
+}
+
+TEST(TileGridCsv, NamesTheLineItRefuses) {
+    const LogCapture log;
+    const struct {
+        const char *text, *message;
+    } cases[] = {
+        {"1,,2", "[TILE_GRID] Malformed value on CSV line 1"},
+        {",1", "[TILE_GRID] Malformed value on CSV line 1"},
+        {",", "[TILE_GRID] Malformed value on CSV line 1"},
+        {"1,2,,", "[TILE_GRID] Malformed value on CSV line 1"},
+        {"1\n-2", "[TILE_GRID] Malformed value on CSV line 2"},
+        {"1\n\n\n+2", "[TILE_GRID] Malformed value on CSV line 2"},
+        {"1\n2\n0x3", "[TILE_GRID] Malformed value on CSV line 3"},
+        {"4294967296", "[TILE_GRID] Malformed value on CSV line 1"},
+        {"99999999999999999999999", "[TILE_GRID] Malformed value on CSV line 1"},
+        {"1 2", "[TILE_GRID] Malformed value on CSV line 1"},
+        {"1\r,2", "[TILE_GRID] Malformed value on CSV line 1"},
+        {"1,2\n\n3", "[TILE_GRID] CSV line 2 has 1 values, expected 2"},
+        {"", "[TILE_GRID] CSV holds no tile rows"},
+        {" \t\n\r\n", "[TILE_GRID] CSV holds no tile rows"},
+        {nullptr, "[TILE_GRID] No CSV text to parse"},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(tile_grid_parse_csv(c.text), nullptr) << c.message;
+        EXPECT_EQ(log.lines.back().text, c.message);
+    }
+    EXPECT_EQ(tile_grid_new(0, 4), nullptr);
+    EXPECT_EQ(log.lines.back().text, "[TILE_GRID] A grid of 4x0 has no cells");
+}
+
+TEST(TileGridCsv, AgreesWithAPlainReadingOfAnyText) {
+    const LogCapture log;
+    std::mt19937 random(42);
+    const std::string alphabet = "0123456789,,,\n\n\r \t-x";
+    int accepted = 0;
+    for (int round = 0; round < 4000; round++) {
+        std::string text = "12,34,5\n6,7,8,\r\n\n 9 ,10,4294967295\n";
+        if (round % 2 == 0) {
+            for (unsigned i = 0; i <= random() % 3; i++)
+                text[random() % text.size()] = alphabet[random() % alphabet.size()];
+        } else {
+            text.resize(random() % 40);
+            for (char &c : text) c = alphabet[random() % 15];
+        }
+        const Rows expected = parse_plainly(text);
+        ASSERT_EQ(parse(text), expected) << "text: " << text;
+        accepted += expected.empty() ? 0 : 1;
+    }
+    EXPECT_GT(accepted, 300);
+}
+
+TEST(TileGridCells, StayWithinTheGrid) {
+    TileGrid *grid = tile_grid_parse_csv("1,2147483653\n536870915,4");
+    EXPECT_EQ(tile_grid_max_gid(grid), 5u) << "flags do not count";
+    for (const auto &[row, col] : {std::pair{-1, 0}, {0, -1}, {2, 0}, {0, 2}}) {
+        EXPECT_EQ(tile_grid_gid(grid, row, col), 0u);
+        EXPECT_FALSE(tile_grid_set_gid(grid, row, col, 9));
+    }
+    EXPECT_TRUE(tile_grid_set_gid(grid, 1, 1, 9));
+    EXPECT_EQ(tile_grid_max_gid(grid), 9u);
+    tile_grid_cleanup(grid);
+    EXPECT_EQ(tile_grid_gid(grid, 0, 0) + tile_grid_max_gid(grid) + tile_grid_max_gid(nullptr), 0u);
+    destroy(grid);
+}
+
+// --- GIDs and ranges ---
+
+TEST(TileDecoding, FlagsAreOrientationsAndTheRestIsTheTile) {
+    const DecodedTile h = tile_decode_gid(TILE_FLIP_H | 5, 1, 4);
+    EXPECT_TRUE(h.index == 4 && h.row == 1 && h.col == 0 && h.angle == 0 && h.flip == SDL_FLIP_HORIZONTAL);
+    const DecodedTile all = tile_decode_gid(TILE_FLIP_H | TILE_FLIP_V | TILE_FLIP_D | 1, 1, 4);
+    EXPECT_TRUE(all.index == 0 && all.angle == 90 && all.flip == SDL_FLIP_HORIZONTAL);
+    const DecodedTile bit28 = tile_decode_gid(0x10000003, 1, 4);
+    EXPECT_TRUE(bit28.index == 2 && bit28.angle == 0 && bit28.flip == SDL_FLIP_NONE);
+    for (const DecodedTile &none :
+         {tile_decode_gid(0, 1, 4), tile_decode_gid(TILE_FLIP_H, 1, 4), tile_decode_gid(3, 4, 4),
+          tile_decode_gid(3, 1, 0)}) {
+        EXPECT_TRUE(none.index == -1 && none.row == -1 && none.col == -1 && none.flip == SDL_FLIP_NONE);
+    }
+}
+
+TEST(TileRanges, ClampAndCover) {
+    const auto is = [](TileRange r, int first, int end) { return r.first == first && r.end == end; };
+    EXPECT_TRUE(is(tile_range_clamp({-3, 50}, 10), 0, 10));
+    EXPECT_TRUE(is(tile_range_clamp({7, 2}, 10), 7, 7));
+    EXPECT_TRUE(is(tile_range_clamp({2, 5}, -1), 0, 0));
+    EXPECT_TRUE(is(tile_range_covering(0, 1280, -100, 256, 3, 10), 0, 2));
+    EXPECT_TRUE(is(tile_range_covering(0, 512, 0, 256, 1, 10), 0, 2)) << "an end on a boundary";
+    EXPECT_TRUE(is(tile_range_covering(0, 100, 200, 256, 1, 10), 0, 0)) << "beyond the view";
+    EXPECT_TRUE(is(tile_range_covering(0, 100, -600, 256, 1, 10), 2, 3));
+    for (const float scale : {0.0f, -1.0f, NAN}) EXPECT_TRUE(is(tile_range_covering(0, 9, 0, 16, scale, 9), 0, 0));
+    EXPECT_TRUE(is(tile_range_covering(0, 1e30f, -1e30f, 16, 1, 9), 9, 9)) << "far beyond any cell number";
+    const TileCoord left = tile_coord_at(-1, 33, 0, 0, 16, 16, 2), none = tile_coord_at(5, 5, 0, 0, 16, 16, 0);
+    EXPECT_TRUE(left.row == 1 && left.col == -1 && none.row == 0 && none.col == 0);
+}
+
+// --- maps ---
+
+class TilemapTest : public EngineTest {
+protected:
+    static constexpr int TILE = 8;
+
+    void SetUp() override {
+        EngineTest::SetUp();
+        ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "400x300"}));
+        SDL_CloseStorage(storage->game); // game files come from the test's own folder
+        storage->game = SDL_OpenFileStorage(directory.path.c_str());
+        save_tileset();
+        map = tilemap_new();
+    }
+    void TearDown() override {
+        render_grid_cleanup(&grid);
+        tilemap_cleanup(&map);
+        EngineTest::TearDown();
+    }
+
+    // Four opaque tiles of noise in a row: no two pixels of a tile are alike but by chance.
+    void save_tileset() {
+        std::mt19937 random(1);
+        tileset.reset(SDL_CreateSurface(4 * TILE, TILE, SDL_PIXELFORMAT_RGBA32));
+        for (int y = 0; y < TILE; y++) {
+            for (int x = 0; x < 4 * TILE; x++) {
+                SDL_WriteSurfacePixel(
+                    tileset.get(), x, y, static_cast<Uint8>(32 + random() % 200), static_cast<Uint8>(random()),
+                    static_cast<Uint8>(random()), 255);
+            }
+        }
+        ASSERT_TRUE(IMG_SavePNG(tileset.get(), "tiles.png"));
+    }
+    bool load(const std::string &csv, Uint32 first_gid = 1) {
+        write_file("layer.csv", csv);
+        return tilemap_load_tileset(map, engine_renderer(), "tiles.png", TILE, TILE, first_gid) &&
+               tilemap_load_csv(map, "layer.csv");
+    }
+    bool load_random(int rows, int cols, unsigned seed) {
+        std::mt19937 random(seed);
+        std::string csv;
+        for (int row = 0; row < rows; row++) {
+            for (int col = 0; col < cols; col++)
+                csv += std::to_string((random() & 0xE0000000u) | (1 + random() % 4)) + ",";
+            csv += "\n";
+        }
+        return load(csv);
+    }
+    static void clear() {
+        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+        SDL_RenderClear(engine_renderer());
+    }
+
+    Picture tileset;
+    Tilemap *map = nullptr;
+    RenderGrid *grid = nullptr;
+};
+
+TEST_F(TilemapTest, EveryOrientationIsTheTurnedTile) {
+    for (Uint32 flags = 0; flags < 8; flags++) {
+        ASSERT_TRUE(load(std::to_string(flags << 29 | 2)));
+        for (const int scale : {1, 3}) {
+            clear();
+            tilemap_set_scale(map, static_cast<float>(scale));
+            ASSERT_TRUE(tilemap_draw(engine_renderer(), map, {5, 7}));
+            const Picture drawn = picture();
+            for (int y = 0; y < TILE * scale; y++) {
+                for (int x = 0; x < TILE * scale; x++) { // the source of a drawn pixel: mirror, then transpose
+                    int sx = flags & 4 ? TILE - 1 - x / scale : x / scale;
+                    int sy = flags & 2 ? TILE - 1 - y / scale : y / scale;
+                    if (flags & 1) std::swap(sx, sy);
+                    const SDL_Color found = pixel_at(drawn, 5 + x, 7 + y), wanted = pixel_at(tileset, TILE + sx, sy);
+                    ASSERT_TRUE(found.r == wanted.r && found.g == wanted.g && found.b == wanted.b)
+                        << "flags " << flags << " at " << x << ", " << y << ", scale " << scale;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(TilemapTest, ChunksShowWhatTilesShowAndOnlyTheVisibleOnesAreNeeded) {
+    std::mt19937 random(9);
+    for (int round = 0; round < 12; round++) {
+        const int rows = 1 + static_cast<int>(random() % 40), cols = 1 + static_cast<int>(random() % 60);
+        ASSERT_TRUE(load_random(rows, cols, static_cast<unsigned>(random())));
+        const float scale = static_cast<float>(1 + random() % 3);
+        tilemap_set_scale(map, scale);
+        EXPECT_EQ(tilemap_width(map), scale * static_cast<float>(cols * TILE));
+        render_grid_cleanup(&grid);
+        grid = tilemap_to_render_grid(engine_renderer(), map, 1 + static_cast<int>(random() % 9));
+        ASSERT_NE(grid, nullptr);
+        const SDL_FPoint origin = {static_cast<float>(random() % 300) - 200, static_cast<float>(random() % 300) - 200};
+        clear();
+        ASSERT_TRUE(tilemap_draw(engine_renderer(), map, origin));
+        const Picture tiles = picture();
+        clear();
+        ASSERT_TRUE(render_grid_draw(engine_renderer(), grid, origin, scale));
+        EXPECT_TRUE(same_pixels(picture(), tiles)) << "all chunks, round " << round;
+        clear();
+        const TileRange visible_rows = render_grid_visible_rows(grid, 0, 300, origin, scale);
+        const TileRange visible_cols = render_grid_visible_cols(grid, 0, 400, origin, scale);
+        ASSERT_TRUE(render_grid_draw_range(engine_renderer(), grid, visible_rows, visible_cols, origin, scale));
+        EXPECT_TRUE(same_pixels(picture(), tiles)) << "visible chunks, round " << round;
+        for (int row = visible_rows.first; row < visible_rows.end; row++) { // and none of them is out of view
+            const float top = origin.y + static_cast<float>(row * grid->chunk_h) * scale;
+            EXPECT_TRUE(top < 300 && top + static_cast<float>(grid->chunk_h) * scale > 0);
+        }
+    }
+}
+
+TEST_F(TilemapTest, AnOpaqueMapShowsNoSeamsAnywhere) {
+    ASSERT_TRUE(load_random(80, 100, 3));
+    grid = tilemap_to_render_grid(engine_renderer(), map, 16);
+    ASSERT_NE(grid, nullptr);
+    std::mt19937 random(4);
+    for (int i = 0; i < 100; i++) {
+        const float scale = static_cast<float>(1 + i % 3);
+        clear();
+        const float reach_x = tilemap_width(map) * scale - 400, reach_y = tilemap_height(map) * scale - 300;
+        const SDL_FPoint origin = {
+            -std::floor(static_cast<float>(random() % 1000) / 999 * reach_x),
+            -std::floor(static_cast<float>(random() % 1000) / 999 * reach_y)};
+        ASSERT_TRUE(render_grid_draw(engine_renderer(), grid, origin, scale));
+        ASSERT_EQ(count_pixels(picture(), {0, 255, 0, 255}), 0) << origin.x << ", " << origin.y << ", scale " << scale;
+    }
+}
+
+TEST_F(TilemapTest, LoadingChecksTilesetAndLayerAgainstEachOther) {
+    EXPECT_FALSE(tilemap_load_tileset(map, engine_renderer(), "tiles.png", 0, 8, 1));
+    EXPECT_FALSE(tilemap_load_tileset(map, engine_renderer(), "missing.png", 8, 8, 1));
+    EXPECT_FALSE(tilemap_load_tileset(map, engine_renderer(), "tiles.png", 5, 8, 1));
+    EXPECT_EQ(map->tileset, nullptr);
+    EXPECT_TRUE(log.has("[TILEMAP] A tile size of 0x8 is not usable"));
+    EXPECT_TRUE(log.has("[TILEMAP] IMG_LoadTexture failed for missing.png, error: "));
+    EXPECT_TRUE(log.has(
+        "[TILEMAP] Tileset tiles.png is 32x8, which does not divide by 5x8. Tileset margin and spacing "
+        "are not supported."));
+    EXPECT_FALSE(tilemap_draw(engine_renderer(), map, {0, 0}));
+    EXPECT_EQ(tilemap_to_render_grid(engine_renderer(), map, 16), nullptr);
+
+    EXPECT_FALSE(load("1,5"));
+    EXPECT_TRUE(log.has(
+        "[TILEMAP] The map uses GID 5 but the tileset only holds 4 tiles from GID 1, so the highest it "
+        "can draw is 4"));
+    EXPECT_EQ(tilemap_width(map), 16) << "the layer stays";
+    EXPECT_TRUE(load("1,5", 2));
+    write_file("layer.csv", "1,x");
+    EXPECT_FALSE(tilemap_load_csv(map, "layer.csv"));
+    EXPECT_TRUE(log.has("[TILEMAP] Could not parse tile layer: layer.csv"));
+    EXPECT_EQ(map->layer->cols, 2) << "the old layer stays";
+    for (const float scale : {0.0f, -2.0f, NAN}) tilemap_set_scale(map, scale);
+    EXPECT_EQ(map->scale, 1.0f);
+    EXPECT_EQ(tilemap_to_render_grid(engine_renderer(), map, 0), nullptr);
+}
+
+TEST_F(TilemapTest, RenderGridsRefuseWhatTheyAreNot) {
+    SDL_Renderer *renderer = engine_renderer();
+    EXPECT_EQ(render_grid_new(renderer, 0, 1, 8, 8), nullptr);
+    EXPECT_EQ(render_grid_new(renderer, 1, 1, 8, 0), nullptr);
+    EXPECT_TRUE(log.has("[RENDER_GRID] A grid of 1x0 chunks of 8x8 px is not usable"));
+    EXPECT_EQ(render_grid_new(nullptr, 1, 2, 8, 8), nullptr);
+    EXPECT_TRUE(log.has("[RENDER_GRID] Could not create chunk 1 of 2, error: "));
+    ASSERT_TRUE(load_random(20, 35, 1));
+    grid = tilemap_to_render_grid(renderer, map, 16);
+    ASSERT_NE(grid, nullptr);
+    EXPECT_TRUE(grid->rows == 2 && grid->cols == 3 && grid->chunk_w == 128);
+    EXPECT_EQ(render_grid_get(grid, -1, 0), nullptr);
+    EXPECT_EQ(render_grid_get(grid, 0, 3), nullptr);
+    EXPECT_EQ(SDL_GetRenderTarget(renderer), nullptr) << "baking gives the window back";
+    SDL_Texture *saved = nullptr;
+    EXPECT_FALSE(render_grid_begin_chunk(renderer, grid, 2, 0, &saved));
+    EXPECT_EQ(SDL_GetRenderTarget(renderer), nullptr);
+    EXPECT_TRUE(render_grid_draw_range(renderer, grid, {-5, 50}, {-5, 50}, {0, 0}, 1));
+}
+
+TEST_F(TilemapTest, LoadingAndBakingSurviveEachAllocationFailing) {
+    write_file("layer.csv", "1,2\n3,4\n");
+    tilemap_cleanup(&map);
+    expect_allocation_faults_survived(
+        &log,
+        [&] {
+            map = tilemap_new();
+            if (!map || !tilemap_load_tileset(map, engine_renderer(), "tiles.png", TILE, TILE, 1)) return false;
+            if (!tilemap_load_csv(map, "layer.csv")) return false;
+            grid = tilemap_to_render_grid(engine_renderer(), map, 1);
+            return grid != nullptr;
+        },
+        [&] {
+            render_grid_cleanup(&grid);
+            tilemap_cleanup(&map);
+        });
+}
+
+} // namespace
