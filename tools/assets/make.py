@@ -7,13 +7,14 @@ import sys
 import tempfile
 from pathlib import Path
 
+import castle_tilemap
 import music
 import sound_effects
 import text_mode_font
 import textures
 import ui_font
 
-GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects)
+GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap)
 DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
 
 

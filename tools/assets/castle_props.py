@@ -1,0 +1,428 @@
+"""The castle's furniture: windows, pillars, torches and the rest, painted on the back wall."""
+
+from __future__ import annotations
+
+import random
+
+import numpy as np
+
+from castle_walls import Picture, index
+
+TILE = 16
+
+# Character -> colour; a dot leaves the wall as it is.
+LEGEND = {
+    "k": "night.0", "n": "night.1", "b": "night.2", "B": "night.3", "s": "stone.0", "S": "stone.1", "g": "stone.2",
+    "t": "torchlit.0", "T": "torchlit.1", "d": "wood.1", "m": "wood.2", "M": "wood.3",
+    "x": "cloth.0", "q": "cloth.1", "r": "cloth.2", "R": "cloth.3", "o": "flame.1", "y": "flame.2", "w": "flame.3",
+    "G": "gold.2", "i": "iron.2", "I": "iron.3", "1": "moss.1", "2": "moss.2",
+}
+
+TORCH = """
+.......R........
+.......o........
+......ror.......
+......oo........
+.....royo.......
+.....oyyor......
+....royyo.......
+....oyywyo......
+....oywwyo......
+....roywyr......
+.....royo.......
+....kSiigSk.....
+....kkSSkkk.....
+.....kSsSk......
+......ksk.......
+......ksk.......
+......kmk.......
+......kmk.......
+......kdk.......
+....kSSiSSk.....
+....kkkmkkk.....
+......kdk.......
+......kdk.......
+.......k........
+"""
+
+CANDLES = """
+................................
+..o.....o......o.....o.....o....
+.oyo...oyo....oyo...oyo...oyo...
+.ywy...ywy....ywy...ywy...ywy...
+..w.....w......w.....w.....w....
+..T.....T......T.....T.....T....
+ksSSSkksSSSSSSSSSSSSSSSSkkSSSsk.
+.kkkkkkksssssssssssssssskkkkkk..
+......kkkk....ksk.....kkkk......
+.........kkkkkksskkkkkk.........
+..............ksk...............
+...............k................
+"""
+
+CHAIN = """
+......kSk.......
+.....kS.Sk......
+.....kS.Sk......
+......kSk.......
+......kSk.......
+......kSk.......
+.....kS.Sk......
+.....kS.Sk......
+......kSk.......
+......kSk.......
+......kSk.......
+.....kS.Sk......
+.....kS.Sk......
+......kSk.......
+......kSk.......
+......kSk.......
+"""
+
+SKULL = """
+................
+................
+................
+................
+................
+................
+................
+................
+.....ksSSk......
+....ksSSSSk.....
+....kSkSkSk.....
+....kSSkSSk..kk.
+.....kSSSk..kSSk
+...kkkkkkkkkkssk
+..ksSkSSksSSkkk.
+..kkkkkkkkkkkk..
+"""
+
+BARREL = """
+....kkkkkkkk....
+...kddmdmddtk...
+..kSSsSSsSSssk..
+..kdmdmddmdttk..
+.kddmdmddmddttk.
+.kddmdmddmddttk.
+.kSSsSSSsSSssnk.
+.kddmdmddmddttk.
+.kddmdmddmddttk.
+.kddmdmddmddttk.
+.kSSsSSSsSSssnk.
+..kdmdmddmdttk..
+..kdmdmddmdttk..
+..kSSsSSsSSssk..
+...kddmdmddtk...
+....kkkkkkkk....
+"""
+
+CRATE = """
+................
+................
+.kkkkkkkkkkkkkk.
+.kddddddddddddk.
+.kdkkkkkkkkkkdk.
+.kdkmddddddkkdk.
+.kdkdmddddktkdk.
+.kdkddmddktdkdk.
+.kdkkddmktddkdk.
+.kdktddkmdddkdk.
+.kdkttkddmddkdk.
+.kdktkddddmdkdk.
+.kdkkkkkkkkkkdk.
+.kddtdddddtdddk.
+.kttttttttttttk.
+.kkkkkkkkkkkkkk.
+"""
+
+THRONE = """
+.....kk............................kk...........
+....kGGk..........kkkkkk..........kGGk..........
+....kGMk........kkGGMMGGkk........kGMk..........
+....kkkk......kkGMqqqqqqMGkk......kkkk..........
+....kmdk....kkMMqqrrrrrrqqMMkk....kmdk..........
+....kmdkkkkkMmqqrrrrrrrrrrqqmMkkkkkmdk..........
+....kmdkMMMmdqqrrrrrGGrrrrrqqdmMMMkmdk..........
+....kmdkmmdddqrrrrrGGGGrrrrrqdddmmkmdk..........
+....kmdkdddxqqrrrrrrGGrrrrrrqqxdddkmdk..........
+....kmdktdxxqrrrrrGrGGrGrrrrrqxxdtkmdk..........
+....kmdktdxqqrrrrrGGGGGGrrrrrqqxdtkmdk..........
+....kmdktdxqrrrrrrrGGGGrrrrrrrqxdtkmdk..........
+....kmdktdxqrrrrrrrrGGrrrrrrrrqxdtkmdk..........
+....kmdktdxqrrrrrrrrrrrrrrrrrrqxdtkmdk..........
+....kmdktdxqqrrrrrrrrrrrrrrrrqqxdtkmdk..........
+....kmdktdxxqrrrrrrrrrrrrrrrrqxxdtkmdk..........
+....kmdktdxxqqrrrrrrrrrrrrrrqqxxdtkmdk..........
+....kmdktdxxxqrrrrrrrrrrrrrrqxxxdtkmdk..........
+....kmdktdxxxqqrrrrrrrrrrrrqqxxxdtkmdk..........
+....kmdktdxxxxqqrrrrrrrrrrqqxxxxdtkmdk..........
+....kmdktdxxxxxqqqrrrrrrqqqxxxxxdtkmdk..........
+.kkkkmdkkkkkxxxxxqqqqqqqqxxxxxkkkkkmdkkkk.......
+kGMMMmdMMMmkxxxxxxxxxxxxxxxxxxkMMMMmdMMmGk......
+kMmmmddmmmdkxxxxxxxxxxxxxxxxxxkmmmmddmmmdk......
+kkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkk......
+.kdmdtdmdtkqqrrrrrrrrrrrrrrrrrrqqkdmdtmdtk......
+.kdmdtdmdtkxqqqqqqqqqqqqqqqqqqqqxkdmdtmdtk......
+.kdmdtdmdtkxxxxxxxxxxxxxxxxxxxxxxkdmdtmdtk......
+.kdmdtdmdtkkkkkkkkkkkkkkkkkkkkkkkkdmdtmdtk......
+.kdmdtdmdtkdddmddddddmdddddddmdddkdmdtmdtk......
+.kdmdtdmdtkddddGdddddGdddddddGdddkdmdtmdtk......
+.kdmdtdmdtkdtttttttttttttttttttttkdmdtmdtk......
+.kdmdtdmdtkttttttttttttttttttttttkdmdtmdtk......
+.kGMdtGMMtkkkkkkkkkkkkkkkkkkkkkkkkGMdtGMtk......
+kkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkk......
+"""
+
+
+def stamp(to: Picture, grid: str, x: int, y: int, mirror: bool = False) -> None:
+    """Paints a character grid with its top-left corner at (x, y)."""
+    for dy, row in enumerate(grid.split()):
+        for dx, mark in enumerate(reversed(row) if mirror else row):
+            if mark != "." and 0 <= y + dy < to.shape[0] and 0 <= x + dx < to.shape[1]:
+                to[y + dy, x + dx] = index(LEGEND[mark])
+
+
+def fill(to: Picture, x0: int, y0: int, x1: int, y1: int, name: str) -> None:
+    """Fills a rectangle, ends excluded."""
+    to[y0:y1, x0:x1] = index(name)
+
+
+def arch_half(y: int, half: float, radius: float) -> float:
+    """Half the width of a pointed arch y px below its tip; the sides stand at `half`."""
+    if y >= radius:
+        return half
+    reach = 2 * half
+    rise = radius - y
+    return max(0.0, np.sqrt(max(reach * reach - rise * rise * (3 * half * half / (radius * radius)), 0.0)) - half)
+
+
+def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> None:
+    """An arched window of whole tiles: dressed stone frame, lead, night sky with stars and perhaps the moon."""
+    rng = random.Random(width * 100 + height * 10 + moon)
+    centre = x + width / 2
+    for dy in range(height):
+        for dx in range(width):
+            off = abs(x + dx + 0.5 - centre)
+            outer = arch_half(dy, width / 2, width * 0.72)
+            inner = arch_half(dy - 5, width / 2 - 5, width * 0.6) if dy >= 5 else 0.0
+            if dy >= height - 4:
+                to[y + dy, x + dx] = index("stone.1" if dy == height - 4 else "stone.0" if dy < height - 1 else "night.0")
+            elif off < inner:
+                depth = dy / height
+                step = 1 if depth < 0.3 else 2 if depth < 0.78 else 3
+                blend = (depth - (0.3 if step == 1 else 0.78)) * height
+                if -4 < blend < 0 and (dx + dy) % 2 == 0:
+                    step += 1
+                to[y + dy, x + dx] = index(f"night.{min(step, 3)}")
+                if off > inner - 1.2:
+                    to[y + dy, x + dx] = index("night.0")
+            elif off < outer:
+                joint = (dy + (3 if dx < width / 2 else 7)) % 9 == 0
+                rim = off > outer - 1.3
+                name = "night.0" if rim or joint else "night.2" if off < inner + 1.5 else "stone.0"
+                to[y + dy, x + dx] = index(name)
+    sky = {index("night.1"), index("night.2"), index("night.3")}
+    for _ in range(width * height // 90):
+        sx, sy = x + rng.randrange(6, width - 6), y + rng.randrange(10, height - 12)
+        if to[sy, sx] in sky:
+            to[sy, sx] = index(rng.choice(["stone.2", "iron.2", "stone.3"]))
+    if moon:
+        mx, my, radius = centre + 4, y + height * 0.36, 5.6
+        for dy in range(-8, 9):
+            for dx in range(-8, 9):
+                px, py = int(mx + dx), int(my + dy)
+                far = np.hypot(dx, dy)
+                if to[py, px] in sky:
+                    if far < radius:
+                        shadow = np.hypot(dx + 3.2, dy + 2) < radius - 0.4
+                        to[py, px] = index("night.3" if shadow else "stone.4" if far < radius - 1 else "stone.3")
+                    elif far < radius + 2 and (px + py) % 2:
+                        to[py, px] = index("night.3")
+    # hills on the horizon
+    for dx in range(5, width - 5):
+        tall = int(5 + 3 * np.sin((dx + width) * 0.33) + 2 * np.sin(dx * 0.9))
+        for dy in range(height - 4 - tall, height - 4):
+            if to[y + dy, x + dx] in sky:
+                to[y + dy, x + dx] = index("night.1")
+    # lead: one post and bars
+    for dy in range(6, height - 4):
+        for dx in range(4, width - 4):
+            post = abs(x + dx + 0.5 - centre) < 1 if width > 20 else False
+            bar = dy % 16 == 13
+            if (post or bar) and (to[y + dy, x + dx] != index("stone.0")) and abs(
+                x + dx + 0.5 - centre
+            ) < (arch_half(dy - 5, width / 2 - 5, width * 0.6)):
+                to[y + dy, x + dx] = index("night.0")
+
+
+def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
+    """A half column of the wall, one tile wide with a wider base and capital; light from the left."""
+    shaft = ["night.0", "stone.0", "stone.1", "stone.0", "stone.1", "stone.0", "stone.0", "stone.0", "night.1", "stone.0",
+             "night.1", "night.0"]
+    for y in range(top, bottom):
+        for dx, name in enumerate(shaft):
+            to[y, x + 2 + dx] = index(name)
+        if (y - top) % 32 == 0:
+            to[y, x + 2 : x + 14] = index("night.0")
+    for rows, grow in (((top, top + 4), 2), ((top + 4, top + 7), 1), ((bottom - 4, bottom), 2), ((bottom - 8, bottom - 4), 1)):
+        for y in range(*rows):
+            left, right = x + 2 - grow, x + 14 + grow
+            to[y, left:right] = index("stone.0")
+            to[y, left + 1 : left + 5] = index("stone.1")
+            to[y, left] = to[y, right - 1] = index("night.0")
+            to[y, right - 4 : right - 1] = index("night.1")
+        to[rows[1] - 1, x + 2 - grow : x + 14 + grow] = index("night.0")
+
+
+def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True) -> None:
+    """A blind arch in the wall: ring of wedge stones around a darker niche."""
+    centre = x + width / 2
+    for dy in range(height):
+        for dx in range(width):
+            off = abs(x + dx + 0.5 - centre)
+            outer = arch_half(dy, width / 2, width * 0.5)
+            inner = arch_half(dy - 6, width / 2 - 6, width * 0.42) if dy >= 6 else 0.0
+            if off < inner:
+                if dark:
+                    deep = off > inner - 2 or dy < 12
+                    to[y + dy, x + dx] = index("night.0" if deep or (dx * 7 + dy * 5) % 23 else "night.1")
+            elif off < outer:
+                angle = int(np.degrees(np.arctan2(max(0, width * 0.5 - dy), off)) // 14) if dy < width * 0.5 else dy // 10
+                edge = off > outer - 1.2 or off < inner + 1.2
+                lit = x + dx < centre
+                to[y + dy, x + dx] = index("night.0" if edge else "stone.1" if lit and angle % 2 == 0 else "stone.0"
+                                           if angle % 2 == 0 or lit else "night.1")
+
+
+def banner(to: Picture, x: int, y: int, height: int) -> None:
+    """A hanging cloth with a golden flame, 16 px wide, swallow tail."""
+    for dy in range(height):
+        for dx in range(1, 15):
+            tail = height - dy <= 7 and abs(dx - 7.5) < (8 - (height - dy)) * 0.95
+            if tail:
+                continue
+            fold = (dx + (dy // 9) % 2) % 7
+            name = "cloth.0" if dx in (1, 14) or fold == 6 else "cloth.1" if fold in (0, 1, 4, 5) else "cloth.2"
+            if dx > 10 and name == "cloth.2":
+                name = "cloth.1"
+            if dx in (2, 13):
+                name = "gold.1" if dy < height - 4 else "cloth.0"
+            to[y + dy, x + dx] = index(name)
+    fill(to, x, y - 2, x + 16, y, "night.0")
+    fill(to, x, y - 2, x + 16, y - 1, "wood.1")
+    flame = ["...G....", "...GG...", "..GGG.G.", ".GGMGGG.", ".GMMMGG.", ".GMrMMG.", "..GrrG..", "...GG..."]
+    for dy, row in enumerate(flame):
+        for dx, mark in enumerate(row):
+            if mark != ".":
+                to[y + 8 + dy, x + 4 + dx] = index({"G": "gold.1", "M": "gold.1", "r": "cloth.3"}[mark])
+
+
+def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
+    """An arched doorway closed by bars; behind them only dark."""
+    arch(to, x, y, width, height)
+    centre = x + width / 2
+    for dy in range(6, height):
+        inner = arch_half(dy - 6, width / 2 - 6, width * 0.42)
+        for dx in range(width):
+            if abs(x + dx + 0.5 - centre) < inner - 1:
+                bar, cross = dx % 6, (dy - 6) % 14
+                if bar in (2, 3) or cross in (5, 6):
+                    to[y + dy, x + dx] = index("stone.1" if bar == 2 or cross == 5 else "stone.0")
+                    if bar in (2, 3) and cross in (5, 6):
+                        to[y + dy, x + dx] = index("iron.1" if bar == 2 else "night.1")
+
+
+def shelf(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> None:
+    """A bookcase: boards of dark wood, books in dim colours."""
+    rng = random.Random(seed)
+    fill(to, x, y, x + width, y + height, "night.0")
+    fill(to, x, y, x + width, y + 2, "wood.1")
+    for side in (x, x + width - 2):
+        fill(to, side, y, side + 2, y + height, "wood.0" if side > x else "wood.1")
+    level = y + 2
+    while level + 14 <= y + height + 2:
+        floor = min(level + 13, y + height - 2)
+        bx = x + 3
+        while bx < x + width - 4:
+            if rng.random() < 0.14:
+                bx += rng.randint(2, 5)
+                continue
+            wide, tall = rng.randint(2, 4), rng.randint(6, 10)
+            name = rng.choice(["cloth.0", "cloth.1", "wood.1", "wood.2", "moss.1", "night.2", "torchlit.1", "torchlit.0"])
+            dark = {"cloth.1": "cloth.0", "wood.2": "wood.1", "moss.1": "stone.0", "night.2": "night.1", "torchlit.1":
+                    "torchlit.0", "wood.1": "wood.0"}.get(name, "night.1")
+            wide = min(wide, x + width - 3 - bx)
+            fill(to, bx, floor - tall, bx + wide, floor, name)
+            fill(to, bx + wide - 1, floor - tall, bx + wide, floor, dark)
+            if tall > 7 and rng.random() < 0.6:
+                fill(to, bx, floor - tall + 2, bx + wide - 1, floor - tall + 3, "torchlit.1")
+            bx += wide
+        fill(to, x + 2, floor, x + width - 2, floor + 1, "wood.1")
+        fill(to, x + 2, floor + 1, x + width - 2, floor + 2, "wood.0")
+        level = floor + 2
+
+
+def crack(to: Picture, x: int, y: int, seed: int) -> None:
+    """A crack that wanders down the wall for two tiles."""
+    rng = random.Random(seed)
+    cx = x + 6
+    for dy in range(28):
+        cx += rng.choice([-1, 0, 0, 1]) if dy % 2 == 0 else 0
+        to[y + dy, cx] = index("night.0")
+        if rng.random() < 0.3:
+            to[y + dy, cx + 1] = index("night.0")
+        if rng.random() < 0.25:
+            to[y + dy, cx - 1] = index("stone.0")
+        if dy in (9, 17):
+            for n in range(5):
+                to[y + dy + n, cx + (n if dy == 9 else -n)] = index("night.0")
+
+
+def cobweb(to: Picture, x: int, y: int, mirror: bool) -> None:
+    """Threads across an upper corner of 16 px."""
+    for dy in range(16):
+        for dx in range(16):
+            far = np.hypot(dx, dy)
+            spoke = dx == 0 or dy == 0 or dx == dy or dx == 2 * dy + 1 or dy == 2 * dx + 1
+            ring = abs(far - 6) < 0.5 or abs(far - 10) < 0.5 or abs(far - 14) < 0.45
+            if far < 15 and (spoke or (ring and (dx + dy) % 3)):
+                to[y + dy, x + (15 - dx if mirror else dx)] = index("stone.0" if far > 7 else "stone.1")
+
+
+def moss(to: Picture, x: int, y: int, width: int, seed: int, longest: int = 9) -> None:
+    """Moss hanging down from y."""
+    rng = random.Random(seed)
+    length = 3.0
+    for dx in range(width):
+        length = min(max(length + rng.uniform(-2.2, 2.2), 0), longest)
+        for dy in range(int(length)):
+            last = dy >= int(length) - 2
+            to[y + dy, x + dx] = index("stone.0" if last and rng.random() < 0.4 else "moss.1")
+
+
+def rubble(to: Picture, x: int, y: int, width: int, seed: int) -> None:
+    """Fallen stones lying on a floor whose top is at y."""
+    rng = random.Random(seed)
+    at = x
+    while at < x + width - 4:
+        w, h = rng.randint(3, 7), rng.randint(2, 5)
+        w = min(w, x + width - at)
+        for dy in range(h):
+            for dx in range(w):
+                if (dx in (0, w - 1)) and dy == 0:
+                    continue
+                name = "stone.0" if dy == 0 else "night.1"
+                if dx == w - 1 or dy == h - 1:
+                    name = "night.0"
+                to[y - h + dy, at + dx] = index(name)
+        at += w + rng.randint(0, 6)
+
+
+def table(to: Picture, x: int, y: int, width: int) -> None:
+    """A table 14 px high that stands on y."""
+    fill(to, x, y - 14, x + width, y - 11, "wood.1")
+    fill(to, x, y - 11, x + width, y - 10, "night.0")
+    for leg in (x + 3, x + width - 6):
+        fill(to, leg, y - 10, leg + 3, y, "wood.0")
+        fill(to, leg, y - 10, leg + 1, y, "wood.1")

@@ -1,0 +1,167 @@
+"""Stone, light and depth: what the castle's walls look like, pixel by pixel.
+
+Pictures here are arrays of colour numbers (positions in palette.COLOURS), [y, x].
+"""
+
+from __future__ import annotations
+
+import random
+from dataclasses import dataclass
+
+import numpy as np
+
+from palette import COLOURS, colour
+
+Picture = np.ndarray
+Field = np.ndarray
+
+PERIOD = 64  # px after which stonework repeats: four tiles, whose borders the stones ignore
+
+MORTAR, BODY, HIGH, LOW, DARK = range(5)  # parts of a stone; dark is the body of a stone of another tone
+
+BAYER = (
+    np.array([[0, 8, 2, 10], [12, 4, 14, 6], [3, 11, 1, 9], [15, 7, 13, 5]], float) / 16 - 0.47
+)
+
+
+def index(name: str) -> int:
+    """The number of a colour such as "stone.2"."""
+    return COLOURS.index(colour(name))
+
+
+def parts(*names: str) -> list[int]:
+    return [index(name) for name in names]
+
+
+@dataclass(frozen=True)
+class Masonry:
+    """How stones are laid. Course heights add up to PERIOD."""
+
+    seed: int
+    courses: tuple[int, ...]
+    widths: tuple[int, int]  # shortest and longest stone
+    shift: int  # y of the first course
+    dark: float = 0.25  # share of stones of the other tone
+    chip: float = 0.2  # share of stones that lack a corner
+
+
+ASHLAR = Masonry(11, (9, 8, 10, 7, 9, 8, 6, 7), (9, 19), 5)
+BRICK = Masonry(23, (5, 6, 5, 5, 6, 5, 5, 6, 5, 5, 6, 5), (8, 12), 2, 0.3, 0.1)
+ROUGH = Masonry(37, (12, 10, 13, 9, 11, 9), (10, 22), 7, 0.35, 0.6)
+BLOCKS = Masonry(53, (13, 11, 14, 12, 14), (17, 30), 4, 0.2, 0.15)
+SOLID = Masonry(71, (10, 8, 11, 9, 7, 10, 9), (9, 20), 3, 0.28, 0.35)
+
+
+def lay(masonry: Masonry) -> np.ndarray:
+    """Lays one period of stones and returns the part at each pixel."""
+    rng = random.Random(masonry.seed)
+    out = np.full((PERIOD, PERIOD), MORTAR, np.uint8)
+    y = masonry.shift
+    joints_above: set[int] = set()
+    for height in masonry.courses:
+        while True:
+            widths: list[int] = []
+            while sum(widths) < PERIOD:
+                widths.append(rng.randint(*masonry.widths))
+            widths[-1] -= sum(widths) - PERIOD
+            start = rng.randrange(PERIOD)
+            joints = {(start + sum(widths[:n])) % PERIOD for n in range(len(widths))}
+            near = {(j + n) % PERIOD for j in joints_above for n in (-2, -1, 0, 1, 2)}
+            if widths[-1] >= masonry.widths[0] and not joints & near:
+                break
+        joints_above = joints
+        x = start
+        for width in widths:
+            dark = rng.random() < masonry.dark
+            chipped, corner = rng.random() < masonry.chip, rng.randrange(4)
+            for dy in range(height - 1):  # the last row and column are mortar
+                for dx in range(width - 1):
+                    part = DARK if dark else BODY
+                    if dy == 0 or (dx == 0 and dy < height - 3):
+                        part = BODY if dark else HIGH
+                    elif dy == height - 2 or dx == width - 2:
+                        part = LOW
+                    at_corner = (dy == 0 or dy == height - 2) and (dx == 0 or dx == width - 2)
+                    if at_corner and chipped and corner == (dy > 0) * 2 + (dx > 0):
+                        part = MORTAR
+                    out[(y + dy) % PERIOD, (x + dx) % PERIOD] = part
+            # a few pits in the face
+            for _ in range(rng.randrange(3)):
+                dx, dy = rng.randrange(1, max(2, width - 2)), rng.randrange(1, max(2, height - 2))
+                out[(y + dy) % PERIOD, (x + dx) % PERIOD] = LOW
+            x += width
+        y += height
+    return out
+
+
+# Colours of mortar, body, lit edge, low edge and other tone, from dark to light.
+BACK_COLD = [
+    parts("night.0", "night.1", "stone.0", "night.1", "night.1"),
+    parts("night.0", "stone.0", "stone.0", "night.1", "night.1"),
+    parts("night.0", "stone.0", "night.2", "night.1", "night.1"),
+    parts("night.1", "night.2", "stone.1", "stone.0", "stone.0"),
+]
+BACK_WARM = [
+    BACK_COLD[0],
+    parts("night.0", "torchlit.0", "torchlit.0", "night.1", "stone.0"),
+    parts("night.1", "torchlit.0", "wood.1", "stone.0", "torchlit.0"),
+    parts("torchlit.0", "wood.1", "torchlit.1", "torchlit.0", "torchlit.0"),
+]
+FRONT_COLD = [
+    parts("night.0", "night.0", "night.1", "night.0", "night.0"),
+    parts("night.0", "night.1", "stone.0", "night.0", "night.1"),
+    parts("night.0", "stone.0", "stone.1", "night.1", "stone.0"),
+    parts("night.1", "stone.1", "stone.2", "stone.0", "stone.1"),
+]
+FRONT_WARM = [
+    FRONT_COLD[0],
+    parts("night.0", "torchlit.0", "torchlit.0", "night.0", "night.1"),
+    parts("night.0", "torchlit.0", "torchlit.1", "night.1", "torchlit.0"),
+    parts("torchlit.0", "torchlit.1", "torchlit.2", "torchlit.0", "torchlit.1"),
+]
+# The worn slab on floors: lit top, second row, face, joint, shadow below.
+SLAB_COLD = parts("stone.4", "stone.3", "stone.2", "stone.0", "night.1")
+SLAB_WARM = parts("skin.3", "torchlit.3", "torchlit.2", "torchlit.0", "torchlit.0")
+
+
+def dithered(field: Field, top: int, spread: float = 0.5) -> np.ndarray:
+    """Rounds a field down to whole levels 0..top, mixing neighbours in a fixed 4 px pattern at the borders."""
+    h, w = field.shape
+    noise = np.tile(BAYER, (h // 4 + 1, w // 4 + 1))[:h, :w]
+    return np.clip(np.floor(field + noise * spread + 1e-6), 0, top).astype(int)
+
+
+def tiled(parts_of: np.ndarray, shape: tuple[int, int]) -> np.ndarray:
+    """Repeats one period of stonework over a picture."""
+    h, w = shape
+    return np.tile(parts_of, (h // PERIOD + 1, w // PERIOD + 1))[:h, :w]
+
+
+def shade(parts_of: np.ndarray, levels: np.ndarray, table: list[list[int]]) -> Picture:
+    """Colours stonework by level."""
+    return np.array(table, np.uint8)[levels, parts_of]
+
+
+def glow(shape: tuple[int, int], x: float, y: float, radius: float, strength: float) -> Field:
+    """Light of one flame: strongest at its place, zero at the radius, a little taller above."""
+    py, px = np.mgrid[0 : shape[0], 0 : shape[1]] + 0.5
+    dy = np.where(py < y, (py - y) * 0.9, (py - y) * 1.05)
+    return np.clip(1 - np.hypot(px - x, dy) / radius, 0, 1) * strength
+
+
+def distance_inside(solid: np.ndarray, limit: int) -> Field:
+    """Distance in px from each solid pixel to the nearest open one, up to a limit; 0 where open."""
+    far = np.where(solid, float(limit), 0.0)
+    for _ in range(limit):  # chamfer steps: straight 1, diagonal 1.41
+        grown = far.copy()
+        pad = np.pad(far, 1, constant_values=float(limit))
+        for dy in (-1, 0, 1):
+            for dx in (-1, 0, 1):
+                if dy or dx:
+                    step = 1.41 if dy and dx else 1.0
+                    near = pad[1 + dy : pad.shape[0] - 1 + dy, 1 + dx : pad.shape[1] - 1 + dx]
+                    np.minimum(grown, near + step, out=grown)
+        if np.array_equal(grown, far):
+            break
+        far = np.where(solid, grown, 0.0)
+    return far
