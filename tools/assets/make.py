@@ -7,11 +7,12 @@ import sys
 import tempfile
 from pathlib import Path
 
+import knight_sheet
 import text_mode_font
 import textures
 import ui_font
 
-GENERATORS = (ui_font, text_mode_font, textures)
+GENERATORS = (ui_font, text_mode_font, textures, knight_sheet)
 DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
 
 
