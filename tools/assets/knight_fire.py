@@ -17,17 +17,19 @@ from knight_raster import (
 from knight_rig import joints_of
 
 SUBSTEPS = 4  # births a frame
-BLADE_RATE = 3  # particles a birth at rate 1
+BLADE_RATE = 4  # particles a birth at rate 1
 LONGEST_LIFE = 7
 EDGE = 3  # flames stay this far away from the frame's sides, so that no cut edge shows
 
 # Hottest first: tone of the flame ramp, and the pixels of a particle that warm.
 STAGES = (
-    (LIGHT, ((0, 0), (-1, 0), (1, 0), (0, -1), (0, 1))),
-    (MIDDLE, ((0, 0), (1, 0), (0, 1), (1, 1))),
-    (SHADE, ((0, 0), (0, 1))),
+    (LIGHT, ((0, -1), (0, 0), (1, 0), (0, 1), (1, 1))),
+    (MIDDLE, ((0, -1), (0, 0), (1, 0), (0, 1), (1, 1))),
+    (SHADE, ((0, -1), (0, 0), (1, 0))),
     (OUTLINE, ((0, 0),)),
 )
+STAGE_ENDS = (0.14, 0.42, 0.72)  # parts of a life
+FOLLOW = 0.8  # how far a particle goes along with the blade instead of staying where it was born
 
 
 class Particles:
@@ -36,7 +38,7 @@ class Particles:
     def __init__(self, clip: Clip, seed: int) -> None:
         self.clip = clip
         random = np.random.Generator(np.random.PCG64(seed))
-        self.births: list[tuple[float, float, float, float, float, float, float]] = []
+        self.births: list[tuple[float, ...]] = []
         # One-shot clips begin with a blade that already burns.
         first = 0 if clip.loop else -LONGEST_LIFE * SUBSTEPS
         for step in range(first, clip.frames * SUBSTEPS):
@@ -51,7 +53,7 @@ class Particles:
                             time, spray.x + random.uniform(-1, 1) * spray.spread[0],
                             spray.y + random.uniform(-1, 1) * spray.spread[1],
                             math.cos(angle) * speed, -math.sin(angle) * speed,
-                            random.uniform(*spray.life), random.uniform(0, 6.28),
+                            random.uniform(*spray.life), random.uniform(0, 6.28), -1.0, 1,
                         ))
 
     def _from_blade(self, time: float, random: np.random.Generator) -> None:
@@ -64,21 +66,25 @@ class Particles:
             u, sx, sy, vx, vy, life, phase = random.uniform(0, 1, 7)
             if i >= count:
                 continue
-            u = u ** 0.75
             self.births.append((
                 time, ax + (bx - ax) * u + (sx - 0.5) * 2, ay + (by - ay) * u + (sy - 0.5) * 2,
-                (vx - 0.5) * 1.0, -1.2 - vy * 2.0, 1.6 + life * 2.2 * (0.5 + 0.5 * pose.heat), phase * 6.28,
+                (vx - 0.5) * 1.0, -1.2 - vy * 2.0, 1.4 + life * 2.4 * (0.4 + 0.6 * pose.heat), phase * 6.28, u, round((1 - pose.heat) * 2.5),
             ))
 
     def draw(self, frame: np.ndarray, time: float) -> None:
         alive: list[list[tuple[int, int]]] = [[] for _ in STAGES]
-        for birth, x, y, vx, vy, life, phase in self.births:
+        points = joints_of(self.clip.pose(time)).points
+        (ax, ay), (bx, by) = points["blade"], points["tip"]
+        for birth, x, y, vx, vy, life, phase, u, first_stage in self.births:
             age = time - birth
             if self.clip.loop:
                 age %= self.clip.frames
             if not 0 <= age < life:
                 continue
             # Loops shorter than a life would cut particles off; each lives on as its own earlier self.
+            if u >= 0:
+                x += (ax + (bx - ax) * u - x) * FOLLOW
+                y += (ay + (by - ay) * u - y) * FOLLOW
             ages = [age]
             if self.clip.loop:
                 while ages[-1] + self.clip.frames < life:
@@ -86,7 +92,7 @@ class Particles:
             for a in ages:
                 px = x + (vx + self.clip.drift[0] * min(1.0, 0.4 + a * 0.3)) * a + math.sin(phase + a * 1.7) * 0.9
                 py = y + (vy + self.clip.drift[1]) * a
-                stage = min(int(a / life * 4), 3)
+                stage = max(first_stage, sum(a / life > end for end in STAGE_ENDS))
                 alive[stage].append((math.floor(px) + ANCHOR_X, math.floor(py) + ANCHOR_Y))
         for (tone, shape), spots in reversed(list(zip(STAGES, alive))):
             for px, py in spots:
@@ -106,7 +112,7 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         (ax, ay), (dx, dy) = joints.points["blade"], joints.sword
         tip = joints.points["tip"]
         length = math.hypot(tip[0] - ax, tip[1] - ay) * smear.reach
-        inner = length * (0.25 + 0.6 * age)
+        inner = length * (0.15 + 0.7 * age ** 0.7)
         along = np.arange(inner, length * (1 - 0.04 * age), 0.4)
         if not len(along):
             continue
@@ -114,7 +120,7 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         py = np.floor(ay + dy * along).astype(int) + ANCHOR_Y
         # From the inner edge to the rim: the rim stays hot longest.
         rim = (along - inner) / max(length - inner, 1e-6)
-        value = smear.fade * (1.12 - 0.75 * age) * (0.45 + 0.55 * np.sqrt(rim))
+        value = smear.fade * (1.3 - 0.95 * age) * (0.45 + 0.55 * np.sqrt(rim))
         inside = (px >= EDGE) & (px < FRAME_W - EDGE) & (py >= EDGE) & (py < FRAME_H)
         np.maximum.at(heat, (py[inside], px[inside]), value[inside])
     return heat
@@ -172,16 +178,16 @@ def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     age = time - start
     if age < 0 or time > clip.frames - 1.5:
         return np.zeros_like(x)
-    front = 26 + 150 * (1 - (1 - min(age / 5.0, 1)) ** 1.8)
+    front = 30 + 150 * (1 - (1 - min(age / 5.0, 1)) ** 1.8)
     distance = np.abs(x - 14)
     behind = front - distance  # how long ago the front passed, in pixels
     rise = np.clip(behind / 14, 0, 1)
     crest = np.exp(-((behind - 16) / 26) ** 2)
-    dying = np.clip(1 - (age - 4.5) / 5.0, 0, 1)
-    height = rise * (34 + 62 * crest + 16 * np.clip(1 - age / 3, 0, 1)) * dying * np.where(x < 14, 0.85, 1.0)
+    dying = np.clip(1 - (age - 4.0) / 5.0, 0, 1) ** 1.3
+    height = rise * (56 + 46 * crest) * dying * np.where(x < 14, 0.85, 1.0)
     height *= 0.55 + 0.45 * np.clip(distance / 30, 0, 1)
     level = -y / np.maximum(height, 1)
-    heat = 1.28 - level * 0.95 - (1 - _tongues(time, seed)) * 0.95
+    heat = 1.28 - level * 0.95 - np.maximum(level - 0.9, 0) * 2 - (1 - _tongues(time, seed)) * 0.95
     heat = np.where((height > 3) & (behind > 0), heat, 0) * (0.6 + 0.4 * dying)
     return heat * _side_fade()
 
@@ -197,7 +203,7 @@ def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     distance = np.hypot((x - cx) * 0.9, (y - cy) * 1.05) / radius
     hollow = np.clip((age - 1.5) / 3.5, 0, 1)  # burns out from the middle
     shell = 1.35 - np.abs(distance - 0.75 * hollow) * (1.0 + 0.4 * hollow)
-    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 3) / 4, 0, 1) * 0.5
+    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2.5) / 4, 0, 1) * 0.8
     return heat * _side_fade() * np.clip((y + FRAME_H - EDGE) / 8, 0, 1)
 
 
@@ -205,10 +211,10 @@ def ward_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """A shield of fire in front of the held blade; it pulses twice in the clip."""
     x, y = np.broadcast_arrays(*pixel_grid())
     pulse = 0.5 - 0.5 * math.cos(time / clip.frames * 4 * math.pi)
-    dx, dy = x + 6, (y + 21) * 0.88
+    dx, dy = x + 6, (y + 22) * 0.88
     distance = np.hypot(dx, dy)
     angle = np.degrees(np.arctan2(-dy, dx))
-    radius = 23.5 + 1.5 * pulse
+    radius = 27.5 + 1.5 * pulse
     thick = 2.0 + 1.6 * pulse
     thickness = thick * np.clip(1 - (np.abs(angle - 5) / 68) ** 2, 0, 1)
     rim = np.clip(1 - np.abs(distance - radius) / np.maximum(thickness, 0.4), 0, 1)
@@ -220,6 +226,23 @@ def ward_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     return np.maximum(heat, haze)
 
 
+def charge_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
+    """Before the wave: a pillar of fire grows around the raised blade."""
+    x, y = np.broadcast_arrays(*pixel_grid())
+    if not 2.0 <= time < 6.0:
+        return np.zeros_like(x)
+    growth = (time - 1.0) / 4.0
+    points = joints_of(clip.pose(time)).points
+    (ax, ay), (bx, by) = points["blade"], points["tip"]
+    dx, dy = bx - ax, by - ay
+    along = np.clip(((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy), 0, 1)
+    away = np.abs(x - (ax + along * dx))
+    above = np.maximum(by - y, 0) / (6 + 26 * growth)
+    below = np.maximum(y - ay + 3, 0) / 7
+    wide = (2.0 + 8.0 * growth) * (0.45 + 0.55 * along) * np.clip(1 - above, 0.1, 1)
+    return 1.25 - away / wide * 0.5 - above - below - (1 - _tongues(time, seed + 3)) * 0.6
+
+
 EFFECTS = {"wave": wave_heat, "burst": burst_heat, "ward": ward_heat}
 
 
@@ -227,19 +250,21 @@ def paint_behind(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
     """What lies behind the knight: the far halves of rings and the large fields."""
     if clip.effect in ("wave", "burst"):
         lay(frame, fire_codes(EFFECTS[clip.effect](clip, float(number), seed)))
+    if clip.effect == "wave":
+        lay(frame, fire_codes(charge_heat(clip, float(number), seed)))
     for ring in clip.rings:
         if ring.frame == number:
             lay(frame, fire_codes(ring_heat(ring)[0]))
     for smear in clip.smears:
         if smear.frame == number and clip.pose(smear.end).behind > 0.5:
-            lay(frame, fire_codes(smear_heat(clip, smear)))
+            lay(frame, fire_codes(smear_heat(clip, smear), 0.25))
 
 
-def paint_before(frame: np.ndarray, clip: Clip, number: int, seed: int, particles: Particles) -> None:
+def paint_before(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
     """What lies before the knight: cuts, near halves of rings, the ward and the particles."""
     for smear in clip.smears:
         if smear.frame == number and clip.pose(smear.end).behind <= 0.5:
-            lay(frame, fire_codes(smear_heat(clip, smear)))
+            lay(frame, fire_codes(smear_heat(clip, smear), 0.25))
     for ring in clip.rings:
         if ring.frame == number:
             lay(frame, fire_codes(ring_heat(ring)[1]))

@@ -8,7 +8,7 @@ from __future__ import annotations
 import math
 from dataclasses import dataclass, field, fields
 
-from knight_rig import Pose
+from knight_rig import BALL_Y, Pose
 
 Key = tuple[float, str, Pose]
 
@@ -20,7 +20,7 @@ EASES = {
     "snap": lambda t: 1 - (1 - t) ** 3,
 }
 # These switch at the key instead of passing through the values in between.
-STEPPED = ("face", "behind")
+STEPPED = ("face", "behind", "ball")
 
 
 @dataclass(frozen=True)
@@ -149,8 +149,8 @@ RISE = Pose(
     hand_x=-6, hand_y=6, sword=212, off_x=5, off_y=-5,
 )
 FALL = Pose(
-    hip_x=0, hip_y=-16, lean=-4, head=10, near_x=-5, near_y=-4, near_turn=-20, far_x=5, far_y=-3, far_turn=-14,
-    hand_x=-4, hand_y=-8, sword=132, off_x=7, off_y=-5,
+    hip_x=0, hip_y=-17, lean=2, head=8, near_x=-9, near_y=-6, near_turn=-48, far_x=6, far_y=-6, far_turn=-8,
+    hand_x=-4, hand_y=-8, sword=136, off_x=8, off_y=-4,
 )
 J_UP = (
     (0, "lin", RISE),
@@ -160,8 +160,8 @@ J_UP = (
 )
 J_DOWN = (
     (0, "lin", FALL),
-    (1, "io", FALL.but(near_x=-6, far_y=-4, hand_y=-8.6, sword=128, off_y=-6)),
-    (2, "io", FALL.but(near_y=-3, far_x=6, sword=135, off_y=-4)),
+    (1, "io", FALL.but(near_x=-8, near_y=-7, far_y=-5, hand_y=-8.6, sword=132, off_y=-5.5)),
+    (2, "io", FALL.but(near_y=-5, far_x=7, sword=139, off_y=-3)),
     (3, "io", FALL),
 )
 CROUCH = Pose(
@@ -194,27 +194,26 @@ JUMP = (
     (19, "io", STAND),
 )
 AIR_WIND = FALL.but(
-    hip_y=-17, lean=-14, head=6, near_x=-6, near_y=-5, near_turn=-40, far_x=4, far_y=-8, far_turn=-10,
+    hip_y=-18, lean=-14, head=6, near_x=-6, near_y=-5, near_turn=-40, far_x=4, far_y=-8, far_turn=-10,
     hand_x=-6, hand_y=-7, sword=150, off_x=7, off_y=-4, behind=1,
 )
 AIR_CUT = FALL.but(
-    hip_y=-16, lean=22, head=-4, near_x=-8, near_y=-6, near_turn=-50, far_x=2, far_y=-4, far_turn=-25,
-    hand_x=6, hand_y=6, sword=-48, off_x=-6, off_y=3,
+    hip_y=-18, lean=22, head=-4, near_x=-9, near_y=-8, near_turn=-55, far_x=4, far_y=-8, far_turn=-25,
+    hand_x=8, hand_y=2, sword=-30, off_x=-6, off_y=3,
 )
 AIR_ATK = (
     (0, "lin", FALL.but(hand_x=-5, sword=140)),
     (1, "out", AIR_WIND),
     (2, "lin", AIR_WIND.but(sword=158)),
     (3, "snap", AIR_CUT),
-    (4, "out", AIR_CUT.but(hand_x=2, hand_y=8, sword=-85, lean=26)),
-    (5, "out", AIR_CUT.but(hand_x=1, hand_y=8.5, sword=-95, lean=24)),
+    (4, "out", AIR_CUT.but(hand_x=7, hand_y=4, sword=-44, lean=26)),
+    (5, "out", AIR_CUT.but(hand_x=6, hand_y=4, sword=-46, lean=24)),
     (7, "io", FALL.but(hand_x=4, hand_y=4, sword=20, lean=2)),
 )
 
 # --- roll: one ball about its own centre, two turns ---
 BALL = Pose(
-    hip_x=-4, hip_y=-8, lean=62, head=58, near_x=2.5, near_y=-2.5, near_turn=-6, far_x=4.0, far_y=-3.5, far_turn=-6,
-    hand_x=-1, hand_y=7, off_x=0, off_y=7, sword=185, blade=0.0, pivot_x=0, pivot_y=-9.5,
+    hip_x=-4, hip_y=-8, lean=62, sword=180, blade=0.0, pivot_y=BALL_Y, ball=1,
 )
 DIVE = CROUCH.but(
     hip_x=-2, hip_y=-10, lean=58, head=20, near_x=-8, near_turn=-35, near_y=-1, far_x=3, hand_x=2, hand_y=7, off_x=5, off_y=6,
@@ -236,15 +235,15 @@ CUT = Pose(
     hip_x=4, hip_y=-11.5, lean=20, head=-8, near_x=-7, near_turn=-14, near_y=0, far_x=10, hand_x=9, hand_y=3, sword=-24,
     off_x=-6, off_y=3,
 )
-CUT_LOW = CUT.but(hand_x=4, hand_y=8, sword=-52, lean=24)
+CUT_LOW = CUT.but(hand_x=8, hand_y=4, sword=-34, lean=24)
 ATK_1 = (
-    (0, "lin", STAND.but(hand_x=2, hand_y=3, sword=85, lean=0)),
+    (0, "lin", STAND.but(hand_x=5, hand_y=3, sword=72, lean=0)),
     (1, "out", WIND_UP.but(hip_x=-2)),
     (2, "out", WIND_UP.but(sword=158)),
     (3, "snap", CUT),
     (4, "out", CUT_LOW),
-    (5, "out", CUT_LOW.but(sword=-58)),
-    (6, "out", CUT_LOW.but(sword=-54, hip_y=-12)),
+    (5, "out", CUT_LOW.but(sword=-37)),
+    (6, "out", CUT_LOW.but(sword=-34, hip_y=-12)),
     (8, "io", STAND.but(hip_x=1, hip_y=-13, far_x=6, hand_y=7, sword=10, lean=8)),
     (10, "io", STAND),
 )
@@ -252,13 +251,14 @@ BACK_CUT = Pose(
     hip_x=1, hip_y=-14, lean=-8, head=-4, near_x=-7, far_x=8, hand_x=2, hand_y=-9, sword=118, off_x=-5, off_y=5,
 )
 ATK_2 = (
-    (0, "lin", STAND.but(hand_x=2, hand_y=2, sword=90, lean=0)),
+    (0, "lin", STAND.but(hand_x=5, hand_y=2, sword=74, lean=0)),
     (2, "out", WIND_UP),
     (3, "lin", WIND_UP.but(sword=160)),
     (4, "snap", CUT),
     (5, "out", CUT_LOW),
-    (7, "out", CUT_LOW.but(hip_x=2, hip_y=-10.5, hand_x=-3, hand_y=8, sword=-120, lean=28)),
-    (8, "lin", CUT_LOW.but(hip_x=2, hip_y=-10, hand_x=-4, hand_y=7.5, sword=-134, lean=30)),
+    (6, "lin", CUT_LOW.but(hip_x=3, hip_y=-11, hand_x=4, hand_y=5, sword=-80, lean=26, blade=0.5)),
+    (7, "out", CUT_LOW.but(hip_x=2, hip_y=-10.5, hand_x=-6, hand_y=3, sword=-156, lean=28)),
+    (8, "lin", CUT_LOW.but(hip_x=2, hip_y=-10, hand_x=-7, hand_y=2.5, sword=-166, lean=30)),
     (9, "snap", BACK_CUT.but(sword=60, hand_x=7, hand_y=-5)),
     (10, "out", BACK_CUT),
     (11, "out", BACK_CUT.but(sword=128, lean=-10)),
@@ -316,11 +316,11 @@ SP_ATK = (
 
 # --- the rest ---
 WARD = Pose(
-    hip_x=-3, hip_y=-11.5, lean=4, head=6, near_x=-7, far_x=4, hand_x=7, hand_y=3, sword=97, grip=1,
+    hip_x=-3, hip_y=-11.5, lean=6, head=4, near_x=-7, far_x=4, hand_x=9, hand_y=4, sword=76, grip=1,
 )
 DEFEND = (
     (0, "lin", WARD),
-    (5, "io", WARD.but(hip_y=-12, hand_y=2.6, sword=95)),
+    (5, "io", WARD.but(hip_y=-12, hand_y=3.5, sword=74)),
     (10, "io", WARD),
 )
 STRUCK = Pose(
@@ -340,8 +340,8 @@ KNEEL = Pose(
 )
 # The lying knight is the standing one turned over his feet's side, so he falls like a felled tree.
 LYING = Pose(
-    hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-3, far_turn=-50, hand_x=1, hand_y=-9, sword=92,
-    off_x=6, off_y=3, heat=0.0, roll=90, pivot_x=-8, pivot_y=-3.0,
+    hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=4.5, hand_y=-8.5, sword=91,
+    off_x=4, off_y=6, heat=0.0, roll=90, pivot_x=-8, pivot_y=-8.0,
 )
 DEATH = (
     (0, "lin", STRUCK),
@@ -349,24 +349,26 @@ DEATH = (
     (3, "in", KNEEL),
     (4, "out", KNEEL.but(hip_y=-8, lean=20, head=30)),
     (6, "lin", KNEEL.but(hip_y=-8, lean=26, head=36, heat=0.7)),
-    (8, "in", LYING.but(heat=0.5)),
-    (9, "out", LYING.but(heat=0.4)),
+    (8, "in", LYING.but(heat=0.55)),
+    (9, "out", LYING.but(heat=0.3)),
+    (10, "lin", LYING),
     (12, "lin", LYING),
 )
 
 CLIPS: tuple[Clip, ...] = (
     Clip("idle", 8, IDLE, loop=True, wind=(-0.5, 0.0), flutter=0.5),
-    Clip("run", 8, RUN, loop=True, grounded=False, wind=(-2.6, -0.6), flutter=0.9, drift=(-6.0, 0.0)),
+    Clip("run", 8, RUN, loop=True, grounded=False, wind=(-4.6, -1.0), flutter=1.0, drift=(-6.0, 0.0)),
     Clip("j_up", 3, J_UP, loop=True, grounded=False, wind=(-0.9, 1.6), flutter=0.5, drift=(-1.5, 4.0)),
     Clip("j_down", 3, J_DOWN, loop=True, grounded=False, wind=(-0.9, -3.2), flutter=0.9, drift=(-1.0, -3.0)),
     Clip("jump", 20, JUMP, grounded=False, wind=(-0.8, 0.0), flutter=0.4),
     Clip("air_atk", 8, AIR_ATK, grounded=False, wind=(-0.8, -2.4), flutter=0.5, drift=(0.0, -1.5), rate=1.4,
          smears=(Smear(3, 2.0, 3.0, 1.35), Smear(4, 2.4, 4.0, 1.3, 0.55))),
-    Clip("roll", 8, ROLL, wind=(-1.0, 0.0), drift=(-6.0, 0.0), rate=0.6),
+    Clip("roll", 8, ROLL, wind=(-1.0, 0.0), drift=(-6.0, 0.0), rate=0.6,
+         sprays=(Spray(0.4, 6.6, -4, -10, (3, 8), (1, 3), (100, 170), 5, (1.5, 3.2)),)),
     Clip("1_atk", 11, ATK_1, rate=1.3, smears=(Smear(3, 2.0, 3.0, 1.4), Smear(4, 2.4, 4.0, 1.35, 0.55))),
     Clip("2_atk", 19, ATK_2, rate=1.4,
          smears=(Smear(4, 3.0, 4.0, 1.4), Smear(5, 3.4, 5.0, 1.35, 0.55),
-                 Smear(9, 8.0, 9.0, 1.55), Smear(10, 8.5, 10.0, 1.55, 0.75), Smear(11, 9.0, 10.5, 1.5, 0.4))),
+                 Smear(9, 8.0, 9.0, 1.55), Smear(10, 9.1, 10.0, 1.5, 0.8), Smear(11, 9.6, 10.6, 1.4, 0.45))),
     Clip("3_atk", 28, ATK_3, rate=1.6, effect="burst",
          rings=(Ring(5, -17, 34, 100, 180, 0.8), Ring(6, -17, 38, 0, 250), Ring(7, -17, 40, 90, 260), Ring(8, -17, 42, 180, 280),
                 Ring(9, -17, 43, 270, 280), Ring(10, -17, 44, 360, 300), Ring(11, -17, 44, 450, 260, 0.6)),
@@ -374,7 +376,7 @@ CLIPS: tuple[Clip, ...] = (
          sprays=(Spray(16.5, 18.5, 34, -3, (8, 2), (4, 13), (15, 165), 9, (2, 5)),)),
     Clip("sp_atk", 18, SP_ATK, rate=1.8, effect="wave",
          smears=(Smear(6, 5.0, 6.0, 1.3),),
-         sprays=(Spray(6.0, 13.0, 0, -6, (120, 4), (3, 9), (60, 120), 8, (3, 6)),)),
+         sprays=(Spray(8.0, 12.5, 0, -8, (124, 5), (4, 10), (60, 120), 7, (3, 6)),)),
     Clip("defend", 10, DEFEND, loop=True, rate=1.0, effect="ward"),
     Clip("take_hit", 6, TAKE_HIT, flash={0: 2, 1: 1}, rate=0.8,
          sprays=(Spray(0.0, 0.6, 4, -22, (2, 4), (3, 8), (-40, 80), 4, (1.5, 3)),)),

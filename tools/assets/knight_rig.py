@@ -7,7 +7,7 @@ from dataclasses import dataclass, replace
 
 import numpy as np
 
-from knight_raster import GLINT, LIGHT, MIDDLE, OUTLINE, SHADE, Part, Point, pixel_grid
+from knight_raster import LIGHT, MIDDLE, OUTLINE, SHADE, Part, Point, pixel_grid, polygon_mask
 
 # Lengths in pixels.
 TORSO = 9.5
@@ -16,7 +16,9 @@ UPPER_ARM, FOREARM = 5.2, 5.0
 THIGH, SHIN = 6.2, 6.0
 ANKLE = 2.6  # height of the ankle over the sole
 BLADE = 21.0
+BALL_Y = -9.6  # centre of the curled-up knight
 CAPE_LINK, CAPE_LINKS = 4.0, 5
+CAPE_WIDTHS = (2.0, 2.6, 3.2, 3.7, 4.2, 4.6)
 PLUME_LINK, PLUME_LINKS = 2.6, 4
 
 
@@ -48,6 +50,7 @@ class Pose:
     pivot_y: float = -10.0
     face: float = 1.0  # -1 looks to the left
     behind: float = 0.0  # 1 draws the sword behind the body
+    ball: float = 0.0  # 1 draws the knight curled up
 
     def but(self, **changes: float) -> "Pose":
         return replace(self, **changes)
@@ -177,7 +180,7 @@ def _arm(j: Joints, side: str) -> Part:
     shoulder, elbow, hand = (_snap(p[f"{side}_{name}"]) for name in ("shoulder", "elbow", "hand"))
     part.capsule(shoulder, elbow, 1.5, 1.4, "far_steel" if far else "mail")
     part.capsule(elbow, hand, 1.4, 1.3, "far_steel" if far else "steel")
-    part.ellipse(hand, 1.6, 1.6, 0, "leather", -0.2 if far else 0.2)
+    part.ellipse(hand, 1.7, 1.7, 0, "far_steel" if far else "steel", 0.3)
     return part
 
 
@@ -244,14 +247,33 @@ def _head(j: Joints, heat: float) -> Part:
     return part
 
 
+def _between(a: Point, b: Point, part: float) -> Point:
+    return a[0] + (b[0] - a[0]) * part, a[1] + (b[1] - a[1]) * part
+
+
 def _cape(chain: list[Point], face: float) -> Part:
     part = Part()
-    widths = (2.2, 2.8, 3.2, 3.4, 3.4, 3.0)
-    for i, (a, b) in enumerate(zip(chain, chain[1:])):
-        part.capsule(a, b, widths[i], widths[i + 1], "cloth", -0.18)
-    # One fold that runs with the cloth, and a torn hem.
-    for i, (a, b) in enumerate(zip(chain[1:], chain[2:])):
-        part.line(_step(a, ((face, 0), 1.2)), _step(b, ((face, 0), 1.4)), "cloth", SHADE)
+    left, right = [], []
+    for i, point in enumerate(chain):
+        before, after = chain[max(i - 1, 0)], chain[min(i + 1, len(chain) - 1)]
+        dx, dy = after[0] - before[0], after[1] - before[1]
+        length = math.hypot(dx, dy) or 1e-6
+        side = (-dy / length * face, dx / length * face)  # outer side, away from the body
+        left.append(_step(point, (side, CAPE_WIDTHS[i])))
+        right.append(_step(point, (side, -CAPE_WIDTHS[i])))
+    end, last = chain[-1], chain[-2]
+    along = (end[0] - last[0], end[1] - last[1])
+    for i in range(len(chain) - 1):
+        part.put(polygon_mask([left[i], left[i + 1], right[i + 1], right[i]]), "cloth", SHADE)
+        inner = _between(left[i + 1], right[i + 1], 0.6), _between(left[i], right[i], 0.6)
+        part.put(polygon_mask([left[i], left[i + 1], *inner]), "cloth", MIDDLE)
+    # The hem runs out in three points.
+    for a, b in ((0.0, 0.36), (0.36, 0.7), (0.7, 1.0)):
+        tip = _step(_between(left[-1], right[-1], (a + b) / 2), (along, 0.5))
+        point = [_between(left[-1], right[-1], a), tip, _between(left[-1], right[-1], b)]
+        part.put(polygon_mask(point), "cloth", SHADE if a > 0.5 else MIDDLE)
+    for i in range(len(chain) - 1):
+        part.line(_between(left[i], right[i], 0.12), _between(left[i + 1], right[i + 1], 0.12), "cloth", LIGHT)
     return part
 
 
@@ -271,13 +293,21 @@ def _sword(j: Joints, heat: float) -> Part:
     length = math.hypot(tip[0] - blade[0], tip[1] - blade[1])
     if length > 2:
         shoulder = _step(blade, (j.sword, length - 4))
-        mask_points = [_step(blade, (side, -1.4)), _step(shoulder, (side, -1.4)), tip, _step(shoulder, (side, 1.4)), _step(blade, (side, 1.4))]
-        part.polygon(mask_points, metal)
-        mid = MIDDLE if heat > 0.2 else SHADE
-        part.pixels[part.pixels > 0] = part.pixels[part.pixels > 0] // 1
-        for tone, offset in ((mid, 0.9), (LIGHT, -0.9), (LIGHT, 0.0)):
-            part.line(_step(blade, (side, offset)), _step(shoulder, (side, offset)), metal, tone)
-        part.line(shoulder, tip, metal, LIGHT)
+        part.polygon(
+            [
+                _step(blade, (side, -1.5)), _step(shoulder, (side, -1.5)), tip,
+                _step(shoulder, (side, 1.5)), _step(blade, (side, 1.5)),
+            ],
+            metal,
+        )
+        # The edge that looks up takes the light; hot metal glows up to the middle.
+        x, y = pixel_grid()
+        if side[1] > 0 or (side[1] == 0 and side[0] > 0):
+            side = (-side[0], -side[1])
+        above = (x - blade[0]) * side[0] + (y - blade[1]) * side[1]
+        inside = part.pixels > 0
+        part.put(inside, metal, MIDDLE if heat > 0.2 else SHADE)
+        part.put(inside & (above > -0.35), metal, LIGHT)
     hilt = Part()
     hilt.capsule(p["pommel"], p["guard"], 0.8, 0.8, "leather")
     hilt.capsule(_step(p["guard"], (side, -2.6)), _step(p["guard"], (side, 2.6)), 0.8, 0.8, "gold", 0.2)
@@ -288,8 +318,42 @@ def _sword(j: Joints, heat: float) -> Part:
     return out
 
 
+def _curled(pose: Pose) -> Part:
+    """The knight as a ball: helmet tucked in, knees to the chest, the cape wrapped around the back."""
+    c, s = math.cos(math.radians(pose.roll)), math.sin(math.radians(pose.roll))
+
+    def at(x: float, y: float) -> Point:
+        return x * c - y * s, BALL_Y + x * s + y * c
+
+    out = Part()
+    groups = (
+        (("cloth", at(-1.8, 0.6), at(-0.6, 0.6), 7.4, 7.0),),
+        (("steel", at(-1.0, 0.0), at(0.0, 1.0), 4.6, 4.2),),
+        (("cloth", at(-3.5, -6.6), at(0.5, -8.2), 1.0, 1.3), ("cloth", at(0.5, -8.2), at(4.5, -7.4), 1.3, 1.0)),
+        (("steel", at(2.6, -3.6), at(2.9, -3.2), 4.3, 4.3),),
+        (("mail", at(-2.5, 5.6), at(4.8, 3.2), 1.9, 1.7), ("steel", at(4.8, 3.2), at(2.0, 7.6), 1.6, 1.3), ("steel", at(0.6, 7.8), at(3.6, 7.4), 1.0, 1.0)),
+        (("mail", at(-1.6, -0.6), at(1.4, 4.0), 1.4, 1.3), ("steel", at(1.4, 4.0), at(5.4, 5.6), 1.4, 1.4)),
+        (("steel", at(-2.2, -1.2), at(-1.8, -1.0), 2.7, 2.7),),
+    )
+    for number, shapes in enumerate(groups):
+        part = Part()
+        for material, a, b, ra, rb in shapes:
+            part.capsule(a, b, ra, rb, material)
+        if number == 3:
+            part.line(at(1.6, -6.0), at(6.6, -2.6), "gold", MIDDLE)
+            part.line(at(3.0, -1.8), at(6.0, 0.0), "steel", OUTLINE)
+            part.dot(*at(5.2, -0.6), "fire", MIDDLE)
+        if number == 0:
+            part.line(at(-8.0, 1.0), at(-5.0, 6.0), "cloth", SHADE)
+        part.onto(out.pixels)
+    return out
+
+
 def paint(frame: np.ndarray, pose: Pose, cape: list[Point], plume: list[Point]) -> None:
     """Paints the knight over the frame, back to front."""
+    if pose.ball > 0.5:
+        _curled(pose).onto(frame)
+        return
     j = joints_of(pose)
     sword = _sword(j, pose.heat)
     _cape(cape, j.face).onto(frame)

@@ -11,12 +11,13 @@ from PIL import Image
 
 from knight_fire import Particles, loose_flames, paint_before, paint_behind
 from knight_motion import CLIPS, Clip
-from knight_raster import CODE_COLOURS, FRAME_H, FRAME_W, GLINT, LIGHT, MATERIALS, Point, blank, code, lay
+from knight_raster import CODE_COLOURS, FRAME_H, FRAME_W, GLINT, LIGHT, MATERIALS, SHADE, Point, blank, code, lay
 from knight_rig import CAPE_LINK, CAPE_LINKS, PLUME_LINK, PLUME_LINKS, joints_of, paint
 
 COLUMNS = 28
 PATH = "fireknight/sprites/fireknight_288x128.png"
 STEPS = 6  # of cape and plume in a frame
+PULL, DAMPING = 0.8, 0.68
 SETTLE = 24  # frames before a one-shot clip; passes of a loop
 
 
@@ -30,7 +31,9 @@ class Chain:
         self.links = links
 
     def step(self, clip: Clip, time: float) -> None:
-        joints = joints_of(clip.pose(time).but(face=1.0))
+        pose = clip.pose(time)
+        # A ball keeps its cloth to itself, so the chains sit the turns out.
+        joints = joints_of(pose.but(face=1.0, roll=0.0 if pose.ball else pose.roll))
         up, forward = joints.head_up, joints.head_forward
         if self.root == "cape":
             forward = joints.forward
@@ -44,10 +47,10 @@ class Chain:
         for i in range(1, self.links + 1):
             now, past = self.points[i], self.past[i]
             wave = math.sin(phase - i * 0.9) * clip.flutter
-            speed = ((now[0] - past[0]) * 0.80, (now[1] - past[1]) * 0.80)
+            speed = ((now[0] - past[0]) * DAMPING, (now[1] - past[1]) * DAMPING)
             self.past[i] = now[:]
-            now[0] += speed[0] + (clip.wind[0] + wave * 0.5) / STEPS * 0.35
-            now[1] += speed[1] + (clip.wind[1] + wave * 0.7 + self.weight) / STEPS * 0.35
+            now[0] += speed[0] + (clip.wind[0] + wave * 0.5) / STEPS * PULL
+            now[1] += speed[1] + (clip.wind[1] + wave * 0.7 + self.weight) / STEPS * PULL
             # Pull towards the shape at rest, given in the joint's own directions.
             back, rise = self.rest[min(i - 1, len(self.rest) - 1)]
             above = self.points[i - 1]
@@ -84,12 +87,12 @@ class Chain:
 
 
 def _cape() -> Chain:
-    return Chain(CAPE_LINKS, CAPE_LINK, "cape", ((-0.5, -0.85), (-0.3, -0.95), (-0.15, -0.98)), 0.03, 2.2)
+    return Chain(CAPE_LINKS, CAPE_LINK, "cape", ((-0.5, -0.85), (-0.3, -0.95), (-0.15, -0.98)), 0.07, 2.2)
 
 
 def _plume() -> Chain:
     rest = ((-0.55, 0.8), (-1.0, 0.1), (-0.85, -0.5), (-0.4, -0.9))
-    return Chain(PLUME_LINKS, PLUME_LINK, "plume", rest, 0.16, 0.4)
+    return Chain(PLUME_LINKS, PLUME_LINK, "plume", rest, 0.42, 0.4)
 
 
 def render_clip(clip: Clip, seed: int) -> list[np.ndarray]:
@@ -108,7 +111,7 @@ def render_clip(clip: Clip, seed: int) -> list[np.ndarray]:
         lay(frame, flames)
         lay(frame, body)
         front = blank()
-        paint_before(front, clip, number, seed, particles)
+        paint_before(front, clip, number, seed)
         lay(frame, front)
         frames.append(frame)
     return frames
@@ -120,7 +123,7 @@ def _flashed(body: np.ndarray, strength: int) -> np.ndarray:
     for name in MATERIALS:
         for tone in range(5):
             if strength == 2:
-                table[code(name, tone)] = code("fire", LIGHT if tone else 1)
+                table[code(name, tone)] = code("fire", LIGHT if tone else SHADE)
             else:
                 table[code(name, tone)] = code(name, min(tone + 1, GLINT) if tone else 0)
     return table[body]
