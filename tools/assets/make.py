@@ -8,13 +8,14 @@ import tempfile
 from pathlib import Path
 
 import castle_tilemap
+import knight_sheet
 import music
 import sound_effects
 import text_mode_font
 import textures
 import ui_font
 
-GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap)
+GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap, knight_sheet)
 DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
 
 

@@ -1,0 +1,278 @@
+"""Fire on the frame grid: particles born at the blade, smears of fast cuts, and the large fields of fire.
+
+Everything is a function of the clip's seed and the frame, so a loop closes exactly and every run gives the
+same bytes.
+"""
+
+from __future__ import annotations
+
+import math
+
+import numpy as np
+
+from knight_motion import Clip, Ring, Smear
+from knight_raster import (
+    ANCHOR_X, ANCHOR_Y, FRAME_H, FRAME_W, LIGHT, MIDDLE, OUTLINE, SHADE, blank, code, fire_codes, lay, pixel_grid,
+)
+from knight_rig import joints_of
+
+SUBSTEPS = 4  # births a frame
+BLADE_RATE = 4  # particles a birth at rate 1
+LONGEST_LIFE = 7
+EDGE = 3  # flames stay this far away from the frame's sides, so that no cut edge shows
+
+# Hottest first: tone of the flame ramp, and the pixels of a particle that warm.
+STAGES = (
+    (LIGHT, ((0, -1), (0, 0), (1, 0), (0, 1), (1, 1))),
+    (MIDDLE, ((0, -1), (0, 0), (1, 0), (0, 1), (1, 1))),
+    (SHADE, ((0, -1), (0, 0), (1, 0))),
+    (OUTLINE, ((0, 0),)),
+)
+STAGE_ENDS = (0.14, 0.42, 0.72)  # parts of a life
+FOLLOW = 0.8  # how far a particle goes along with the blade instead of staying where it was born
+
+
+class Particles:
+    """All particles of a clip, kept as birth records; where one is at a time follows from its age."""
+
+    def __init__(self, clip: Clip, seed: int) -> None:
+        self.clip = clip
+        random = np.random.Generator(np.random.PCG64(seed))
+        self.births: list[tuple[float, ...]] = []
+        # One-shot clips begin with a blade that already burns.
+        first = 0 if clip.loop else -LONGEST_LIFE * SUBSTEPS
+        for step in range(first, clip.frames * SUBSTEPS):
+            time = step / SUBSTEPS
+            self._from_blade(time, random)
+            for spray in clip.sprays:
+                if spray.start <= time < spray.end:
+                    for _ in range(spray.rate):
+                        angle = math.radians(random.uniform(*spray.angles))
+                        speed = random.uniform(*spray.speed)
+                        self.births.append((
+                            time, spray.x + random.uniform(-1, 1) * spray.spread[0],
+                            spray.y + random.uniform(-1, 1) * spray.spread[1],
+                            math.cos(angle) * speed, -math.sin(angle) * speed,
+                            random.uniform(*spray.life), random.uniform(0, 6.28), -1.0, 1,
+                        ))
+
+    def _from_blade(self, time: float, random: np.random.Generator) -> None:
+        pose = self.clip.pose(time)
+        joints = joints_of(pose)
+        (ax, ay), (bx, by) = joints.points["blade"], joints.points["tip"]
+        count = BLADE_RATE * self.clip.rate * pose.heat * min(1.0, 0.3 + pose.blade)
+        # The random stream must not depend on the pose, or a small change would reshuffle a whole clip.
+        for i in range(8):
+            u, sx, sy, vx, vy, life, phase = random.uniform(0, 1, 7)
+            if i >= count:
+                continue
+            self.births.append((
+                time, ax + (bx - ax) * u + (sx - 0.5) * 2, ay + (by - ay) * u + (sy - 0.5) * 2,
+                (vx - 0.5) * 1.0, -1.2 - vy * 2.0, 1.4 + life * 2.4 * (0.4 + 0.6 * pose.heat), phase * 6.28, u, round((1 - pose.heat) * 2.5),
+            ))
+
+    def draw(self, frame: np.ndarray, time: float) -> None:
+        alive: list[list[tuple[int, int]]] = [[] for _ in STAGES]
+        points = joints_of(self.clip.pose(time)).points
+        (ax, ay), (bx, by) = points["blade"], points["tip"]
+        for birth, x, y, vx, vy, life, phase, u, first_stage in self.births:
+            age = time - birth
+            if self.clip.loop:
+                age %= self.clip.frames
+            if not 0 <= age < life:
+                continue
+            # Loops shorter than a life would cut particles off; each lives on as its own earlier self.
+            if u >= 0:
+                x += (ax + (bx - ax) * u - x) * FOLLOW
+                y += (ay + (by - ay) * u - y) * FOLLOW
+            ages = [age]
+            if self.clip.loop:
+                while ages[-1] + self.clip.frames < life:
+                    ages.append(ages[-1] + self.clip.frames)
+            for a in ages:
+                px = x + (vx + self.clip.drift[0] * min(1.0, 0.4 + a * 0.3)) * a + math.sin(phase + a * 1.7) * 0.9
+                py = y + (vy + self.clip.drift[1]) * a
+                stage = max(first_stage, sum(a / life > end for end in STAGE_ENDS))
+                alive[stage].append((math.floor(px) + ANCHOR_X, math.floor(py) + ANCHOR_Y))
+        for (tone, shape), spots in reversed(list(zip(STAGES, alive))):
+            for px, py in spots:
+                for dx, dy in shape:
+                    qx, qy = px + dx, py + dy
+                    if EDGE <= qx < FRAME_W - EDGE and EDGE <= qy < FRAME_H:
+                        frame[qy, qx] = code("fire", tone)
+
+
+def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
+    """The area the blade swept, hot where it is now and at the rim, torn behind."""
+    heat = np.zeros((FRAME_H, FRAME_W))
+    steps = 160
+    for i in range(steps + 1):
+        age = 1 - i / steps  # 1 is the oldest
+        joints = joints_of(clip.pose(smear.start + (smear.end - smear.start) * i / steps))
+        (ax, ay), (dx, dy) = joints.points["blade"], joints.sword
+        tip = joints.points["tip"]
+        length = math.hypot(tip[0] - ax, tip[1] - ay) * smear.reach
+        inner = length * (0.15 + 0.7 * age ** 0.7)
+        along = np.arange(inner, length * (1 - 0.04 * age), 0.4)
+        if not len(along):
+            continue
+        px = np.floor(ax + dx * along).astype(int) + ANCHOR_X
+        py = np.floor(ay + dy * along).astype(int) + ANCHOR_Y
+        # From the inner edge to the rim: the rim stays hot longest.
+        rim = (along - inner) / max(length - inner, 1e-6)
+        value = smear.fade * (1.3 - 0.95 * age) * (0.45 + 0.55 * np.sqrt(rim))
+        inside = (px >= EDGE) & (px < FRAME_W - EDGE) & (py >= EDGE) & (py < FRAME_H)
+        np.maximum.at(heat, (py[inside], px[inside]), value[inside])
+    return heat
+
+
+def ring_heat(ring: Ring) -> tuple[np.ndarray, np.ndarray]:
+    """The far half (drawn behind the knight) and the near half of a flat ring."""
+    halves = np.zeros((2, FRAME_H, FRAME_W))
+    for i in range(400):
+        age = 1 - i / 399
+        angle = math.radians(ring.start + ring.sweep * (1 - age))
+        near = 1 if math.sin(angle) >= 0 else 0
+        for k in range(13):
+            inward = k / 12
+            if inward > 0.25 + 0.75 * (1 - age):
+                break
+            radius = ring.radius * (1 - 0.34 * inward)
+            px = math.floor(math.cos(angle) * radius) + ANCHOR_X
+            py = math.floor(ring.y + math.sin(angle) * radius * 0.26) + ANCHOR_Y
+            value = ring.fade * (1.1 - 0.8 * age) * (1 - 0.5 * inward)
+            halves[near, py, px] = max(halves[near, py, px], value)
+    return halves[0], halves[1]
+
+
+def _noise(x: np.ndarray, y: np.ndarray, seed: int) -> np.ndarray:
+    """Smooth value noise, 0 to 1."""
+    table = np.random.Generator(np.random.PCG64(seed)).uniform(0, 1, (64, 64))
+    x0, y0 = np.floor(x).astype(int), np.floor(y).astype(int)
+    fx, fy = x - x0, y - y0
+    fx, fy = fx * fx * (3 - 2 * fx), fy * fy * (3 - 2 * fy)
+    a, b = table[y0 % 64, x0 % 64], table[y0 % 64, (x0 + 1) % 64]
+    c, d = table[(y0 + 1) % 64, x0 % 64], table[(y0 + 1) % 64, (x0 + 1) % 64]
+    return a + (b - a) * fx + (c - a) * fy + (a - b - c + d) * fx * fy
+
+
+def _tongues(time: float, seed: int) -> np.ndarray:
+    """Tall noise that rises with time: what gives fields of fire their tongues."""
+    x, y = np.broadcast_arrays(*pixel_grid())
+    lean = _noise(y / 17 + time * 0.9, x * 0 + 3.3, seed + 7) * 6
+    large = _noise((x + lean) / 9, (y + time * 13) / 22, seed)
+    small = _noise((x - lean) / 4, (y + time * 19) / 10, seed + 1)
+    return large * 0.65 + small * 0.35
+
+
+def _side_fade() -> np.ndarray:
+    x, _ = pixel_grid()
+    distance = np.minimum(x + ANCHOR_X - EDGE, FRAME_W - EDGE - ANCHOR_X - x)
+    return np.clip(distance / 10, 0, 1)
+
+
+def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
+    """The special attack: walls of fire run from the planted blade to both ends of the frame."""
+    x, y = np.broadcast_arrays(*pixel_grid())
+    start = 6.0
+    age = time - start
+    if age < 0 or time > clip.frames - 1.5:
+        return np.zeros_like(x)
+    front = 30 + 150 * (1 - (1 - min(age / 5.0, 1)) ** 1.8)
+    distance = np.abs(x - 14)
+    behind = front - distance  # how long ago the front passed, in pixels
+    rise = np.clip(behind / 14, 0, 1)
+    crest = np.exp(-((behind - 16) / 26) ** 2)
+    dying = np.clip(1 - (age - 4.0) / 5.0, 0, 1) ** 1.3
+    height = rise * (56 + 46 * crest) * dying * np.where(x < 14, 0.85, 1.0)
+    height *= 0.55 + 0.45 * np.clip(distance / 30, 0, 1)
+    level = -y / np.maximum(height, 1)
+    heat = 1.28 - level * 0.95 - np.maximum(level - 0.9, 0) * 2 - (1 - _tongues(time, seed)) * 0.95
+    heat = np.where((height > 3) & (behind > 0), heat, 0) * (0.6 + 0.4 * dying)
+    return heat * _side_fade()
+
+
+def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
+    """The end of the third attack: a dome of fire where the blade hits the ground."""
+    x, y = np.broadcast_arrays(*pixel_grid())
+    age = time - 16.0
+    if age < 0 or age > 6.5:
+        return np.zeros_like(x)
+    radius = 16 + 46 * (1 - (1 - min(age / 3.0, 1)) ** 2)
+    cx, cy = 34.0, -2 - age * 3
+    distance = np.hypot((x - cx) * 0.9, (y - cy) * 1.05) / radius
+    hollow = np.clip((age - 1.5) / 3.5, 0, 1)  # burns out from the middle
+    shell = 1.35 - np.abs(distance - 0.75 * hollow) * (1.0 + 0.4 * hollow)
+    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2.5) / 4, 0, 1) * 0.8
+    return heat * _side_fade() * np.clip((y + FRAME_H - EDGE) / 8, 0, 1)
+
+
+def ward_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
+    """A shield of fire in front of the held blade; it pulses twice in the clip."""
+    x, y = np.broadcast_arrays(*pixel_grid())
+    pulse = 0.5 - 0.5 * math.cos(time / clip.frames * 4 * math.pi)
+    dx, dy = x + 6, (y + 22) * 0.88
+    distance = np.hypot(dx, dy)
+    angle = np.degrees(np.arctan2(-dy, dx))
+    radius = 27.5 + 1.5 * pulse
+    thick = 2.0 + 1.6 * pulse
+    thickness = thick * np.clip(1 - (np.abs(angle - 5) / 68) ** 2, 0, 1)
+    rim = np.clip(1 - np.abs(distance - radius) / np.maximum(thickness, 0.4), 0, 1)
+    flicker = 0.12 * np.sin(np.radians(angle * 9) + time / clip.frames * 2 * math.pi * 3)
+    heat = np.where(thickness > 0.5, rim * (0.75 + 0.5 * pulse + flicker), 0)
+    glow = np.clip((radius - distance) / 9, 0, 1)
+    inner = (distance < radius) & (np.abs(angle - 5) < 56) & (dx > 12)
+    haze = np.where(inner, (0.10 + 0.16 * pulse) * (1 - glow) + 0.06 * pulse, 0)
+    return np.maximum(heat, haze)
+
+
+def charge_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
+    """Before the wave: a pillar of fire grows around the raised blade."""
+    x, y = np.broadcast_arrays(*pixel_grid())
+    if not 2.0 <= time < 6.0:
+        return np.zeros_like(x)
+    growth = (time - 1.0) / 4.0
+    points = joints_of(clip.pose(time)).points
+    (ax, ay), (bx, by) = points["blade"], points["tip"]
+    dx, dy = bx - ax, by - ay
+    along = np.clip(((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy), 0, 1)
+    away = np.abs(x - (ax + along * dx))
+    above = np.maximum(by - y, 0) / (6 + 26 * growth)
+    below = np.maximum(y - ay + 3, 0) / 7
+    wide = (2.0 + 8.0 * growth) * (0.45 + 0.55 * along) * np.clip(1 - above, 0.1, 1)
+    return 1.25 - away / wide * 0.5 - above - below - (1 - _tongues(time, seed + 3)) * 0.6
+
+
+EFFECTS = {"wave": wave_heat, "burst": burst_heat, "ward": ward_heat}
+
+
+def paint_behind(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
+    """What lies behind the knight: the far halves of rings and the large fields."""
+    if clip.effect in ("wave", "burst"):
+        lay(frame, fire_codes(EFFECTS[clip.effect](clip, float(number), seed)))
+    if clip.effect == "wave":
+        lay(frame, fire_codes(charge_heat(clip, float(number), seed)))
+    for ring in clip.rings:
+        if ring.frame == number:
+            lay(frame, fire_codes(ring_heat(ring)[0]))
+    for smear in clip.smears:
+        if smear.frame == number and clip.pose(smear.end).behind > 0.5:
+            lay(frame, fire_codes(smear_heat(clip, smear), 0.25))
+
+
+def paint_before(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
+    """What lies before the knight: cuts, near halves of rings, the ward and the particles."""
+    for smear in clip.smears:
+        if smear.frame == number and clip.pose(smear.end).behind <= 0.5:
+            lay(frame, fire_codes(smear_heat(clip, smear), 0.25))
+    for ring in clip.rings:
+        if ring.frame == number:
+            lay(frame, fire_codes(ring_heat(ring)[1]))
+    if clip.effect == "ward":
+        lay(frame, fire_codes(ward_heat(clip, float(number), seed), 0.6))
+
+
+def loose_flames(particles: Particles, number: int) -> np.ndarray:
+    pixels = blank()
+    particles.draw(pixels, float(number))
+    return pixels
