@@ -1,9 +1,13 @@
 #include "screens/castle.h"
 
+#include "core/error.h"
 #include "engine/drawing_space.h"
 #include "engine/engine.h"
 #include "toolkit/render_grid.h"
 #include "toolkit/tilemap.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_events.h>
 
 static constexpr const char *TILESET_PATH = "assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png";
 static constexpr const char *LAYER_PATH = "assets/fireknight/tilemaps/castle-tilemap.csv";
@@ -13,23 +17,38 @@ static constexpr int CHUNK_TILES = 16;
 static constexpr double PAN_SPEED_X = 0.35; // rad/s
 static constexpr double PAN_SPEED_Y = 0.9;
 
-bool castle_load(Tilemap **map, RenderGrid **grid, float scale) {
-    SDL_Renderer *renderer = engine_renderer();
-    *map = tilemap_new();
-    if (!*map) return false;
-    if (!tilemap_load_tileset(*map, renderer, TILESET_PATH, TILE_SIZE, TILE_SIZE, FIRST_GID)) return false;
-    if (!tilemap_load_csv(*map, LAYER_PATH)) return false;
-    tilemap_set_scale(*map, scale);
-    *grid = tilemap_to_render_grid(renderer, *map, CHUNK_TILES);
-    return *grid;
+// An event watch, because this event's type lies beyond those that callbacks can be registered for.
+static bool SDLCALL _castle_watch_event(void *userdata, SDL_Event *event) {
+    auto *castle = static_cast<Castle *>(userdata);
+    if (event->type == SDL_EVENT_RENDER_TARGETS_RESET) SDL_SetAtomicInt(&castle->targets_lost, 1);
+    return true;
 }
 
-bool castle_bake_again(const Tilemap *map, RenderGrid **grid) {
-    RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), map, CHUNK_TILES);
-    if (!fresh) return false;
-    render_grid_cleanup(grid);
-    *grid = fresh;
-    return true;
+bool castle_load(Castle *castle, float scale) {
+    SDL_Renderer *renderer = engine_renderer();
+    castle->map = tilemap_new();
+    if (!castle->map) return false;
+    if (!tilemap_load_tileset(castle->map, renderer, TILESET_PATH, TILE_SIZE, TILE_SIZE, FIRST_GID)) return false;
+    if (!tilemap_load_csv(castle->map, LAYER_PATH)) return false;
+    tilemap_set_scale(castle->map, scale);
+    castle->grid = tilemap_to_render_grid(renderer, castle->map, CHUNK_TILES);
+    if (!castle->grid) return false;
+    if (SDL_AddEventWatch(_castle_watch_event, castle)) return true;
+    return engine_error("[TILEMAP] Watching for lost render targets failed, error: %s", SDL_GetError());
+}
+
+void castle_cleanup(Castle *castle) {
+    SDL_RemoveEventWatch(_castle_watch_event, castle);
+    render_grid_cleanup(&castle->grid);
+    tilemap_cleanup(&castle->map);
+}
+
+void castle_refresh(Castle *castle) {
+    if (SDL_SetAtomicInt(&castle->targets_lost, 0) == 0) return;
+    RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), castle->map, CHUNK_TILES);
+    if (!fresh) return; // reported; the old chunks go on
+    render_grid_cleanup(&castle->grid);
+    castle->grid = fresh;
 }
 
 double castle_pan(double t, double speed) { return 0.5 - 0.5 * SDL_cos(t * speed); }
@@ -40,7 +59,10 @@ static float _castle_origin(float map_size, float view_size, double pan) {
     return SDL_roundf(static_cast<float>(-static_cast<double>(slack) * pan));
 }
 
-void castle_draw_panning(const Tilemap *map, const RenderGrid *grid, double t) {
+void castle_draw_panning(Castle *castle, double t) {
+    castle_refresh(castle);
+    const Tilemap *map = castle->map;
+    const RenderGrid *grid = castle->grid;
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     const SDL_FPoint origin = {

@@ -1,17 +1,26 @@
 // castle: the castle's tile map, as the screens that show it share it.
 #pragma once
 
+#include <SDL3/SDL_atomic.h>
+
 struct RenderGrid;
 struct Tilemap;
 
-// The map at the given scale, and its baked chunks. The caller owns both, also after a failure, which is reported.
-bool castle_load(Tilemap **map, RenderGrid **grid, float scale);
+// Embedded in its screen's record, zeroed. It must stay where it is from castle_load to castle_cleanup.
+struct Castle {
+    Tilemap *map;               // owned, as is the grid
+    RenderGrid *grid;           // the map's baked chunks
+    SDL_AtomicInt targets_lost; // SDL has said that what render targets held is gone
+};
 
-// Bakes anew, for when the renderer has lost its targets. The old chunks stay when that fails.
-bool castle_bake_again(const Tilemap *map, RenderGrid **grid);
+bool castle_load(Castle *castle, float scale); // false: reported; castle_cleanup releases what was made
+void castle_cleanup(Castle *castle);           // safe twice, and after a failed load
+
+// Bakes the chunks again when the renderer has lost them; to be called before they are drawn.
+void castle_refresh(Castle *castle);
 
 // Where a slow sweep to and fro is after t seconds: 0 to 1, beginning at 0 without speed. `speed` in radians a second.
 double castle_pan(double t, double speed);
 
 // Draws the part of the map that the sweep shows after t seconds, filling the current view where the map does.
-void castle_draw_panning(const Tilemap *map, const RenderGrid *grid, double t);
+void castle_draw_panning(Castle *castle, double t);

@@ -11,8 +11,6 @@
 #include "engine/timestep.h"
 #include "screens/castle.h"
 #include "toolkit/primitives.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/tilemap.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
@@ -27,10 +25,9 @@ static constexpr float BOX_MARGIN = 10;      // UI units, from the window's corn
 static constexpr float BOX_PADDING = 6;
 
 struct LogicalDemo {
-    Tilemap *map; // owned, as are the grid and the texts
-    RenderGrid *grid;
-    double time, prev_time; // s, after and before the last fixed step
-    TTF_Text *size_text, *ui_text, *paused_text;
+    Castle castle;
+    double time, prev_time;                      // s, after and before the last fixed step
+    TTF_Text *size_text, *ui_text, *paused_text; // owned
     bool paused;
 };
 static LogicalDemo *logical_demo;
@@ -44,11 +41,6 @@ static bool logical_demo_key_down(SDL_Event *event) {
 
 static bool logical_demo_gamepad_button_down(SDL_Event *event) {
     if (event->gbutton.button == SDL_GAMEPAD_BUTTON_START) logical_demo->paused = !logical_demo->paused;
-    return true;
-}
-
-static bool logical_demo_targets_reset(SDL_Event *) {
-    castle_bake_again(logical_demo->map, &logical_demo->grid);
     return true;
 }
 
@@ -75,22 +67,19 @@ bool logical_demo_setup() {
     if (logical_demo) return true;
     logical_demo = static_cast<LogicalDemo *>(SDL_calloc(1, sizeof *logical_demo));
     if (!logical_demo) return engine_error("[LOGICAL_DEMO] Memory allocation failed, error: %s", SDL_GetError());
-    return castle_load(&logical_demo->map, &logical_demo->grid, MAP_SCALE) && _logical_demo_prepare_texts() &&
+    return castle_load(&logical_demo->castle, MAP_SCALE) && _logical_demo_prepare_texts() &&
            engine_add_callback(SDL_EVENT_KEY_DOWN, logical_demo_key_down) &&
-           engine_add_callback(SDL_EVENT_GAMEPAD_BUTTON_DOWN, logical_demo_gamepad_button_down) &&
-           engine_add_callback(SDL_EVENT_RENDER_TARGETS_RESET, logical_demo_targets_reset);
+           engine_add_callback(SDL_EVENT_GAMEPAD_BUTTON_DOWN, logical_demo_gamepad_button_down);
 }
 
 void logical_demo_cleanup() {
     if (!logical_demo) return;
-    engine_remove_callback(SDL_EVENT_RENDER_TARGETS_RESET, logical_demo_targets_reset);
     engine_remove_callback(SDL_EVENT_GAMEPAD_BUTTON_DOWN, logical_demo_gamepad_button_down);
     engine_remove_callback(SDL_EVENT_KEY_DOWN, logical_demo_key_down);
     engine_cleanup_text(&logical_demo->paused_text);
     engine_cleanup_text(&logical_demo->ui_text);
     engine_cleanup_text(&logical_demo->size_text);
-    render_grid_cleanup(&logical_demo->grid);
-    tilemap_cleanup(&logical_demo->map);
+    castle_cleanup(&logical_demo->castle);
     SDL_free(logical_demo);
     logical_demo = nullptr;
 }
@@ -104,7 +93,7 @@ void logical_demo_fixed_update(double dt) {
 
 static void logical_demo_draw_screen_space(SDL_Renderer *renderer) {
     const double t = timestep_lerp(logical_demo->prev_time, logical_demo->time, engine_fixed_alpha());
-    castle_draw_panning(logical_demo->map, logical_demo->grid, t);
+    castle_draw_panning(&logical_demo->castle, t);
     SDL_FRect view = {};
     engine_view_size(&view.w, &view.h);
     outline_rect(renderer, &view, COLOR_VIEW_OUTLINE);

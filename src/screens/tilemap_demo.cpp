@@ -3,12 +3,9 @@
 #include "screens/tilemap_demo.h"
 
 #include "core/error.h"
-#include "engine/callbacks.h"
 #include "engine/engine.h"
 #include "engine/timestep.h"
 #include "screens/castle.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/tilemap.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
@@ -16,23 +13,16 @@
 static constexpr float MAP_SCALE = 3;
 
 struct TilemapDemo {
-    Tilemap *map; // owned, as is the grid
-    RenderGrid *grid;
+    Castle castle;
     double time, prev_time; // s, after and before the last fixed step
 };
 static TilemapDemo *tilemap_demo;
-
-static bool tilemap_demo_targets_reset(SDL_Event *) {
-    castle_bake_again(tilemap_demo->map, &tilemap_demo->grid);
-    return true;
-}
 
 bool tilemap_demo_setup() {
     if (tilemap_demo) return true;
     tilemap_demo = static_cast<TilemapDemo *>(SDL_calloc(1, sizeof *tilemap_demo));
     if (!tilemap_demo) return engine_error("[TILEMAP_DEMO] Memory allocation failed, error: %s", SDL_GetError());
-    return castle_load(&tilemap_demo->map, &tilemap_demo->grid, MAP_SCALE) &&
-           engine_add_callback(SDL_EVENT_RENDER_TARGETS_RESET, tilemap_demo_targets_reset);
+    return castle_load(&tilemap_demo->castle, MAP_SCALE);
 }
 
 void tilemap_demo_fixed_update(double dt) {
@@ -45,14 +35,12 @@ void tilemap_demo_tick() {
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
     const double t = timestep_lerp(tilemap_demo->prev_time, tilemap_demo->time, engine_fixed_alpha());
-    castle_draw_panning(tilemap_demo->map, tilemap_demo->grid, t);
+    castle_draw_panning(&tilemap_demo->castle, t);
 }
 
 void tilemap_demo_cleanup() {
     if (!tilemap_demo) return;
-    engine_remove_callback(SDL_EVENT_RENDER_TARGETS_RESET, tilemap_demo_targets_reset);
-    render_grid_cleanup(&tilemap_demo->grid);
-    tilemap_cleanup(&tilemap_demo->map);
+    castle_cleanup(&tilemap_demo->castle);
     SDL_free(tilemap_demo);
     tilemap_demo = nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "app/main_loop.h"
 #include "core/log.h"
+#include "engine/drawing_space.h"
 #include "engine/transition.h"
 
 #include <SDL3/SDL_hints.h>
@@ -108,8 +109,10 @@ void EngineTest::frames(int count, double seconds) {
 }
 
 Picture EngineTest::picture() const {
+    engine_apply_space(true); // a logical space would show its own part only
     Picture read(SDL_RenderReadPixels(engine->renderer, nullptr));
     EXPECT_NE(read, nullptr) << SDL_GetError();
+    engine_apply_space(false);
     return read;
 }
 
