@@ -174,13 +174,30 @@ bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin)
 
 // --- baking ---
 
+// Whether tiles without transparency fill the whole of a chunk, which then can be copied without blending.
+static bool _tilemap_fills(const Tilemap *map, TileRange rows, TileRange cols) {
+    if (rows.end > map->layer->rows || cols.end > map->layer->cols) return false;
+    if (SDL_ISPIXELFORMAT_ALPHA(map->tileset->format)) return false;
+    for (int row = rows.first; row < rows.end; row++) {
+        for (int col = cols.first; col < cols.end; col++) {
+            const Uint32 gid = tile_grid_gid(map->layer, row, col);
+            if (tile_decode_gid(gid, map->first_gid, map->columns).index < 0) return false;
+        }
+    }
+    return true;
+}
+
 static bool _tilemap_bake_chunk(SDL_Renderer *renderer, const Tilemap *map, RenderGrid *grid, int row, int col, int n) {
     SDL_Texture *saved_target = nullptr;
     if (!render_grid_begin_chunk(renderer, grid, row, col, &saved_target)) return false;
     const SDL_FPoint origin = {static_cast<float>(-col * grid->chunk_w), static_cast<float>(-row * grid->chunk_h)};
-    const bool drawn =
-        tilemap_draw_range(renderer, map, {row * n, (row + 1) * n}, {col * n, (col + 1) * n}, origin, 1.0f);
-    return render_grid_end_chunk(renderer, saved_target) && drawn;
+    const TileRange rows = {row * n, (row + 1) * n}, cols = {col * n, (col + 1) * n};
+    const bool drawn = tilemap_draw_range(renderer, map, rows, cols, origin, 1.0f);
+    if (!render_grid_end_chunk(renderer, saved_target) || !drawn) return false;
+    if (_tilemap_fills(map, rows, cols)) {
+        SDL_SetTextureBlendMode(render_grid_get(grid, row, col), SDL_BLENDMODE_NONE);
+    }
+    return true;
 }
 
 RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, int chunk_tiles) {
