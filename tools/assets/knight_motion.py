@@ -98,6 +98,12 @@ class Clip:
                 values[entry.name] = b if time >= after[0] else a
             else:
                 values[entry.name] = a + (b - a) * part
+        if self.grounded:
+            # A foot that moves along the ground takes a step instead of sliding.
+            for foot in ("near", "far"):
+                way = abs(getattr(after[2], foot + "_x") - getattr(before[2], foot + "_x"))
+                if way > 1.2 and getattr(after[2], foot + "_y") == getattr(before[2], foot + "_y") == 0:
+                    values[foot + "_y"] = -min(2.0, way * 0.6) * math.sin(math.pi * part)
         return Pose(**values)
 
 
@@ -324,15 +330,15 @@ DEFEND = (
     (10, "io", WARD),
 )
 STRUCK = Pose(
-    hip_x=-4, hip_y=-12.5, lean=-24, head=-22, near_x=-8, far_x=4, far_turn=22, hand_x=-2, hand_y=6, sword=10,
-    off_x=8, off_y=-3,
+    hip_x=-4, hip_y=-12.5, lean=-24, head=-22, near_x=-8, far_x=4, far_turn=22, hand_x=7, hand_y=3, sword=64,
+    off_x=7, off_y=-4,
 )
 TAKE_HIT = (
     (0, "lin", STRUCK.but(hip_x=-2, lean=-14)),
     (1, "out", STRUCK),
     (2, "out", STRUCK.but(hip_y=-12, lean=-20)),
-    (4, "io", STAND.but(hip_x=-2, hip_y=-11.5, lean=18, head=14, hand_y=8, sword=0, near_x=-6)),
-    (5, "io", STAND.but(hip_y=-13, lean=10, sword=24, near_x=-5)),
+    (4, "io", STAND.but(hip_x=-2, hip_y=-11.5, lean=18, head=14, hand_y=7, sword=22, near_x=-6)),
+    (5, "io", STAND.but(hip_y=-13, lean=10, sword=34, near_x=-5)),
 )
 KNEEL = Pose(
     hip_x=-2, hip_y=-8.5, lean=12, head=20, near_x=-9, near_y=-0.5, near_turn=-50, far_x=5, hand_x=8, hand_y=4, sword=-82,
@@ -340,16 +346,16 @@ KNEEL = Pose(
 )
 # The lying knight is the standing one turned over his feet's side, so he falls like a felled tree.
 LYING = Pose(
-    hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=4.5, hand_y=-8.5, sword=91,
+    hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=5.6, hand_y=-7.5, sword=91,
     off_x=4, off_y=6, heat=0.0, roll=90, pivot_x=-8, pivot_y=-8.0,
 )
 DEATH = (
     (0, "lin", STRUCK),
-    (1, "out", STRUCK.but(lean=-18, hand_y=7, sword=-10)),
+    (1, "out", STRUCK.but(lean=-18, hand_y=6, sword=20)),
     (3, "in", KNEEL),
     (4, "out", KNEEL.but(hip_y=-8, lean=20, head=30)),
     (6, "lin", KNEEL.but(hip_y=-8, lean=26, head=36, heat=0.7)),
-    (8, "in", LYING.but(heat=0.55)),
+    (8, "lin", LYING.but(heat=0.55)),
     (9, "out", LYING.but(heat=0.3)),
     (10, "lin", LYING),
     (12, "lin", LYING),
@@ -368,7 +374,7 @@ CLIPS: tuple[Clip, ...] = (
     Clip("1_atk", 11, ATK_1, rate=1.3, smears=(Smear(3, 2.0, 3.0, 1.4), Smear(4, 2.4, 4.0, 1.35, 0.55))),
     Clip("2_atk", 19, ATK_2, rate=1.4,
          smears=(Smear(4, 3.0, 4.0, 1.4), Smear(5, 3.4, 5.0, 1.35, 0.55),
-                 Smear(9, 8.0, 9.0, 1.55), Smear(10, 9.1, 10.0, 1.5, 0.8), Smear(11, 9.6, 10.6, 1.4, 0.45))),
+                 Smear(9, 8.2, 9.0, 1.55), Smear(10, 9.1, 10.0, 1.5, 0.8), Smear(11, 9.6, 10.6, 1.4, 0.45))),
     Clip("3_atk", 28, ATK_3, rate=1.6, effect="burst",
          rings=(Ring(5, -17, 34, 100, 180, 0.8), Ring(6, -17, 38, 0, 250), Ring(7, -17, 40, 90, 260), Ring(8, -17, 42, 180, 280),
                 Ring(9, -17, 43, 270, 280), Ring(10, -17, 44, 360, 300), Ring(11, -17, 44, 450, 260, 0.6)),
