@@ -105,7 +105,7 @@ class Particles:
 def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
     """The area the blade swept, hot where it is now and at the rim, torn behind."""
     heat = np.zeros((FRAME_H, FRAME_W))
-    steps = 160
+    steps = 900
     path = [joints_of(clip.pose(smear.start + (smear.end - smear.start) * i / steps)) for i in range(steps + 1)]
     # Age by the way of the tip, not by time: a cut that slows down would leave only a thin hot edge.
     way = [0.0]
@@ -116,7 +116,7 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         (ax, ay), (dx, dy) = joints.points["blade"], joints.sword
         tip = joints.points["tip"]
         length = math.hypot(tip[0] - ax, tip[1] - ay) * smear.reach
-        inner = length * (0.15 + 0.7 * age ** 0.7)
+        inner = length * (0.3 + 0.55 * age ** 0.8)
         along = np.arange(inner, length * (1 - 0.04 * age), 0.4)
         if not len(along):
             continue
@@ -124,7 +124,10 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         py = np.floor(ay + dy * along).astype(int) + ANCHOR_Y
         # From the inner edge to the rim: the rim stays hot longest.
         rim = (along - inner) / max(length - inner, 1e-6)
-        value = smear.fade * (1.3 - 0.95 * age) * (0.45 + 0.55 * np.sqrt(rim))
+        value = smear.fade * (1.16 - 0.85 * age) * (0.5 + 0.5 * np.sqrt(rim))
+        # Streaks along the cut; they tear open where it is old or already fading.
+        streaks = _noise(along / 2.2, along * 0 + gone / 26, 77)
+        value -= streaks * (0.12 + 0.3 * age + 0.5 * (1 - smear.fade))
         inside = (px >= EDGE) & (px < FRAME_W - EDGE) & (py >= EDGE) & (py < FRAME_H)
         np.maximum.at(heat, (py[inside], px[inside]), value[inside])
     return heat
@@ -188,7 +191,7 @@ def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     rise = np.clip(behind / 14, 0, 1)
     crest = np.exp(-((behind - 16) / 26) ** 2)
     dying = np.clip(1 - (age - 4.0) / 5.0, 0, 1) ** 1.3
-    height = rise * (56 + 46 * crest) * dying * np.where(x < 14, 0.85, 1.0)
+    height = rise * (62 + 36 * crest) * dying * np.where(x < 14, 0.85, 1.0)
     height *= 0.55 + 0.45 * np.clip(distance / 30, 0, 1)
     level = -y / np.maximum(height, 1)
     heat = 1.28 - level * 0.95 - np.maximum(level - 0.9, 0) * 2 - (1 - _tongues(time, seed)) * 0.95
@@ -207,7 +210,7 @@ def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     distance = np.hypot((x - cx) * 0.9, (y - cy) * 1.05) / radius
     hollow = np.clip((age - 1.5) / 3.5, 0, 1)  # burns out from the middle
     shell = 1.35 - np.abs(distance - 0.75 * hollow) * (1.0 + 0.4 * hollow)
-    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2) / 3, 0, 1) * 0.85
+    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2) / 3, 0, 1) * 1.0
     return heat * _side_fade() * np.clip((y + FRAME_H - EDGE) / 8, 0, 1)
 
 

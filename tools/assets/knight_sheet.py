@@ -61,7 +61,7 @@ class Chain:
             now[0] += (wanted[0] - now[0]) * self.stiff
             now[1] += (wanted[1] - now[1]) * self.stiff
             if self.root == "cape":
-                self._keep_behind(now, joints.points["hip"], joints.forward)
+                self._keep_behind(now, joints.points["hip"], joints.forward, 2.5 + 0.7 * i)
             dx, dy = now[0] - above[0], now[1] - above[1]
             distance = math.hypot(dx, dy) or 1e-6
             now[0] = above[0] + dx / distance * self.length
@@ -69,11 +69,11 @@ class Chain:
             now[1] = min(now[1], -3.6)
 
     @staticmethod
-    def _keep_behind(point: list[float], hip: Point, forward: Point) -> None:
+    def _keep_behind(point: list[float], hip: Point, forward: Point, gap: float) -> None:
         ahead = (point[0] - hip[0]) * forward[0] + (point[1] - hip[1]) * forward[1]
-        if ahead > -3.5:
-            point[0] -= forward[0] * (ahead + 3.5)
-            point[1] -= forward[1] * (ahead + 3.5)
+        if ahead > -gap:
+            point[0] -= forward[0] * (ahead + gap)
+            point[1] -= forward[1] * (ahead + gap)
 
     def run(self, clip: Clip) -> list[list[Point]]:
         """Shapes for all frames. A loop is passed through until it repeats itself."""
