@@ -68,7 +68,8 @@ class Particles:
                 continue
             self.births.append((
                 time, ax + (bx - ax) * u + (sx - 0.5) * 2, ay + (by - ay) * u + (sy - 0.5) * 2,
-                (vx - 0.5) * 1.0, -1.2 - vy * 2.0, 1.4 + life * 2.4 * (0.4 + 0.6 * pose.heat), phase * 6.28, u, round((1 - pose.heat) * 2.5),
+                vx - 0.5, -1.2 - vy * 2.0, 1.4 + life * 2.4 * (0.4 + 0.6 * pose.heat), phase * 6.28, u,
+                round((1 - pose.heat) * 2.5),
             ))
 
     def draw(self, frame: np.ndarray, time: float) -> None:
@@ -203,14 +204,18 @@ def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """The end of the third attack: a dome of fire where the blade hits the ground."""
     x, y = np.broadcast_arrays(*pixel_grid())
     age = time - 16.0
-    if age < 0 or age > 5.5:
+    if age < 0 or age > 7:
         return np.zeros_like(x)
     radius = 16 + 46 * (1 - (1 - min(age / 3.0, 1)) ** 2)
     cx, cy = 34.0, -2 - age * 3
     distance = np.hypot((x - cx) * 0.9, (y - cy) * 1.05) / radius
     hollow = np.clip((age - 1.5) / 3.5, 0, 1)  # burns out from the middle
     shell = 1.35 - np.abs(distance - 0.75 * hollow) * (1.0 + 0.4 * hollow)
-    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2) / 3, 0, 1) * 1.0
+    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2.4) / 3, 0, 1)
+    # What is left of it burns on along the ground.
+    height = 10 * min(age, 2) * np.clip(1 - ((x - cx) / 46) ** 2, 0, 1) * np.clip(1.1 - age / 7, 0, 1)
+    carpet = 1.15 + y / np.maximum(height, 0.5) * 0.9 - (1 - _tongues(time, seed + 9)) * 0.8
+    heat = np.maximum(heat, np.where(height > 2, carpet, 0))
     return heat * _side_fade() * np.clip((y + FRAME_H - EDGE) / 8, 0, 1)
 
 
@@ -236,7 +241,7 @@ def ward_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
 def charge_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """Before the wave: a pillar of fire grows around the raised blade."""
     x, y = np.broadcast_arrays(*pixel_grid())
-    if not 2.0 <= time < 6.0:
+    if not 3.0 <= time < 6.0:
         return np.zeros_like(x)
     growth = (time - 1.0) / 4.0
     points = joints_of(clip.pose(time)).points
