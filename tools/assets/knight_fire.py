@@ -195,7 +195,7 @@ def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     height = rise * (62 + 36 * crest) * dying * np.where(x < 14, 0.85, 1.0)
     height *= 0.55 + 0.45 * np.clip(distance / 30, 0, 1)
     level = -y / np.maximum(height, 1)
-    heat = 1.28 - level * 0.95 - np.maximum(level - 0.9, 0) * 2 - (1 - _tongues(time, seed)) * 0.95
+    heat = 1.28 - level * 0.95 - np.maximum(level - 0.75, 0) * 4 - (1 - _tongues(time, seed)) * 0.95
     heat = np.where((height > 9) & (behind > 0), heat, 0) * (0.6 + 0.4 * dying)
     return heat * _side_fade()
 

@@ -143,7 +143,7 @@ IDLE = (
 
 # --- run: one foot's path under the hip, the other foot half a clip later ---
 FOOT_PATH = (  # x, height, turn
-    (8.5, -0.2, 18.0),  # contact
+    (9.5, 0.0, 18.0),  # contact
     (5.0, 0.0, 0.0),  # down
     (-1.0, 0.0, 0.0),  # pass
     (-7.0, -1.0, -32.0),  # push
@@ -152,7 +152,7 @@ FOOT_PATH = (  # x, height, turn
     (2.0, -7.0, -20.0),
     (9.0, -4.0, 10.0),
 )
-RUN_HIP = (-12.8, -12.2, -13.6, -15.0)
+RUN_HIP = (-13.0, -12.4, -13.6, -15.0)
 
 
 def _run_key(frame: int) -> Key:
