@@ -68,7 +68,8 @@ class Particles:
                 continue
             self.births.append((
                 time, ax + (bx - ax) * u + (sx - 0.5) * 2, ay + (by - ay) * u + (sy - 0.5) * 2,
-                (vx - 0.5) * 1.0, -1.2 - vy * 2.0, 1.4 + life * 2.4 * (0.4 + 0.6 * pose.heat), phase * 6.28, u, round((1 - pose.heat) * 2.5),
+                vx - 0.5, -1.2 - vy * 2.0, 1.4 + life * 2.4 * (0.4 + 0.6 * pose.heat), phase * 6.28, u,
+                round((1 - pose.heat) * 2.5),
             ))
 
     def draw(self, frame: np.ndarray, time: float) -> None:
@@ -105,14 +106,18 @@ class Particles:
 def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
     """The area the blade swept, hot where it is now and at the rim, torn behind."""
     heat = np.zeros((FRAME_H, FRAME_W))
-    steps = 160
-    for i in range(steps + 1):
-        age = 1 - i / steps  # 1 is the oldest
-        joints = joints_of(clip.pose(smear.start + (smear.end - smear.start) * i / steps))
+    steps = 900
+    path = [joints_of(clip.pose(smear.start + (smear.end - smear.start) * i / steps)) for i in range(steps + 1)]
+    # Age by the way of the tip, not by time: a cut that slows down would leave only a thin hot edge.
+    way = [0.0]
+    for last, joints in zip(path, path[1:]):
+        way.append(way[-1] + math.dist(last.points["tip"], joints.points["tip"]))
+    for joints, gone in zip(path, way):
+        age = 1 - gone / max(way[-1], 1e-6)  # 1 is the oldest
         (ax, ay), (dx, dy) = joints.points["blade"], joints.sword
         tip = joints.points["tip"]
         length = math.hypot(tip[0] - ax, tip[1] - ay) * smear.reach
-        inner = length * (0.15 + 0.7 * age ** 0.7)
+        inner = length * (0.3 + 0.55 * age ** 0.8)
         along = np.arange(inner, length * (1 - 0.04 * age), 0.4)
         if not len(along):
             continue
@@ -120,7 +125,10 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         py = np.floor(ay + dy * along).astype(int) + ANCHOR_Y
         # From the inner edge to the rim: the rim stays hot longest.
         rim = (along - inner) / max(length - inner, 1e-6)
-        value = smear.fade * (1.3 - 0.95 * age) * (0.45 + 0.55 * np.sqrt(rim))
+        value = smear.fade * (1.16 - 0.85 * age) * (0.5 + 0.5 * np.sqrt(rim))
+        # Streaks along the cut; they tear open where it is old or already fading.
+        streaks = _noise(along / 2.2, along * 0 + gone / 26, 77)
+        value -= streaks * (0.12 + 0.3 * age + 0.5 * (1 - smear.fade))
         inside = (px >= EDGE) & (px < FRAME_W - EDGE) & (py >= EDGE) & (py < FRAME_H)
         np.maximum.at(heat, (py[inside], px[inside]), value[inside])
     return heat
@@ -184,11 +192,11 @@ def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     rise = np.clip(behind / 14, 0, 1)
     crest = np.exp(-((behind - 16) / 26) ** 2)
     dying = np.clip(1 - (age - 4.0) / 5.0, 0, 1) ** 1.3
-    height = rise * (56 + 46 * crest) * dying * np.where(x < 14, 0.85, 1.0)
+    height = rise * (62 + 36 * crest) * dying * np.where(x < 14, 0.85, 1.0)
     height *= 0.55 + 0.45 * np.clip(distance / 30, 0, 1)
     level = -y / np.maximum(height, 1)
-    heat = 1.28 - level * 0.95 - np.maximum(level - 0.9, 0) * 2 - (1 - _tongues(time, seed)) * 0.95
-    heat = np.where((height > 3) & (behind > 0), heat, 0) * (0.6 + 0.4 * dying)
+    heat = 1.28 - level * 0.95 - np.maximum(level - 0.75, 0) * 4 - (1 - _tongues(time, seed)) * 0.95
+    heat = np.where((height > 9) & (behind > 0), heat, 0) * (0.6 + 0.4 * dying)
     return heat * _side_fade()
 
 
@@ -196,14 +204,18 @@ def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """The end of the third attack: a dome of fire where the blade hits the ground."""
     x, y = np.broadcast_arrays(*pixel_grid())
     age = time - 16.0
-    if age < 0 or age > 6.5:
+    if age < 0 or age > 7:
         return np.zeros_like(x)
     radius = 16 + 46 * (1 - (1 - min(age / 3.0, 1)) ** 2)
     cx, cy = 34.0, -2 - age * 3
     distance = np.hypot((x - cx) * 0.9, (y - cy) * 1.05) / radius
     hollow = np.clip((age - 1.5) / 3.5, 0, 1)  # burns out from the middle
     shell = 1.35 - np.abs(distance - 0.75 * hollow) * (1.0 + 0.4 * hollow)
-    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2.5) / 4, 0, 1) * 0.8
+    heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2.4) / 3, 0, 1)
+    # What is left of it burns on along the ground.
+    height = 10 * min(age, 2) * np.clip(1 - ((x - cx) / 46) ** 2, 0, 1) * np.clip(1.1 - age / 7, 0, 1)
+    carpet = 1.15 + y / np.maximum(height, 0.5) * 0.9 - (1 - _tongues(time, seed + 9)) * 0.8
+    heat = np.maximum(heat, np.where(height > 2, carpet, 0))
     return heat * _side_fade() * np.clip((y + FRAME_H - EDGE) / 8, 0, 1)
 
 
@@ -229,18 +241,21 @@ def ward_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
 def charge_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """Before the wave: a pillar of fire grows around the raised blade."""
     x, y = np.broadcast_arrays(*pixel_grid())
-    if not 2.0 <= time < 6.0:
+    if not 3.0 <= time < 6.0:
         return np.zeros_like(x)
     growth = (time - 1.0) / 4.0
     points = joints_of(clip.pose(time)).points
     (ax, ay), (bx, by) = points["blade"], points["tip"]
     dx, dy = bx - ax, by - ay
     along = np.clip(((x - ax) * dx + (y - ay) * dy) / (dx * dx + dy * dy), 0, 1)
-    away = np.abs(x - (ax + along * dx))
-    above = np.maximum(by - y, 0) / (6 + 26 * growth)
-    below = np.maximum(y - ay + 3, 0) / 7
-    wide = (2.0 + 8.0 * growth) * (0.45 + 0.55 * along) * np.clip(1 - above, 0.1, 1)
-    return 1.25 - away / wide * 0.5 - above - below - (1 - _tongues(time, seed + 3)) * 0.6
+    height = ay - by + 4 + 26 * growth
+    share = np.clip((ay + 2 - y) / height, 0, 1)
+    drop = np.sqrt(share) * (1 - share) * 2.6  # outline of a drop: round below, drawn out above
+    sway = (_noise(y / 9 + time * 3.1, y * 0 + time, seed + 5) - 0.5) * 9 * share
+    away = np.abs(x - (ax + along * dx) - sway)
+    wide = (2.0 + 6.5 * growth) * drop
+    heat = 1.3 - away / np.maximum(wide, 0.3) * 0.8 - share * 0.25 - (1 - _tongues(time, seed + 3)) * 0.35
+    return np.where((share > 0) & (share < 1), heat, 0)
 
 
 EFFECTS = {"wave": wave_heat, "burst": burst_heat, "ward": ward_heat}
@@ -249,9 +264,9 @@ EFFECTS = {"wave": wave_heat, "burst": burst_heat, "ward": ward_heat}
 def paint_behind(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
     """What lies behind the knight: the far halves of rings and the large fields."""
     if clip.effect in ("wave", "burst"):
-        lay(frame, fire_codes(EFFECTS[clip.effect](clip, float(number), seed)))
+        lay(frame, fire_codes(EFFECTS[clip.effect](clip, float(number), seed), 0.3))
     if clip.effect == "wave":
-        lay(frame, fire_codes(charge_heat(clip, float(number), seed)))
+        lay(frame, fire_codes(charge_heat(clip, float(number), seed), 0.3))
     for ring in clip.rings:
         if ring.frame == number:
             lay(frame, fire_codes(ring_heat(ring)[0]))

@@ -8,7 +8,7 @@ from __future__ import annotations
 import math
 from dataclasses import dataclass, field, fields
 
-from knight_rig import BALL_Y, Pose
+from knight_rig import ANKLE, BALL_Y, FAR_HIP, NEAR_HIP, SHIN, THIGH, Pose
 
 Key = tuple[float, str, Pose]
 
@@ -87,7 +87,8 @@ class Clip:
                 break
             before = after
         else:
-            return before[2]
+            pose = before[2]
+            return pose.but(hip_y=_lowered_hip(pose)) if self.grounded and not pose.roll else pose
         if after[0] <= before[0]:
             return after[2]
         part = EASES[after[1]]((time - before[0]) / (after[0] - before[0]))
@@ -98,7 +99,35 @@ class Clip:
                 values[entry.name] = b if time >= after[0] else a
             else:
                 values[entry.name] = a + (b - a) * part
-        return Pose(**values)
+        if self.grounded:
+            _step(values, before[2], after[2], part)
+        pose = Pose(**values)
+        return pose.but(hip_y=_lowered_hip(pose)) if self.grounded and not pose.roll else pose
+
+
+def _step(values: dict[str, float], before: Pose, after: Pose, part: float) -> None:
+    """Feet that change their place on the ground take steps instead of sliding, one after the other."""
+    moving = []
+    for foot in ("near", "far"):
+        way = getattr(after, foot + "_x") - getattr(before, foot + "_x")
+        if abs(way) > 1.2 and getattr(after, foot + "_y") == getattr(before, foot + "_y") == 0:
+            moving.append((foot, way))
+    for i, (foot, way) in enumerate(moving):
+        share = min(max(part * len(moving) - i, 0.0), 1.0)
+        values[foot + "_x"] = getattr(before, foot + "_x") + way * share
+        values[foot + "_y"] = -min(2.0, abs(way) * 0.6) * math.sin(math.pi * share)
+
+
+def _lowered_hip(pose: Pose) -> float:
+    """The hip at the height from which both standing feet are within reach."""
+    height = pose.hip_y
+    c, s = math.cos(math.radians(pose.lean)), math.sin(math.radians(pose.lean))
+    for offset, x, y in ((NEAR_HIP, pose.near_x, pose.near_y), (FAR_HIP, pose.far_x, pose.far_y)):
+        if y > -0.1:
+            across = pose.hip_x + offset * c - x
+            down = math.sqrt(max((THIGH + SHIN - 0.1) ** 2 - across * across, 0.0))
+            height = max(height, -ANKLE - down - offset * s)
+    return height
 
 
 STAND = Pose()
@@ -114,7 +143,7 @@ IDLE = (
 
 # --- run: one foot's path under the hip, the other foot half a clip later ---
 FOOT_PATH = (  # x, height, turn
-    (10.0, -0.5, 18.0),  # contact
+    (9.5, 0.0, 18.0),  # contact
     (5.0, 0.0, 0.0),  # down
     (-1.0, 0.0, 0.0),  # pass
     (-7.0, -1.0, -32.0),  # push
@@ -216,14 +245,14 @@ BALL = Pose(
     hip_x=-4, hip_y=-8, lean=62, sword=180, blade=0.0, pivot_y=BALL_Y, ball=1,
 )
 DIVE = CROUCH.but(
-    hip_x=-2, hip_y=-10, lean=58, head=20, near_x=-8, near_turn=-35, near_y=-1, far_x=3, hand_x=2, hand_y=7, off_x=5, off_y=6,
-    sword=200, blade=0.5, pivot_y=-9.5,
+    hip_x=-2, hip_y=-10, lean=58, head=20, near_x=-8, near_turn=-35, near_y=-1, far_x=3, hand_x=2, hand_y=7,
+    off_x=5, off_y=6, sword=200, blade=0.5, pivot_y=BALL_Y,
 )
 ROLL = (
     (0, "lin", DIVE),
     (1, "lin", BALL.but(roll=75)),
     (6, "lin", BALL.but(roll=630)),
-    (7, "lin", CROUCH.but(roll=720, pivot_y=-9.5, blade=0.8, sword=170, lean=34)),
+    (7, "lin", CROUCH.but(roll=720, pivot_y=BALL_Y, blade=0.8, sword=170, lean=34)),
 )
 
 # --- ground attacks ---
@@ -235,20 +264,21 @@ CUT = Pose(
     hip_x=4, hip_y=-11.5, lean=20, head=-8, near_x=-7, near_turn=-14, near_y=0, far_x=10, hand_x=9, hand_y=3, sword=-24,
     off_x=-6, off_y=3,
 )
-CUT_LOW = CUT.but(hand_x=8, hand_y=4, sword=-34, lean=24)
+CUT_LOW = CUT.but(hand_x=8, hand_y=3.5, sword=-30, lean=24)
 ATK_1 = (
     (0, "lin", STAND.but(hand_x=5, hand_y=3, sword=72, lean=0)),
     (1, "out", WIND_UP.but(hip_x=-2)),
     (2, "out", WIND_UP.but(sword=158)),
     (3, "snap", CUT),
     (4, "out", CUT_LOW),
-    (5, "out", CUT_LOW.but(sword=-37)),
-    (6, "out", CUT_LOW.but(sword=-34, hip_y=-12)),
+    (5, "out", CUT_LOW.but(sword=-32)),
+    (6, "out", CUT_LOW.but(sword=-30)),
     (8, "io", STAND.but(hip_x=1, hip_y=-13, far_x=6, hand_y=7, sword=10, lean=8)),
     (10, "io", STAND),
 )
 BACK_CUT = Pose(
-    hip_x=1, hip_y=-14, lean=-8, head=-4, near_x=-7, far_x=8, hand_x=2, hand_y=-9, sword=118, off_x=-5, off_y=5,
+    hip_x=1, hip_y=-14, lean=-8, head=-4, near_x=-7, far_x=8, hand_x=-3.5, hand_y=-9.5, sword=122, off_x=-5, off_y=5,
+    reach=1.15,
 )
 ATK_2 = (
     (0, "lin", STAND.but(hand_x=5, hand_y=2, sword=74, lean=0)),
@@ -271,7 +301,8 @@ COIL = Pose(
 )
 SPIN = Pose(hip_x=0, hip_y=-13, lean=6, near_x=-4, far_x=4, hand_x=9, hand_y=3, sword=0, off_x=-6, off_y=2)
 RAISED = Pose(
-    hip_x=-2, hip_y=-14.5, lean=-10, head=-4, near_x=-6, far_x=5, hand_x=1, hand_y=-9.6, sword=108, grip=1,
+    hip_x=-2, hip_y=-14.5, lean=-10, head=-4, near_x=-6, far_x=5, hand_x=1.5, hand_y=-13, sword=108, grip=1,
+    reach=1.35,
 )
 SLAM = Pose(
     hip_x=3, hip_y=-9.5, lean=32, head=-10, near_x=-7, near_turn=0, far_x=9, hand_x=7, hand_y=6, sword=-22, grip=1,
@@ -296,7 +327,8 @@ ATK_3 = (
     (27, "io", STAND),
 )
 INVOKE = Pose(
-    hip_x=-1, hip_y=-14.5, lean=-4, head=-10, near_x=-6, far_x=5, hand_x=3, hand_y=-9.4, sword=92, grip=1,
+    hip_x=-1, hip_y=-14.5, lean=-4, head=-10, near_x=-6, far_x=5, hand_x=3, hand_y=-13, sword=92, grip=1,
+    reach=1.35,
 )
 PLANT = Pose(
     hip_x=2, hip_y=-9.5, lean=26, head=4, near_x=-6, near_turn=0, far_x=7, hand_x=8, hand_y=2, sword=-72, grip=1,
@@ -324,32 +356,32 @@ DEFEND = (
     (10, "io", WARD),
 )
 STRUCK = Pose(
-    hip_x=-4, hip_y=-12.5, lean=-24, head=-22, near_x=-8, far_x=4, far_turn=22, hand_x=-2, hand_y=6, sword=10,
-    off_x=8, off_y=-3,
+    hip_x=-4, hip_y=-12.5, lean=-24, head=-22, near_x=-8, far_x=4, far_turn=22, hand_x=7, hand_y=3, sword=64,
+    off_x=7, off_y=-4,
 )
 TAKE_HIT = (
     (0, "lin", STRUCK.but(hip_x=-2, lean=-14)),
     (1, "out", STRUCK),
     (2, "out", STRUCK.but(hip_y=-12, lean=-20)),
-    (4, "io", STAND.but(hip_x=-2, hip_y=-11.5, lean=18, head=14, hand_y=8, sword=0, near_x=-6)),
-    (5, "io", STAND.but(hip_y=-13, lean=10, sword=24, near_x=-5)),
+    (4, "io", STAND.but(hip_x=-2, hip_y=-11.5, lean=18, head=14, hand_y=7, sword=22, near_x=-6)),
+    (5, "io", STAND.but(hip_y=-13, lean=10, sword=34, near_x=-5)),
 )
 KNEEL = Pose(
-    hip_x=-2, hip_y=-8.5, lean=12, head=20, near_x=-9, near_y=-0.5, near_turn=-50, far_x=5, hand_x=8, hand_y=4, sword=-82,
-    blade=0.5, off_x=4, off_y=7, heat=0.9,
+    hip_x=-2, hip_y=-8.5, lean=12, head=20, near_x=-9, near_y=-0.5, near_turn=-50, far_x=5, hand_x=8, hand_y=4,
+    sword=-82, blade=0.5, off_x=4, off_y=7, heat=0.9,
 )
-# The lying knight is the standing one turned over his feet's side, so he falls like a felled tree.
+# The lying knight is the standing one turned by a quarter.
 LYING = Pose(
-    hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=4.5, hand_y=-8.5, sword=91,
-    off_x=4, off_y=6, heat=0.0, roll=90, pivot_x=-8, pivot_y=-8.0,
+    hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=5.6, hand_y=-7.5,
+    sword=91, off_x=4, off_y=6, heat=0.0, roll=90, pivot_x=-8, pivot_y=-8.0,
 )
 DEATH = (
     (0, "lin", STRUCK),
-    (1, "out", STRUCK.but(lean=-18, hand_y=7, sword=-10)),
+    (1, "out", STRUCK.but(lean=-18, hand_y=6, sword=20)),
     (3, "in", KNEEL),
     (4, "out", KNEEL.but(hip_y=-8, lean=20, head=30)),
     (6, "lin", KNEEL.but(hip_y=-8, lean=26, head=36, heat=0.7)),
-    (8, "in", LYING.but(heat=0.55)),
+    (8, "lin", LYING.but(heat=0.55)),
     (9, "out", LYING.but(heat=0.3)),
     (10, "lin", LYING),
     (12, "lin", LYING),
@@ -362,17 +394,18 @@ CLIPS: tuple[Clip, ...] = (
     Clip("j_down", 3, J_DOWN, loop=True, grounded=False, wind=(-0.9, -3.2), flutter=0.9, drift=(-1.0, -3.0)),
     Clip("jump", 20, JUMP, grounded=False, wind=(-0.8, 0.0), flutter=0.4),
     Clip("air_atk", 8, AIR_ATK, grounded=False, wind=(-0.8, -2.4), flutter=0.5, drift=(0.0, -1.5), rate=1.4,
-         smears=(Smear(3, 2.0, 3.0, 1.35), Smear(4, 2.4, 4.0, 1.3, 0.55))),
+         smears=(Smear(3, 2.0, 3.0, 1.35), Smear(4, 2.15, 3.3, 1.35, 0.65))),
     Clip("roll", 8, ROLL, wind=(-1.0, 0.0), drift=(-6.0, 0.0), rate=0.6,
          sprays=(Spray(0.4, 6.6, -4, -10, (3, 8), (1, 3), (100, 170), 5, (1.5, 3.2)),)),
-    Clip("1_atk", 11, ATK_1, rate=1.3, smears=(Smear(3, 2.0, 3.0, 1.4), Smear(4, 2.4, 4.0, 1.35, 0.55))),
+    Clip("1_atk", 11, ATK_1, rate=1.3, smears=(Smear(3, 2.0, 3.0, 1.4), Smear(4, 2.15, 3.3, 1.4, 0.65))),
     Clip("2_atk", 19, ATK_2, rate=1.4,
-         smears=(Smear(4, 3.0, 4.0, 1.4), Smear(5, 3.4, 5.0, 1.35, 0.55),
-                 Smear(9, 8.0, 9.0, 1.55), Smear(10, 9.1, 10.0, 1.5, 0.8), Smear(11, 9.6, 10.6, 1.4, 0.45))),
+         smears=(Smear(4, 3.0, 4.0, 1.4), Smear(5, 3.15, 4.3, 1.4, 0.65),
+                 Smear(9, 8.2, 9.0, 1.55), Smear(10, 8.6, 10.0, 1.5, 0.8))),
     Clip("3_atk", 28, ATK_3, rate=1.6, effect="burst",
-         rings=(Ring(5, -17, 34, 100, 180, 0.8), Ring(6, -17, 38, 0, 250), Ring(7, -17, 40, 90, 260), Ring(8, -17, 42, 180, 280),
-                Ring(9, -17, 43, 270, 280), Ring(10, -17, 44, 360, 300), Ring(11, -17, 44, 450, 260, 0.6)),
-         smears=(Smear(16, 15.0, 16.0, 1.5), Smear(17, 15.4, 16.4, 1.45, 0.55)),
+         rings=(Ring(5, -17, 34, 100, 180, 0.8), Ring(6, -17, 38, 0, 250), Ring(7, -17, 40, 90, 260),
+                Ring(8, -17, 42, 180, 280), Ring(9, -17, 43, 270, 280), Ring(10, -17, 44, 360, 300),
+                Ring(11, -17, 44, 450, 260, 0.6)),
+         smears=(Smear(16, 15.0, 16.0, 1.5),),
          sprays=(Spray(16.5, 18.5, 34, -3, (8, 2), (4, 13), (15, 165), 9, (2, 5)),)),
     Clip("sp_atk", 18, SP_ATK, rate=1.8, effect="wave",
          smears=(Smear(6, 5.0, 6.0, 1.3),),

@@ -14,6 +14,7 @@ TORSO = 9.5
 NECK = 6.0
 UPPER_ARM, FOREARM = 5.2, 5.0
 THIGH, SHIN = 6.2, 6.0
+NEAR_HIP, FAR_HIP = -1.2, 1.4  # hip joints from the middle, towards the front
 ANKLE = 2.6  # height of the ankle over the sole
 BLADE = 21.0
 BALL_Y = -9.6  # centre of the curled-up knight
@@ -42,6 +43,7 @@ class Pose:
     off_x: float = 3.0  # other hand from the far shoulder
     off_y: float = 8.0
     grip: float = 0.0  # 1 puts the other hand on the sword
+    reach: float = 1.0  # stretches the arms, so that hands get over so large a head
     sword: float = 48.0  # 0 points forward, 90 up
     blade: float = 1.0  # visible part of the blade, shorter when it points at or away from the viewer
     heat: float = 1.0  # 0 is cold steel
@@ -109,16 +111,16 @@ def joints_of(pose: Pose) -> Joints:
     p["cape"] = _step(neck, (up, -0.6), (forward, -3.0))
     p["plume"] = _step(p["head"], (head_up, 5.0), (head_forward, 0.4))
     hand = _step(p["near_shoulder"], ((1, 0), pose.hand_x), ((0, 1), pose.hand_y))
-    p["near_elbow"], p["near_hand"] = _bend(p["near_shoulder"], hand, UPPER_ARM, FOREARM, 1)
+    p["near_elbow"], p["near_hand"] = _bend(p["near_shoulder"], hand, UPPER_ARM * pose.reach, FOREARM * pose.reach, 1)
     sword = _direction(pose.sword)
     free = _step(p["far_shoulder"], ((1, 0), pose.off_x), ((0, 1), pose.off_y))
     held = _step(p["near_hand"], (sword, -2.2))
     other = (free[0] + (held[0] - free[0]) * pose.grip, free[1] + (held[1] - free[1]) * pose.grip)
-    p["far_elbow"], p["far_hand"] = _bend(p["far_shoulder"], other, UPPER_ARM, FOREARM, 1)
+    p["far_elbow"], p["far_hand"] = _bend(p["far_shoulder"], other, UPPER_ARM * pose.reach, FOREARM * pose.reach, 1)
     soles = {}
     for side, hip_off, x, y, turn in (
-        ("near", -1.2, pose.near_x, pose.near_y, pose.near_turn),
-        ("far", 1.4, pose.far_x, pose.far_y, pose.far_turn),
+        ("near", NEAR_HIP, pose.near_x, pose.near_y, pose.near_turn),
+        ("far", FAR_HIP, pose.far_x, pose.far_y, pose.far_turn),
     ):
         soles[side] = _direction(turn)
         start = _step(hip, (forward, hip_off))
@@ -242,7 +244,8 @@ def _head(j: Joints, heat: float) -> Part:
     part.put((dome | jaw) & (u > 0.6) & (u <= 1.6) & (f > -2.4), "gold", MIDDLE)
     part.put((dome | jaw) & (u > -1.2) & (u <= 0.6) & (f > -0.4), "steel", OUTLINE)
     if heat > 0.15:
-        part.put((dome | jaw) & (u > -0.7) & (u <= 0.4) & (f > 1.4) & (f < 3.6), "fire", MIDDLE if heat > 0.5 else SHADE)
+        eyes = (dome | jaw) & (u > -0.7) & (u <= 0.4) & (f > 1.4) & (f < 3.6)
+        part.put(eyes, "fire", MIDDLE if heat > 0.5 else SHADE)
     part.put(jaw & (u < -1.6) & (np.abs(f - 1.6) < 0.55), "steel", SHADE)
     return part
 
@@ -329,10 +332,14 @@ def _curled(pose: Pose) -> Part:
     groups = (
         (("cloth", at(-1.8, 0.6), at(-0.6, 0.6), 7.4, 7.0),),
         (("steel", at(-1.0, 0.0), at(0.0, 1.0), 4.6, 4.2),),
-        (("cloth", at(-3.5, -6.6), at(0.5, -8.2), 1.0, 1.3), ("cloth", at(0.5, -8.2), at(4.5, -7.4), 1.3, 1.0)),
+        (("cloth", at(-3.0, -6.8), at(1.0, -8.0), 1.2, 1.5), ("cloth", at(1.0, -8.0), at(5.6, -6.8), 1.5, 1.3)),
         (("steel", at(2.6, -3.6), at(2.9, -3.2), 4.3, 4.3),),
-        (("mail", at(-2.5, 5.6), at(4.8, 3.2), 1.9, 1.7), ("steel", at(4.8, 3.2), at(2.0, 7.6), 1.6, 1.3), ("steel", at(0.6, 7.8), at(3.6, 7.4), 1.0, 1.0)),
-        (("mail", at(-1.6, -0.6), at(1.4, 4.0), 1.4, 1.3), ("steel", at(1.4, 4.0), at(5.4, 5.6), 1.4, 1.4)),
+        (
+            ("mail", at(-2.5, 5.6), at(4.8, 3.2), 1.9, 1.7),
+            ("steel", at(4.8, 3.2), at(2.0, 7.6), 1.6, 1.3),
+            ("steel", at(0.6, 7.8), at(3.6, 7.4), 1.0, 1.0),
+        ),
+        (("mail", at(-1.6, -0.6), at(2.0, 3.2), 1.3, 1.2),),
         (("steel", at(-2.2, -1.2), at(-1.8, -1.0), 2.7, 2.7),),
     )
     for number, shapes in enumerate(groups):
@@ -364,9 +371,14 @@ def paint(frame: np.ndarray, pose: Pose, cape: list[Point], plume: list[Point]) 
     _leg(j, "far").onto(frame)
     _leg(j, "near").onto(frame)
     _torso(j).onto(frame)
+    # Arms stretched over the head go behind it, or they would hide the face.
+    overhead = pose.reach > 1.2
+    if overhead:
+        _arm(j, "near").onto(frame)
     _plume(plume).onto(frame)
     _head(j, pose.heat).onto(frame)
     if pose.behind <= 0.5:
         sword.onto(frame, outlined=False)
-    _arm(j, "near").onto(frame)
+    if not overhead:
+        _arm(j, "near").onto(frame)
     _pauldron(j, "near").onto(frame)

@@ -11,7 +11,9 @@ from PIL import Image
 
 from knight_fire import Particles, loose_flames, paint_before, paint_behind
 from knight_motion import CLIPS, Clip
-from knight_raster import CODE_COLOURS, FRAME_H, FRAME_W, GLINT, LIGHT, MATERIALS, SHADE, Point, blank, code, lay
+from knight_raster import (
+    CODE_COLOURS, FRAME_H, FRAME_W, GLINT, LIGHT, MATERIALS, SHADE, Point, blank, code, lay,
+)
 from knight_rig import CAPE_LINK, CAPE_LINKS, PLUME_LINK, PLUME_LINKS, joints_of, paint
 
 COLUMNS = 28
@@ -24,7 +26,9 @@ SETTLE = 24  # frames before a one-shot clip; passes of a loop
 class Chain:
     """Cloth as a row of links. It hangs from a joint and follows with a lag."""
 
-    def __init__(self, links: int, length: float, root: str, rest: tuple[Point, ...], stiff: float, weight: float) -> None:
+    def __init__(
+        self, links: int, length: float, root: str, rest: tuple[Point, ...], stiff: float, weight: float
+    ) -> None:
         self.length, self.root, self.rest, self.stiff, self.weight = length, root, rest, stiff, weight
         self.points: list[list[float]] = []
         self.past: list[list[float]] = []
@@ -61,19 +65,19 @@ class Chain:
             now[0] += (wanted[0] - now[0]) * self.stiff
             now[1] += (wanted[1] - now[1]) * self.stiff
             if self.root == "cape":
-                self._keep_behind(now, joints.points["hip"], joints.forward)
+                self._keep_behind(now, joints.points["hip"], joints.forward, 2.5 + 0.7 * i)
             dx, dy = now[0] - above[0], now[1] - above[1]
             distance = math.hypot(dx, dy) or 1e-6
             now[0] = above[0] + dx / distance * self.length
             now[1] = above[1] + dy / distance * self.length
-            now[1] = min(now[1], -3.6)
+            now[1] = min(now[1], -5.0)  # the hem stays off the ground
 
     @staticmethod
-    def _keep_behind(point: list[float], hip: Point, forward: Point) -> None:
+    def _keep_behind(point: list[float], hip: Point, forward: Point, gap: float) -> None:
         ahead = (point[0] - hip[0]) * forward[0] + (point[1] - hip[1]) * forward[1]
-        if ahead > -3.5:
-            point[0] -= forward[0] * (ahead + 3.5)
-            point[1] -= forward[1] * (ahead + 3.5)
+        if ahead > -gap:
+            point[0] -= forward[0] * (ahead + gap)
+            point[1] -= forward[1] * (ahead + gap)
 
     def run(self, clip: Clip) -> list[list[Point]]:
         """Shapes for all frames. A loop is passed through until it repeats itself."""
@@ -105,7 +109,8 @@ def render_clip(clip: Clip, seed: int) -> list[np.ndarray]:
         paint_behind(frame, clip, number, seed)
         flames = loose_flames(particles, number)
         body = blank()
-        paint(body, pose, [(x * pose.face, y) for x, y in capes[number]], [(x * pose.face, y) for x, y in plumes[number]])
+        cape, plume = ([(x * pose.face, y) for x, y in shapes[number]] for shapes in (capes, plumes))
+        paint(body, pose, cape, plume)
         if number in clip.flash:
             body = _flashed(body, clip.flash[number])
         lay(frame, flames)
