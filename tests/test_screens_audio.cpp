@@ -9,6 +9,7 @@
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_hints.h>
+#include <SDL3/SDL_properties.h>
 #include <SDL3_mixer/SDL_mixer.h>
 
 #include <utility>
@@ -74,12 +75,19 @@ protected:
         MIX_Audio *sound = MIX_GetTrackAudio(audio->sfx[0]);
         return sound ? MIX_GetAudioDuration(sound) : 0;
     }
+    void watch_played() { // counts in `freed` when its memory goes
+        const SDL_PropertiesID properties = MIX_GetAudioProperties(MIX_GetTrackAudio(audio->sfx[0]));
+        const auto count = [](void *, void *number) { ++*static_cast<int *>(number); };
+        SDL_SetPointerPropertyWithCleanup(properties, "test.freed", &freed, count, nullptr);
+    }
     static Sint64 generated_frames(int preset, Uint64 seed) {
         float *samples = nullptr;
         const int count = sfx_render(preset, seed, &samples);
         SDL_free(samples);
         return count;
     }
+
+    int freed = 0;
 };
 
 TEST_F(AudioDemoTest, EveryRowIsShownReachedAndPlayed) {
@@ -188,14 +196,17 @@ TEST_F(AudioDemoTest, SeedsAreHeardAtEachChangeAndEndAtZero) {
     EXPECT_TRUE(value(POWERUP, true, "seed 0"));
     EXPECT_TRUE(label(POWERUP, true, FLASH));
     EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 0));
+    watch_played();
     silence();
     frames(10, 0.03);
     press(SDLK_LEFT);
     EXPECT_TRUE(value(POWERUP, true, "seed 0"));
     EXPECT_TRUE(label(POWERUP, true)) << "nothing was played";
     EXPECT_EQ(played_frames(), 0);
+    EXPECT_EQ(freed, 0);
     press(SDLK_RIGHT);
     EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 1));
+    EXPECT_EQ(freed, 1) << "the sound of the old seed";
 
     frames(10, 0.03);
     allocation_faults_arm(1, false);
@@ -211,6 +222,11 @@ TEST_F(AudioDemoTest, SeedsAreHeardAtEachChangeAndEndAtZero) {
     EXPECT_TRUE(label(POWERUP, true, FLASH)) << "the next seed is another try";
     EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 3));
     EXPECT_TRUE(value(POWERUP + 1, false, "seed 1")) << "each row has its own";
+    watch_played();
+    silence();
+    engine_set_state(GAME_STATE_MAIN_MENU);
+    frame();
+    EXPECT_EQ(freed, 2) << "the screen's sounds go with it";
     EXPECT_EQ(log.errors().size(), 1u);
 }
 
