@@ -1,10 +1,16 @@
 // Sound effects: how many seconds of sound a second of one core makes. Each preset over many seeds, and each wave.
+// And what all the sounds of the audio demo cost at once: the time its set-up takes, its files in the system's cache.
 
+#include "app/main_loop.h"
 #include "audio/sfx.h"
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
+#include "screens/audio_demo.h"
 
+#include <SDL3/SDL_log.h>
 #include <benchmark/benchmark.h>
+
+#include <iterator>
 
 static constexpr Uint64 SEEDS = 64, SEED_STEP = 0x9e3779b97f4a7c15; // far apart: small ones begin alike
 
@@ -43,3 +49,20 @@ static void sfx_wave(benchmark::State &state) {
     report_seconds(state, frames);
 }
 BENCHMARK(sfx_wave)->DenseRange(0, SFX_WAVE_COUNT - 1)->Unit(benchmark::kMillisecond);
+
+static void audio_demo_set_up(benchmark::State &state) {
+    SDL_SetLogOutputFunction([](void *, int, SDL_LogPriority, const char *) {}, nullptr);
+    char program[] = "LumarindEngine", no_save[] = "--no-config-save";
+    char *argv[] = {program, no_save};
+    const bool runs = main_loop_start(std::size(argv), argv) == MAIN_START_RUN;
+    if (!runs) return state.SkipWithError("the engine does not start");
+    for (auto _ : state) {
+        const bool ok = audio_demo_setup();
+        state.PauseTiming();
+        if (!ok) state.SkipWithError("the set-up failed");
+        audio_demo_cleanup();
+        state.ResumeTiming();
+    }
+    main_loop_stop();
+}
+BENCHMARK(audio_demo_set_up)->Unit(benchmark::kMillisecond);

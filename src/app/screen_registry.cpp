@@ -2,6 +2,7 @@
 
 #include "app/args.h"
 #include "engine/drawing_space.h"
+#include "screens/audio_demo.h"
 #include "screens/gamepad_demo.h"
 #include "screens/input_demo.h"
 #include "screens/logical_demo.h"
@@ -45,7 +46,10 @@ static constexpr Screen screens[] = {
      .fixed_update = input_demo_fixed_update,
      .tick = input_demo_tick,
      .cleanup = input_demo_cleanup},
-    {}, // GAME_STATE_AUDIO_DEMO
+    {.setup = audio_demo_setup,
+     .fixed_update = audio_demo_fixed_update,
+     .tick = audio_demo_tick,
+     .cleanup = audio_demo_cleanup},
     {}, // GAME_STATE_PHYSICS_DEMO
 };
 static_assert(std::size(screens) == GAME_STATE_COUNT, "one row per game state");

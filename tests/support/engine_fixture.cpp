@@ -116,6 +116,24 @@ Picture EngineTest::picture() const {
     return read;
 }
 
+// The text is drawn over the picture once more, on the background it should have, and has to change no pixel.
+bool EngineTest::shows(float x, float y, SDL_Color color, const std::string &text, SDL_Color background) {
+    SDL_Renderer *renderer = engine->renderer;
+    const SDL_Rect area = {static_cast<int>(x), static_cast<int>(y), static_cast<int>(8 * text.size()), 8};
+    const SDL_FRect around = {x, y, static_cast<float>(area.w), 8};
+    const Picture before(SDL_RenderReadPixels(renderer, &area));
+    SDL_SetRenderDrawColor(renderer, background.r, background.g, background.b, 255);
+    SDL_RenderFillRect(renderer, &around);
+    SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, 255);
+    SDL_RenderDebugText(renderer, x, y, text.c_str());
+    const Picture after(SDL_RenderReadPixels(renderer, &area));
+    for (int i = 0; i < area.w * area.h; i++) {
+        const SDL_Color was = pixel_at(before, i % area.w, i / area.w), is = pixel_at(after, i % area.w, i / area.w);
+        if (was.r != is.r || was.g != is.g || was.b != is.b) return false;
+    }
+    return true;
+}
+
 // --- events ---
 
 void EngineTest::key_down(SDL_Keycode key, SDL_Keymod mod, bool repeat) const {

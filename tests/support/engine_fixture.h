@@ -44,6 +44,8 @@ protected:
     bool frame(double seconds = 0); // after so much time since the last one; false: the loop is over
     void frames(int count, double seconds = 0);
     Picture picture() const; // what was presented last
+    // Debug text in the last picture, at UI scale 1. A space at its end has to be there, too.
+    static bool shows(float x, float y, SDL_Color color, const std::string &text, SDL_Color background);
 
     // Puts an event into SDL's queue, for the next frame.
     void key_down(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE, bool repeat = false) const;
