@@ -129,8 +129,8 @@ SDL_FRect animation_frame_rect(const Animation *anim) {
     const int frame = animation_sheet_frame(anim);
     if (frame < 0) return {};
     const AnimationSet *set = anim->set;
+    const int row = frame / set->columns, column = frame % set->columns;
     return {
-        static_cast<float>(set->frame_w * (frame % set->columns)),
-        static_cast<float>(set->frame_h * (frame / set->columns)), static_cast<float>(set->frame_w),
-        static_cast<float>(set->frame_h)};
+        static_cast<float>(set->frame_w * column), static_cast<float>(set->frame_h * row),
+        static_cast<float>(set->frame_w), static_cast<float>(set->frame_h)};
 }
