@@ -45,21 +45,6 @@ TORCH = """
 .......k........
 """
 
-CANDLES = """
-................................
-..o.....o......o.....o.....o....
-.oyo...oyo....oyo...oyo...oyo...
-.ywy...ywy....ywy...ywy...ywy...
-..w.....w......w.....w.....w....
-..T.....T......T.....T.....T....
-ksSSSkksSSSSSSSSSSSSSSSSkkSSSsk.
-.kkkkkkksssssssssssssssskkkkkk..
-......kkkk....ksk.....kkkk......
-.........kkkkkksskkkkkk.........
-..............ksk...............
-...............k................
-"""
-
 CHAIN = """
 ......kSk.......
 .....kS.Sk......
@@ -100,20 +85,20 @@ SKULL = """
 
 BARREL = """
 ....kkkkkkkk....
-...kddmdmddtk...
-..kSSsSSsSSssk..
-..kdmdmddmdttk..
-.kddmdmddmddttk.
-.kddmdmddmddttk.
-.kSSsSSSsSSssnk.
-.kddmdmddmddttk.
-.kddmdmddmddttk.
-.kddmdmddmddttk.
-.kSSsSSSsSSssnk.
-..kdmdmddmdttk..
-..kdmdmddmdttk..
-..kSSsSSsSSssk..
-...kddmdmddtk...
+...kdmmddmddk...
+..kSgSSSsSSssk..
+..kdmmkddmktdk..
+.kdmmdkddmktddk.
+.kdmmdkddmktddk.
+.kSgSSkSSsskssk.
+.kdmmdkddmktddk.
+.kdmmdkddmktddk.
+.kdmmdkddmktddk.
+.kSgSSkSSsskssk.
+..kdmmkddmktdk..
+..kdmmkddmktdk..
+..kSgSSSsSSssk..
+...kdmmddmddk...
 ....kkkkkkkk....
 """
 
@@ -257,22 +242,23 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
 
 
 def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
-    """A half column of the wall, one tile wide with a wider base and capital; light from the left."""
-    shaft = ["night.0", "stone.0", "stone.1", "stone.0", "stone.1", "stone.0", "stone.0", "stone.0", "night.1", "stone.0",
-             "night.1", "night.0"]
-    for y in range(top, bottom):
-        for dx, name in enumerate(shaft):
-            to[y, x + 2 + dx] = index(name)
-        if (y - top) % 32 == 0:
-            to[y, x + 2 : x + 14] = index("night.0")
-    for rows, grow in (((top, top + 4), 2), ((top + 4, top + 7), 1), ((bottom - 4, bottom), 2), ((bottom - 8, bottom - 4), 1)):
-        for y in range(*rows):
-            left, right = x + 2 - grow, x + 14 + grow
-            to[y, left:right] = index("stone.0")
-            to[y, left + 1 : left + 5] = index("stone.1")
-            to[y, left] = to[y, right - 1] = index("night.0")
-            to[y, right - 4 : right - 1] = index("night.1")
-        to[rows[1] - 1, x + 2 - grow : x + 14 + grow] = index("night.0")
+    """A half column of the wall, one tile wide with base and capital; light from the left. All of whole tiles."""
+    def course(y0: int, y1: int, names: str) -> None:
+        """Rows of one profile, given as a character for each pixel."""
+        for dx, mark in enumerate(names):
+            to[y0:y1, x + dx] = index(LEGEND[mark])
+
+    shaft = "kknsSsSssssnsnkk"
+    course(top, bottom, shaft)
+    for y in range(top + TILE, bottom, 2 * TILE):
+        course(y, y + 1, "kkkkkkkkkkkkkkkk")
+    for y0, y1, names in (
+        (top, top + 4, "kSSSSSsssssssnnk"), (top + 4, top + 5, "kkkkkkkkkkkkkkkk"), (top + 5, top + 8, "kksSSSsssssnnnkk"),
+        (top + 8, top + 9, "kkkkkkkkkkkkkkkk"), (bottom - 9, bottom - 8, "kkkkkkkkkkkkkkkk"),
+        (bottom - 8, bottom - 5, "kksSSSsssssnnnkk"), (bottom - 5, bottom - 4, "kkkkkkkkkkkkkkkk"),
+        (bottom - 4, bottom, "kSSSSSsssssssnnk"),
+    ):
+        course(y0, y1, names)
 
 
 def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True) -> None:
@@ -295,18 +281,30 @@ def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True
                                            if angle % 2 == 0 or lit else "night.1")
 
 
+def jambs(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
+    """The two dressed edges of a passage through a wall."""
+    for x, step in ((x0, 1), (x1 - 1, -1)):
+        for y in range(y0, y1):
+            long = y // 9 % 2
+            to[y, x] = index("night.0")
+            for n in range(1, 8 if long else 5):
+                joint = y % 9 == 0 or n == (7 if long else 4)
+                lit = n == 1 if step > 0 else n == (6 if long else 3)
+                to[y, x + n * step] = index("night.0" if joint else "stone.1" if lit else "stone.0")
+
+
 def banner(to: Picture, x: int, y: int, height: int) -> None:
     """A hanging cloth with a golden flame, 16 px wide, swallow tail."""
     for dy in range(height):
-        for dx in range(1, 15):
+        for dx in range(16):
             tail = height - dy <= 7 and abs(dx - 7.5) < (8 - (height - dy)) * 0.95
             if tail:
                 continue
             fold = (dx + (dy // 9) % 2) % 7
-            name = "cloth.0" if dx in (1, 14) or fold == 6 else "cloth.1" if fold in (0, 1, 4, 5) else "cloth.2"
+            name = "cloth.0" if dx in (0, 15) or fold == 6 else "cloth.1" if fold in (0, 1, 4, 5) else "cloth.2"
             if dx > 10 and name == "cloth.2":
                 name = "cloth.1"
-            if dx in (2, 13):
+            if dx in (1, 14):
                 name = "gold.1" if dy < height - 4 else "cloth.0"
             to[y + dy, x + dx] = index(name)
     fill(to, x, y - 2, x + 16, y, "night.0")

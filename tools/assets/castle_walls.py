@@ -35,7 +35,7 @@ def parts(*names: str) -> list[int]:
 
 @dataclass(frozen=True)
 class Masonry:
-    """How stones are laid. Course heights add up to PERIOD."""
+    """How stones are laid. Course heights add up to PERIOD or to half of it."""
 
     seed: int
     courses: tuple[int, ...]
@@ -46,16 +46,17 @@ class Masonry:
 
 
 ASHLAR = Masonry(11, (9, 8, 10, 7, 9, 8, 6, 7), (9, 19), 5)
-BRICK = Masonry(23, (5, 6, 5, 5, 6, 5, 5, 6, 5, 5, 6, 5), (8, 12), 2, 0.3, 0.1)
+BRICK = Masonry(23, (5, 6, 5, 5, 6, 5), (8, 12), 2, 0.3, 0.1)
 ROUGH = Masonry(37, (12, 10, 13, 9, 11, 9), (10, 22), 7, 0.35, 0.6)
 BLOCKS = Masonry(53, (13, 11, 14, 12, 14), (17, 30), 4, 0.2, 0.15)
-SOLID = Masonry(71, (10, 8, 11, 9, 7, 10, 9), (9, 20), 3, 0.28, 0.35)
+SOLID = Masonry(71, (9, 7, 8, 8), (9, 20), 3, 0.28, 0.35)
 
 
 def lay(masonry: Masonry) -> np.ndarray:
     """Lays one period of stones and returns the part at each pixel."""
     rng = random.Random(masonry.seed)
-    out = np.full((PERIOD, PERIOD), MORTAR, np.uint8)
+    tall = sum(masonry.courses)
+    out = np.full((tall, PERIOD), MORTAR, np.uint8)
     y = masonry.shift
     joints_above: set[int] = set()
     for height in masonry.courses:
@@ -84,14 +85,14 @@ def lay(masonry: Masonry) -> np.ndarray:
                     at_corner = (dy == 0 or dy == height - 2) and (dx == 0 or dx == width - 2)
                     if at_corner and chipped and corner == (dy > 0) * 2 + (dx > 0):
                         part = MORTAR
-                    out[(y + dy) % PERIOD, (x + dx) % PERIOD] = part
+                    out[(y + dy) % tall, (x + dx) % PERIOD] = part
             # a few pits in the face
             for _ in range(rng.randrange(3)):
                 dx, dy = rng.randrange(1, max(2, width - 2)), rng.randrange(1, max(2, height - 2))
-                out[(y + dy) % PERIOD, (x + dx) % PERIOD] = LOW
+                out[(y + dy) % tall, (x + dx) % PERIOD] = LOW
             x += width
         y += height
-    return out
+    return np.tile(out, (PERIOD // tall, 1))
 
 
 # Colours of mortar, body, lit edge, low edge and other tone, from dark to light.
