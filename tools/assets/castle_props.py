@@ -213,7 +213,7 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
         if to[sy, sx] in sky:
             to[sy, sx] = index(rng.choice(["stone.2", "iron.2", "stone.3"]))
     if moon:
-        mx, my, radius = centre + 4, y + height * 0.36, 5.6
+        mx, my, radius = centre + 9, y + height * 0.42, 5.6
         for dy in range(-8, 9):
             for dx in range(-8, 9):
                 px, py = int(mx + dx), int(my + dy)

@@ -6,7 +6,9 @@ The level is painted as one picture, in which stones, light and furniture keep t
 
 from __future__ import annotations
 
+import itertools
 import sys
+from collections import Counter
 from pathlib import Path
 
 import numpy as np
@@ -33,20 +35,25 @@ FLIP_H, FLIP_V, FLIP_D = 0x80000000, 0x40000000, 0x20000000
 # Rooms: stonework, cold light without any lamp, and the cells (left, top, right, bottom), ends excluded. A pillar or
 # a passage hides every border between two kinds of stonework.
 ROOMS = [
-    (walls.BLOCKS, 1.0, (20, 0, 71, 34)),  # great hall and broken bridge
+    (walls.BLOCKS, 1.0, (20, 0, 50, 34)),  # great hall
+    (walls.ROUGH, 1.0, (50, 9, 71, 34)),  # broken bridge
     (walls.ASHLAR, 1.0, (0, 10, 21, 34)),  # entry hall
     (walls.BRICK, 1.0, (0, 0, 20.5, 10)),  # loft
     (walls.BRICK, 1.0, (47.5, 0, 71, 9)),  # library
     (walls.BRICK, 1.0, (70.5, 0, 83.5, 9)),  # tower
     (walls.BRICK, 1.0, (71, 9, 83.5, 34)),
     (walls.ASHLAR, 1.0, (83.5, 0, 98.5, 16)),  # gallery
-    (walls.ROUGH, 0.8, (83, 16, 107, 34)),  # cellar
-    (walls.ROUGH, 0.9, (98.5, 0, 106, 16)),  # shaft where the ways meet
+    (walls.ROUGH, 0.4, (83, 16, 98, 34)),  # cellar
+    (walls.ROUGH, 1.0, (98, 16, 107, 34)),
+    (walls.ROUGH, 1.0, (98.5, 0, 106, 16)),  # shaft where the ways meet
     (walls.BLOCKS, 1.0, (107, 0, 120, 34)),  # throne hall
 ]
 
 # Passages through walls: the same cells, painted as deep reveals.
 PASSAGES = [(19, 19, 21, 24), (47, 16, 50, 21), (69, 18, 71, 23), (83, 19, 85, 23), (105, 20, 107, 25)]
+
+# Where the pit's wall fades into the dark, as cells (left, top, right, bottom).
+PIT = (54, 24, 69, 34)
 
 # Pillars by cell: column, top, bottom.
 PILLARS = [
@@ -63,13 +70,14 @@ TORCH_RADIUS = 66
 
 # Windows by cell: left, top, width, height, moon.
 WINDOWS = [
-    (8, 16, 3, 6, True), (28, 6, 4, 9, False), (36, 6, 4, 9, True), (56, 13, 3, 7, False), (64, 13, 3, 7, True),
+    (8, 16, 3, 6, True), (28, 11, 4, 7, False), (36, 11, 4, 7, True), (31, 4, 2, 5, False), (39, 4, 2, 5, False),
+    (56, 13, 3, 7, False), (64, 13, 3, 7, True),
     (80, 13, 2, 4, False), (86, 6, 3, 5, False), (94, 6, 3, 5, True), (56, 4, 2, 3, False), (112, 9, 4, 7, True),
 ]
 
 # Banners by cell: column, row, and the height in px.
 BANNERS = [
-    (6, 15, 56), (12, 15, 56), (24, 9, 66), (40, 9, 66), (84, 6, 56), (92, 6, 56), (100, 6, 66), (103, 6, 66),
+    (6, 15, 56), (12, 15, 56), (24, 9, 66), (41, 9, 66), (84, 6, 56), (92, 6, 56), (100, 6, 66), (103, 6, 66),
     (110, 10, 82), (117, 10, 82),
 ]
 
@@ -113,6 +121,7 @@ def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
         area = np.s_[top * TILE : bottom * TILE, int(left * TILE) : int(right * TILE)]
         stones[area] = walls.tiled(walls.lay(masonry), (H, W))[area]
         room_light[area] = light
+    room_light = walls.blurred(room_light, 20)
     moonlight = light_of_windows((H, W))
     near = walls.distance_inside(~solid, 20)  # corners and edges lie in shadow
     for left, top, right, bottom in PASSAGES:
@@ -121,7 +130,8 @@ def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
         moonlight[area] = 0
     # the pit fades into the dark
     pit = np.zeros((H, W))
-    pit[:, 54 * TILE : 69 * TILE] = np.clip((np.arange(H) - 24 * TILE) / (5 * TILE), 0, 1)[:, None]
+    left, top, right, _ = PIT
+    pit[:, left * TILE : right * TILE] = np.clip((np.arange(H) - top * TILE) / (5 * TILE), 0, 1)[:, None]
     cold = (room_light * np.clip(0.45 + near / 18, 0, 1) + moonlight) * (1 - pit)
     picture = walls.shade(stones, walls.dithered(cold + 0.25, 3), walls.BACK_COLD)
     warm_levels = walls.dithered(warm, 3)
@@ -132,46 +142,69 @@ def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
     return picture
 
 
-def furnish(to: Picture) -> None:
-    """Everything that stands at or hangs on the back wall. Numbers are cells."""
+def furnish(to: Picture) -> dict[tuple[int, int], str]:
+    """Paints everything that stands at or hangs on the back wall; returns the family of each cell it changed."""
     t = TILE
+    changed: dict[tuple[int, int], str] = {}
+    before = to.copy()
+
+    def done(family: str) -> None:
+        """Puts the cells that changed since the last call into a family."""
+        different = (to != before).reshape(level.ROWS, t, level.COLS, t).any((1, 3))
+        changed.update({(int(row), int(col)): family for row, col in np.argwhere(different)})
+        before[:] = to
+
     for col, top, bottom in PILLARS:
         props.pillar(to, col * t, top * t, bottom * t)
+    done("pillar")
     for col, row, width, height, moon in WINDOWS:
         props.window(to, col * t, row * t, width * t, height * t, moon)
-    for col, row, width, height in ((2, 20, 3, 6), (94, 24, 2, 4)):
-        props.gate(to, col * t, row * t, width * t, height * t)
+    done("window")
     for col, row, width, height in ((89, 23, 3, 5), (79, 18, 3, 5), (43, 17, 3, 6)):
         props.arch(to, col * t, row * t, width * t, height * t)
+    done("arch")
+    for col, row, width, height in ((2, 20, 3, 6), (94, 24, 2, 4)):
+        props.gate(to, col * t, row * t, width * t, height * t)
+    done("gate")
     for col, row, height in BANNERS:
         props.banner(to, col * t, row * t, height)
+    done("banner")
     for n, col in enumerate((48, 50, 58, 60, 62, 66)):
         props.shelf(to, col * t, 4 * t, 2 * t, 4 * t, 100 + n % 3)
     for n, col in enumerate((8, 16)):
         props.shelf(to, col * t, 5 * t, 2 * t, 4 * t, 101 + n)
+    done("shelf")
     props.table(to, 54 * t, 8 * t, 2 * t)
     for col, row in ((3, 8), (10, 8), (11, 8), (11, 7), (18, 8), (73, 22)):
         props.stamp(to, props.CRATE, col * t, row * t)
     for col, row in ((12, 8), (69, 7), (17, 23), (18, 23), (82, 22), (74, 22)):
         props.stamp(to, props.BARREL, col * t, row * t)
-    for col, row in ((92, 27), (104, 24)):
-        props.stamp(to, props.SKULL, col * t, row * t)
+    props.stamp(to, props.THRONE, 113 * t - 8, 24 * t - 35)
+    done("furniture")
     # chains: what hangs, hangs on something
     for col, top, bottom in ((27, 4, 9), (29, 4, 9), (35, 4, 9), (37, 4, 9), (60, 12, 22), (62, 12, 22), (76, 3, 19),
                              (78, 13, 19), (77, 3, 12), (79, 3, 12), (45, 4, 8)):
         for row in range(top, bottom):
             props.stamp(to, props.CHAIN, col * t, row * t)
+    done("chain")
     for col, row in ((24, 4), (43, 4), (64, 12), (89, 22), (92, 22), (102, 5), (73, 3), (10, 14), (50, 12)):
         props.moss(to, col * t, row * t, 2 * t, col)
-    for col, row, seed in ((11, 22, 5), (30, 16, 6), (52, 17, 7), (82, 6, 8), (92, 10, 9), (112, 19, 10), (7, 5, 3)):
+    done("moss")
+    for col, row, seed in ((11, 22, 5), (43, 12, 6), (52, 17, 7), (82, 6, 8), (92, 10, 9), (112, 19, 10), (7, 5, 3)):
         props.crack(to, col * t, row * t, seed)
+    done("crack")
     for col, row, mirror in ((2, 4, False), (82, 3, True), (117, 8, True), (2, 14, False), (18, 14, True)):
         props.cobweb(to, col * t, row * t, mirror)
-    for col, row, seed in ((6, 26, 1), (43, 23, 2), (52, 23, 3), (76, 23, 4), (90, 28, 5), (95, 13, 6), (102, 25, 7)):
+    done("cobweb")
+    for col, row in ((92, 27), (104, 24)):
+        props.stamp(to, props.SKULL, col * t, row * t)
+    for col, row, seed in ((6, 26, 1), (43, 23, 2), (52, 23, 3), (76, 23, 4), (90, 28, 5), (96, 13, 6), (102, 25, 7)):
         props.rubble(to, col * t, row * t, 2 * t, seed)
-    props.stamp(to, props.THRONE, 113 * t - 8, 24 * t - 35)
+    done("rubble")
     for col, row in TORCHES:
         props.stamp(to, props.TORCH, col * t, row * t)
+    done("torch")
+    return changed
 
 
 def runs_from(solid: np.ndarray, axis: int, back: bool) -> np.ndarray:
@@ -279,7 +312,7 @@ def deep_cells(picture: Picture, grid: list[str], inside: np.ndarray) -> list[li
     for row in range(level.ROWS):
         for col in range(level.COLS):
             area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
-            if grid[row][col] == "#" and inside[area].min() > 48:
+            if grid[row][col] == "#" and inside[area].min() > 53:
                 chance = (row * 7919 + col * 104729 + row * col * 31) % 9973
                 tile = tiles[min(chance % 14, len(tiles) - 1)]
                 picture[area] = orientations(tile)[chance // 14 % 8][0]
@@ -341,64 +374,104 @@ def paint_ledges(picture: Picture, grid: list[str]) -> None:
                             picture[y + dy, px] = index("night.0" if dx in (reach - 4, reach - 1) else "wood.1")
 
 
-def families(grid: list[str], back: Picture, plain: Picture, core: list[list[bool]]) -> list[list[int]]:
-    """A number for each cell by which the tileset is ordered; core tells which cells lie deep in a wall."""
-    order = [[0] * level.COLS for _ in range(level.ROWS)]
+# The families of tiles, in the order in which they lie in the tileset.
+FAMILIES = [
+    "floor", "step", "slope", "ledge", "face", "ceiling", "wall", "core", "back", "depth", "torchlight", "moonlight", "passage",
+    "pillar", "window", "arch", "gate", "banner", "shelf", "furniture", "chain", "moss", "crack", "cobweb", "rubble",
+    "torch",
+]
+EXACT = {"core", "depth"}  # their few marks and their dither would show if tiles were shared that are only alike
+
+
+def inside(row: int, col: int, cells: tuple[int, int, int, int]) -> bool:
+    """Whether a cell lies in a block of cells (left, top, right, bottom)."""
+    return cells[0] <= col < cells[2] and cells[1] <= row < cells[3]
+
+
+def family(grid: list[str], row: int, col: int, deep: bool) -> str:
+    """The family of a cell by the level's symbols alone."""
+    symbol = grid[row][col]
+    if symbol != "#":
+        return {".": "back", "-": "ledge", "=": "step"}.get(symbol, "slope")
+    if row > 0 and grid[row - 1][col] != "#":
+        return "floor"
+    if row < level.ROWS - 1 and grid[row + 1][col] != "#":
+        return "ceiling"
+    if "." in grid[row][max(col - 1, 0) : col + 2]:
+        return "face"
+    return "core" if deep else "wall"
+
+
+def families(grid: list[str], core: list[list[bool]], furnished: dict[tuple[int, int], str], warm: np.ndarray) -> list[list[int]]:
+    """A number for each cell by which the tileset is ordered."""
+    order = []
+    moonlight = light_of_windows((H, W))
     for row in range(level.ROWS):
+        line = []
         for col in range(level.COLS):
-            symbol = grid[row][col]
             area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
-            if symbol == "#":
-                up = row > 0 and grid[row - 1][col] not in "#"
-                down = row < level.ROWS - 1 and grid[row + 1][col] not in "#"
-                side = (col > 0 and grid[row][col - 1] == ".") or (col < level.COLS - 1 and grid[row][col + 1] == ".")
-                order[row][col] = FAMILIES.index(
-                    "floor" if up else "ceiling" if down else "face" if side else "core" if core[row][col] else "wall"
-                )
-            elif symbol == ".":
-                changed = not np.array_equal(back[area], plain[area])
-                order[row][col] = FAMILIES.index("furniture" if changed else "back")
-            else:
-                name = {"-": "ledge", "=": "step"}.get(symbol, "slope")
-                order[row][col] = FAMILIES.index(name)
+            name = family(grid, row, col, core[row][col])
+            if name == "back":
+                if (row, col) in furnished:
+                    name = furnished[row, col]
+                elif any(inside(row, col, cells) for cells in PASSAGES):
+                    name = "passage"
+                elif inside(row, col, PIT):
+                    name = "depth"
+                elif warm[area].max() > 1:
+                    name = "torchlight"
+                elif moonlight[area].max() > 0.4:
+                    name = "moonlight"
+            line.append(FAMILIES.index(name))
+        order.append(line)
     return order
 
 
-FAMILIES = ["floor", "step", "slope", "ledge", "face", "ceiling", "wall", "core", "back", "furniture"]
+# Two tiles of one family count as one when they differ by no more than this, so that shadows and light that fall a pixel
+# apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px square of it.
+ALIKE, ALIKE_SQUARE = 4.0, 20.0
 
 
-# Two tiles of one family count as one when they differ by no more than this: the mean over the pixels of the sum of
-# the three channels' differences. It lets shadows and light that fall a pixel apart share a tile.
-ALIKE = 3.0
+def unlike(first: np.ndarray, second: np.ndarray) -> np.ndarray:
+    """How far pictures of whole tiles, [..., y, x, channel], are apart; up to 1 they are alike."""
+    apart = np.abs(first.astype(np.int16) - second.astype(np.int16)).sum(-1)
+    squares = apart.reshape(*apart.shape[:-2], 4, 4, 4, 4).mean((-1, -3))
+    return np.maximum(apart.mean((-1, -2)) / ALIKE, squares.max((-1, -2)) / ALIKE_SQUARE)
 
 
 def cut(picture: Picture, order: list[list[int]]) -> tuple[list[Picture], list[int], list[list[int]]]:
     """Cuts the picture into tiles without repeats; returns tiles, their families and the GIDs of the layer."""
-    known: dict[bytes, tuple[int, int]] = {}
+    cells: dict[tuple[int, int], Picture] = {}
+    for row in range(level.ROWS):
+        for col in range(level.COLS):
+            cells[row, col] = np.ascontiguousarray(picture[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE])
+    # Common tiles come first in their family, so that rare ones are taken for them and not the other way round.
+    uses = Counter(tile.tobytes() for tile in cells.values())
+    by_use = sorted(cells, key=lambda at: (order[at[0]][at[1]], -uses[cells[at].tobytes()], at))
+
+    known: dict[bytes, tuple[int, int]] = {}  # a tile's pixels in each orientation -> GID and flags
     tiles: list[Picture] = []
     kinds: list[int] = []
     colours = np.array(COLOURS, np.int16)
-    seen = np.zeros((0, TILE * TILE, 3), np.int16)  # the colours of the tiles of the family at work
-    first = 0
     layer = [[0] * level.COLS for _ in range(level.ROWS)]
-    cells = sorted(((r, c) for r in range(level.ROWS) for c in range(level.COLS)), key=lambda rc: (order[rc[0]][rc[1]], rc))
-    for row, col in cells:
-        tile = np.ascontiguousarray(picture[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE])
-        if kinds and kinds[-1] != order[row][col] and first < len(tiles) and kinds[first] != order[row][col]:
-            first, seen = len(tiles), seen[:0]
-        if tile.tobytes() not in known:
-            flat = colours[tile.ravel()][None]
-            apart = np.abs(seen - flat).sum((1, 2)) / tile.size
-            if len(apart) and apart.min() <= ALIKE and FAMILIES[order[row][col]] != "core":
-                known[tile.tobytes()] = (first + int(apart.argmin()) + 1, 0)
-            else:
-                for turned, flags in orientations(tile):
-                    known.setdefault(np.ascontiguousarray(turned).tobytes(), (len(tiles) + 1, flags))
-                tiles.append(tile)
-                kinds.append(order[row][col])
-                seen = np.concatenate([seen, flat])
-        gid, flags = known[tile.tobytes()]
-        layer[row][col] = gid | flags
+    for kind, group in itertools.groupby(by_use, key=lambda at: order[at[0]][at[1]]):
+        first = len(tiles)
+        seen = np.zeros((0, TILE, TILE, 3), np.int16)
+        for row, col in group:
+            tile = cells[row, col]
+            if tile.tobytes() not in known:
+                shown = colours[tile]
+                apart = unlike(seen, shown)
+                if len(apart) and apart.min() <= 1 and FAMILIES[kind] not in EXACT:
+                    known[tile.tobytes()] = (first + int(apart.argmin()) + 1, 0)
+                else:
+                    for turned, flags in orientations(tile):
+                        known.setdefault(np.ascontiguousarray(turned).tobytes(), (len(tiles) + 1, flags))
+                    tiles.append(tile)
+                    kinds.append(kind)
+                    seen = np.concatenate([seen, shown[None]])
+            gid, flags = known[tile.tobytes()]
+            layer[row][col] = gid | flags
     return tiles, kinds, layer
 
 
@@ -475,12 +548,10 @@ def paint(grid: list[str]) -> tuple[Picture, list[list[int]]]:
     """The whole level as one picture, with the family of each cell."""
     solid = level.solid_mask(grid)
     warm = light_of_torches((H, W))
-    plain = paint_back(solid, warm)
-    furnished = plain.copy()
-    furnish(furnished)
-    picture = furnished.copy()
+    picture = paint_back(solid, warm)
+    changed = furnish(picture)
     core = paint_front(picture, grid, solid, warm)
-    return picture, families(grid, furnished, plain, core)
+    return picture, families(grid, core, changed, warm)
 
 
 def make(out_dir: Path | str) -> None:
@@ -494,9 +565,11 @@ def make(out_dir: Path | str) -> None:
     tileset = sheet(tiles)
     assert len(layer) == level.ROWS and all(len(row) == level.COLS for row in layer)
     assert all(1 <= gid & 0x0FFFFFFF <= len(tiles) for row in layer for gid in row)
-    apart = np.abs(draw_layer(tileset, layer).astype(int) - np.array(COLOURS)[picture]).sum(2)
-    cells = apart.reshape(level.ROWS, TILE, level.COLS, TILE).mean((1, 3))
-    assert cells.max() <= ALIKE, "the layer does not show the picture"
+    drawn, wanted = draw_layer(tileset, layer), np.array(COLOURS, np.uint8)[picture]
+    for row in range(0, H, TILE):
+        for col in range(0, W, TILE):
+            area = np.s_[row : row + TILE, col : col + TILE]
+            assert unlike(drawn[area], wanted[area]) <= 1, f"the layer does not show the picture at {col}, {row}"
 
     folder = Path(out_dir) / FOLDER
     folder.mkdir(parents=True, exist_ok=True)

@@ -109,7 +109,7 @@ BACK_WARM = [
     parts("torchlit.0", "wood.1", "torchlit.1", "torchlit.0", "torchlit.0"),
 ]
 FRONT_COLD = [
-    parts("night.0", "night.0", "night.1", "night.0", "night.0"),
+    parts("night.0", "night.0", "night.0", "night.0", "night.0"),
     parts("night.0", "night.1", "stone.0", "night.0", "night.1"),
     parts("night.0", "stone.0", "stone.1", "night.1", "stone.0"),
     parts("night.1", "stone.1", "stone.2", "stone.0", "stone.1"),
@@ -148,6 +148,16 @@ def glow(shape: tuple[int, int], x: float, y: float, radius: float, strength: fl
     py, px = np.mgrid[0 : shape[0], 0 : shape[1]] + 0.5
     dy = np.where(py < y, (py - y) * 0.9, (py - y) * 1.05)
     return np.clip(1 - np.hypot(px - x, dy) / radius, 0, 1) * strength
+
+
+def blurred(field: Field, reach: int) -> Field:
+    """Mean over a square that reaches so far to all sides."""
+    for axis in (0, 1):
+        width = [(reach + 1, reach) if n == axis else (0, 0) for n in (0, 1)]
+        total = np.pad(field, width, mode="edge").cumsum(axis)
+        size = 2 * reach + 1
+        field = (np.take(total, range(size, total.shape[axis]), axis) - np.take(total, range(total.shape[axis] - size), axis)) / size
+    return field
 
 
 def distance_inside(solid: np.ndarray, limit: int) -> Field:
