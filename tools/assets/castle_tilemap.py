@@ -472,7 +472,37 @@ def cut(picture: Picture, order: list[list[int]]) -> tuple[list[Picture], list[i
                     seen = np.concatenate([seen, shown[None]])
             gid, flags = known[tile.tobytes()]
             layer[row][col] = gid | flags
-    return tiles, kinds, layer
+    return in_order(tiles, kinds, layer, order)
+
+
+def objects(order: list[list[int]]) -> list[list[tuple[int, int]]]:
+    """For each cell the first cell of the connected area of its family: the window, the gate it belongs to."""
+    start = [[(-1, -1)] * level.COLS for _ in range(level.ROWS)]
+    for row, col in itertools.product(range(level.ROWS), range(level.COLS)):
+        queue = [(row, col)] if start[row][col] == (-1, -1) else []
+        while queue:
+            r, c = queue.pop()
+            if not (0 <= r < level.ROWS and 0 <= c < level.COLS) or start[r][c] != (-1, -1) or order[r][c] != order[row][col]:
+                continue
+            start[r][c] = (row, col)
+            queue += [(r - 1, c), (r + 1, c), (r, c - 1), (r, c + 1)]
+    return start
+
+
+def in_order(
+    tiles: list[Picture], kinds: list[int], layer: list[list[int]], order: list[list[int]]
+) -> tuple[list[Picture], list[int], list[list[int]]]:
+    """Sorts the tiles by family and, within one, by the object that shows them first, so that people find them."""
+    start = objects(order)
+    places: dict[int, tuple] = {}
+    for row, col in itertools.product(range(level.ROWS), range(level.COLS)):
+        n = (layer[row][col] & 0x0FFFFFFF) - 1
+        place = (order[row][col] != kinds[n], start[row][col], row, col)
+        places[n] = min(places.get(n, place), place)
+    sequence = sorted(range(len(tiles)), key=lambda n: (kinds[n], places[n]))
+    number = {old: new for new, old in enumerate(sequence)}
+    renumbered = [[(gid & ~0x0FFFFFFF) | (number[(gid & 0x0FFFFFFF) - 1] + 1) for gid in row] for row in layer]
+    return [tiles[n] for n in sequence], [kinds[n] for n in sequence], renumbered
 
 
 def sheet(tiles: list[Picture]) -> Image.Image:
