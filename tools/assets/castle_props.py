@@ -192,7 +192,8 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
             outer = arch_half(dy, width / 2, width * 0.72)
             inner = arch_half(dy - 5, width / 2 - 5, width * 0.6) if dy >= 5 else 0.0
             if dy >= height - 4:
-                to[y + dy, x + dx] = index("stone.1" if dy == height - 4 else "stone.0" if dy < height - 1 else "night.0")
+                sill = "stone.1" if dy == height - 4 else "stone.0" if dy < height - 1 else "night.0"
+                to[y + dy, x + dx] = index(sill)
             elif off < inner:
                 depth = dy / height
                 step = 1 if depth < 0.3 else 2 if depth < 0.78 else 3
@@ -233,11 +234,9 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
     # lead: one post and bars
     for dy in range(6, height - 4):
         for dx in range(4, width - 4):
-            post = abs(x + dx + 0.5 - centre) < 1 if width > 20 else False
-            bar = dy % 16 == 13
-            if (post or bar) and (to[y + dy, x + dx] != index("stone.0")) and abs(
-                x + dx + 0.5 - centre
-            ) < (arch_half(dy - 5, width / 2 - 5, width * 0.6)):
+            off = abs(x + dx + 0.5 - centre)
+            post, bar = off < 1 and width > 20, dy % 16 == 13
+            if (post or bar) and off < arch_half(dy - 5, width / 2 - 5, width * 0.6):
                 to[y + dy, x + dx] = index("night.0")
 
 
@@ -253,7 +252,8 @@ def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
     for y in range(top + TILE, bottom, 2 * TILE):
         course(y, y + 1, "kkkkkkkkkkkkkkkk")
     for y0, y1, names in (
-        (top, top + 4, "kSSSSSsssssssnnk"), (top + 4, top + 5, "kkkkkkkkkkkkkkkk"), (top + 5, top + 8, "kksSSSsssssnnnkk"),
+        (top, top + 4, "kSSSSSsssssssnnk"), (top + 4, top + 5, "kkkkkkkkkkkkkkkk"),
+        (top + 5, top + 8, "kksSSSsssssnnnkk"),
         (top + 8, top + 9, "kkkkkkkkkkkkkkkk"), (bottom - 9, bottom - 8, "kkkkkkkkkkkkkkkk"),
         (bottom - 8, bottom - 5, "kksSSSsssssnnnkk"), (bottom - 5, bottom - 4, "kkkkkkkkkkkkkkkk"),
         (bottom - 4, bottom, "kSSSSSsssssssnnk"),
@@ -274,11 +274,12 @@ def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True
                     deep = off > inner - 2 or dy < 12
                     to[y + dy, x + dx] = index("night.0" if deep or (dx * 7 + dy * 5) % 23 else "night.1")
             elif off < outer:
-                angle = int(np.degrees(np.arctan2(max(0, width * 0.5 - dy), off)) // 14) if dy < width * 0.5 else dy // 10
+                rise = max(0.0, width * 0.5 - dy)
+                wedge = int(np.degrees(np.arctan2(rise, off)) // 14) if rise else dy // 10
+                lit, light_stone = x + dx < centre, wedge % 2 == 0
+                name = "stone.1" if lit and light_stone else "stone.0" if lit or light_stone else "night.1"
                 edge = off > outer - 1.2 or off < inner + 1.2
-                lit = x + dx < centre
-                to[y + dy, x + dx] = index("night.0" if edge else "stone.1" if lit and angle % 2 == 0 else "stone.0"
-                                           if angle % 2 == 0 or lit else "night.1")
+                to[y + dy, x + dx] = index("night.0" if edge else name)
 
 
 def jambs(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
@@ -331,6 +332,13 @@ def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
                         to[y + dy, x + dx] = index("iron.1" if bar == 2 else "night.1")
 
 
+# Books: the back of each and its shadow side.
+BOOKS = [
+    ("cloth.0", "night.1"), ("cloth.1", "cloth.0"), ("wood.1", "wood.0"), ("wood.2", "wood.1"), ("moss.1", "stone.0"),
+    ("night.2", "night.1"), ("torchlit.1", "torchlit.0"), ("torchlit.0", "night.1"),
+]
+
+
 def shelf(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> None:
     """A bookcase: boards of dark wood, books in dim colours."""
     rng = random.Random(seed)
@@ -347,9 +355,7 @@ def shelf(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> No
                 bx += rng.randint(2, 5)
                 continue
             wide, tall = rng.randint(2, 4), rng.randint(6, 10)
-            name = rng.choice(["cloth.0", "cloth.1", "wood.1", "wood.2", "moss.1", "night.2", "torchlit.1", "torchlit.0"])
-            dark = {"cloth.1": "cloth.0", "wood.2": "wood.1", "moss.1": "stone.0", "night.2": "night.1", "torchlit.1":
-                    "torchlit.0", "wood.1": "wood.0"}.get(name, "night.1")
+            name, dark = rng.choice(BOOKS)
             wide = min(wide, x + width - 3 - bx)
             fill(to, bx, floor - tall, bx + wide, floor, name)
             fill(to, bx + wide - 1, floor - tall, bx + wide, floor, dark)

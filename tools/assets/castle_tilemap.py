@@ -93,7 +93,7 @@ def light_of_torches(shape: tuple[int, int]) -> np.ndarray:
     """Warm light at every pixel, 0 to about 3.4."""
     field = np.zeros(shape)
     for col, row in TORCHES:
-        light = walls.glow(shape, col * TILE + 7.5, row * TILE + 7, TORCH_RADIUS, 4.3)
+        light = walls.glow(shape, col * TILE + 7.5, row * TILE + 7, TORCH_RADIUS, 4.0)
         np.maximum(field, light, out=field)
     return field
 
@@ -128,6 +128,7 @@ def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
         area = np.s_[top * TILE : bottom * TILE, left * TILE : right * TILE]
         room_light[area] = 0
         moonlight[area] = 0
+    warm = warm * np.clip(0.75 + near / 24, 0, 1)
     # the pit fades into the dark
     pit = np.zeros((H, W))
     left, top, right, _ = PIT
@@ -222,13 +223,14 @@ def runs_from(solid: np.ndarray, axis: int, back: bool) -> np.ndarray:
 
 def paint_front(picture: Picture, grid: list[str], solid: np.ndarray, warm: np.ndarray) -> list[list[bool]]:
     """Everything solid, over the back wall. Returns which cells are deep in a wall."""
-    wood = np.kron(np.array([[symbol == "-" for symbol in row] for row in grid]), np.ones((TILE, TILE), bool)).astype(bool)
+    wood = np.array([[symbol == "-" for symbol in row] for row in grid]).repeat(TILE, 0).repeat(TILE, 1)
     stone = solid & ~wood
     inside = walls.distance_inside(stone, 56)
     stones = walls.tiled(walls.lay(walls.SOLID), (H, W))
     levels = walls.dithered(np.interp(inside, [0, 15, 18, 27, 30, 46, 52], [3.5, 3.4, 2.5, 2.4, 1.5, 1.4, 0.4]), 3)
     warm_on = walls.dithered(warm * 0.9, 1) > 0
-    body = np.where(warm_on, walls.shade(stones, levels, walls.FRONT_WARM), walls.shade(stones, levels, walls.FRONT_COLD))
+    hot, cold = walls.shade(stones, levels, walls.FRONT_WARM), walls.shade(stones, levels, walls.FRONT_COLD)
+    body = np.where(warm_on, hot, cold)
 
     x = np.tile(np.arange(W), (H, 1))
     joint = np.isin(x % walls.PERIOD, list(SLAB_JOINTS))
@@ -329,7 +331,8 @@ def mirror_faces(picture: Picture, grid: list[str], warm_on: np.ndarray) -> None
     for row in range(level.ROWS):
         for col in range(1, level.COLS - 1):
             area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
-            around = [grid[r][c] for r in range(max(row - 1, 0), min(row + 2, level.ROWS)) for c in (col - 1, col, col + 1)]
+            rows = grid[max(row - 1, 0) : row + 2]
+            around = "".join(line[col - 1 : col + 2] for line in rows)
             if grid[row][col] != "#" or warm_on[area].any() or set(around) - {"#", "."}:
                 continue
             reach = [[solid_at(row + r, col + c) for c in (-2, -1, 0, 1, 2)] for r in (-1, 0, 1)]
@@ -376,9 +379,9 @@ def paint_ledges(picture: Picture, grid: list[str]) -> None:
 
 # The families of tiles, in the order in which they lie in the tileset.
 FAMILIES = [
-    "floor", "step", "slope", "ledge", "face", "ceiling", "wall", "core", "back", "depth", "torchlight", "moonlight", "passage",
-    "pillar", "window", "arch", "gate", "banner", "shelf", "furniture", "chain", "moss", "crack", "cobweb", "rubble",
-    "torch",
+    "floor", "step", "slope", "ledge", "face", "ceiling", "wall", "core", "back", "depth", "torchlight", "moonlight",
+    "passage", "pillar", "window", "arch", "gate", "banner", "shelf", "furniture", "chain", "moss", "crack", "cobweb",
+    "rubble", "torch",
 ]
 EXACT = {"core", "depth"}  # their few marks and their dither would show if tiles were shared that are only alike
 
@@ -402,7 +405,9 @@ def family(grid: list[str], row: int, col: int, deep: bool) -> str:
     return "core" if deep else "wall"
 
 
-def families(grid: list[str], core: list[list[bool]], furnished: dict[tuple[int, int], str], warm: np.ndarray) -> list[list[int]]:
+def families(
+    grid: list[str], core: list[list[bool]], furnished: dict[tuple[int, int], str], warm: np.ndarray
+) -> list[list[int]]:
     """A number for each cell by which the tileset is ordered."""
     order = []
     moonlight = light_of_windows((H, W))
@@ -427,8 +432,8 @@ def families(grid: list[str], core: list[list[bool]], furnished: dict[tuple[int,
     return order
 
 
-# Two tiles of one family count as one when they differ by no more than this, so that shadows and light that fall a pixel
-# apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px square of it.
+# Two tiles of one family count as one when they differ by no more than this, so that shadows and light that fall a
+# pixel apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px square.
 ALIKE, ALIKE_SQUARE = 4.0, 20.0
 
 
@@ -442,9 +447,9 @@ def unlike(first: np.ndarray, second: np.ndarray) -> np.ndarray:
 def cut(picture: Picture, order: list[list[int]]) -> tuple[list[Picture], list[int], list[list[int]]]:
     """Cuts the picture into tiles without repeats; returns tiles, their families and the GIDs of the layer."""
     cells: dict[tuple[int, int], Picture] = {}
-    for row in range(level.ROWS):
-        for col in range(level.COLS):
-            cells[row, col] = np.ascontiguousarray(picture[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE])
+    for row, col in itertools.product(range(level.ROWS), range(level.COLS)):
+        area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
+        cells[row, col] = np.ascontiguousarray(picture[area])
     # Common tiles come first in their family, so that rare ones are taken for them and not the other way round.
     uses = Counter(tile.tobytes() for tile in cells.values())
     by_use = sorted(cells, key=lambda at: (order[at[0]][at[1]], -uses[cells[at].tobytes()], at))
@@ -482,7 +487,9 @@ def objects(order: list[list[int]]) -> list[list[tuple[int, int]]]:
         queue = [(row, col)] if start[row][col] == (-1, -1) else []
         while queue:
             r, c = queue.pop()
-            if not (0 <= r < level.ROWS and 0 <= c < level.COLS) or start[r][c] != (-1, -1) or order[r][c] != order[row][col]:
+            if not (0 <= r < level.ROWS and 0 <= c < level.COLS) or order[r][c] != order[row][col]:
+                continue
+            if start[r][c] != (-1, -1):
                 continue
             start[r][c] = (row, col)
             queue += [(r - 1, c), (r + 1, c), (r, c - 1), (r, c + 1)]
@@ -584,6 +591,14 @@ def paint(grid: list[str]) -> tuple[Picture, list[list[int]]]:
     return picture, families(grid, core, changed, warm)
 
 
+def check_contrast(picture: Picture, solid: np.ndarray) -> None:
+    """Fails when what one can stand on does not stand out from the back wall."""
+    light = np.array(COLOURS)[picture] @ [0.2126, 0.7152, 0.0722]
+    top = solid & ~np.vstack([np.ones((1, W), bool), solid[:-1]])
+    second = solid & np.vstack([np.zeros((1, W), bool), top[:-1]])
+    assert min(light[top].min(), light[second].min()) > np.percentile(light[~solid], 99), "a lit edge is too dark"
+
+
 def make(out_dir: Path | str) -> None:
     """Writes the castle below out_dir."""
     grid = level.load()
@@ -591,6 +606,7 @@ def make(out_dir: Path | str) -> None:
     level.check(grid, rects, tris)
 
     picture, order = paint(grid)
+    check_contrast(picture, level.solid_mask(grid))
     tiles, kinds, layer = cut(picture, order)
     tileset = sheet(tiles)
     assert len(layer) == level.ROWS and all(len(row) == level.COLS for row in layer)

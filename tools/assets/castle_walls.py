@@ -105,8 +105,8 @@ BACK_COLD = [
 BACK_WARM = [
     BACK_COLD[0],
     parts("night.0", "torchlit.0", "torchlit.0", "night.1", "stone.0"),
-    parts("night.1", "torchlit.0", "wood.1", "stone.0", "torchlit.0"),
-    parts("torchlit.0", "wood.1", "torchlit.1", "torchlit.0", "torchlit.0"),
+    parts("night.1", "wood.1", "wood.1", "torchlit.0", "torchlit.0"),
+    parts("torchlit.0", "torchlit.1", "torchlit.1", "wood.1", "wood.1"),
 ]
 FRONT_COLD = [
     parts("night.0", "night.0", "night.0", "night.0", "night.0"),
@@ -156,7 +156,8 @@ def blurred(field: Field, reach: int) -> Field:
         width = [(reach + 1, reach) if n == axis else (0, 0) for n in (0, 1)]
         total = np.pad(field, width, mode="edge").cumsum(axis)
         size = 2 * reach + 1
-        field = (np.take(total, range(size, total.shape[axis]), axis) - np.take(total, range(total.shape[axis] - size), axis)) / size
+        ahead = np.take(total, range(size, total.shape[axis]), axis)
+        field = (ahead - np.take(total, range(total.shape[axis] - size), axis)) / size
     return field
 
 

@@ -143,8 +143,8 @@
  <tile id="139" type="ceiling"/>
  <tile id="140" type="ceiling"/>
  <tile id="141" type="ceiling"/>
- <tile id="142" type="ceiling"/>
- <tile id="143" type="ceiling"/>
+ <tile id="142" type="wall"/>
+ <tile id="143" type="wall"/>
  <tile id="144" type="wall"/>
  <tile id="145" type="wall"/>
  <tile id="146" type="wall"/>
@@ -315,11 +315,11 @@
  <tile id="311" type="wall"/>
  <tile id="312" type="wall"/>
  <tile id="313" type="wall"/>
- <tile id="314" type="wall"/>
+ <tile id="314" type="core"/>
  <tile id="315" type="core"/>
  <tile id="316" type="core"/>
  <tile id="317" type="core"/>
- <tile id="318" type="core"/>
+ <tile id="318" type="back"/>
  <tile id="319" type="back"/>
  <tile id="320" type="back"/>
  <tile id="321" type="back"/>
@@ -454,7 +454,7 @@
  <tile id="450" type="back"/>
  <tile id="451" type="back"/>
  <tile id="452" type="back"/>
- <tile id="453" type="depth"/>
+ <tile id="453" type="back"/>
  <tile id="454" type="depth"/>
  <tile id="455" type="depth"/>
  <tile id="456" type="depth"/>
@@ -479,7 +479,7 @@
  <tile id="475" type="depth"/>
  <tile id="476" type="depth"/>
  <tile id="477" type="depth"/>
- <tile id="478" type="torchlight"/>
+ <tile id="478" type="depth"/>
  <tile id="479" type="torchlight"/>
  <tile id="480" type="torchlight"/>
  <tile id="481" type="torchlight"/>
@@ -657,13 +657,13 @@
  <tile id="653" type="torchlight"/>
  <tile id="654" type="torchlight"/>
  <tile id="655" type="torchlight"/>
- <tile id="656" type="torchlight"/>
- <tile id="657" type="torchlight"/>
- <tile id="658" type="torchlight"/>
- <tile id="659" type="torchlight"/>
- <tile id="660" type="torchlight"/>
- <tile id="661" type="torchlight"/>
- <tile id="662" type="torchlight"/>
+ <tile id="656" type="moonlight"/>
+ <tile id="657" type="moonlight"/>
+ <tile id="658" type="moonlight"/>
+ <tile id="659" type="moonlight"/>
+ <tile id="660" type="moonlight"/>
+ <tile id="661" type="moonlight"/>
+ <tile id="662" type="moonlight"/>
  <tile id="663" type="moonlight"/>
  <tile id="664" type="moonlight"/>
  <tile id="665" type="moonlight"/>
@@ -714,9 +714,9 @@
  <tile id="710" type="moonlight"/>
  <tile id="711" type="moonlight"/>
  <tile id="712" type="moonlight"/>
- <tile id="713" type="moonlight"/>
- <tile id="714" type="moonlight"/>
- <tile id="715" type="moonlight"/>
+ <tile id="713" type="passage"/>
+ <tile id="714" type="passage"/>
+ <tile id="715" type="passage"/>
  <tile id="716" type="passage"/>
  <tile id="717" type="passage"/>
  <tile id="718" type="passage"/>
@@ -755,13 +755,13 @@
  <tile id="751" type="passage"/>
  <tile id="752" type="passage"/>
  <tile id="753" type="passage"/>
- <tile id="754" type="passage"/>
- <tile id="755" type="passage"/>
- <tile id="756" type="passage"/>
+ <tile id="754" type="pillar"/>
+ <tile id="755" type="pillar"/>
+ <tile id="756" type="pillar"/>
  <tile id="757" type="pillar"/>
- <tile id="758" type="pillar"/>
- <tile id="759" type="pillar"/>
- <tile id="760" type="pillar"/>
+ <tile id="758" type="window"/>
+ <tile id="759" type="window"/>
+ <tile id="760" type="window"/>
  <tile id="761" type="window"/>
  <tile id="762" type="window"/>
  <tile id="763" type="window"/>
@@ -904,9 +904,9 @@
  <tile id="900" type="window"/>
  <tile id="901" type="window"/>
  <tile id="902" type="window"/>
- <tile id="903" type="window"/>
- <tile id="904" type="window"/>
- <tile id="905" type="window"/>
+ <tile id="903" type="arch"/>
+ <tile id="904" type="arch"/>
+ <tile id="905" type="arch"/>
  <tile id="906" type="arch"/>
  <tile id="907" type="arch"/>
  <tile id="908" type="arch"/>
@@ -926,7 +926,7 @@
  <tile id="922" type="arch"/>
  <tile id="923" type="arch"/>
  <tile id="924" type="arch"/>
- <tile id="925" type="arch"/>
+ <tile id="925" type="gate"/>
  <tile id="926" type="gate"/>
  <tile id="927" type="gate"/>
  <tile id="928" type="gate"/>
@@ -950,7 +950,7 @@
  <tile id="946" type="gate"/>
  <tile id="947" type="gate"/>
  <tile id="948" type="gate"/>
- <tile id="949" type="gate"/>
+ <tile id="949" type="banner"/>
  <tile id="950" type="banner"/>
  <tile id="951" type="banner"/>
  <tile id="952" type="banner"/>
@@ -976,7 +976,7 @@
  <tile id="972" type="banner"/>
  <tile id="973" type="banner"/>
  <tile id="974" type="banner"/>
- <tile id="975" type="banner"/>
+ <tile id="975" type="shelf"/>
  <tile id="976" type="shelf"/>
  <tile id="977" type="shelf"/>
  <tile id="978" type="shelf"/>
@@ -1000,7 +1000,7 @@
  <tile id="996" type="shelf"/>
  <tile id="997" type="shelf"/>
  <tile id="998" type="shelf"/>
- <tile id="999" type="shelf"/>
+ <tile id="999" type="furniture"/>
  <tile id="1000" type="furniture"/>
  <tile id="1001" type="furniture"/>
  <tile id="1002" type="furniture"/>
@@ -1018,7 +1018,7 @@
  <tile id="1014" type="furniture"/>
  <tile id="1015" type="furniture"/>
  <tile id="1016" type="furniture"/>
- <tile id="1017" type="furniture"/>
+ <tile id="1017" type="chain"/>
  <tile id="1018" type="chain"/>
  <tile id="1019" type="chain"/>
  <tile id="1020" type="chain"/>
@@ -1070,9 +1070,9 @@
  <tile id="1066" type="chain"/>
  <tile id="1067" type="chain"/>
  <tile id="1068" type="chain"/>
- <tile id="1069" type="chain"/>
- <tile id="1070" type="chain"/>
- <tile id="1071" type="chain"/>
+ <tile id="1069" type="moss"/>
+ <tile id="1070" type="moss"/>
+ <tile id="1071" type="moss"/>
  <tile id="1072" type="moss"/>
  <tile id="1073" type="moss"/>
  <tile id="1074" type="moss"/>
@@ -1088,9 +1088,9 @@
  <tile id="1084" type="moss"/>
  <tile id="1085" type="moss"/>
  <tile id="1086" type="moss"/>
- <tile id="1087" type="moss"/>
- <tile id="1088" type="moss"/>
- <tile id="1089" type="moss"/>
+ <tile id="1087" type="crack"/>
+ <tile id="1088" type="crack"/>
+ <tile id="1089" type="crack"/>
  <tile id="1090" type="crack"/>
  <tile id="1091" type="crack"/>
  <tile id="1092" type="crack"/>
@@ -1102,14 +1102,14 @@
  <tile id="1098" type="crack"/>
  <tile id="1099" type="crack"/>
  <tile id="1100" type="crack"/>
- <tile id="1101" type="crack"/>
- <tile id="1102" type="crack"/>
- <tile id="1103" type="crack"/>
+ <tile id="1101" type="cobweb"/>
+ <tile id="1102" type="cobweb"/>
+ <tile id="1103" type="cobweb"/>
  <tile id="1104" type="cobweb"/>
  <tile id="1105" type="cobweb"/>
- <tile id="1106" type="cobweb"/>
- <tile id="1107" type="cobweb"/>
- <tile id="1108" type="cobweb"/>
+ <tile id="1106" type="rubble"/>
+ <tile id="1107" type="rubble"/>
+ <tile id="1108" type="rubble"/>
  <tile id="1109" type="rubble"/>
  <tile id="1110" type="rubble"/>
  <tile id="1111" type="rubble"/>
@@ -1123,9 +1123,9 @@
  <tile id="1119" type="rubble"/>
  <tile id="1120" type="rubble"/>
  <tile id="1121" type="rubble"/>
- <tile id="1122" type="rubble"/>
- <tile id="1123" type="rubble"/>
- <tile id="1124" type="rubble"/>
+ <tile id="1122" type="torch"/>
+ <tile id="1123" type="torch"/>
+ <tile id="1124" type="torch"/>
  <tile id="1125" type="torch"/>
  <tile id="1126" type="torch"/>
  <tile id="1127" type="torch"/>
@@ -1133,5 +1133,4 @@
  <tile id="1129" type="torch"/>
  <tile id="1130" type="torch"/>
  <tile id="1131" type="torch"/>
- <tile id="1132" type="torch"/>
 </tileset>
