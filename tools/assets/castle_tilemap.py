@@ -119,7 +119,7 @@ def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
     stones = np.zeros((H, W), np.uint8)
     for masonry, light, (left, top, right, bottom) in ROOMS:
         area = np.s_[top * TILE : bottom * TILE, int(left * TILE) : int(right * TILE)]
-        stones[area] = walls.tiled(walls.lay(masonry), (H, W))[area]
+        stones[area] = walls.tiled(walls.lay(masonry)[0], (H, W))[area]
         room_light[area] = light
     room_light = walls.blurred(room_light, 20)
     moonlight = light_of_windows((H, W))
@@ -226,8 +226,9 @@ def paint_front(picture: Picture, grid: list[str], solid: np.ndarray, warm: np.n
     wood = np.array([[symbol == "-" for symbol in row] for row in grid]).repeat(TILE, 0).repeat(TILE, 1)
     stone = solid & ~wood
     inside = walls.distance_inside(stone, 56)
-    stones = walls.tiled(walls.lay(walls.SOLID), (H, W))
-    levels = walls.dithered(np.interp(inside, [0, 15, 18, 27, 30, 46, 52], [3.5, 3.4, 2.5, 2.4, 1.5, 1.4, 0.4]), 3)
+    stones, lots = (walls.tiled(laid, (H, W)) for laid in walls.lay(walls.SOLID))
+    deep = inside + 11 * lots * np.clip(inside / 28, 0, 1)  # stone by stone into the dark, without a straight border
+    levels = walls.dithered(np.interp(deep, [0, 15, 18, 27, 30, 46, 52], [3.5, 3.4, 2.5, 2.4, 1.5, 1.4, 0.4]), 3)
     warm_on = walls.dithered(warm * 0.9, 1) > 0
     hot, cold = walls.shade(stones, levels, walls.FRONT_WARM), walls.shade(stones, levels, walls.FRONT_COLD)
     body = np.where(warm_on, hot, cold)
@@ -433,7 +434,8 @@ def families(
 
 
 # Two tiles of one family count as one when they differ by no more than this, so that shadows and light that fall a
-# pixel apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px square.
+# pixel apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px
+# square of it.
 ALIKE, ALIKE_SQUARE = 4.0, 20.0
 
 

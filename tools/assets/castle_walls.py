@@ -52,11 +52,12 @@ BLOCKS = Masonry(53, (13, 11, 14, 12, 14), (17, 30), 4, 0.2, 0.15)
 SOLID = Masonry(71, (9, 7, 8, 8), (9, 20), 3, 0.28, 0.35)
 
 
-def lay(masonry: Masonry) -> np.ndarray:
-    """Lays one period of stones and returns the part at each pixel."""
-    rng = random.Random(masonry.seed)
+def lay(masonry: Masonry) -> tuple[np.ndarray, Field]:
+    """Lays one period of stones; returns the part at each pixel and a number 0 to 1 that is the same for a stone."""
+    rng, lot = random.Random(masonry.seed), random.Random(masonry.seed + 1)
     tall = sum(masonry.courses)
     out = np.full((tall, PERIOD), MORTAR, np.uint8)
+    lots = np.zeros((tall, PERIOD))
     y = masonry.shift
     joints_above: set[int] = set()
     for height in masonry.courses:
@@ -74,6 +75,10 @@ def lay(masonry: Masonry) -> np.ndarray:
         x = start
         for width in widths:
             dark = rng.random() < masonry.dark
+            drawn = lot.random()
+            for dy in range(height):
+                for dx in range(width):
+                    lots[(y + dy) % tall, (x + dx) % PERIOD] = drawn
             chipped, corner = rng.random() < masonry.chip, rng.randrange(4)
             for dy in range(height - 1):  # the last row and column are mortar
                 for dx in range(width - 1):
@@ -92,7 +97,7 @@ def lay(masonry: Masonry) -> np.ndarray:
                 out[(y + dy) % tall, (x + dx) % PERIOD] = LOW
             x += width
         y += height
-    return np.tile(out, (PERIOD // tall, 1))
+    return np.tile(out, (PERIOD // tall, 1)), np.tile(lots, (PERIOD // tall, 1))
 
 
 # Colours of mortar, body, lit edge, low edge and other tone, from dark to light.

@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="UTF-8"?>
-<tileset version="1.10" name="castle" tilewidth="16" tileheight="16" tilecount="1136" columns="16">
- <image source="old-dark-castle-interior-tileset.png" width="256" height="1136"/>
+<tileset version="1.10" name="castle" tilewidth="16" tileheight="16" tilecount="1152" columns="16">
+ <image source="old-dark-castle-interior-tileset.png" width="256" height="1152"/>
  <tile id="0" type="floor"/>
  <tile id="1" type="floor"/>
  <tile id="2" type="floor"/>
@@ -55,21 +55,21 @@
  <tile id="51" type="floor"/>
  <tile id="52" type="floor"/>
  <tile id="53" type="floor"/>
- <tile id="54" type="step"/>
- <tile id="55" type="step"/>
- <tile id="56" type="step"/>
- <tile id="57" type="step"/>
- <tile id="58" type="step"/>
- <tile id="59" type="step"/>
- <tile id="60" type="step"/>
- <tile id="61" type="slope"/>
- <tile id="62" type="slope"/>
- <tile id="63" type="slope"/>
- <tile id="64" type="slope"/>
- <tile id="65" type="slope"/>
- <tile id="66" type="slope"/>
- <tile id="67" type="slope"/>
- <tile id="68" type="slope"/>
+ <tile id="54" type="floor"/>
+ <tile id="55" type="floor"/>
+ <tile id="56" type="floor"/>
+ <tile id="57" type="floor"/>
+ <tile id="58" type="floor"/>
+ <tile id="59" type="floor"/>
+ <tile id="60" type="floor"/>
+ <tile id="61" type="floor"/>
+ <tile id="62" type="step"/>
+ <tile id="63" type="step"/>
+ <tile id="64" type="step"/>
+ <tile id="65" type="step"/>
+ <tile id="66" type="step"/>
+ <tile id="67" type="step"/>
+ <tile id="68" type="step"/>
  <tile id="69" type="slope"/>
  <tile id="70" type="slope"/>
  <tile id="71" type="slope"/>
@@ -79,14 +79,14 @@
  <tile id="75" type="slope"/>
  <tile id="76" type="slope"/>
  <tile id="77" type="slope"/>
- <tile id="78" type="ledge"/>
- <tile id="79" type="ledge"/>
- <tile id="80" type="ledge"/>
- <tile id="81" type="ledge"/>
- <tile id="82" type="ledge"/>
- <tile id="83" type="ledge"/>
- <tile id="84" type="ledge"/>
- <tile id="85" type="ledge"/>
+ <tile id="78" type="slope"/>
+ <tile id="79" type="slope"/>
+ <tile id="80" type="slope"/>
+ <tile id="81" type="slope"/>
+ <tile id="82" type="slope"/>
+ <tile id="83" type="slope"/>
+ <tile id="84" type="slope"/>
+ <tile id="85" type="slope"/>
  <tile id="86" type="ledge"/>
  <tile id="87" type="ledge"/>
  <tile id="88" type="ledge"/>
@@ -99,14 +99,14 @@
  <tile id="95" type="ledge"/>
  <tile id="96" type="ledge"/>
  <tile id="97" type="ledge"/>
- <tile id="98" type="face"/>
- <tile id="99" type="face"/>
- <tile id="100" type="face"/>
- <tile id="101" type="face"/>
- <tile id="102" type="face"/>
- <tile id="103" type="face"/>
- <tile id="104" type="face"/>
- <tile id="105" type="face"/>
+ <tile id="98" type="ledge"/>
+ <tile id="99" type="ledge"/>
+ <tile id="100" type="ledge"/>
+ <tile id="101" type="ledge"/>
+ <tile id="102" type="ledge"/>
+ <tile id="103" type="ledge"/>
+ <tile id="104" type="ledge"/>
+ <tile id="105" type="ledge"/>
  <tile id="106" type="face"/>
  <tile id="107" type="face"/>
  <tile id="108" type="face"/>
@@ -119,14 +119,14 @@
  <tile id="115" type="face"/>
  <tile id="116" type="face"/>
  <tile id="117" type="face"/>
- <tile id="118" type="ceiling"/>
- <tile id="119" type="ceiling"/>
- <tile id="120" type="ceiling"/>
- <tile id="121" type="ceiling"/>
- <tile id="122" type="ceiling"/>
- <tile id="123" type="ceiling"/>
- <tile id="124" type="ceiling"/>
- <tile id="125" type="ceiling"/>
+ <tile id="118" type="face"/>
+ <tile id="119" type="face"/>
+ <tile id="120" type="face"/>
+ <tile id="121" type="face"/>
+ <tile id="122" type="face"/>
+ <tile id="123" type="face"/>
+ <tile id="124" type="face"/>
+ <tile id="125" type="face"/>
  <tile id="126" type="ceiling"/>
  <tile id="127" type="ceiling"/>
  <tile id="128" type="ceiling"/>
@@ -143,14 +143,14 @@
  <tile id="139" type="ceiling"/>
  <tile id="140" type="ceiling"/>
  <tile id="141" type="ceiling"/>
- <tile id="142" type="wall"/>
- <tile id="143" type="wall"/>
- <tile id="144" type="wall"/>
- <tile id="145" type="wall"/>
- <tile id="146" type="wall"/>
- <tile id="147" type="wall"/>
- <tile id="148" type="wall"/>
- <tile id="149" type="wall"/>
+ <tile id="142" type="ceiling"/>
+ <tile id="143" type="ceiling"/>
+ <tile id="144" type="ceiling"/>
+ <tile id="145" type="ceiling"/>
+ <tile id="146" type="ceiling"/>
+ <tile id="147" type="ceiling"/>
+ <tile id="148" type="ceiling"/>
+ <tile id="149" type="ceiling"/>
  <tile id="150" type="wall"/>
  <tile id="151" type="wall"/>
  <tile id="152" type="wall"/>
@@ -315,25 +315,25 @@
  <tile id="311" type="wall"/>
  <tile id="312" type="wall"/>
  <tile id="313" type="wall"/>
- <tile id="314" type="core"/>
- <tile id="315" type="core"/>
- <tile id="316" type="core"/>
- <tile id="317" type="core"/>
- <tile id="318" type="back"/>
- <tile id="319" type="back"/>
- <tile id="320" type="back"/>
- <tile id="321" type="back"/>
- <tile id="322" type="back"/>
- <tile id="323" type="back"/>
- <tile id="324" type="back"/>
- <tile id="325" type="back"/>
- <tile id="326" type="back"/>
- <tile id="327" type="back"/>
- <tile id="328" type="back"/>
- <tile id="329" type="back"/>
- <tile id="330" type="back"/>
- <tile id="331" type="back"/>
- <tile id="332" type="back"/>
+ <tile id="314" type="wall"/>
+ <tile id="315" type="wall"/>
+ <tile id="316" type="wall"/>
+ <tile id="317" type="wall"/>
+ <tile id="318" type="wall"/>
+ <tile id="319" type="wall"/>
+ <tile id="320" type="wall"/>
+ <tile id="321" type="wall"/>
+ <tile id="322" type="wall"/>
+ <tile id="323" type="wall"/>
+ <tile id="324" type="wall"/>
+ <tile id="325" type="wall"/>
+ <tile id="326" type="wall"/>
+ <tile id="327" type="wall"/>
+ <tile id="328" type="wall"/>
+ <tile id="329" type="core"/>
+ <tile id="330" type="core"/>
+ <tile id="331" type="core"/>
+ <tile id="332" type="core"/>
  <tile id="333" type="back"/>
  <tile id="334" type="back"/>
  <tile id="335" type="back"/>
@@ -455,21 +455,21 @@
  <tile id="451" type="back"/>
  <tile id="452" type="back"/>
  <tile id="453" type="back"/>
- <tile id="454" type="depth"/>
- <tile id="455" type="depth"/>
- <tile id="456" type="depth"/>
- <tile id="457" type="depth"/>
- <tile id="458" type="depth"/>
- <tile id="459" type="depth"/>
- <tile id="460" type="depth"/>
- <tile id="461" type="depth"/>
- <tile id="462" type="depth"/>
- <tile id="463" type="depth"/>
- <tile id="464" type="depth"/>
- <tile id="465" type="depth"/>
- <tile id="466" type="depth"/>
- <tile id="467" type="depth"/>
- <tile id="468" type="depth"/>
+ <tile id="454" type="back"/>
+ <tile id="455" type="back"/>
+ <tile id="456" type="back"/>
+ <tile id="457" type="back"/>
+ <tile id="458" type="back"/>
+ <tile id="459" type="back"/>
+ <tile id="460" type="back"/>
+ <tile id="461" type="back"/>
+ <tile id="462" type="back"/>
+ <tile id="463" type="back"/>
+ <tile id="464" type="back"/>
+ <tile id="465" type="back"/>
+ <tile id="466" type="back"/>
+ <tile id="467" type="back"/>
+ <tile id="468" type="back"/>
  <tile id="469" type="depth"/>
  <tile id="470" type="depth"/>
  <tile id="471" type="depth"/>
@@ -480,21 +480,21 @@
  <tile id="476" type="depth"/>
  <tile id="477" type="depth"/>
  <tile id="478" type="depth"/>
- <tile id="479" type="torchlight"/>
- <tile id="480" type="torchlight"/>
- <tile id="481" type="torchlight"/>
- <tile id="482" type="torchlight"/>
- <tile id="483" type="torchlight"/>
- <tile id="484" type="torchlight"/>
- <tile id="485" type="torchlight"/>
- <tile id="486" type="torchlight"/>
- <tile id="487" type="torchlight"/>
- <tile id="488" type="torchlight"/>
- <tile id="489" type="torchlight"/>
- <tile id="490" type="torchlight"/>
- <tile id="491" type="torchlight"/>
- <tile id="492" type="torchlight"/>
- <tile id="493" type="torchlight"/>
+ <tile id="479" type="depth"/>
+ <tile id="480" type="depth"/>
+ <tile id="481" type="depth"/>
+ <tile id="482" type="depth"/>
+ <tile id="483" type="depth"/>
+ <tile id="484" type="depth"/>
+ <tile id="485" type="depth"/>
+ <tile id="486" type="depth"/>
+ <tile id="487" type="depth"/>
+ <tile id="488" type="depth"/>
+ <tile id="489" type="depth"/>
+ <tile id="490" type="depth"/>
+ <tile id="491" type="depth"/>
+ <tile id="492" type="depth"/>
+ <tile id="493" type="depth"/>
  <tile id="494" type="torchlight"/>
  <tile id="495" type="torchlight"/>
  <tile id="496" type="torchlight"/>
@@ -657,21 +657,21 @@
  <tile id="653" type="torchlight"/>
  <tile id="654" type="torchlight"/>
  <tile id="655" type="torchlight"/>
- <tile id="656" type="moonlight"/>
- <tile id="657" type="moonlight"/>
- <tile id="658" type="moonlight"/>
- <tile id="659" type="moonlight"/>
- <tile id="660" type="moonlight"/>
- <tile id="661" type="moonlight"/>
- <tile id="662" type="moonlight"/>
- <tile id="663" type="moonlight"/>
- <tile id="664" type="moonlight"/>
- <tile id="665" type="moonlight"/>
- <tile id="666" type="moonlight"/>
- <tile id="667" type="moonlight"/>
- <tile id="668" type="moonlight"/>
- <tile id="669" type="moonlight"/>
- <tile id="670" type="moonlight"/>
+ <tile id="656" type="torchlight"/>
+ <tile id="657" type="torchlight"/>
+ <tile id="658" type="torchlight"/>
+ <tile id="659" type="torchlight"/>
+ <tile id="660" type="torchlight"/>
+ <tile id="661" type="torchlight"/>
+ <tile id="662" type="torchlight"/>
+ <tile id="663" type="torchlight"/>
+ <tile id="664" type="torchlight"/>
+ <tile id="665" type="torchlight"/>
+ <tile id="666" type="torchlight"/>
+ <tile id="667" type="torchlight"/>
+ <tile id="668" type="torchlight"/>
+ <tile id="669" type="torchlight"/>
+ <tile id="670" type="torchlight"/>
  <tile id="671" type="moonlight"/>
  <tile id="672" type="moonlight"/>
  <tile id="673" type="moonlight"/>
@@ -714,21 +714,21 @@
  <tile id="710" type="moonlight"/>
  <tile id="711" type="moonlight"/>
  <tile id="712" type="moonlight"/>
- <tile id="713" type="passage"/>
- <tile id="714" type="passage"/>
- <tile id="715" type="passage"/>
- <tile id="716" type="passage"/>
- <tile id="717" type="passage"/>
- <tile id="718" type="passage"/>
- <tile id="719" type="passage"/>
- <tile id="720" type="passage"/>
- <tile id="721" type="passage"/>
- <tile id="722" type="passage"/>
- <tile id="723" type="passage"/>
- <tile id="724" type="passage"/>
- <tile id="725" type="passage"/>
- <tile id="726" type="passage"/>
- <tile id="727" type="passage"/>
+ <tile id="713" type="moonlight"/>
+ <tile id="714" type="moonlight"/>
+ <tile id="715" type="moonlight"/>
+ <tile id="716" type="moonlight"/>
+ <tile id="717" type="moonlight"/>
+ <tile id="718" type="moonlight"/>
+ <tile id="719" type="moonlight"/>
+ <tile id="720" type="moonlight"/>
+ <tile id="721" type="moonlight"/>
+ <tile id="722" type="moonlight"/>
+ <tile id="723" type="moonlight"/>
+ <tile id="724" type="moonlight"/>
+ <tile id="725" type="moonlight"/>
+ <tile id="726" type="moonlight"/>
+ <tile id="727" type="moonlight"/>
  <tile id="728" type="passage"/>
  <tile id="729" type="passage"/>
  <tile id="730" type="passage"/>
@@ -755,25 +755,25 @@
  <tile id="751" type="passage"/>
  <tile id="752" type="passage"/>
  <tile id="753" type="passage"/>
- <tile id="754" type="pillar"/>
- <tile id="755" type="pillar"/>
- <tile id="756" type="pillar"/>
- <tile id="757" type="pillar"/>
- <tile id="758" type="window"/>
- <tile id="759" type="window"/>
- <tile id="760" type="window"/>
- <tile id="761" type="window"/>
- <tile id="762" type="window"/>
- <tile id="763" type="window"/>
- <tile id="764" type="window"/>
- <tile id="765" type="window"/>
- <tile id="766" type="window"/>
- <tile id="767" type="window"/>
- <tile id="768" type="window"/>
- <tile id="769" type="window"/>
- <tile id="770" type="window"/>
- <tile id="771" type="window"/>
- <tile id="772" type="window"/>
+ <tile id="754" type="passage"/>
+ <tile id="755" type="passage"/>
+ <tile id="756" type="passage"/>
+ <tile id="757" type="passage"/>
+ <tile id="758" type="passage"/>
+ <tile id="759" type="passage"/>
+ <tile id="760" type="passage"/>
+ <tile id="761" type="passage"/>
+ <tile id="762" type="passage"/>
+ <tile id="763" type="passage"/>
+ <tile id="764" type="passage"/>
+ <tile id="765" type="passage"/>
+ <tile id="766" type="passage"/>
+ <tile id="767" type="passage"/>
+ <tile id="768" type="passage"/>
+ <tile id="769" type="pillar"/>
+ <tile id="770" type="pillar"/>
+ <tile id="771" type="pillar"/>
+ <tile id="772" type="pillar"/>
  <tile id="773" type="window"/>
  <tile id="774" type="window"/>
  <tile id="775" type="window"/>
@@ -904,21 +904,21 @@
  <tile id="900" type="window"/>
  <tile id="901" type="window"/>
  <tile id="902" type="window"/>
- <tile id="903" type="arch"/>
- <tile id="904" type="arch"/>
- <tile id="905" type="arch"/>
- <tile id="906" type="arch"/>
- <tile id="907" type="arch"/>
- <tile id="908" type="arch"/>
- <tile id="909" type="arch"/>
- <tile id="910" type="arch"/>
- <tile id="911" type="arch"/>
- <tile id="912" type="arch"/>
- <tile id="913" type="arch"/>
- <tile id="914" type="arch"/>
- <tile id="915" type="arch"/>
- <tile id="916" type="arch"/>
- <tile id="917" type="arch"/>
+ <tile id="903" type="window"/>
+ <tile id="904" type="window"/>
+ <tile id="905" type="window"/>
+ <tile id="906" type="window"/>
+ <tile id="907" type="window"/>
+ <tile id="908" type="window"/>
+ <tile id="909" type="window"/>
+ <tile id="910" type="window"/>
+ <tile id="911" type="window"/>
+ <tile id="912" type="window"/>
+ <tile id="913" type="window"/>
+ <tile id="914" type="window"/>
+ <tile id="915" type="window"/>
+ <tile id="916" type="window"/>
+ <tile id="917" type="window"/>
  <tile id="918" type="arch"/>
  <tile id="919" type="arch"/>
  <tile id="920" type="arch"/>
@@ -926,21 +926,21 @@
  <tile id="922" type="arch"/>
  <tile id="923" type="arch"/>
  <tile id="924" type="arch"/>
- <tile id="925" type="gate"/>
- <tile id="926" type="gate"/>
- <tile id="927" type="gate"/>
- <tile id="928" type="gate"/>
- <tile id="929" type="gate"/>
- <tile id="930" type="gate"/>
- <tile id="931" type="gate"/>
- <tile id="932" type="gate"/>
- <tile id="933" type="gate"/>
- <tile id="934" type="gate"/>
- <tile id="935" type="gate"/>
- <tile id="936" type="gate"/>
- <tile id="937" type="gate"/>
- <tile id="938" type="gate"/>
- <tile id="939" type="gate"/>
+ <tile id="925" type="arch"/>
+ <tile id="926" type="arch"/>
+ <tile id="927" type="arch"/>
+ <tile id="928" type="arch"/>
+ <tile id="929" type="arch"/>
+ <tile id="930" type="arch"/>
+ <tile id="931" type="arch"/>
+ <tile id="932" type="arch"/>
+ <tile id="933" type="arch"/>
+ <tile id="934" type="arch"/>
+ <tile id="935" type="arch"/>
+ <tile id="936" type="arch"/>
+ <tile id="937" type="arch"/>
+ <tile id="938" type="arch"/>
+ <tile id="939" type="arch"/>
  <tile id="940" type="gate"/>
  <tile id="941" type="gate"/>
  <tile id="942" type="gate"/>
@@ -950,21 +950,21 @@
  <tile id="946" type="gate"/>
  <tile id="947" type="gate"/>
  <tile id="948" type="gate"/>
- <tile id="949" type="banner"/>
- <tile id="950" type="banner"/>
- <tile id="951" type="banner"/>
- <tile id="952" type="banner"/>
- <tile id="953" type="banner"/>
- <tile id="954" type="banner"/>
- <tile id="955" type="banner"/>
- <tile id="956" type="banner"/>
- <tile id="957" type="banner"/>
- <tile id="958" type="banner"/>
- <tile id="959" type="banner"/>
- <tile id="960" type="banner"/>
- <tile id="961" type="banner"/>
- <tile id="962" type="banner"/>
- <tile id="963" type="banner"/>
+ <tile id="949" type="gate"/>
+ <tile id="950" type="gate"/>
+ <tile id="951" type="gate"/>
+ <tile id="952" type="gate"/>
+ <tile id="953" type="gate"/>
+ <tile id="954" type="gate"/>
+ <tile id="955" type="gate"/>
+ <tile id="956" type="gate"/>
+ <tile id="957" type="gate"/>
+ <tile id="958" type="gate"/>
+ <tile id="959" type="gate"/>
+ <tile id="960" type="gate"/>
+ <tile id="961" type="gate"/>
+ <tile id="962" type="gate"/>
+ <tile id="963" type="gate"/>
  <tile id="964" type="banner"/>
  <tile id="965" type="banner"/>
  <tile id="966" type="banner"/>
@@ -976,21 +976,21 @@
  <tile id="972" type="banner"/>
  <tile id="973" type="banner"/>
  <tile id="974" type="banner"/>
- <tile id="975" type="shelf"/>
- <tile id="976" type="shelf"/>
- <tile id="977" type="shelf"/>
- <tile id="978" type="shelf"/>
- <tile id="979" type="shelf"/>
- <tile id="980" type="shelf"/>
- <tile id="981" type="shelf"/>
- <tile id="982" type="shelf"/>
- <tile id="983" type="shelf"/>
- <tile id="984" type="shelf"/>
- <tile id="985" type="shelf"/>
- <tile id="986" type="shelf"/>
- <tile id="987" type="shelf"/>
- <tile id="988" type="shelf"/>
- <tile id="989" type="shelf"/>
+ <tile id="975" type="banner"/>
+ <tile id="976" type="banner"/>
+ <tile id="977" type="banner"/>
+ <tile id="978" type="banner"/>
+ <tile id="979" type="banner"/>
+ <tile id="980" type="banner"/>
+ <tile id="981" type="banner"/>
+ <tile id="982" type="banner"/>
+ <tile id="983" type="banner"/>
+ <tile id="984" type="banner"/>
+ <tile id="985" type="banner"/>
+ <tile id="986" type="banner"/>
+ <tile id="987" type="banner"/>
+ <tile id="988" type="banner"/>
+ <tile id="989" type="banner"/>
  <tile id="990" type="shelf"/>
  <tile id="991" type="shelf"/>
  <tile id="992" type="shelf"/>
@@ -1000,39 +1000,39 @@
  <tile id="996" type="shelf"/>
  <tile id="997" type="shelf"/>
  <tile id="998" type="shelf"/>
- <tile id="999" type="furniture"/>
- <tile id="1000" type="furniture"/>
- <tile id="1001" type="furniture"/>
- <tile id="1002" type="furniture"/>
- <tile id="1003" type="furniture"/>
- <tile id="1004" type="furniture"/>
- <tile id="1005" type="furniture"/>
- <tile id="1006" type="furniture"/>
- <tile id="1007" type="furniture"/>
- <tile id="1008" type="furniture"/>
- <tile id="1009" type="furniture"/>
- <tile id="1010" type="furniture"/>
- <tile id="1011" type="furniture"/>
- <tile id="1012" type="furniture"/>
- <tile id="1013" type="furniture"/>
+ <tile id="999" type="shelf"/>
+ <tile id="1000" type="shelf"/>
+ <tile id="1001" type="shelf"/>
+ <tile id="1002" type="shelf"/>
+ <tile id="1003" type="shelf"/>
+ <tile id="1004" type="shelf"/>
+ <tile id="1005" type="shelf"/>
+ <tile id="1006" type="shelf"/>
+ <tile id="1007" type="shelf"/>
+ <tile id="1008" type="shelf"/>
+ <tile id="1009" type="shelf"/>
+ <tile id="1010" type="shelf"/>
+ <tile id="1011" type="shelf"/>
+ <tile id="1012" type="shelf"/>
+ <tile id="1013" type="shelf"/>
  <tile id="1014" type="furniture"/>
  <tile id="1015" type="furniture"/>
  <tile id="1016" type="furniture"/>
- <tile id="1017" type="chain"/>
- <tile id="1018" type="chain"/>
- <tile id="1019" type="chain"/>
- <tile id="1020" type="chain"/>
- <tile id="1021" type="chain"/>
- <tile id="1022" type="chain"/>
- <tile id="1023" type="chain"/>
- <tile id="1024" type="chain"/>
- <tile id="1025" type="chain"/>
- <tile id="1026" type="chain"/>
- <tile id="1027" type="chain"/>
- <tile id="1028" type="chain"/>
- <tile id="1029" type="chain"/>
- <tile id="1030" type="chain"/>
- <tile id="1031" type="chain"/>
+ <tile id="1017" type="furniture"/>
+ <tile id="1018" type="furniture"/>
+ <tile id="1019" type="furniture"/>
+ <tile id="1020" type="furniture"/>
+ <tile id="1021" type="furniture"/>
+ <tile id="1022" type="furniture"/>
+ <tile id="1023" type="furniture"/>
+ <tile id="1024" type="furniture"/>
+ <tile id="1025" type="furniture"/>
+ <tile id="1026" type="furniture"/>
+ <tile id="1027" type="furniture"/>
+ <tile id="1028" type="furniture"/>
+ <tile id="1029" type="furniture"/>
+ <tile id="1030" type="furniture"/>
+ <tile id="1031" type="furniture"/>
  <tile id="1032" type="chain"/>
  <tile id="1033" type="chain"/>
  <tile id="1034" type="chain"/>
@@ -1070,67 +1070,82 @@
  <tile id="1066" type="chain"/>
  <tile id="1067" type="chain"/>
  <tile id="1068" type="chain"/>
- <tile id="1069" type="moss"/>
- <tile id="1070" type="moss"/>
- <tile id="1071" type="moss"/>
- <tile id="1072" type="moss"/>
- <tile id="1073" type="moss"/>
- <tile id="1074" type="moss"/>
- <tile id="1075" type="moss"/>
- <tile id="1076" type="moss"/>
- <tile id="1077" type="moss"/>
- <tile id="1078" type="moss"/>
- <tile id="1079" type="moss"/>
- <tile id="1080" type="moss"/>
- <tile id="1081" type="moss"/>
- <tile id="1082" type="moss"/>
- <tile id="1083" type="moss"/>
+ <tile id="1069" type="chain"/>
+ <tile id="1070" type="chain"/>
+ <tile id="1071" type="chain"/>
+ <tile id="1072" type="chain"/>
+ <tile id="1073" type="chain"/>
+ <tile id="1074" type="chain"/>
+ <tile id="1075" type="chain"/>
+ <tile id="1076" type="chain"/>
+ <tile id="1077" type="chain"/>
+ <tile id="1078" type="chain"/>
+ <tile id="1079" type="chain"/>
+ <tile id="1080" type="chain"/>
+ <tile id="1081" type="chain"/>
+ <tile id="1082" type="chain"/>
+ <tile id="1083" type="chain"/>
  <tile id="1084" type="moss"/>
  <tile id="1085" type="moss"/>
  <tile id="1086" type="moss"/>
- <tile id="1087" type="crack"/>
- <tile id="1088" type="crack"/>
- <tile id="1089" type="crack"/>
- <tile id="1090" type="crack"/>
- <tile id="1091" type="crack"/>
- <tile id="1092" type="crack"/>
- <tile id="1093" type="crack"/>
- <tile id="1094" type="crack"/>
- <tile id="1095" type="crack"/>
- <tile id="1096" type="crack"/>
- <tile id="1097" type="crack"/>
- <tile id="1098" type="crack"/>
- <tile id="1099" type="crack"/>
- <tile id="1100" type="crack"/>
- <tile id="1101" type="cobweb"/>
- <tile id="1102" type="cobweb"/>
- <tile id="1103" type="cobweb"/>
- <tile id="1104" type="cobweb"/>
- <tile id="1105" type="cobweb"/>
- <tile id="1106" type="rubble"/>
- <tile id="1107" type="rubble"/>
- <tile id="1108" type="rubble"/>
- <tile id="1109" type="rubble"/>
- <tile id="1110" type="rubble"/>
- <tile id="1111" type="rubble"/>
- <tile id="1112" type="rubble"/>
- <tile id="1113" type="rubble"/>
- <tile id="1114" type="rubble"/>
- <tile id="1115" type="rubble"/>
- <tile id="1116" type="rubble"/>
- <tile id="1117" type="rubble"/>
- <tile id="1118" type="rubble"/>
- <tile id="1119" type="rubble"/>
- <tile id="1120" type="rubble"/>
+ <tile id="1087" type="moss"/>
+ <tile id="1088" type="moss"/>
+ <tile id="1089" type="moss"/>
+ <tile id="1090" type="moss"/>
+ <tile id="1091" type="moss"/>
+ <tile id="1092" type="moss"/>
+ <tile id="1093" type="moss"/>
+ <tile id="1094" type="moss"/>
+ <tile id="1095" type="moss"/>
+ <tile id="1096" type="moss"/>
+ <tile id="1097" type="moss"/>
+ <tile id="1098" type="moss"/>
+ <tile id="1099" type="moss"/>
+ <tile id="1100" type="moss"/>
+ <tile id="1101" type="moss"/>
+ <tile id="1102" type="crack"/>
+ <tile id="1103" type="crack"/>
+ <tile id="1104" type="crack"/>
+ <tile id="1105" type="crack"/>
+ <tile id="1106" type="crack"/>
+ <tile id="1107" type="crack"/>
+ <tile id="1108" type="crack"/>
+ <tile id="1109" type="crack"/>
+ <tile id="1110" type="crack"/>
+ <tile id="1111" type="crack"/>
+ <tile id="1112" type="crack"/>
+ <tile id="1113" type="crack"/>
+ <tile id="1114" type="crack"/>
+ <tile id="1115" type="crack"/>
+ <tile id="1116" type="cobweb"/>
+ <tile id="1117" type="cobweb"/>
+ <tile id="1118" type="cobweb"/>
+ <tile id="1119" type="cobweb"/>
+ <tile id="1120" type="cobweb"/>
  <tile id="1121" type="rubble"/>
- <tile id="1122" type="torch"/>
- <tile id="1123" type="torch"/>
- <tile id="1124" type="torch"/>
- <tile id="1125" type="torch"/>
- <tile id="1126" type="torch"/>
- <tile id="1127" type="torch"/>
- <tile id="1128" type="torch"/>
- <tile id="1129" type="torch"/>
- <tile id="1130" type="torch"/>
- <tile id="1131" type="torch"/>
+ <tile id="1122" type="rubble"/>
+ <tile id="1123" type="rubble"/>
+ <tile id="1124" type="rubble"/>
+ <tile id="1125" type="rubble"/>
+ <tile id="1126" type="rubble"/>
+ <tile id="1127" type="rubble"/>
+ <tile id="1128" type="rubble"/>
+ <tile id="1129" type="rubble"/>
+ <tile id="1130" type="rubble"/>
+ <tile id="1131" type="rubble"/>
+ <tile id="1132" type="rubble"/>
+ <tile id="1133" type="rubble"/>
+ <tile id="1134" type="rubble"/>
+ <tile id="1135" type="rubble"/>
+ <tile id="1136" type="rubble"/>
+ <tile id="1137" type="torch"/>
+ <tile id="1138" type="torch"/>
+ <tile id="1139" type="torch"/>
+ <tile id="1140" type="torch"/>
+ <tile id="1141" type="torch"/>
+ <tile id="1142" type="torch"/>
+ <tile id="1143" type="torch"/>
+ <tile id="1144" type="torch"/>
+ <tile id="1145" type="torch"/>
+ <tile id="1146" type="torch"/>
 </tileset>
