@@ -157,7 +157,8 @@ class Body:
         for x, y, w, h in rects:
             solid[y + margin : y + h + margin, x : x + w] = 1
         total = np.pad(solid.cumsum(0).cumsum(1), ((1, 0), (1, 0)))
-        count = total[BODY_H:, BODY_W:] - total[:-BODY_H, BODY_W:] - total[BODY_H:, :-BODY_W] + total[:-BODY_H, :-BODY_W]
+        across = total[:, BODY_W:] - total[:, :-BODY_W]
+        count = across[BODY_H:] - across[:-BODY_H]
         # blocked[y][x] for feet at (x, y): rows shift by the margin, columns by half a body
         self.rows = (count > 0).tolist()
         self.row_shift = margin - BODY_H
@@ -235,7 +236,8 @@ TRIES: list[tuple[bool, list[tuple[int, int]]]] = [
     for jump, moves in (
         (False, [(1, 4)]), (False, [(1, 12), (0, 1)]), (False, [(1, 8), (-1, 1)]), (True, [(1, 1)]),
         (True, [(0, 12), (1, 1)]), (True, [(0, 24), (1, 1)]), (True, [(0, 36), (1, 1)]), (True, [(1, 8), (0, 1)]),
-        (True, [(1, 20), (0, 1)]), (True, [(1, 32), (0, 1)]), (True, [(1, 48), (0, 1)]), (True, [(0, 20), (1, 14), (0, 1)]),
+        (True, [(1, 20), (0, 1)]), (True, [(1, 32), (0, 1)]), (True, [(1, 48), (0, 1)]),
+        (True, [(0, 20), (1, 14), (0, 1)]),
     )
 ]
 

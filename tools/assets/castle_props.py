@@ -45,21 +45,6 @@ TORCH = """
 .......k........
 """
 
-CANDLES = """
-................................
-..o.....o......o.....o.....o....
-.oyo...oyo....oyo...oyo...oyo...
-.ywy...ywy....ywy...ywy...ywy...
-..w.....w......w.....w.....w....
-..T.....T......T.....T.....T....
-ksSSSkksSSSSSSSSSSSSSSSSkkSSSsk.
-.kkkkkkksssssssssssssssskkkkkk..
-......kkkk....ksk.....kkkk......
-.........kkkkkksskkkkkk.........
-..............ksk...............
-...............k................
-"""
-
 CHAIN = """
 ......kSk.......
 .....kS.Sk......
@@ -100,20 +85,20 @@ SKULL = """
 
 BARREL = """
 ....kkkkkkkk....
-...kddmdmddtk...
-..kSSsSSsSSssk..
-..kdmdmddmdttk..
-.kddmdmddmddttk.
-.kddmdmddmddttk.
-.kSSsSSSsSSssnk.
-.kddmdmddmddttk.
-.kddmdmddmddttk.
-.kddmdmddmddttk.
-.kSSsSSSsSSssnk.
-..kdmdmddmdttk..
-..kdmdmddmdttk..
-..kSSsSSsSSssk..
-...kddmdmddtk...
+...kdmmddmddk...
+..kSgSSSsSSssk..
+..kdmmkddmktdk..
+.kdmmdkddmktddk.
+.kdmmdkddmktddk.
+.kSgSSkSSsskssk.
+.kdmmdkddmktddk.
+.kdmmdkddmktddk.
+.kdmmdkddmktddk.
+.kSgSSkSSsskssk.
+..kdmmkddmktdk..
+..kdmmkddmktdk..
+..kSgSSSsSSssk..
+...kdmmddmddk...
 ....kkkkkkkk....
 """
 
@@ -207,7 +192,8 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
             outer = arch_half(dy, width / 2, width * 0.72)
             inner = arch_half(dy - 5, width / 2 - 5, width * 0.6) if dy >= 5 else 0.0
             if dy >= height - 4:
-                to[y + dy, x + dx] = index("stone.1" if dy == height - 4 else "stone.0" if dy < height - 1 else "night.0")
+                sill = "stone.1" if dy == height - 4 else "stone.0" if dy < height - 1 else "night.0"
+                to[y + dy, x + dx] = index(sill)
             elif off < inner:
                 depth = dy / height
                 step = 1 if depth < 0.3 else 2 if depth < 0.78 else 3
@@ -228,7 +214,7 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
         if to[sy, sx] in sky:
             to[sy, sx] = index(rng.choice(["stone.2", "iron.2", "stone.3"]))
     if moon:
-        mx, my, radius = centre + 4, y + height * 0.36, 5.6
+        mx, my, radius = centre + 9, y + height * 0.42, 5.6
         for dy in range(-8, 9):
             for dx in range(-8, 9):
                 px, py = int(mx + dx), int(my + dy)
@@ -248,31 +234,31 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
     # lead: one post and bars
     for dy in range(6, height - 4):
         for dx in range(4, width - 4):
-            post = abs(x + dx + 0.5 - centre) < 1 if width > 20 else False
-            bar = dy % 16 == 13
-            if (post or bar) and (to[y + dy, x + dx] != index("stone.0")) and abs(
-                x + dx + 0.5 - centre
-            ) < (arch_half(dy - 5, width / 2 - 5, width * 0.6)):
+            off = abs(x + dx + 0.5 - centre)
+            post, bar = off < 1 and width > 20, dy % 16 == 13
+            if (post or bar) and off < arch_half(dy - 5, width / 2 - 5, width * 0.6):
                 to[y + dy, x + dx] = index("night.0")
 
 
 def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
-    """A half column of the wall, one tile wide with a wider base and capital; light from the left."""
-    shaft = ["night.0", "stone.0", "stone.1", "stone.0", "stone.1", "stone.0", "stone.0", "stone.0", "night.1", "stone.0",
-             "night.1", "night.0"]
-    for y in range(top, bottom):
-        for dx, name in enumerate(shaft):
-            to[y, x + 2 + dx] = index(name)
-        if (y - top) % 32 == 0:
-            to[y, x + 2 : x + 14] = index("night.0")
-    for rows, grow in (((top, top + 4), 2), ((top + 4, top + 7), 1), ((bottom - 4, bottom), 2), ((bottom - 8, bottom - 4), 1)):
-        for y in range(*rows):
-            left, right = x + 2 - grow, x + 14 + grow
-            to[y, left:right] = index("stone.0")
-            to[y, left + 1 : left + 5] = index("stone.1")
-            to[y, left] = to[y, right - 1] = index("night.0")
-            to[y, right - 4 : right - 1] = index("night.1")
-        to[rows[1] - 1, x + 2 - grow : x + 14 + grow] = index("night.0")
+    """A half column of the wall, one tile wide with base and capital; light from the left. All of whole tiles."""
+    def course(y0: int, y1: int, names: str) -> None:
+        """Rows of one profile, given as a character for each pixel."""
+        for dx, mark in enumerate(names):
+            to[y0:y1, x + dx] = index(LEGEND[mark])
+
+    shaft = "kknsSsSssssnsnkk"
+    course(top, bottom, shaft)
+    for y in range(top + TILE, bottom, 2 * TILE):
+        course(y, y + 1, "kkkkkkkkkkkkkkkk")
+    for y0, y1, names in (
+        (top, top + 4, "kSSSSSsssssssnnk"), (top + 4, top + 5, "kkkkkkkkkkkkkkkk"),
+        (top + 5, top + 8, "kksSSSsssssnnnkk"),
+        (top + 8, top + 9, "kkkkkkkkkkkkkkkk"), (bottom - 9, bottom - 8, "kkkkkkkkkkkkkkkk"),
+        (bottom - 8, bottom - 5, "kksSSSsssssnnnkk"), (bottom - 5, bottom - 4, "kkkkkkkkkkkkkkkk"),
+        (bottom - 4, bottom, "kSSSSSsssssssnnk"),
+    ):
+        course(y0, y1, names)
 
 
 def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True) -> None:
@@ -288,25 +274,38 @@ def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True
                     deep = off > inner - 2 or dy < 12
                     to[y + dy, x + dx] = index("night.0" if deep or (dx * 7 + dy * 5) % 23 else "night.1")
             elif off < outer:
-                angle = int(np.degrees(np.arctan2(max(0, width * 0.5 - dy), off)) // 14) if dy < width * 0.5 else dy // 10
+                rise = max(0.0, width * 0.5 - dy)
+                wedge = int(np.degrees(np.arctan2(rise, off)) // 14) if rise else dy // 10
+                lit, light_stone = x + dx < centre, wedge % 2 == 0
+                name = "stone.1" if lit and light_stone else "stone.0" if lit or light_stone else "night.1"
                 edge = off > outer - 1.2 or off < inner + 1.2
-                lit = x + dx < centre
-                to[y + dy, x + dx] = index("night.0" if edge else "stone.1" if lit and angle % 2 == 0 else "stone.0"
-                                           if angle % 2 == 0 or lit else "night.1")
+                to[y + dy, x + dx] = index("night.0" if edge else name)
+
+
+def jambs(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
+    """The two dressed edges of a passage through a wall."""
+    for x, step in ((x0, 1), (x1 - 1, -1)):
+        for y in range(y0, y1):
+            long = y // 9 % 2
+            to[y, x] = index("night.0")
+            for n in range(1, 8 if long else 5):
+                joint = y % 9 == 0 or n == (7 if long else 4)
+                lit = n == 1 if step > 0 else n == (6 if long else 3)
+                to[y, x + n * step] = index("night.0" if joint else "stone.1" if lit else "stone.0")
 
 
 def banner(to: Picture, x: int, y: int, height: int) -> None:
     """A hanging cloth with a golden flame, 16 px wide, swallow tail."""
     for dy in range(height):
-        for dx in range(1, 15):
+        for dx in range(16):
             tail = height - dy <= 7 and abs(dx - 7.5) < (8 - (height - dy)) * 0.95
             if tail:
                 continue
             fold = (dx + (dy // 9) % 2) % 7
-            name = "cloth.0" if dx in (1, 14) or fold == 6 else "cloth.1" if fold in (0, 1, 4, 5) else "cloth.2"
+            name = "cloth.0" if dx in (0, 15) or fold == 6 else "cloth.1" if fold in (0, 1, 4, 5) else "cloth.2"
             if dx > 10 and name == "cloth.2":
                 name = "cloth.1"
-            if dx in (2, 13):
+            if dx in (1, 14):
                 name = "gold.1" if dy < height - 4 else "cloth.0"
             to[y + dy, x + dx] = index(name)
     fill(to, x, y - 2, x + 16, y, "night.0")
@@ -333,6 +332,13 @@ def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
                         to[y + dy, x + dx] = index("iron.1" if bar == 2 else "night.1")
 
 
+# Books: the back of each and its shadow side.
+BOOKS = [
+    ("cloth.0", "night.1"), ("cloth.1", "cloth.0"), ("wood.1", "wood.0"), ("wood.2", "wood.1"), ("moss.1", "stone.0"),
+    ("night.2", "night.1"), ("torchlit.1", "torchlit.0"), ("torchlit.0", "night.1"),
+]
+
+
 def shelf(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> None:
     """A bookcase: boards of dark wood, books in dim colours."""
     rng = random.Random(seed)
@@ -349,9 +355,7 @@ def shelf(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> No
                 bx += rng.randint(2, 5)
                 continue
             wide, tall = rng.randint(2, 4), rng.randint(6, 10)
-            name = rng.choice(["cloth.0", "cloth.1", "wood.1", "wood.2", "moss.1", "night.2", "torchlit.1", "torchlit.0"])
-            dark = {"cloth.1": "cloth.0", "wood.2": "wood.1", "moss.1": "stone.0", "night.2": "night.1", "torchlit.1":
-                    "torchlit.0", "wood.1": "wood.0"}.get(name, "night.1")
+            name, dark = rng.choice(BOOKS)
             wide = min(wide, x + width - 3 - bx)
             fill(to, bx, floor - tall, bx + wide, floor, name)
             fill(to, bx + wide - 1, floor - tall, bx + wide, floor, dark)

@@ -35,7 +35,7 @@ def parts(*names: str) -> list[int]:
 
 @dataclass(frozen=True)
 class Masonry:
-    """How stones are laid. Course heights add up to PERIOD."""
+    """How stones are laid. Course heights add up to PERIOD or to half of it."""
 
     seed: int
     courses: tuple[int, ...]
@@ -46,16 +46,18 @@ class Masonry:
 
 
 ASHLAR = Masonry(11, (9, 8, 10, 7, 9, 8, 6, 7), (9, 19), 5)
-BRICK = Masonry(23, (5, 6, 5, 5, 6, 5, 5, 6, 5, 5, 6, 5), (8, 12), 2, 0.3, 0.1)
+BRICK = Masonry(23, (5, 6, 5, 5, 6, 5), (8, 12), 2, 0.3, 0.1)
 ROUGH = Masonry(37, (12, 10, 13, 9, 11, 9), (10, 22), 7, 0.35, 0.6)
 BLOCKS = Masonry(53, (13, 11, 14, 12, 14), (17, 30), 4, 0.2, 0.15)
-SOLID = Masonry(71, (10, 8, 11, 9, 7, 10, 9), (9, 20), 3, 0.28, 0.35)
+SOLID = Masonry(71, (9, 7, 8, 8), (9, 20), 3, 0.28, 0.35)
 
 
-def lay(masonry: Masonry) -> np.ndarray:
-    """Lays one period of stones and returns the part at each pixel."""
-    rng = random.Random(masonry.seed)
-    out = np.full((PERIOD, PERIOD), MORTAR, np.uint8)
+def lay(masonry: Masonry) -> tuple[np.ndarray, Field]:
+    """Lays one period of stones; returns the part at each pixel and a number 0 to 1 that is the same for a stone."""
+    rng, lot = random.Random(masonry.seed), random.Random(masonry.seed + 1)
+    tall = sum(masonry.courses)
+    out = np.full((tall, PERIOD), MORTAR, np.uint8)
+    lots = np.zeros((tall, PERIOD))
     y = masonry.shift
     joints_above: set[int] = set()
     for height in masonry.courses:
@@ -73,6 +75,10 @@ def lay(masonry: Masonry) -> np.ndarray:
         x = start
         for width in widths:
             dark = rng.random() < masonry.dark
+            drawn = lot.random()
+            for dy in range(height):
+                for dx in range(width):
+                    lots[(y + dy) % tall, (x + dx) % PERIOD] = drawn
             chipped, corner = rng.random() < masonry.chip, rng.randrange(4)
             for dy in range(height - 1):  # the last row and column are mortar
                 for dx in range(width - 1):
@@ -84,14 +90,14 @@ def lay(masonry: Masonry) -> np.ndarray:
                     at_corner = (dy == 0 or dy == height - 2) and (dx == 0 or dx == width - 2)
                     if at_corner and chipped and corner == (dy > 0) * 2 + (dx > 0):
                         part = MORTAR
-                    out[(y + dy) % PERIOD, (x + dx) % PERIOD] = part
+                    out[(y + dy) % tall, (x + dx) % PERIOD] = part
             # a few pits in the face
             for _ in range(rng.randrange(3)):
                 dx, dy = rng.randrange(1, max(2, width - 2)), rng.randrange(1, max(2, height - 2))
-                out[(y + dy) % PERIOD, (x + dx) % PERIOD] = LOW
+                out[(y + dy) % tall, (x + dx) % PERIOD] = LOW
             x += width
         y += height
-    return out
+    return np.tile(out, (PERIOD // tall, 1)), np.tile(lots, (PERIOD // tall, 1))
 
 
 # Colours of mortar, body, lit edge, low edge and other tone, from dark to light.
@@ -104,11 +110,11 @@ BACK_COLD = [
 BACK_WARM = [
     BACK_COLD[0],
     parts("night.0", "torchlit.0", "torchlit.0", "night.1", "stone.0"),
-    parts("night.1", "torchlit.0", "wood.1", "stone.0", "torchlit.0"),
-    parts("torchlit.0", "wood.1", "torchlit.1", "torchlit.0", "torchlit.0"),
+    parts("night.1", "wood.1", "wood.1", "torchlit.0", "torchlit.0"),
+    parts("torchlit.0", "torchlit.1", "torchlit.1", "wood.1", "wood.1"),
 ]
 FRONT_COLD = [
-    parts("night.0", "night.0", "night.1", "night.0", "night.0"),
+    parts("night.0", "night.0", "night.0", "night.0", "night.0"),
     parts("night.0", "night.1", "stone.0", "night.0", "night.1"),
     parts("night.0", "stone.0", "stone.1", "night.1", "stone.0"),
     parts("night.1", "stone.1", "stone.2", "stone.0", "stone.1"),
@@ -147,6 +153,17 @@ def glow(shape: tuple[int, int], x: float, y: float, radius: float, strength: fl
     py, px = np.mgrid[0 : shape[0], 0 : shape[1]] + 0.5
     dy = np.where(py < y, (py - y) * 0.9, (py - y) * 1.05)
     return np.clip(1 - np.hypot(px - x, dy) / radius, 0, 1) * strength
+
+
+def blurred(field: Field, reach: int) -> Field:
+    """Mean over a square that reaches so far to all sides."""
+    for axis in (0, 1):
+        width = [(reach + 1, reach) if n == axis else (0, 0) for n in (0, 1)]
+        total = np.pad(field, width, mode="edge").cumsum(axis)
+        size = 2 * reach + 1
+        ahead = np.take(total, range(size, total.shape[axis]), axis)
+        field = (ahead - np.take(total, range(total.shape[axis] - size), axis)) / size
+    return field
 
 
 def distance_inside(solid: np.ndarray, limit: int) -> Field:
