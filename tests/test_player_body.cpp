@@ -1,0 +1,317 @@
+// The player's box against a slow reference on random levels, and the edges of its rules.
+
+#include "player/player_body.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <optional>
+#include <random>
+#include <vector>
+
+namespace {
+
+constexpr int W = 20, H = 40, LEDGE = 10;
+
+class PlayerBodyTest : public ::testing::Test {
+protected:
+    ~PlayerBodyTest() override {
+        colliders_rects_cleanup(&rects);
+        colliders_tris_cleanup(&tris);
+    }
+    void add(SDL_FRect rect) { ASSERT_TRUE(colliders_rects_add(&rects, &rect)); }
+    void add(Tri tri) { ASSERT_TRUE(colliders_tris_add(&tris, &tri)); }
+    void put(float x, float y, bool grounded) {
+        player_body_init(&body, {x, y}, W, H);
+        body.grounded = grounded;
+    }
+    bool overlaps() const {
+        const SDL_FRect box = player_body_rect(&body);
+        return colliders_rect_inside_rect(&box, &rects) != -1;
+    }
+
+    ColliderRects rects = {};
+    ColliderTris tris = {};
+    PlayerBody body = {};
+};
+
+// --- the reference: whole pixels, one try after the other ---
+
+struct Reference {
+    int x = 0, y = 0;
+    double owed_x = 0, owed_y = 0, vel_y = 0;
+    bool grounded = false;
+    const ColliderRects *rects = nullptr;
+    const ColliderTris *tris = nullptr;
+
+    bool free(double at_x, double at_y) const {
+        for (int i = 0; i < rects->count; i++) {
+            const SDL_FRect r = rects->items[i];
+            const bool beside = at_x + W / 2.0 <= r.x || at_x - W / 2.0 >= r.x + r.w;
+            const bool above_or_below = at_y <= r.y || at_y - H >= r.y + r.h;
+            if (!beside && !above_or_below) return false;
+        }
+        return true;
+    }
+    static int take_whole(double *owed) { // halves go away from 0
+        const int whole = static_cast<int>(*owed + (*owed < 0 ? -0.5 : 0.5));
+        *owed -= whole;
+        return whole;
+    }
+    std::optional<int> lift_to_pass(int to_x) const {
+        if (free(to_x, y)) return 0;
+        for (int lift = 1; grounded && lift <= LEDGE; lift++) {
+            if (free(x, y - lift) && free(to_x, y - lift)) return lift;
+        }
+        return {};
+    }
+    bool move_x(double dx) {
+        owed_x += dx;
+        for (int left = take_whole(&owed_x); left != 0; left -= left > 0 ? 1 : -1) {
+            const int to_x = x + (left > 0 ? 1 : -1);
+            const std::optional<int> lift = lift_to_pass(to_x);
+            if (!lift) return owed_x = 0, true;
+            x = to_x;
+            y -= *lift;
+        }
+        return false;
+    }
+    bool move_y(double dy) {
+        owed_y += dy;
+        for (int left = take_whole(&owed_y); left != 0; left -= left > 0 ? 1 : -1) {
+            const int to_y = y + (left > 0 ? 1 : -1);
+            if (!free(x, to_y)) return owed_y = vel_y = 0, true;
+            y = to_y;
+        }
+        return false;
+    }
+    std::optional<double> surface() const {
+        std::optional<double> top;
+        const double at = x;
+        for (int i = 0; i < tris->count; i++) {
+            const Tri t = tris->items[i];
+            for (const auto &[p, q] : {std::pair{t.a, t.b}, std::pair{t.b, t.c}, std::pair{t.c, t.a}}) {
+                const auto [left, right] = p.x < q.x ? std::pair{p, q} : std::pair{q, p};
+                if (at < left.x || at > right.x) continue;
+                double edge = std::min(p.y, q.y);
+                if (p.x != q.x) {
+                    const double part = (at - left.x) / double(right.x - left.x);
+                    edge = left.y * (1 - part) + right.y * part;
+                }
+                if (!top || edge < *top) top = edge;
+            }
+        }
+        return top;
+    }
+    void snap() {
+        const std::optional<double> top = surface();
+        if (!top) return;
+        const int s = static_cast<int>(std::lround(*top)), old = y;
+        if (!(y > s || (grounded && vel_y >= 0 && s <= y + 8))) return;
+        vel_y = 0;
+        for (y = s; y != old && !free(x, y);) y += y < old ? 1 : -1;
+    }
+    void update_ground() {
+        const std::optional<double> top = surface();
+        grounded = !free(x, y + 1) || (top && y >= *top - 0.5);
+    }
+};
+
+class RandomLevelTest : public PlayerBodyTest {
+protected:
+    int number(int low, int high) { return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)); }
+
+    // Coordinates a float holds exactly, so that both sides compute the same surface.
+    void make_level() {
+        colliders_rects_reset(&rects);
+        colliders_tris_reset(&tris);
+        for (int i = number(0, 14); i > 0; i--) {
+            add(SDL_FRect{float(number(0, 300)), float(number(0, 300)), float(number(1, 80)), float(number(1, 40))});
+        }
+        for (int i = number(0, 5); i > 0; i--) {
+            const float x = float(number(0, 300)), step = float(8 << number(0, 3));
+            SDL_FPoint corners[3];
+            for (SDL_FPoint &corner : corners) corner = {x + step * float(number(0, 2)), float(number(0, 300))};
+            add(Tri{corners[0], corners[1], corners[2]});
+        }
+        add(SDL_FRect{-60, 300, 460, 40}); // a floor and walls, or falls would leave the rest behind
+        add(SDL_FRect{-60, -100, 40, 440});
+        add(SDL_FRect{360, -100, 40, 440});
+    }
+    void step(Reference *expected) {
+        const int hz = 30 << number(0, 3), speed = number(0, 9) == 0 ? 6000 : 300;
+        const float vx = float(number(-speed, speed)), vy = float(number(-speed, speed));
+        // Movements in 64ths of a pixel are exact too.
+        const float dx = std::round(64 * vx / float(hz)) / 64, dy = std::round(64 * vy / float(hz)) / 64;
+        body.vel.y = vy;
+        expected->vel_y = vy;
+        const bool was_free = !overlaps();
+        EXPECT_EQ(player_body_move_x(&body, dx, &rects), expected->move_x(dx));
+        EXPECT_EQ(player_body_move_y(&body, dy, &rects), expected->move_y(dy));
+        player_body_snap_to_slope(&body, &rects, &tris);
+        expected->snap();
+        player_body_update_ground(&body, &rects, &tris);
+        expected->update_ground();
+        EXPECT_FALSE(was_free && overlaps());
+        EXPECT_LE(std::max(std::abs(body.remainder_x), std::abs(body.remainder_y)), 0.5f);
+    }
+
+    std::mt19937 random{20};
+};
+
+TEST_F(RandomLevelTest, MovesLikeTheSlowReference) {
+    int on_ground = 0, climbs = 0, blocked_starts = 0;
+    for (int level = 0; level < 2000; level++) {
+        make_level();
+        put(float(number(0, 340)), float(number(0, 300)), number(0, 1));
+        Reference expected = {int(body.pos.x), int(body.pos.y), 0, 0, 0, body.grounded, &rects, &tris};
+        blocked_starts += overlaps();
+        for (int i = 0; i < 50; i++) {
+            const float old_y = body.pos.y;
+            step(&expected);
+            on_ground += body.grounded;
+            climbs += body.pos.y < old_y && body.vel.y == 0;
+            ASSERT_TRUE(
+                body.pos.x == float(expected.x) && body.pos.y == float(expected.y) &&
+                body.vel.y == float(expected.vel_y) && body.remainder_x == float(expected.owed_x) &&
+                body.remainder_y == float(expected.owed_y) && body.grounded == expected.grounded)
+                << "level " << level << ", step " << i << ": " << body.pos.x << ", " << body.pos.y << " instead of "
+                << expected.x << ", " << expected.y;
+            ASSERT_FALSE(HasFailure()) << "level " << level << ", step " << i;
+        }
+    }
+    EXPECT_TRUE(on_ground > 10000 && climbs > 1000 && blocked_starts > 100)
+        << on_ground << ", " << climbs << ", " << blocked_starts << ": the levels exercise little";
+}
+
+// --- whole pixels ---
+
+TEST_F(PlayerBodyTest, BeginsAtRestOnItsFeet) {
+    player_body_init(&body, {100, 416}, W, H);
+    EXPECT_TRUE(body.prev_pos.x == 100 && body.prev_pos.y == 416 && body.facing == 1 && !body.grounded);
+    const SDL_FRect box = player_body_rect(&body);
+    EXPECT_TRUE(box.x == 90 && box.y == 376 && box.w == 20 && box.h == 40);
+}
+
+TEST_F(PlayerBodyTest, PartsOfPixelsAddUp) {
+    put(0, 0, false);
+    for (const float x : {0.0f, 1.0f, 1.0f}) {
+        EXPECT_FALSE(player_body_move_x(&body, 0.4f, &rects));
+        EXPECT_EQ(body.pos.x, x);
+    }
+    EXPECT_NEAR(body.remainder_x, 0.2f, 1e-6f);
+    for (const float sign : {1.0f, -1.0f}) {
+        put(0, 0, false);
+        player_body_move_y(&body, sign * 10.5f, &rects);
+        EXPECT_TRUE(body.pos.y == sign * 11 && body.remainder_y == sign * -0.5f) << "halves go away from 0";
+    }
+}
+
+// --- rectangles ---
+
+TEST_F(PlayerBodyTest, WallsAndFloorsStopItExactly) {
+    add(SDL_FRect{100, -100, 16, 200});
+    add(SDL_FRect{-50, 100, 200, 16});
+    put(0, 50, false);
+    body.vel = {9000, 9000};
+    EXPECT_TRUE(player_body_move_x(&body, 150.3f, &rects));
+    EXPECT_TRUE(body.pos.x == 90 && body.remainder_x == 0 && body.vel.x == 9000);
+    EXPECT_TRUE(player_body_move_y(&body, 150.3f, &rects));
+    EXPECT_TRUE(body.pos.y == 100 && body.remainder_y == 0 && body.vel.y == 0);
+    player_body_update_ground(&body, &rects, &tris);
+    EXPECT_TRUE(body.grounded);
+    player_body_move_y(&body, -1, &rects);
+    player_body_update_ground(&body, &rects, &tris);
+    EXPECT_FALSE(body.grounded) << "1 px above a floor is in the air";
+}
+
+TEST_F(PlayerBodyTest, ClimbsLedgesOfTenPixelsFromTheGround) {
+    const struct {
+        float ledge;
+        bool grounded;
+        float ceiling, x, y; // the ceiling's lower edge
+    } cases[] = {
+        {10, true, -200, 40, 90},   {11, true, -200, 20, 100},
+        {10, false, -200, 20, 100}, {10, true, 55, 20, 100}, // no room above: the box has to rise before it goes on
+        {4, true, 56, 40, 96},
+    };
+    for (const auto &c : cases) {
+        colliders_rects_reset(&rects);
+        add(SDL_FRect{-100, 100, 400, 16});
+        add(SDL_FRect{30, 100 - c.ledge, 100, c.ledge});
+        add(SDL_FRect{-100, c.ceiling - 16, 400, 16});
+        put(0, 100, c.grounded);
+        EXPECT_EQ(player_body_move_x(&body, 40, &rects), c.x != 40) << c.ledge << ", " << c.ceiling;
+        EXPECT_TRUE(body.pos.x == c.x && body.pos.y == c.y) << body.pos.x << ", " << body.pos.y;
+    }
+}
+
+// --- slopes ---
+
+TEST_F(PlayerBodyTest, TheSurfaceIsTheHighestOutline) {
+    float y = 7;
+    EXPECT_FALSE(player_body_slope_surface_y(&tris, 0, &y));
+    add(Tri{{0, 100}, {64, 100}, {64, 36}});
+    add(Tri{{32, 50}, {48, 50}, {48, 60}});
+    EXPECT_FALSE(player_body_slope_surface_y(&tris, 64.5f, &y));
+    EXPECT_EQ(y, 7) << "left alone";
+    for (const SDL_FPoint p : {SDL_FPoint{0, 100}, {16, 84}, {40, 50}, {56, 44}, {64, 36}}) {
+        EXPECT_TRUE(player_body_slope_surface_y(&tris, p.x, &y) && player_body_slope_surface_y(&tris, p.x, nullptr));
+        EXPECT_EQ(y, p.y) << "at " << p.x;
+    }
+}
+
+TEST_F(PlayerBodyTest, SlopesLiftAndKeepTheFeet) {
+    add(Tri{{0, 100}, {64, 100}, {64, 36}});
+    const struct {
+        float y, vel_y;
+        bool grounded;
+        float snapped;
+    } cases[] = {
+        {69, 50, false, 68}, {500, -50, false, 68}, // from below, however far and whichever way it moves
+        {60, 50, true, 68},  {59, 50, true, 59},    {60, 50, false, 60}, {60, -50, true, 60}, {68, 50, false, 68},
+    };
+    for (const auto &c : cases) {
+        put(32, c.y, c.grounded);
+        body.vel.y = c.vel_y;
+        player_body_snap_to_slope(&body, &rects, &tris);
+        EXPECT_EQ(body.pos.y, c.snapped) << "from " << c.y;
+        EXPECT_EQ(body.vel.y == 0, c.snapped != c.y) << "from " << c.y;
+    }
+    for (const float above : {0.4f, 0.6f}) {
+        put(32, 68 - above, false);
+        player_body_update_ground(&body, &rects, &tris);
+        EXPECT_EQ(body.grounded, above == 0.4f) << above;
+    }
+}
+
+TEST_F(PlayerBodyTest, ASlopeDoesNotPressItIntoACeiling) {
+    add(Tri{{0, 100}, {64, 100}, {64, 36}});
+    add(SDL_FRect{0, 30, 64, 10}); // 60 px above the feet, which would be lifted by 32
+    for (const float y : {100.0f, 99.5f}) {
+        put(32, y, true);
+        player_body_snap_to_slope(&body, &rects, &tris);
+        EXPECT_EQ(body.pos.y, 80);
+    }
+    add(SDL_FRect{0, 41, 64, 60}); // no room at all
+    put(32, 99.5f, true);
+    player_body_snap_to_slope(&body, &rects, &tris);
+    EXPECT_EQ(body.pos.y, 99.5f) << "it stays where it was";
+}
+
+TEST_F(PlayerBodyTest, WalksDownWhatIsNotTooSteep) {
+    for (const float drop : {32.0f, 64.0f, 128.0f}) { // over 64 px
+        colliders_tris_reset(&tris);
+        add(Tri{{0, 100}, {64, 100 + drop}, {0, 100 + drop}});
+        put(0, 100, true);
+        for (int i = 0; i < 8; i++) {
+            player_body_move_x(&body, 5, &rects);
+            player_body_snap_to_slope(&body, &rects, &tris);
+            player_body_update_ground(&body, &rects, &tris);
+        }
+        EXPECT_EQ(body.grounded, drop < 128);
+        EXPECT_EQ(body.pos.y, drop < 128 ? 100 + 40 * drop / 64 : 100);
+    }
+}
+
+} // namespace
