@@ -7,6 +7,7 @@
 #include "screens/input_demo.h"
 #include "screens/logical_demo.h"
 #include "screens/main_menu.h"
+#include "screens/platformer_demo.h"
 #include "screens/sprite_demo.h"
 #include "screens/text_demo.h"
 #include "screens/texture_demo.h"
@@ -34,7 +35,10 @@ static constexpr Screen screens[] = {
      .fixed_update = sprite_demo_fixed_update,
      .tick = sprite_demo_tick,
      .cleanup = sprite_demo_cleanup},
-    {}, // GAME_STATE_PLATFORMER_DEMO
+    {.setup = platformer_demo_setup,
+     .fixed_update = platformer_demo_fixed_update,
+     .tick = platformer_demo_tick,
+     .cleanup = platformer_demo_cleanup},
     {.setup = gamepad_demo_setup, .tick = gamepad_demo_tick, .cleanup = gamepad_demo_cleanup},
     {.setup = logical_demo_setup,
      .fixed_update = logical_demo_fixed_update,
