@@ -10,3 +10,14 @@ endif()
 if(LUMARIND_TESTS)
     find_package(GTest REQUIRED)
 endif()
+
+# The physics screen is written against Box2D's version 3 interface: lumarind_box2d is version 3 itself where it is
+# found, and on version 2.4 this project's layer.
+find_package(box2d REQUIRED CONFIG)
+add_library(lumarind_box2d INTERFACE)
+if(box2d_VERSION VERSION_LESS 3)
+    add_subdirectory(compat/box2d)
+    target_link_libraries(lumarind_box2d INTERFACE box2d_layer)
+else()
+    target_link_libraries(lumarind_box2d INTERFACE box2d::box2d)
+endif()

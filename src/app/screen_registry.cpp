@@ -5,6 +5,7 @@
 #include "screens/gamepad_demo.h"
 #include "screens/input_demo.h"
 #include "screens/main_menu.h"
+#include "screens/physics_demo.h"
 #include "screens/text_demo.h"
 #include "screens/texture_demo.h"
 
@@ -32,7 +33,10 @@ static constexpr Screen screens[] = {
      .tick = input_demo_tick,
      .cleanup = input_demo_cleanup},
     {}, // GAME_STATE_AUDIO_DEMO
-    {}, // GAME_STATE_PHYSICS_DEMO
+    {.setup = physics_demo_setup,
+     .fixed_update = physics_demo_fixed_update,
+     .tick = physics_demo_tick,
+     .cleanup = physics_demo_cleanup},
 };
 static_assert(std::size(screens) == GAME_STATE_COUNT, "one row per game state");
 
