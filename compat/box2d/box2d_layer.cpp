@@ -243,7 +243,26 @@ static b2ShapeId _create_shape(b2BodyId body, const b2ShapeDef *def, const ::b2S
     return _slots_id<b2ShapeId>(owner->shapes, body.world0, index);
 }
 
-b2ShapeId b2CreatePolygonShape(b2BodyId body, const b2ShapeDef *def, const b2Polygon *polygon) {
+// 2.4 keeps a skin around polygons: boxes as large as their definition says would come to rest 15 mm apart, and push
+// each other away where they are made to touch. So the polygon is moved inwards until two of them rest face to face.
+static constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
+
+static void _inset(b2PolygonShape *shape) {
+    const b2PolygonShape whole = *shape;
+    for (int i = 0; i < whole.m_count; i++) {
+        const ::b2Vec2 before = whole.m_normals[(i + whole.m_count - 1) % whole.m_count], after = whole.m_normals[i];
+        shape->m_vertices[i] -= (INSET / (1 + ::b2Dot(before, after))) * (before + after);
+    }
+}
+
+// Adds up the masses of a body's shapes. Inertia is about the body's origin.
+static b2MassData _both(const b2MassData &a, const b2MassData &b) {
+    b2MassData sum = {a.mass + b.mass, {0, 0}, a.I + b.I};
+    if (sum.mass > 0) sum.center = (1 / sum.mass) * (a.mass * a.center + b.mass * b.center);
+    return sum;
+}
+
+b2ShapeId b2CreatePolygonShape(b2BodyId id, const b2ShapeDef *def, const b2Polygon *polygon) {
     b2PolygonShape shape;
     shape.m_count = polygon->count;
     shape.m_centroid = _vector(polygon->centroid);
@@ -251,7 +270,16 @@ b2ShapeId b2CreatePolygonShape(b2BodyId body, const b2ShapeDef *def, const b2Pol
         shape.m_vertices[i] = _vector(polygon->vertices[i]);
         shape.m_normals[i] = _vector(polygon->normals[i]);
     }
-    return _create_shape(body, def, &shape);
+    // The mass stays the whole polygon's.
+    b2Body *body = _body(id);
+    b2MassData had = {0, {0, 0}, 0}, added = {};
+    if (body->GetFixtureList()) body->GetMassData(&had);
+    shape.ComputeMass(&added, def->density);
+    _inset(&shape);
+    const b2ShapeId created = _create_shape(id, def, &shape);
+    const b2MassData sum = _both(had, added);
+    if (sum.mass > 0) body->SetMassData(&sum);
+    return created;
 }
 
 b2ShapeId b2CreateCircleShape(b2BodyId body, const b2ShapeDef *def, const b2Circle *circle) {
