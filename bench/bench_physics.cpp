@@ -4,7 +4,6 @@
 #include "app/main_loop.h"
 #include "engine/engine.h"
 #include "screens/physics_demo.h"
-#include "screens/physics_demo_internal.h"
 
 #include <SDL3/SDL_render.h>
 #include <benchmark/benchmark.h>

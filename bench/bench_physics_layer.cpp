@@ -3,7 +3,6 @@
 #include "app/main_loop.h"
 #include "bench_direct.h"
 #include "screens/physics_demo.h"
-#include "screens/physics_demo_internal.h"
 
 #include <benchmark/benchmark.h>
 

@@ -11,13 +11,18 @@ if(LUMARIND_TESTS)
     find_package(GTest REQUIRED)
 endif()
 
-# The physics screen is written against Box2D's version 3 interface: lumarind_box2d is version 3 itself where it is
-# found, and on version 2.4 this project's layer.
+# The physics screen is written against Box2D's version 3 interface, as of 3.2: lumarind_box2d is version 3 itself where
+# it is found, and on version 2.4 this project's layer.
 find_package(box2d REQUIRED CONFIG)
 add_library(lumarind_box2d INTERFACE)
 if(box2d_VERSION VERSION_LESS 3)
     add_subdirectory(compat/box2d)
     target_link_libraries(lumarind_box2d INTERFACE box2d_layer)
+elseif(box2d_VERSION VERSION_LESS 3.1)
+    message(FATAL_ERROR "Box2D ${box2d_VERSION} is not supported: 3.1 or later, or 2.4")
 else()
     target_link_libraries(lumarind_box2d INTERFACE box2d::box2d)
+    if(box2d_VERSION VERSION_LESS 3.2)
+        target_include_directories(lumarind_box2d SYSTEM INTERFACE ${CMAKE_CURRENT_SOURCE_DIR}/compat/box2d/version31)
+    endif()
 endif()

@@ -84,49 +84,26 @@ TEST_F(PhysicsLayerTest, DefinitionsHaveVersion3sDefaults) {
 TEST_F(PhysicsLayerTest, IdsAreValidUntilTheirObjectGoes) {
     EXPECT_FALSE(b2World_IsValid(b2_nullWorldId) || b2Body_IsValid(b2_nullBodyId));
     EXPECT_FALSE(b2Shape_IsValid(b2_nullShapeId) || b2Joint_IsValid(b2_nullJointId));
-    const b2BodyId a = body(b2_dynamicBody, {0, 0}), b = body(b2_dynamicBody, {5, 0});
+    const b2BodyId a = body(b2_dynamicBody, {0, 0}), b = body(b2_dynamicBody, {5, 0}), c = body(b2_staticBody, {9, 0});
     const b2ShapeId shape_a = box(a, 1, 1), shape_b = circle(b, 1);
-    const b2JointId joint = pin(a, b, {5, 0}, {0, 0});
-    EXPECT_TRUE(b2Body_IsValid(a) && b2Body_IsValid(b) && b2Joint_IsValid(joint));
+    const b2JointId joint_ab = pin(a, b, {5, 0}, {0, 0}), joint_bc = pin(b, c, {4, 0}, {0, 0});
+    EXPECT_TRUE(b2Body_IsValid(a) && b2Shape_IsValid(shape_a) && b2Joint_IsValid(joint_ab));
 
     b2DestroyBody(a);
-    EXPECT_FALSE(b2Body_IsValid(a) || b2Shape_IsValid(shape_a) || b2Joint_IsValid(joint)) << "its parts go with it";
-    EXPECT_TRUE(b2Body_IsValid(b) && b2Shape_IsValid(shape_b));
-    const b2BodyId next = body(b2_dynamicBody, {7, 0});
-    EXPECT_TRUE(b2Body_IsValid(next));
+    EXPECT_FALSE(b2Body_IsValid(a) || b2Shape_IsValid(shape_a) || b2Joint_IsValid(joint_ab)) << "its parts go with it";
+    const b2BodyId next = body(b2_kinematicBody, {7, 0});
     EXPECT_FALSE(b2Body_IsValid(a)) << "also when another body has its place";
-    EXPECT_EQ(b2Body_GetPosition(next).x, 7);
-    EXPECT_EQ(b2Body_GetPosition(b).x, 5);
-    steps(2);
-}
+    EXPECT_TRUE(b2Body_GetPosition(next).x == 7 && b2Body_GetType(next) == b2_kinematicBody);
+    EXPECT_TRUE(b2Body_GetPosition(b).x == 5 && b2Shape_IsValid(shape_b) && b2Joint_IsValid(joint_bc));
 
-TEST_F(PhysicsLayerTest, ADestroyedWorldLeavesNothing) {
-    const b2BodyId a = body(b2_dynamicBody, {0, 0}), b = body(b2_dynamicBody, {5, 0});
-    const b2ShapeId shape = box(a, 1, 1);
-    const b2JointId joint = pin(a, b, {5, 0}, {0, 0});
     const b2WorldId gone = world;
     b2DestroyWorld(world);
-    EXPECT_FALSE(b2World_IsValid(gone) || b2Body_IsValid(a) || b2Shape_IsValid(shape) || b2Joint_IsValid(joint));
-    create_world({0, -10});
-    EXPECT_TRUE(b2World_IsValid(world));
-    EXPECT_FALSE(b2World_IsValid(gone)) << "also when another world has its place";
-    // Places are given back: far more worlds than can live at once.
-    for (int i = 0; i < 300; i++) {
+    EXPECT_FALSE(b2World_IsValid(gone) || b2Body_IsValid(b) || b2Shape_IsValid(shape_b) || b2Joint_IsValid(joint_bc));
+    for (int i = 0; i < 300; i++) { // far more than can live at once: places are given back
         create_world({0, 0});
         ASSERT_TRUE(b2World_IsValid(world)) << i;
+        ASSERT_FALSE(b2World_IsValid(gone)) << "also when another world has its place";
     }
-}
-
-TEST_F(PhysicsLayerTest, BodiesStartAsDefined) {
-    const b2BodyId turned = body(b2_kinematicBody, {1, 2}, 2.5f);
-    EXPECT_EQ(b2Body_GetType(turned), b2_kinematicBody);
-    EXPECT_TRUE(b2Body_GetPosition(turned).x == 1 && b2Body_GetPosition(turned).y == 2);
-    EXPECT_NEAR(b2Body_GetRotation(turned).c, std::cos(2.5f), 1e-3);
-    EXPECT_NEAR(b2Body_GetRotation(turned).s, std::sin(2.5f), 1e-3);
-    EXPECT_FALSE(b2Body_IsAwake(body(b2_staticBody, {0, 0}))) << "a static body has nothing to be awake for";
-    const b2Rot half = b2NLerp(b2MakeRot(0.2f), b2MakeRot(1.0f), 0.5f);
-    EXPECT_NEAR(std::atan2(half.s, half.c), 0.6f, 1e-3);
-    EXPECT_NEAR(half.c * half.c + half.s * half.s, 1, 1e-5);
 }
 
 // --- the step ---
@@ -192,15 +169,6 @@ TEST_F(PhysicsLayerTest, GroupsDecideWhoCollides) {
     }
 }
 
-TEST_F(PhysicsLayerTest, FastBodiesDoNotPassThroughStaticOnes) {
-    create_world({0, 0});
-    box(body(b2_staticBody, {10, 0}), 0.05f, 5);
-    const b2BodyId shot = body(b2_dynamicBody, {0, 0}, 0, {300, 0});
-    circle(shot, 0.2f);
-    steps(30);
-    EXPECT_LT(b2Body_GetPosition(shot).x, 10);
-}
-
 TEST_F(PhysicsLayerTest, APinHoldsAnchorsGivenInEachBodysOwnCoordinates) {
     const b2BodyId post = body(b2_staticBody, {3, 4}, 0.5f);
     box(post, 1, 1); // the rod hangs inside it: pinned bodies do not collide
@@ -220,26 +188,6 @@ TEST_F(PhysicsLayerTest, APinHoldsAnchorsGivenInEachBodysOwnCoordinates) {
     EXPECT_NEAR(lowest, -2, 0.05) << "it swings freely through its lowest point";
 }
 
-TEST_F(PhysicsLayerTest, ALightChainCarriesAHeavyBall) {
-    b2BodyId previous = body(b2_staticBody, {0, 0});
-    b2Vec2 anchor = {0, 0};
-    for (int i = 0; i < 6; i++) {
-        const b2BodyId link = body(b2_dynamicBody, {0.5f * static_cast<float>(i) + 0.25f, 0}, 0);
-        box(link, 0.25f, 0.05f, -1);
-        pin(previous, link, anchor, {-0.25f, 0});
-        previous = link;
-        anchor = {0.25f, 0};
-    }
-    const b2BodyId ball = body(b2_dynamicBody, {3.5f, 0});
-    circle(ball, 0.5f, -1); // 16 times the weight of a link
-    pin(previous, ball, anchor, {-0.5f, 0});
-    for (int i = 0; i < 300; i++) {
-        steps(1);
-        const b2Vec2 at = b2Body_GetPosition(ball);
-        ASSERT_LT(std::hypot(at.x, at.y), 3.5f * 1.1f) << i;
-    }
-}
-
 TEST_F(PhysicsLayerTest, AChainThatHangsStillFallsAsleep) {
     b2BodyId previous = body(b2_staticBody, {0, 0});
     for (int i = 0; i < 4; i++) {
@@ -253,7 +201,7 @@ TEST_F(PhysicsLayerTest, AChainThatHangsStillFallsAsleep) {
     EXPECT_NEAR(b2Body_GetPosition(previous).y, -1.75f, 0.02);
 }
 
-TEST_F(PhysicsLayerTest, BoxesHaveTheSizeAndTheMassOfTheirDefinition) {
+TEST_F(PhysicsLayerTest, BoxesHaveTheSizeOfTheirDefinition) {
     ground();
     b2BodyId tower[5];
     for (int i = 0; i < 5; i++) { // made to touch
@@ -265,34 +213,6 @@ TEST_F(PhysicsLayerTest, BoxesHaveTheSizeAndTheMassOfTheirDefinition) {
     steps(120);
     EXPECT_NEAR(b2Body_GetPosition(tower[4]).y, 2.25f, 5 * 0.006) << "it neither grows nor sinks by more than a slop";
     EXPECT_NEAR(b2Body_GetPosition(neighbour).x - b2Body_GetPosition(tower[0]).x, 1, 0.006);
-
-    create_world({0, 0});
-    const b2BodyId pair = body(b2_dynamicBody, {0, 0});
-    box(pair, 0.5f, 0.1f);
-    box(pair, 0.1f, 0.5f); // 0.4 kg together
-    b2Body_ApplyForceToCenter(pair, {0.4f * 60, 0}, true);
-    steps(2);
-    const float x = b2Body_GetPosition(pair).x;
-    steps(1);
-    EXPECT_NEAR(b2Body_GetPosition(pair).x - x, 1 * STEP, 1e-5);
-}
-
-// --- determinism ---
-
-TEST_F(PhysicsLayerTest, TheSameStepsGiveTheSamePlacesBitForBit) {
-    const auto run = [&] {
-        create_world({0, -10});
-        ground();
-        b2BodyId last = b2_nullBodyId;
-        for (int i = 0; i < 20; i++) {
-            last = body(b2_dynamicBody, {0.1f * static_cast<float>(i % 3), 1 + 0.6f * static_cast<float>(i)}, 0.3f);
-            box(last, 0.25f, 0.25f);
-        }
-        steps(300);
-        return world_point(last, {1, 0});
-    };
-    const b2Vec2 once = run(), again = run();
-    EXPECT_TRUE(once.x == again.x && once.y == again.y);
 }
 
 } // namespace

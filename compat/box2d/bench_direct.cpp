@@ -11,13 +11,13 @@ struct DirectScene {
 };
 
 // As the layer: boxes without their skin, but with their whole mass.
-static void _add_box(b2Body *body, const DirectBody &wanted, b2FixtureDef *def) {
+static void _add_box(b2Body *body, const DirectBody &wanted, b2FixtureDef def) {
     constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
     b2PolygonShape whole, box;
     whole.SetAsBox(wanted.half_w, wanted.half_h);
     box.SetAsBox(wanted.half_w - INSET, wanted.half_h - INSET);
-    def->shape = &box;
-    body->CreateFixture(def);
+    def.shape = &box;
+    body->CreateFixture(&def);
     b2MassData mass = {};
     whole.ComputeMass(&mass, wanted.density);
     body->SetMassData(&mass);
@@ -36,7 +36,7 @@ static b2Body *_add_body(b2World *world, const DirectBody &wanted) {
     def.density = wanted.density;
     def.filter.groupIndex = static_cast<int16>(wanted.group);
     if (wanted.radius <= 0) {
-        _add_box(body, wanted, &def);
+        _add_box(body, wanted, def);
         return body;
     }
     b2CircleShape circle;

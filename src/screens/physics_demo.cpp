@@ -9,7 +9,6 @@
 #include "engine/drawing_space.h"
 #include "engine/engine.h"
 #include "engine/text.h"
-#include "screens/physics_demo_internal.h"
 #include "toolkit/primitives.h"
 
 #include <SDL3/SDL_error.h>
@@ -116,10 +115,11 @@ bool physics_demo_add_prop(
     shape_def.material.friction = FRICTION;
     shape_def.material.restitution = RESTITUTION;
     shape_def.filter.groupIndex = spec->group;
-    if (polygon)
+    if (polygon) {
         b2CreatePolygonShape(body, &shape_def, polygon);
-    else
+    } else {
         b2CreateCircleShape(body, &shape_def, circle);
+    }
 
     PhysicsProp prop = *prop_template;
     prop.body = body;
