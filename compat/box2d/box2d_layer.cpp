@@ -25,6 +25,7 @@ template <typename T> struct Slots {
     };
     std::vector<Slot> slots;
     int first_free = -1;
+    uint16_t first_generation = 0; // the world's, so that ids of the world that had its place before stay invalid
 };
 
 struct World {
@@ -47,7 +48,7 @@ template <typename T> static int _slots_take(Slots<T> *slots, T *object) {
     int index = slots->first_free;
     if (index < 0) {
         index = static_cast<int>(slots->slots.size());
-        slots->slots.emplace_back();
+        slots->slots.push_back({.generation = slots->first_generation});
     } else {
         slots->first_free = slots->slots[static_cast<size_t>(index)].next_free;
     }
@@ -114,7 +115,11 @@ b2WorldId b2CreateWorld(const b2WorldDef *def) {
     if (index == MAX_WORLDS) return b2_nullWorldId;
     const uint16_t generation = ++g_generations[index];
     g_worlds[index] = new World{
-        .world = ::b2World(_vector(def->gravity)), .generation = generation, .bodies = {}, .shapes = {}, .joints = {}};
+        .world = ::b2World(_vector(def->gravity)),
+        .generation = generation,
+        .bodies = {.slots = {}, .first_generation = generation},
+        .shapes = {.slots = {}, .first_generation = generation},
+        .joints = {.slots = {}, .first_generation = generation}};
     ::b2World *world = &g_worlds[index]->world;
     world->SetAllowSleeping(def->enableSleep);
     world->SetContinuousPhysics(def->enableContinuous);
