@@ -346,16 +346,17 @@ TEST_F(PhysicsDemoTest, SetUpSurvivesEachAllocationFailing) {
 TEST_F(PhysicsDemoTest, ABodyThatFindsNoPlaceIsNotCounted) {
     allocation_faults_install();
     ASSERT_TRUE(start_demo());
-    while (physics_demo->props->count < physics_demo->props->capacity) physics_demo_drop_debris(20, 8);
+    while (physics_demo->props->count < physics_demo->props->capacity) physics_demo_drop_debris(17, 8);
     const int spawned = physics_demo->spawned, count = physics_demo->props->count;
     allocation_faults_arm(1, false);
-    physics_demo_drop_debris(20, 8);
+    physics_demo_drop_debris(25, 1.1f);
     EXPECT_EQ(allocation_faults_disarm(), 1);
     EXPECT_TRUE(physics_demo->spawned == spawned && physics_demo->props->count == count);
     EXPECT_EQ(log.count("[PHYSICS_DEMO] Memory allocation failed while growing the array to 80 elements, error: "), 1);
-    physics_demo_fire_cannonball();
+    physics_demo_drop_debris(25, 2);
     EXPECT_EQ(physics_demo->spawned, spawned + 1);
-    steps(2);
+    steps(45);
+    EXPECT_LT(place(count).position.y, 1.2f) << "nothing unseen lies on the ground";
 }
 
 } // namespace
