@@ -7,6 +7,7 @@
 #include "screens/input_demo.h"
 #include "screens/logical_demo.h"
 #include "screens/main_menu.h"
+#include "screens/physics_demo.h"
 #include "screens/platformer_demo.h"
 #include "screens/sprite_demo.h"
 #include "screens/text_demo.h"
@@ -54,7 +55,10 @@ static constexpr Screen screens[] = {
      .fixed_update = audio_demo_fixed_update,
      .tick = audio_demo_tick,
      .cleanup = audio_demo_cleanup},
-    {}, // GAME_STATE_PHYSICS_DEMO
+    {.setup = physics_demo_setup,
+     .fixed_update = physics_demo_fixed_update,
+     .tick = physics_demo_tick,
+     .cleanup = physics_demo_cleanup},
 };
 static_assert(std::size(screens) == GAME_STATE_COUNT, "one row per game state");
 

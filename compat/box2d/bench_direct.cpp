@@ -1,0 +1,77 @@
+#include "bench_direct.h"
+
+#include <box2d/box2d.h>
+
+#include <vector>
+
+struct DirectScene {
+    b2World world{{0, -9.8f}};
+    std::vector<b2Body *> bodies;
+    std::vector<b2Transform> before; // the last step
+};
+
+// As the layer: boxes without their skin, but with their whole mass.
+static void _add_box(b2Body *body, const DirectBody &wanted, b2FixtureDef def) {
+    constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
+    b2PolygonShape whole, box;
+    whole.SetAsBox(wanted.half_w, wanted.half_h);
+    box.SetAsBox(wanted.half_w - INSET, wanted.half_h - INSET);
+    def.shape = &box;
+    body->CreateFixture(&def);
+    b2MassData mass = {};
+    whole.ComputeMass(&mass, wanted.density);
+    body->SetMassData(&mass);
+}
+
+static b2Body *_add_body(b2World *world, const DirectBody &wanted) {
+    b2BodyDef body_def;
+    body_def.type = wanted.dynamic ? b2_dynamicBody : b2_staticBody;
+    body_def.position = {wanted.x, wanted.y};
+    body_def.angle = wanted.angle;
+    body_def.linearVelocity = {wanted.velocity_x, wanted.velocity_y};
+    b2Body *body = world->CreateBody(&body_def);
+    b2FixtureDef def;
+    def.friction = 0.6f;
+    def.restitution = 0.05f;
+    def.density = wanted.density;
+    def.filter.groupIndex = static_cast<int16>(wanted.group);
+    if (wanted.radius <= 0) {
+        _add_box(body, wanted, def);
+        return body;
+    }
+    b2CircleShape circle;
+    circle.m_radius = wanted.radius;
+    def.shape = &circle;
+    body->CreateFixture(&def);
+    return body;
+}
+
+DirectScene *direct_scene_new(const DirectBody *bodies, int body_count, const DirectPin *pins, int pin_count) {
+    auto *scene = new DirectScene;
+    scene->world.SetAutoClearForces(false);
+    for (int i = 0; i < body_count; i++) scene->bodies.push_back(_add_body(&scene->world, bodies[i]));
+    for (int i = 0; i < pin_count; i++) {
+        b2RevoluteJointDef def;
+        def.bodyA = scene->bodies[static_cast<size_t>(pins[i].a)];
+        def.bodyB = scene->bodies[static_cast<size_t>(pins[i].b)];
+        def.localAnchorA = {pins[i].ax, pins[i].ay};
+        def.localAnchorB = {pins[i].bx, pins[i].by};
+        scene->world.CreateJoint(&def);
+    }
+    scene->before.resize(scene->bodies.size());
+    return scene;
+}
+
+void direct_scene_free(DirectScene *scene) { delete scene; }
+
+void direct_scene_step(DirectScene *scene, float seconds, int sub_steps) {
+    for (size_t i = 0; i < scene->bodies.size(); i++) scene->before[i] = scene->bodies[i]->GetTransform();
+    for (int i = 0; i < sub_steps; i++) scene->world.Step(seconds / static_cast<float>(sub_steps), 8, 3);
+    scene->world.ClearForces();
+}
+
+void direct_scene_position(const DirectScene *scene, int body, float *x, float *y) {
+    const b2Vec2 &position = scene->bodies[static_cast<size_t>(body)]->GetPosition();
+    *x = position.x;
+    *y = position.y;
+}

@@ -1,0 +1,22 @@
+// bench_direct: a scene of boxes, circles and pins on Box2D 2.4 itself, to tell what the layer costs. For the benchmark
+// only; units as in Box2D.
+#pragma once
+
+struct DirectBody {
+    bool dynamic;
+    float x, y, angle, velocity_x, velocity_y;
+    float half_w, half_h, radius; // a circle where the radius is above 0
+    float density;
+    int group;
+};
+struct DirectPin {
+    int a, b; // indices of bodies
+    float ax, ay, bx, by;
+};
+struct DirectScene;
+
+DirectScene *direct_scene_new(const DirectBody *bodies, int body_count, const DirectPin *pins, int pin_count);
+void direct_scene_free(DirectScene *scene);
+// Reads all transforms, as the screen does before its step; then the same sub-steps as the layer's.
+void direct_scene_step(DirectScene *scene, float seconds, int sub_steps);
+void direct_scene_position(const DirectScene *scene, int body, float *x, float *y);

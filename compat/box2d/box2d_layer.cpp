@@ -1,0 +1,323 @@
+// Version 3's interface on the library of version 2.4. The global names here are 2.4's.
+
+#include "include/box2d/version3.h"
+
+#include <box2d/box2d.h>
+
+#include <assert.h>
+#include <new>
+#include <vector>
+
+// 2.4 is told twice as many iterations as it needs for a heap of boxes: what they buy is a chain that does not stretch
+// under a ball 24 times the weight of a link.
+static constexpr int VELOCITY_ITERATIONS = 8, POSITION_ITERATIONS = 3; // in each sub-step
+static constexpr int MAX_WORLDS = 128;
+static constexpr int COOKIE = 1152023; // of a definition that came from its default function
+
+namespace {
+
+// The objects behind one kind of id. A place that was given up is used again under the next generation.
+template <typename T> struct Slots {
+    struct Slot {
+        T *object = nullptr; // null: free
+        uint16_t generation = 0;
+        int next_free = -1;
+    };
+    std::vector<Slot> slots;
+    int first_free = -1;
+    uint16_t first_generation = 0; // the world's, so that ids of the world that had its place before stay invalid
+};
+
+struct World {
+    b2World world;
+    uint16_t generation;
+    Slots<b2Body> bodies; // borrowed from the world, as are the others
+    Slots<b2Fixture> shapes;
+    Slots<b2Joint> joints;
+};
+
+} // namespace
+
+static World *g_worlds[MAX_WORLDS]; // owned; null: free
+static uint16_t g_generations[MAX_WORLDS];
+
+// --- ids ---
+
+// An object's place is kept in its user data, counted from 1, as in its id.
+template <typename T> static int _slots_take(Slots<T> *slots, T *object) {
+    int index = slots->first_free;
+    if (index < 0) {
+        index = static_cast<int>(slots->slots.size());
+        slots->slots.push_back({.generation = slots->first_generation});
+    } else {
+        slots->first_free = slots->slots[static_cast<size_t>(index)].next_free;
+    }
+    auto &slot = slots->slots[static_cast<size_t>(index)];
+    slot.object = object;
+    slot.generation++;
+    object->GetUserData().pointer = static_cast<uintptr_t>(index) + 1;
+    return index;
+}
+
+template <typename T> static void _slots_release(Slots<T> *slots, T *object) {
+    const int index = static_cast<int>(object->GetUserData().pointer) - 1;
+    auto &slot = slots->slots[static_cast<size_t>(index)];
+    slot.object = nullptr;
+    slot.next_free = slots->first_free;
+    slots->first_free = index;
+}
+
+template <typename Id, typename T> static Id _slots_id(const Slots<T> &slots, int world0, int index) {
+    return {index + 1, static_cast<uint16_t>(world0), slots.slots[static_cast<size_t>(index)].generation};
+}
+
+// Null for an id that is not valid.
+template <typename Id, typename T> static T *_find(Id id, Slots<T> World::*slots) {
+    if (id.world0 >= MAX_WORLDS || !g_worlds[id.world0]) return nullptr;
+    const auto &all = (g_worlds[id.world0]->*slots).slots;
+    const auto index = static_cast<size_t>(id.index1) - 1; // a null id's is out of range
+    return index < all.size() && all[index].generation == id.generation ? all[index].object : nullptr;
+}
+
+static b2Body *_body(box2d_version3::b2BodyId id) {
+    b2Body *body = _find(id, &World::bodies);
+    assert(body && "the body id is not valid");
+    return body;
+}
+
+static b2Vec2 _vector(box2d_version3::b2Vec2 v) { return {v.x, v.y}; }
+
+namespace box2d_version3 {
+
+bool b2World_IsValid(b2WorldId world) {
+    return world.index1 >= 1 && world.index1 <= MAX_WORLDS && g_worlds[world.index1 - 1] &&
+           g_worlds[world.index1 - 1]->generation == world.generation;
+}
+bool b2Body_IsValid(b2BodyId body) { return _find(body, &World::bodies); }
+bool b2Shape_IsValid(b2ShapeId shape) { return _find(shape, &World::shapes); }
+bool b2Joint_IsValid(b2JointId joint) { return _find(joint, &World::joints); }
+
+static World *_world(b2WorldId id) {
+    assert(b2World_IsValid(id) && "the world id is not valid");
+    return g_worlds[id.index1 - 1];
+}
+
+// --- worlds ---
+
+b2WorldDef b2DefaultWorldDef() {
+    return {.gravity = {0, -10}, .enableSleep = true, .enableContinuous = true, .internalValue = COOKIE};
+}
+
+b2WorldId b2CreateWorld(const b2WorldDef *def) {
+    assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultWorldDef");
+    int index = 0;
+    while (index < MAX_WORLDS && g_worlds[index]) index++;
+    if (index == MAX_WORLDS) return b2_nullWorldId;
+    const uint16_t generation = ++g_generations[index];
+    g_worlds[index] = new World{
+        .world = ::b2World(_vector(def->gravity)),
+        .generation = generation,
+        .bodies = {.slots = {}, .first_generation = generation},
+        .shapes = {.slots = {}, .first_generation = generation},
+        .joints = {.slots = {}, .first_generation = generation}};
+    ::b2World *world = &g_worlds[index]->world;
+    world->SetAllowSleeping(def->enableSleep);
+    world->SetContinuousPhysics(def->enableContinuous);
+    world->SetAutoClearForces(false); // forces act over all sub-steps of a step
+    return {static_cast<uint16_t>(index + 1), generation};
+}
+
+void b2DestroyWorld(b2WorldId world) {
+    delete _world(world);
+    g_worlds[world.index1 - 1] = nullptr;
+}
+
+void b2World_Step(b2WorldId id, float seconds, int sub_steps) {
+    ::b2World *world = &_world(id)->world;
+    const float sub_step = seconds / static_cast<float>(sub_steps);
+    for (int i = 0; i < sub_steps; i++) world->Step(sub_step, VELOCITY_ITERATIONS, POSITION_ITERATIONS);
+    world->ClearForces();
+}
+
+// --- bodies ---
+
+b2BodyDef b2DefaultBodyDef() {
+    return {
+        .type = b2_staticBody,
+        .position = b2Vec2_zero,
+        .rotation = b2Rot_identity,
+        .linearVelocity = b2Vec2_zero,
+        .angularVelocity = 0,
+        .linearDamping = 0,
+        .angularDamping = 0,
+        .gravityScale = 1,
+        .enableSleep = true,
+        .isAwake = true,
+        .isBullet = false,
+        .isEnabled = true,
+        .internalValue = COOKIE};
+}
+
+b2BodyId b2CreateBody(b2WorldId world, const b2BodyDef *def) {
+    assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultBodyDef");
+    ::b2BodyDef wanted;
+    wanted.type = static_cast<::b2BodyType>(def->type);
+    wanted.position = _vector(def->position);
+    wanted.angle = atan2f(def->rotation.s, def->rotation.c);
+    wanted.linearVelocity = _vector(def->linearVelocity);
+    wanted.angularVelocity = def->angularVelocity;
+    wanted.linearDamping = def->linearDamping;
+    wanted.angularDamping = def->angularDamping;
+    wanted.gravityScale = def->gravityScale;
+    wanted.allowSleep = def->enableSleep;
+    wanted.awake = def->isAwake;
+    wanted.bullet = def->isBullet;
+    wanted.enabled = def->isEnabled;
+    World *owner = _world(world);
+    const int index = _slots_take(&owner->bodies, owner->world.CreateBody(&wanted));
+    return _slots_id<b2BodyId>(owner->bodies, world.index1 - 1, index);
+}
+
+void b2DestroyBody(b2BodyId id) {
+    b2Body *body = _body(id);
+    World *owner = g_worlds[id.world0];
+    for (b2Fixture *shape = body->GetFixtureList(); shape; shape = shape->GetNext()) {
+        _slots_release(&owner->shapes, shape);
+    }
+    for (const b2JointEdge *edge = body->GetJointList(); edge; edge = edge->next) {
+        _slots_release(&owner->joints, edge->joint);
+    }
+    _slots_release(&owner->bodies, body);
+    owner->world.DestroyBody(body);
+}
+
+b2BodyType b2Body_GetType(b2BodyId body) { return static_cast<b2BodyType>(_body(body)->GetType()); }
+
+b2Vec2 b2Body_GetPosition(b2BodyId body) {
+    const ::b2Vec2 &position = _body(body)->GetPosition();
+    return {position.x, position.y};
+}
+
+b2Rot b2Body_GetRotation(b2BodyId body) {
+    const ::b2Rot &rotation = _body(body)->GetTransform().q;
+    return {rotation.c, rotation.s};
+}
+
+bool b2Body_IsAwake(b2BodyId body) {
+    const b2Body *asked = _body(body);
+    return asked->GetType() != ::b2_staticBody && asked->IsAwake();
+}
+
+void b2Body_ApplyForceToCenter(b2BodyId body, b2Vec2 newtons, bool wake) {
+    _body(body)->ApplyForceToCenter(_vector(newtons), wake);
+}
+
+// --- shapes ---
+
+b2ShapeDef b2DefaultShapeDef() {
+    return {
+        .material = {.friction = 0.6f, .restitution = 0},
+        .density = 1,
+        .filter = {.groupIndex = 0},
+        .internalValue = COOKIE};
+}
+
+b2Polygon b2MakeBox(float half_width, float half_height) {
+    return {
+        .vertices =
+            {{-half_width, -half_height},
+             {half_width, -half_height},
+             {half_width, half_height},
+             {-half_width, half_height}},
+        .normals = {{0, -1}, {1, 0}, {0, 1}, {-1, 0}},
+        .centroid = b2Vec2_zero,
+        .count = 4};
+}
+
+static b2ShapeId _create_shape(b2BodyId body, const b2ShapeDef *def, const ::b2Shape *shape) {
+    assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultShapeDef");
+    assert(def->filter.groupIndex == static_cast<int16_t>(def->filter.groupIndex) && "a group of 2.4 has 16 bits");
+    ::b2FixtureDef wanted;
+    wanted.shape = shape; // copied
+    wanted.friction = def->material.friction;
+    wanted.restitution = def->material.restitution;
+    wanted.density = def->density;
+    wanted.filter.groupIndex = static_cast<int16_t>(def->filter.groupIndex);
+    World *owner = g_worlds[body.world0];
+    const int index = _slots_take(&owner->shapes, _body(body)->CreateFixture(&wanted));
+    return _slots_id<b2ShapeId>(owner->shapes, body.world0, index);
+}
+
+// 2.4 keeps a skin around polygons: boxes as large as their definition says would come to rest 15 mm apart, and push
+// each other away where they are made to touch. So the polygon is moved inwards until two of them rest face to face.
+static constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
+
+static void _inset(b2PolygonShape *shape) {
+    const b2PolygonShape whole = *shape;
+    for (int i = 0; i < whole.m_count; i++) {
+        const ::b2Vec2 before = whole.m_normals[(i + whole.m_count - 1) % whole.m_count], after = whole.m_normals[i];
+        shape->m_vertices[i] -= (INSET / (1 + ::b2Dot(before, after))) * (before + after);
+    }
+}
+
+// Adds up the masses of a body's shapes. Inertia is about the body's origin.
+static b2MassData _both(const b2MassData &a, const b2MassData &b) {
+    b2MassData sum = {a.mass + b.mass, {0, 0}, a.I + b.I};
+    if (sum.mass > 0) sum.center = (1 / sum.mass) * (a.mass * a.center + b.mass * b.center);
+    return sum;
+}
+
+b2ShapeId b2CreatePolygonShape(b2BodyId id, const b2ShapeDef *def, const b2Polygon *polygon) {
+    b2PolygonShape shape;
+    shape.m_count = polygon->count;
+    shape.m_centroid = _vector(polygon->centroid);
+    for (int i = 0; i < polygon->count; i++) {
+        shape.m_vertices[i] = _vector(polygon->vertices[i]);
+        shape.m_normals[i] = _vector(polygon->normals[i]);
+    }
+    // The mass stays the whole polygon's.
+    b2Body *body = _body(id);
+    b2MassData had = {0, {0, 0}, 0}, added = {};
+    if (body->GetFixtureList()) body->GetMassData(&had);
+    shape.ComputeMass(&added, def->density);
+    _inset(&shape);
+    const b2ShapeId created = _create_shape(id, def, &shape);
+    const b2MassData sum = _both(had, added);
+    if (sum.mass > 0) body->SetMassData(&sum);
+    return created;
+}
+
+b2ShapeId b2CreateCircleShape(b2BodyId body, const b2ShapeDef *def, const b2Circle *circle) {
+    b2CircleShape shape;
+    shape.m_p = _vector(circle->center);
+    shape.m_radius = circle->radius;
+    return _create_shape(body, def, &shape);
+}
+
+// --- joints ---
+
+b2RevoluteJointDef b2DefaultRevoluteJointDef() {
+    return {
+        .base =
+            {.bodyIdA = b2_nullBodyId,
+             .bodyIdB = b2_nullBodyId,
+             .localFrameA = b2Transform_identity,
+             .localFrameB = b2Transform_identity,
+             .collideConnected = false},
+        .internalValue = COOKIE};
+}
+
+b2JointId b2CreateRevoluteJoint(b2WorldId world, const b2RevoluteJointDef *def) {
+    assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultRevoluteJointDef");
+    ::b2RevoluteJointDef wanted; // the frames' rotations would matter to a limit or a spring only
+    wanted.bodyA = _body(def->base.bodyIdA);
+    wanted.bodyB = _body(def->base.bodyIdB);
+    wanted.localAnchorA = _vector(def->base.localFrameA.p);
+    wanted.localAnchorB = _vector(def->base.localFrameB.p);
+    wanted.collideConnected = def->base.collideConnected;
+    World *owner = _world(world);
+    const int index = _slots_take(&owner->joints, owner->world.CreateJoint(&wanted));
+    return _slots_id<b2JointId>(owner->joints, world.index1 - 1, index);
+}
+
+} // namespace box2d_version3

@@ -1,0 +1,37 @@
+// Version 3.1 with the joint definitions of 3.2, which the project is written against: 3.2 moved what all joints have
+// in common to a record of their own, and made frames of the anchors. Found before the real header, which it includes.
+#pragma once
+
+#include_next <box2d/box2d.h>
+
+namespace box2d_version32 {
+
+struct JointDef {
+    b2BodyId bodyIdA, bodyIdB;
+    b2Transform localFrameA, localFrameB; // their rotations would matter to a limit or a spring only
+    bool collideConnected;
+};
+struct RevoluteJointDef {
+    JointDef base;
+};
+
+inline RevoluteJointDef default_revolute_joint_def() {
+    const b2Transform identity = {{0, 0}, {1, 0}};
+    return {{{}, {}, identity, identity, false}};
+}
+
+inline b2JointId create_revolute_joint(b2WorldId world, const RevoluteJointDef *def) {
+    b2RevoluteJointDef wanted = b2DefaultRevoluteJointDef();
+    wanted.bodyIdA = def->base.bodyIdA;
+    wanted.bodyIdB = def->base.bodyIdB;
+    wanted.localAnchorA = def->base.localFrameA.p;
+    wanted.localAnchorB = def->base.localFrameB.p;
+    wanted.collideConnected = def->base.collideConnected;
+    return b2CreateRevoluteJoint(world, &wanted);
+}
+
+} // namespace box2d_version32
+
+#define b2RevoluteJointDef box2d_version32::RevoluteJointDef
+#define b2DefaultRevoluteJointDef box2d_version32::default_revolute_joint_def
+#define b2CreateRevoluteJoint box2d_version32::create_revolute_joint

@@ -1,0 +1,362 @@
+// The physics demo: its scene, what the user does to it, and how it is drawn.
+
+#include "app/main_loop.h"
+#include "engine/engine.h"
+#include "screens/physics_demo.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+
+#include <SDL3/SDL_keyboard.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_video.h>
+
+#include <cmath>
+#include <numbers>
+#include <vector>
+
+namespace {
+
+constexpr double STEP = 1.0 / 60;
+constexpr int FIRST_LINK = 3, LINKS = 12, BALL = FIRST_LINK + LINKS, FIRST_BRICK = BALL + 1, SCENE_PROPS = 56;
+
+struct Place {
+    b2Vec2 position;
+    b2Rot rotation;
+    bool operator==(const Place &other) const { // bit for bit, as far as the numbers tell
+        return position.x == other.position.x && position.y == other.position.y && rotation.c == other.rotation.c &&
+               rotation.s == other.rotation.s;
+    }
+};
+
+const PhysicsProp &prop(int index) { return physics_demo->props->items[index]; }
+Place place(int index) { return {b2Body_GetPosition(prop(index).body), b2Body_GetRotation(prop(index).body)}; }
+
+std::vector<Place> places() {
+    std::vector<Place> all;
+    for (int i = 0; i < physics_demo->props->count; i++) all.push_back(place(i));
+    return all;
+}
+
+bool awake(int index) { return b2Body_IsAwake(prop(index).body); }
+
+b2Vec2 world_point(int index, b2Vec2 p) {
+    const auto [at, q] = place(index);
+    return {q.c * p.x - q.s * p.y + at.x, q.s * p.x + q.c * p.y + at.y};
+}
+
+class PhysicsDemoTest : public EngineTest {
+protected:
+    void TearDown() override {
+        if (engine) hold({});
+        EngineTest::TearDown();
+    }
+    bool start_demo() { return start({"--screen", "physics-demo", "--window-size", "800x450"}); }
+    static void steps(int count) {
+        for (int i = 0; i < count; i++) physics_demo_fixed_update(STEP);
+    }
+    // Pushed key events do not reach SDL's keyboard state, so the test writes it.
+    static void hold(std::initializer_list<SDL_Scancode> keys) {
+        auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
+        for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = false;
+        for (const SDL_Scancode key : keys) state[key] = true;
+    }
+    void click(float x, float y, Uint8 button = SDL_BUTTON_LEFT) {
+        SDL_Event event = {};
+        event.button.type = SDL_EVENT_MOUSE_BUTTON_DOWN;
+        event.button.windowID = SDL_GetWindowID(engine->window);
+        event.button.button = button;
+        event.button.x = x;
+        event.button.y = y;
+        ASSERT_TRUE(SDL_PushEvent(&event));
+        frame();
+    }
+    void press(SDL_Keycode key, bool repeat = false) {
+        key_down(key, SDL_KMOD_NONE, repeat);
+        frame();
+    }
+    // The screen as it looks so far from the last step to the next.
+    static Picture drawn(double alpha = 0) {
+        engine->timestep.accumulator = alpha * engine->timestep.step;
+        physics_demo_tick();
+        return Picture(SDL_RenderReadPixels(engine->renderer, nullptr));
+    }
+    // A line of the HUD, drawn again on the background, changes no pixel.
+    static bool hud_shows(int y, const char *text) {
+        const Picture before = drawn();
+        const int x = before->w - 360, width = static_cast<int>(8 * SDL_strlen(text)) + 16;
+        const SDL_FRect line = {static_cast<float>(x), static_cast<float>(y), static_cast<float>(width), 8};
+        SDL_SetRenderDrawColorFloat(engine->renderer, 0.05f, 0.06f, 0.08f, 1);
+        SDL_RenderFillRect(engine->renderer, &line);
+        SDL_SetRenderDrawColor(engine->renderer, 208, 220, 230, 255);
+        SDL_RenderDebugText(engine->renderer, line.x, line.y, text);
+        const Picture after(SDL_RenderReadPixels(engine->renderer, nullptr));
+        for (int i = 0; i < width * 8; i++) {
+            const int px = x + i % width, py = y + i / width;
+            if (pixel_at(before, px, py).r != pixel_at(after, px, py).r) return false;
+        }
+        return true;
+    }
+    static SDL_Color color_at(const Picture &picture, b2Vec2 world) {
+        const PhysicsView view = physics_demo_view();
+        const SDL_FPoint at = physics_view_to_screen(&view, world.x, world.y);
+        return pixel_at(picture, static_cast<int>(at.x), static_cast<int>(at.y));
+    }
+};
+
+bool near(SDL_Color color, SDL_FColor wanted) {
+    const auto close = [](Uint8 byte, float part) { return std::abs(static_cast<float>(byte) - part * 255) <= 1.5f; };
+    return close(color.r, wanted.r) && close(color.g, wanted.g) && close(color.b, wanted.b);
+}
+
+// --- view ---
+
+TEST(PhysicsViewTest, TheHeightFillsTheViewAndTheWidthIsCentred) {
+    struct Case {
+        float w, h, world_w, world_h, scale, origin_x, floor_y;
+    };
+    for (const Case &c :
+         {Case{1280, 700, 26, 14, 50, -10, 700}, Case{2000, 700, 26, 14, 50, 350, 700},
+          Case{100, 700, 26, 14, 50, -600, 700}, Case{800, 0, 26, 14, 1.0f / 14, 400 - 13.0f / 14, 1},
+          Case{800, 5, 0, 0, 500, 400, 5}}) {
+        PhysicsView view = {};
+        physics_view_fit(&view, c.w, c.h, c.world_w, c.world_h);
+        EXPECT_NEAR(view.scale, c.scale, 1e-3);
+        EXPECT_NEAR(view.origin_x, c.origin_x, 1e-3);
+        EXPECT_EQ(view.floor_y, c.floor_y);
+        const SDL_FPoint screen = physics_view_to_screen(&view, 3, 2);
+        EXPECT_NEAR(screen.x, c.origin_x + 3 * c.scale, 1e-3);
+        EXPECT_NEAR(screen.y, c.floor_y - physics_view_to_pixels(&view, 2), 1e-3);
+        const SDL_FPoint back = physics_view_to_world(&view, screen.x, screen.y);
+        EXPECT_NEAR(back.x, 3, 1e-3);
+        EXPECT_NEAR(back.y, 2, 1e-3);
+    }
+}
+
+// --- scene ---
+
+TEST_F(PhysicsDemoTest, TheSceneAtStart) {
+    ASSERT_TRUE(start_demo());
+    ASSERT_EQ(physics_demo->props->count, SCENE_PROPS);
+    struct Case {
+        int index;
+        b2Vec2 position;
+        float half_w, half_h, radius;
+    };
+    const float s = std::sin(-0.9f), c = std::cos(-0.9f);
+    for (const Case &wanted :
+         {Case{0, {13, 0.3f}, 13, 0.5f, 0}, Case{1, {1.5f, 5.7f}, 0.3f, 5.7f, 0},
+          Case{2, {5.15f, 11.4f}, 3.95f, 0.2f, 0},
+          Case{FIRST_LINK, {8.8f + 0.28f * s, 11 - 0.28f * c}, 0.09f, 0.28f, 0},
+          Case{BALL, {8.8f + 7.27f * s, 11 - 7.27f * c}, 0, 0, 0.55f},
+          Case{FIRST_BRICK, {10.85f, 1.025f}, 0.45f, 0.225f, 0},
+          Case{FIRST_BRICK + 39, {13.77f, 5.075f}, 0.45f, 0.225f, 0}}) {
+        const PhysicsProp &found = prop(wanted.index);
+        EXPECT_NEAR(place(wanted.index).position.x, wanted.position.x, 1e-4) << wanted.index;
+        EXPECT_NEAR(place(wanted.index).position.y, wanted.position.y, 1e-4) << wanted.index;
+        EXPECT_TRUE(found.half_w == wanted.half_w && found.half_h == wanted.half_h && found.radius == wanted.radius);
+        EXPECT_EQ((Place{found.prev_position, found.prev_rotation}), place(wanted.index)) << wanted.index;
+    }
+    EXPECT_EQ(b2Body_GetPosition(physics_demo->ball).x, place(BALL).position.x);
+    EXPECT_TRUE(hud_shows(58, "BODIES 53 awake of 53    SPAWNED 0/40"));
+    EXPECT_TRUE(hud_shows(142, "R           rebuild the wall"));
+}
+
+TEST_F(PhysicsDemoTest, TheSameStepsGiveTheSamePlacesAlsoInARebuiltScene) {
+    ASSERT_TRUE(start_demo());
+    const std::vector<Place> at_start = places();
+    steps(600);
+    const std::vector<Place> after = places();
+    physics_demo_fire_cannonball();
+    const b2WorldId gone = physics_demo->world;
+    press(SDLK_R);
+    EXPECT_FALSE(b2World_IsValid(gone));
+    EXPECT_EQ(physics_demo->spawned, 0);
+    EXPECT_EQ(places(), at_start);
+    steps(600);
+    EXPECT_EQ(places(), after);
+    EXPECT_NE(after, at_start);
+}
+
+TEST_F(PhysicsDemoTest, TheWallStandsAndSleepsUntilItIsHit) {
+    ASSERT_TRUE(start_demo());
+    const std::vector<Place> at_start = places();
+    steps(60); // the ball is on its way
+    for (int i = FIRST_BRICK; i < SCENE_PROPS; i++) {
+        EXPECT_FALSE(awake(i)) << i;
+        EXPECT_NEAR(place(i).position.x, at_start[static_cast<size_t>(i)].position.x, 0.005) << i;
+        EXPECT_NEAR(place(i).position.y, at_start[static_cast<size_t>(i)].position.y, 0.005) << i;
+    }
+    EXPECT_TRUE(hud_shows(58, "BODIES 13 awake of 53    SPAWNED 0/40"));
+    const Picture dimmed = drawn();
+    const SDL_FColor brick = prop(FIRST_BRICK).color;
+    EXPECT_TRUE(near(color_at(dimmed, place(FIRST_BRICK).position), physics_demo_scale_color(brick, 0.4f)));
+    EXPECT_TRUE(near(color_at(dimmed, {13, 0.4f}), prop(0).color)) << "what is static never sleeps";
+
+    steps(60);
+    EXPECT_TRUE(awake(SCENE_PROPS - 1));
+    EXPECT_TRUE(near(color_at(drawn(), place(FIRST_BRICK).position), brick));
+    steps(120);
+    EXPECT_LT(place(SCENE_PROPS - 1).position.y, 4) << "the wall has fallen";
+    steps(600);
+    for (int i = FIRST_BRICK; i < SCENE_PROPS; i++) EXPECT_FALSE(awake(i)) << i;
+}
+
+// --- stability ---
+
+// Of the chain and its ball, turning left out; from where they were and are.
+double swing_energy() {
+    double energy = 0;
+    for (int i = FIRST_LINK; i <= BALL; i++) {
+        const b2Vec2 was = prop(i).prev_position, is = place(i).position;
+        const double vx = (is.x - was.x) / STEP, vy = (is.y - was.y) / STEP;
+        const double mass = i == BALL ? 20 * std::numbers::pi * 0.55 * 0.55 : 8 * 0.18 * 0.56;
+        energy += mass * (9.8 * (was.y + is.y) / 2 + (vx * vx + vy * vy) / 2);
+    }
+    return energy;
+}
+
+TEST_F(PhysicsDemoTest, TheSwingKeepsItsChainTogetherAndGainsNoEnergy) {
+    ASSERT_TRUE(start_demo());
+    steps(15 * 60); // until the rubble lies still
+    const double before = swing_energy();
+    double most = 0;
+    for (int step = 0; step < 1200; step++) {
+        steps(1);
+        most = std::fmax(most, swing_energy());
+        for (int i = FIRST_LINK; i < BALL; i++) {
+            const b2Vec2 end = world_point(i, {0, -0.28f});
+            const b2Vec2 next = world_point(i + 1, {0, i + 1 == BALL ? 0.55f : 0.28f});
+            ASSERT_LT(std::hypot(end.x - next.x, end.y - next.y), 0.02 * 0.56) << "link " << i << ", step " << step;
+        }
+    }
+    EXPECT_LT(most, before * 1.001);
+    EXPECT_GT(swing_energy(), before * 0.9) << "nor does it come to a halt by itself";
+}
+
+// --- user actions ---
+
+TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareOneLimitAndAlternateByCount) {
+    ASSERT_TRUE(start_demo());
+    frame();
+    const PhysicsView view = physics_demo_view();
+    const auto newest = [] { return physics_demo->props->count - 1; };
+    click(600, 100, SDL_BUTTON_RIGHT);
+    click(600, 100, SDL_BUTTON_MIDDLE);
+    press(SDLK_SPACE, true);
+    EXPECT_EQ(physics_demo->spawned, 0);
+
+    click(600, 100);
+    EXPECT_TRUE(prop(newest()).shape == PROP_BOX && prop(newest()).half_w == 0.22f && !prop(newest()).spoke);
+    const SDL_FPoint at = physics_view_to_world(&view, 600, 100);
+    EXPECT_NEAR(prop(newest()).prev_position.x, at.x, 1e-4);
+    EXPECT_NEAR(prop(newest()).prev_position.y, at.y, 0.01) << "a step may have passed";
+    click(630, 100);
+    EXPECT_TRUE(prop(newest()).shape == PROP_CIRCLE && prop(newest()).radius == 0.26f && prop(newest()).spoke);
+    press(SDLK_SPACE);
+    EXPECT_TRUE(prop(newest()).radius == 0.3f && prop(newest()).spoke);
+    steps(1);
+    EXPECT_NEAR((place(newest()).position.x - prop(newest()).prev_position.x) / STEP, -24, 0.1);
+    click(660, 100);
+    EXPECT_EQ(prop(newest()).shape, PROP_CIRCLE) << "the third added body was the cannonball";
+
+    while (physics_demo->spawned < PHYSICS_DEMO_SPAWN_MAX) physics_demo_drop_debris(20, 8);
+    EXPECT_TRUE(hud_shows(58, "BODIES 93 awake of 93    SPAWNED 40/40"));
+    click(600, 100);
+    press(SDLK_SPACE);
+    EXPECT_EQ(physics_demo->props->count, SCENE_PROPS + PHYSICS_DEMO_SPAWN_MAX);
+    EXPECT_EQ(physics_demo->spawned, PHYSICS_DEMO_SPAWN_MAX);
+    press(SDLK_R);
+    EXPECT_EQ(physics_demo->props->count, SCENE_PROPS);
+}
+
+TEST_F(PhysicsDemoTest, HeldKeysPushTheBallInEveryStepAndOppositesCancel) {
+    ASSERT_TRUE(start_demo());
+    physics_demo_drop_debris(20, 12);
+    physics_demo->ball = prop(physics_demo->props->count - 1).body; // a free body shows the whole force
+    const auto gained = [&] {                                       // m/s in one step
+        steps(1);
+        hold({});
+        steps(1);
+        return (b2Body_GetPosition(physics_demo->ball).x - prop(SCENE_PROPS).prev_position.x) / STEP;
+    };
+    const double push = 320 / (0.44 * 0.44) * STEP;
+    double speed = 0;
+    struct Case {
+        std::initializer_list<SDL_Scancode> keys;
+        int direction;
+    };
+    for (const Case &c :
+         {Case{{SDL_SCANCODE_RIGHT}, 1}, Case{{SDL_SCANCODE_A}, -1}, Case{{SDL_SCANCODE_LEFT, SDL_SCANCODE_D}, 0},
+          Case{{SDL_SCANCODE_LEFT}, -1}, Case{{SDL_SCANCODE_D, SDL_SCANCODE_RIGHT}, 1}}) {
+        hold(c.keys);
+        const double now = gained();
+        EXPECT_NEAR(now - speed, c.direction * push, 0.02);
+        speed = now;
+    }
+    press(SDLK_R);
+    steps(60); // the bricks sleep
+    physics_demo->ball = prop(FIRST_BRICK).body;
+    hold({SDL_SCANCODE_RIGHT});
+    steps(1);
+    EXPECT_TRUE(awake(FIRST_BRICK));
+}
+
+// --- drawing ---
+
+TEST_F(PhysicsDemoTest, BodiesAreDrawnBetweenTheirLastTwoSteps) {
+    config += "[simulation]\nfixed_step_hz = 4\n";
+    ASSERT_TRUE(start_demo());
+    physics_demo_drop_debris(20, 1); // an odd count makes the next one round
+    physics_demo_drop_debris(18, 12);
+    const int falling = physics_demo->props->count - 1;
+    for (int i = 0; i < 3; i++) physics_demo_fixed_update(0.25);
+    const b2Vec2 was = prop(falling).prev_position, is = place(falling).position;
+    ASSERT_GT(was.y - is.y, 1) << "long steps show the interpolation";
+    for (const float alpha : {0.0f, 0.25f, 0.75f}) {
+        const Picture picture = drawn(static_cast<double>(alpha));
+        for (const float probe : {0.0f, 0.25f, 0.75f}) {
+            const b2Vec2 at = {was.x + 0.1f, was.y + (is.y - was.y) * probe + 0.06f}; // beside the spoke
+            EXPECT_EQ(near(color_at(picture, at), prop(falling).color), alpha == probe) << alpha << ", " << probe;
+        }
+    }
+}
+
+// --- lifetime ---
+
+TEST_F(PhysicsDemoTest, LeavingTheScreenTakesItsWorldAndCallbacksAlong) {
+    ASSERT_TRUE(start_demo());
+    frame();
+    const b2WorldId world = physics_demo->world;
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 1);
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_MOUSE_BUTTON_DOWN].count, 1);
+    engine_set_state(GAME_STATE_TEXT_DEMO);
+    EXPECT_TRUE(frame());
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 0);
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_MOUSE_BUTTON_DOWN].count, 0);
+    EXPECT_EQ(physics_demo, nullptr);
+    EXPECT_FALSE(b2World_IsValid(world));
+}
+
+TEST_F(PhysicsDemoTest, SetUpSurvivesEachAllocationFailing) {
+    ASSERT_TRUE(start({"--screen", "text-demo"}));
+    expect_allocation_faults_survived(&log, physics_demo_setup, physics_demo_cleanup);
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 0);
+}
+
+TEST_F(PhysicsDemoTest, ABodyThatFindsNoPlaceIsNotCounted) {
+    allocation_faults_install();
+    ASSERT_TRUE(start_demo());
+    while (physics_demo->props->count < physics_demo->props->capacity) physics_demo_drop_debris(17, 8);
+    const int spawned = physics_demo->spawned, count = physics_demo->props->count;
+    allocation_faults_arm(1, false);
+    physics_demo_drop_debris(25, 1.1f);
+    EXPECT_EQ(allocation_faults_disarm(), 1);
+    EXPECT_TRUE(physics_demo->spawned == spawned && physics_demo->props->count == count);
+    EXPECT_EQ(log.count("[PHYSICS_DEMO] Memory allocation failed while growing the array to 80 elements, error: "), 1);
+    physics_demo_drop_debris(25, 2);
+    EXPECT_EQ(physics_demo->spawned, spawned + 1);
+    steps(45);
+    EXPECT_LT(place(count).position.y, 1.2f) << "nothing unseen lies on the ground";
+}
+
+} // namespace
