@@ -264,8 +264,9 @@ static void platformer_demo_history_text(char *buffer, size_t size) {
     buffer[0] = '\0';
     for (int i = player->history_count - shown; i < player->history_count; i++) {
         const char *separator = used > 0 ? " > " : "";
-        const int length =
-            SDL_snprintf(buffer + used, size - used, "%s%s", separator, player_state_name(player->history[i % kept]));
+        const int length = SDL_snprintf(
+            buffer + used, size - used, "%s%s", separator,
+            player_state_name(static_cast<PlayerState>(player->history[i % kept])));
         if (length < 0 || static_cast<size_t>(length) >= size - used) return;
         used += static_cast<size_t>(length);
     }
