@@ -20,11 +20,20 @@ SDL_Color pixel_at(const Picture &picture, int x, int y) {
     return color;
 }
 
+static Picture as_rgb(const Picture &picture) {
+    return Picture(SDL_ConvertSurface(picture.get(), SDL_PIXELFORMAT_RGB24));
+}
+
+static const Uint8 *row_of(const Picture &rgb, int y) {
+    return static_cast<const Uint8 *>(rgb->pixels) + static_cast<size_t>(y) * static_cast<size_t>(rgb->pitch);
+}
+
 template <typename Visit> static void each_pixel_of(const Picture &picture, SDL_Color color, Visit visit) {
-    for (int y = 0; y < picture->h; y++) {
-        for (int x = 0; x < picture->w; x++) {
-            const SDL_Color found = pixel_at(picture, x, y);
-            if (found.r == color.r && found.g == color.g && found.b == color.b) visit(x, y);
+    const Picture rgb = as_rgb(picture);
+    for (int y = 0; y < rgb->h; y++) {
+        const Uint8 *found = row_of(rgb, y);
+        for (int x = 0; x < rgb->w; x++, found += 3) {
+            if (found[0] == color.r && found[1] == color.g && found[2] == color.b) visit(x, y);
         }
     }
 }
@@ -47,14 +56,10 @@ int count_pixels(const Picture &picture, SDL_Color color) {
 }
 
 bool same_pixels(const Picture &a, const Picture &b) {
-    const Picture x(SDL_ConvertSurface(a.get(), SDL_PIXELFORMAT_RGB24));
-    const Picture y(SDL_ConvertSurface(b.get(), SDL_PIXELFORMAT_RGB24));
+    const Picture x = as_rgb(a), y = as_rgb(b);
     if (x->w != y->w || x->h != y->h) return false;
     for (int row = 0; row < x->h; row++) {
-        const size_t offset = static_cast<size_t>(row) * static_cast<size_t>(x->pitch);
-        const auto *left = static_cast<const Uint8 *>(x->pixels) + offset;
-        const auto *right = static_cast<const Uint8 *>(y->pixels) + offset;
-        if (SDL_memcmp(left, right, static_cast<size_t>(x->w) * 3) != 0) return false;
+        if (SDL_memcmp(row_of(x, row), row_of(y, row), static_cast<size_t>(x->w) * 3) != 0) return false;
     }
     return true;
 }
