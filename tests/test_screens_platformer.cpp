@@ -65,7 +65,7 @@ TEST_F(PlatformerTest, TheCameraStartsClampedAndFollowsBeyondItsDeadZone) {
     stop();
 
     ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "1280x720"}));
-    use_own_level("0,416,1920,16\n"); // level ground
+    use_own_level("0,416,1920,16\n1910,0,10,416\n"); // level ground, and a wall at its end
     engine->state = GAME_STATE_PLATFORMER_DEMO;
     frame();
     hold({SDL_SCANCODE_RIGHT});
@@ -75,7 +75,7 @@ TEST_F(PlatformerTest, TheCameraStartsClampedAndFollowsBeyondItsDeadZone) {
     play(7);
     hold({});
     play(0.1);
-    EXPECT_GT(body().right, 1280 - 40) << "the camera stops at the world's end";
+    EXPECT_EQ(body().right, 1250) << "the camera stops at the world's end, ten pixels beyond the wall";
 }
 
 TEST_F(PlatformerTest, PressesWaitForOneStepAndRepeatsDoNothing) {
