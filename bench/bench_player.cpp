@@ -18,7 +18,7 @@ struct Level {
     }
 };
 
-// To and fro, jumping and striking, respawned after a fall: every state takes its part.
+// To and fro, jumping, rolling and striking; respawned after a fall.
 static void step_player(Player *player, Level *level, int tick) {
     const bool left = tick / 400 % 3 == 2;
     const PlayerIntent intent = {
@@ -51,7 +51,7 @@ static void player_step_in_the_castle(benchmark::State &state) {
 }
 BENCHMARK(player_step_in_the_castle);
 
-// On a floor of so many rectangles side by side; the player is at its beginning, where few are met early in the scan.
+// On a floor of so many rectangles side by side. A look that meets none goes through all of them.
 static void player_step_among_rectangles(benchmark::State &state) {
     Level level;
     for (auto i = state.range(0); i > 0; i--) {
