@@ -248,7 +248,8 @@ TEST_F(PlayerStatesTest, SpeedsAreAsTheAbilitySays) {
         EXPECT_EQ(player.body.facing, move > 0 ? 1 : -1);
         EXPECT_EQ(player.last_move_x, move);
     }
-    EXPECT_TRUE(player.body.prev_pos.x == 100 && player.body.pos.x == 102);
+    step(RIGHT);
+    EXPECT_TRUE(player.body.prev_pos.x == 102 && player.body.pos.x == 106) << player.body.pos.x;
     put();
     step({.move_x = -1});
     step({.roll = true});

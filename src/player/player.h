@@ -41,7 +41,7 @@ struct Player {
     Animation anim;
     PlayerState state, prev_state;
     double state_time;                   // s since it was entered
-    Sint32 health;                       // hits it survives, plus one
+    Sint32 health;                       // hits until it dies
     double coyote;                       // s left in which a jump still counts as from the ground
     double jump_buffer;                  // s left in which a press of jump is remembered
     float last_move_x;                   // of the previous step's intent

@@ -39,6 +39,21 @@ static bool _player_body_step_up(PlayerBody *body, float dx, const ColliderRects
     return false;
 }
 
+// Whether nothing lies in the way of the whole move: one look instead of one a pixel. It looks a pixel further, so that
+// no rounding of the sum can hide what a single pixel would meet.
+static bool _player_body_way_is_free(PlayerBody *body, float *axis, float move, const ColliderRects *rects) {
+    SDL_FRect swept = player_body_rect(body);
+    const float start = *axis;
+    *axis += move + (move > 0 ? 1.0f : -1.0f);
+    const SDL_FRect end = player_body_rect(body);
+    *axis = start;
+    swept.w += SDL_fabsf(end.x - swept.x);
+    swept.h += SDL_fabsf(end.y - swept.y);
+    swept.x = SDL_min(swept.x, end.x);
+    swept.y = SDL_min(swept.y, end.y);
+    return colliders_rect_inside_rect(&swept, rects) == -1;
+}
+
 // `axis` and `remainder` are the body's own. True: stopped by a rectangle.
 static bool _player_body_move_axis(
     PlayerBody *body, float *axis, float *remainder, float amount, bool allow_step_up, const ColliderRects *rects) {
@@ -47,9 +62,11 @@ static bool _player_body_move_axis(
     if (move == 0) return false;
     *remainder -= move;
     const float sign = move > 0 ? 1.0f : -1.0f;
-    for (int steps = static_cast<int>(SDL_fabsf(move)); steps > 0; steps--) {
+    int steps = static_cast<int>(SDL_fabsf(move));
+    const bool way_is_free = steps > 1 && _player_body_way_is_free(body, axis, move, rects);
+    for (; steps > 0; steps--) {
         *axis += sign;
-        if (!_player_body_blocked(body, rects)) continue;
+        if (way_is_free || !_player_body_blocked(body, rects)) continue;
         *axis -= sign;
         if (allow_step_up && body->grounded && _player_body_step_up(body, sign, rects)) continue;
         *remainder = 0;
