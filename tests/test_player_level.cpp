@@ -88,14 +88,14 @@ TEST_F(CastleRouteTest, ThePlatformOverThePitLeadsOverTheTower) {
         {"Rrrrrrrrrrrrrr Rrrrrrrrlll", 1216, 1264, 304},
         {"Rl.lll", 1136, 1184, 256},
         {"Rrrllrrr", 1232, 1280, 192},
-        {"rrrrr", 1328, 1584, 208}, // the tower's roof
-        {"rrrrrrrrrrrrrrr", 1648, 1680, 272},
+        {"rrrrr", 1328, 1584, 208},             // the tower's roof
+        {"Rrrrrrrrrrrrrr...", 1648, 1680, 272}, // over the merlon
     };
     for (const auto &leg : legs) {
         ASSERT_TRUE(play(leg.script)) << leg.script;
         expect_stands_on(leg.left, leg.right, leg.y, leg.script);
     }
-    ASSERT_TRUE(play("llrrrrrrrrrrrrr"));
+    ASSERT_TRUE(play("llrrrrrrrrrrrrrrr"));
     EXPECT_GT(player.body.pos.x, RIGHT_END);
 }
 
