@@ -1,4 +1,5 @@
-// The input demo in a real window, with a keyboard that is really held: events and SDL's keyboard state agree.
+// The input demo and the platformer in a real window, with a keyboard that is really held: events and SDL's keyboard
+// state agree.
 
 #include "input/input_actions.h"
 #include "support/desktop.h"
@@ -55,6 +56,30 @@ TEST_F(InputWindowTest, RightAndShiftRunTheMarkerToTheArenasEdge) {
     frames(5, 0.02);
     xdotool("keyup Left");
     EXPECT_LT(marker().right, 640 - 16 - 1) << "and back";
+}
+
+// --- the platformer, in the same kind of window ---
+
+class PlatformerWindowTest : public InputWindowTest {
+protected:
+    static constexpr SDL_Color BODY = {80, 255, 112, 255}; // its outline
+};
+
+TEST_F(PlatformerWindowTest, RightAndJumpMoveThePlayerAndTheCameraFollows) {
+    config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
+    ASSERT_TRUE(start({"--screen", "platformer-demo", "--window-size", "800x450"}) && frame() && focus());
+    const PictureBounds spawn = bounds_of(picture(), BODY);
+    xdotool("keydown Right");
+    frames(20, 1.0001 / 60);
+    const PictureBounds running = bounds_of(picture(), BODY);
+    EXPECT_GT(running.left, spawn.left + 150);
+    EXPECT_EQ(running.bottom, spawn.bottom);
+    xdotool("key space"); // over the first ledge
+    frames(20, 1.0001 / 60);
+    EXPECT_LT(bounds_of(picture(), BODY).bottom, spawn.bottom - 40) << "up to the dead zone's upper edge";
+    frames(80, 1.0001 / 60);
+    const PictureBounds beyond = bounds_of(picture(), BODY);
+    EXPECT_NEAR((beyond.left + beyond.right) / 2, 0.65 * 800, 2) << "the camera keeps the feet at its dead zone's edge";
 }
 
 } // namespace
