@@ -17,8 +17,8 @@ Rows = list[str]
 Point = tuple[int, int]
 Pixels = set[Point]
 
-FAMILY = "Perfect DOS VGA 437 Win"
-FILE_NAME = f"fonts/{FAMILY}.ttf"
+FAMILY = "Lumarind Text Mode"  # the name inside; the file keeps the one the screens open it by
+FILE_NAME = "fonts/Perfect DOS VGA 437 Win.ttf"
 VERSION = "Version 1.000"
 PANOSE = Panose(bFamilyType=2, bSerifStyle=11, bWeight=6, bProportion=9)  # monospaced sans serif
 
