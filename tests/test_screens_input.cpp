@@ -3,24 +3,11 @@
 #include "input/input.h"
 #include "support/input_demo_fixture.h"
 
-#include <SDL3/SDL_keyboard.h>
 #include <SDL3/SDL_video.h>
 
 namespace {
 
-class InputDemoTest : public InputDemoFixture {
-protected:
-    void TearDown() override {
-        hold({});
-        InputDemoFixture::TearDown();
-    }
-    // Pushed key events do not reach SDL's keyboard state, so the test writes it.
-    static void hold(std::initializer_list<SDL_Scancode> keys) {
-        auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
-        for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = false;
-        for (const SDL_Scancode key : keys) state[key] = true;
-    }
-};
+class InputDemoTest : public InputDemoFixture {};
 
 TEST_F(InputDemoTest, OneTapIsOneStepAndOneTickAtAnyRate) {
     for (const int hz : {5, 60, 1000}) {

@@ -46,19 +46,9 @@ b2Vec2 world_point(int index, b2Vec2 p) {
 
 class PhysicsDemoTest : public EngineTest {
 protected:
-    void TearDown() override {
-        if (engine) hold({});
-        EngineTest::TearDown();
-    }
     bool start_demo() { return start({"--screen", "physics-demo", "--window-size", "800x450"}); }
     static void steps(int count) {
         for (int i = 0; i < count; i++) physics_demo_fixed_update(STEP);
-    }
-    // Pushed key events do not reach SDL's keyboard state, so the test writes it.
-    static void hold(std::initializer_list<SDL_Scancode> keys) {
-        auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
-        for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = false;
-        for (const SDL_Scancode key : keys) state[key] = true;
     }
     void click(float x, float y, Uint8 button = SDL_BUTTON_LEFT) {
         SDL_Event event = {};

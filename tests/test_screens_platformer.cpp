@@ -5,7 +5,6 @@
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 
-#include <SDL3/SDL_keyboard.h>
 #include <SDL3/SDL_storage.h>
 
 #include <cmath>
@@ -18,17 +17,8 @@ constexpr SDL_Color BODY = {80, 255, 112, 255};
 
 class PlatformerTest : public EngineTest {
 protected:
-    void TearDown() override {
-        hold({});
-        EngineTest::TearDown();
-    }
     bool start_level(const char *size = "1280x720") {
         return start({"--screen", "platformer-demo", "--window-size", size}) && frame();
-    }
-    static void hold(std::initializer_list<SDL_Scancode> keys) {
-        auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
-        for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = false;
-        for (const SDL_Scancode key : keys) state[key] = true;
     }
     void play(double seconds) {
         for (int i = 0; i < static_cast<int>(std::lround(seconds * 60)); i++) frame(1.0001 / 60);

@@ -148,6 +148,12 @@ float profiler_column_edge(float x, float width, float bar_width, int i) {
     return x + width - static_cast<float>(i) * bar_width;
 }
 
+// A frame's place from left to right: x and w.
+static SDL_FRect _profiler_column(float x, float width, float bar_width, int age) {
+    const float left = profiler_column_edge(x, width, bar_width, age + 1);
+    return {left, 0, profiler_column_edge(x, width, bar_width, age) - left, 0};
+}
+
 static void _profiler_add(ProfilerRects *rects, SDL_FRect rect) {
     profiler_rects_add(rects, &rect); // one there is no memory for is reported and left out
 }
@@ -171,11 +177,10 @@ void profiler_build_columns(
     for (int age = 0; age < layout->visible_frames; age++) {
         const FrameRecord *frame = frame_profile_at(profile, age);
         if (!frame) return;
-        const float left = profiler_column_edge(x, width, layout->bar_width, age + 1);
-        const float column = profiler_column_edge(x, width, layout->bar_width, age) - left;
-        _profiler_stack_phases(frame, left, column, y, height);
+        const SDL_FRect bar = _profiler_column(x, width, layout->bar_width, age);
+        _profiler_stack_phases(frame, bar.x, bar.w, y, height);
         const bool slow = frame->total_ns / static_cast<double>(SDL_NS_PER_SECOND) > PIP_SECONDS;
-        if (slow) _profiler_add(profiler->pip_rects, {left, y, column, PIP_HEIGHT});
+        if (slow) _profiler_add(profiler->pip_rects, {bar.x, y, bar.w, PIP_HEIGHT});
     }
 }
 
@@ -192,14 +197,13 @@ void profiler_build_strips(
     for (int age = 0; age < layout->visible_frames; age++) {
         const FrameRecord *frame = frame_profile_at(profile, age);
         if (!frame) return;
-        const float left = profiler_column_edge(x, width, layout->bar_width, age + 1);
-        const float column = profiler_column_edge(x, width, layout->bar_width, age) - left;
+        const SDL_FRect bar = _profiler_column(x, width, layout->bar_width, age);
         const int steps = SDL_min(frame->steps, STEP_CLASSES - 1);
-        _profiler_add(profiler->step_rects[steps], {left, step_y, column, STRIP_HEIGHT});
+        _profiler_add(profiler->step_rects[steps], {bar.x, step_y, bar.w, STRIP_HEIGHT});
         const FrameRecord *older = frame_profile_at(profile, age + 1); // may lie beyond the visible ones
         if (!older) return;
         const int jitter = _profiler_jitter_class(frame->total_ns, older->total_ns);
-        _profiler_add(profiler->jitter_rects[jitter], {left, jitter_y, column, STRIP_HEIGHT});
+        _profiler_add(profiler->jitter_rects[jitter], {bar.x, jitter_y, bar.w, STRIP_HEIGHT});
     }
 }
 

@@ -6,6 +6,7 @@
 #include "engine/transition.h"
 
 #include <SDL3/SDL_hints.h>
+#include <SDL3/SDL_keyboard.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
 
@@ -76,6 +77,7 @@ void EngineTest::TearDown() {
     if (HasFailure()) {
         for (const LogLine &line : log.lines) std::fprintf(stderr, "log: %s\n", line.text.c_str());
     }
+    hold({});
     if (running_) stop();
     log_cleanup();
 }
@@ -151,6 +153,13 @@ void EngineTest::key_down(SDL_Keycode key, SDL_Keymod mod, bool repeat) const {
     event.key.down = true;
     event.key.repeat = repeat;
     ASSERT_TRUE(SDL_PushEvent(&event));
+}
+
+// Pushed key events do not reach SDL's keyboard state, so the test writes it.
+void EngineTest::hold(std::initializer_list<SDL_Scancode> keys) {
+    auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
+    for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = false;
+    for (const SDL_Scancode key : keys) state[key] = true;
 }
 
 void EngineTest::mouse_move(int x, int y) const {

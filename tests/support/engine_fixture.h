@@ -7,9 +7,11 @@
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_events.h>
+#include <SDL3/SDL_scancode.h>
 #include <SDL3/SDL_surface.h>
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
@@ -49,7 +51,8 @@ protected:
 
     // Puts an event into SDL's queue, for the next frame.
     void key_down(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE, bool repeat = false) const;
-    void mouse_move(int x, int y) const; // window coordinates, as below
+    static void hold(std::initializer_list<SDL_Scancode> keys); // these and no others, until the end of the test
+    void mouse_move(int x, int y) const;                        // window coordinates, as below
     void mouse_up(int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
     void gamepad_down(SDL_GamepadButton button) const;
 
