@@ -7,7 +7,7 @@
 # entered with bubblewrap; a message that names the packages.
 
 readonly SUITE=forky # Debian testing: the first release with SDL 3.4 and its companions
-readonly FETCH_MB=350 ROOT_MB=1600
+readonly FETCH_MB=350 ROOT_MB=1700
 
 say() { printf 'dev: %s\n' "$*" >&2; }
 die() {
