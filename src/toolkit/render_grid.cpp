@@ -1,6 +1,7 @@
 #include "toolkit/render_grid.h"
 
 #include "core/error.h"
+#include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
@@ -88,7 +89,7 @@ bool render_grid_draw_range(
             if (!chunk) continue;
             const SDL_FRect dst = {
                 origin.x + static_cast<float>(col) * w, origin.y + static_cast<float>(row) * h, w, h};
-            if (SDL_RenderTexture(renderer, chunk, nullptr, &dst)) continue;
+            if (copy_texture_in_view(renderer, chunk, nullptr, &dst)) continue;
             return engine_error(
                 "[RENDER_GRID] Could not draw chunk at row %d col %d, error: %s", row, col, SDL_GetError());
         }

@@ -1,6 +1,7 @@
 #include "toolkit/sprite_sheet.h"
 
 #include "core/error.h"
+#include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
@@ -31,7 +32,7 @@ static SpriteSheet *_sprite_sheet_make(SDL_Texture *texture, const AnimationSet 
         if (!sheet) engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
     }
     if (sheet) {
-        *sheet = {.texture = texture, .set = set};
+        *sheet = {.texture = texture, .set = set, .preview = nullptr, .preview_size = {}};
     } else {
         SDL_DestroyTexture(texture);
     }
@@ -60,6 +61,7 @@ SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
 void sprite_sheet_cleanup(SpriteSheet **sheet) {
     if (!sheet || !*sheet) return;
     if ((*sheet)->texture) SDL_DestroyTexture((*sheet)->texture);
+    if ((*sheet)->preview) SDL_DestroyTexture((*sheet)->preview);
     SDL_free(*sheet);
     *sheet = nullptr;
 }
@@ -83,10 +85,7 @@ bool sprite_sheet_draw(
     const SDL_FRect src = animation_frame_rect(anim);
     if (src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
     const SDL_FRect dst = sprite_sheet_dest_rect(sheet, pos, scale);
-    const bool drawn = flip == SDL_FLIP_NONE
-                           ? SDL_RenderTexture(renderer, sheet->texture, &src, &dst)
-                           : SDL_RenderTextureRotated(renderer, sheet->texture, &src, &dst, 0, nullptr, flip);
-    if (drawn) return true;
+    if (copy_texture_in_view(renderer, sheet->texture, &src, &dst, flip)) return true;
     return engine_error(
         "[SPRITE_SHEET] Could not draw frame %d, error: %s", animation_sheet_frame(anim), SDL_GetError());
 }
@@ -104,6 +103,50 @@ void sprite_sheet_draw_frame_outline(
     _outline_around(renderer, sprite_sheet_dest_rect(sheet, pos, scale), color);
 }
 
+// Reads the sheet back as drawn at `size` on the current target, with its alpha as it is.
+static SDL_Surface *_shrink(SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint size) {
+    const SDL_FRect all = {0, 0, size.x, size.y};
+    SDL_BlendMode blend = SDL_BLENDMODE_BLEND;
+    SDL_GetTextureBlendMode(sheet->texture, &blend);
+    SDL_SetTextureBlendMode(sheet->texture, SDL_BLENDMODE_NONE);
+    const bool drawn = SDL_RenderTexture(renderer, sheet->texture, nullptr, &all);
+    SDL_SetTextureBlendMode(sheet->texture, blend);
+    return drawn ? SDL_RenderReadPixels(renderer, nullptr) : nullptr;
+}
+
+// The sheet at a smaller size, in output pixels. A plain texture, for a target may lose its content. Null: no memory.
+static SDL_Texture *_make_preview(SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint size) {
+    const int width = static_cast<int>(SDL_ceilf(size.x)), height = static_cast<int>(SDL_ceilf(size.y));
+    SDL_Texture *target = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_TARGET, width, height);
+    if (!target) return nullptr;
+    SDL_Texture *before = SDL_GetRenderTarget(renderer);
+    SDL_Surface *small = SDL_SetRenderTarget(renderer, target) ? _shrink(renderer, sheet, size) : nullptr;
+    SDL_SetRenderTarget(renderer, before);
+    SDL_DestroyTexture(target);
+    SDL_Texture *preview = small ? SDL_CreateTextureFromSurface(renderer, small) : nullptr;
+    SDL_DestroySurface(small);
+    if (preview) SDL_SetTextureScaleMode(preview, SDL_SCALEMODE_NEAREST);
+    return preview;
+}
+
+// Shrinking millions of texels takes the software renderer milliseconds a frame (and tens of them while the same
+// texture is also drawn unscaled, for which it keeps it compressed), so the small picture is kept.
+static bool _draw_preview(SDL_Renderer *renderer, const SpriteSheet *sheet, const SDL_FRect *whole) {
+    SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
+    SDL_FPoint scale = {1, 1};
+    SDL_GetRenderLogicalPresentation(renderer, nullptr, nullptr, &presentation);
+    SDL_GetRenderScale(renderer, &scale.x, &scale.y);
+    const SDL_FPoint size = {whole->w * scale.x, whole->h * scale.y};
+    if (presentation != SDL_LOGICAL_PRESENTATION_DISABLED || !(size.x >= 1) || !(size.y >= 1)) return false;
+    if (size.x != sheet->preview_size.x || size.y != sheet->preview_size.y) {
+        if (sheet->preview) SDL_DestroyTexture(sheet->preview);
+        sheet->preview = _make_preview(renderer, sheet, size);
+        sheet->preview_size = size;
+    }
+    const SDL_FRect at = {whole->x, whole->y, SDL_ceilf(size.x) / scale.x, SDL_ceilf(size.y) / scale.y};
+    return sheet->preview && SDL_RenderTexture(renderer, sheet->preview, nullptr, &at);
+}
+
 void sprite_sheet_draw_debug_sheet(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_Color sheet_color, SDL_Color frame_color) {
@@ -112,7 +155,8 @@ void sprite_sheet_draw_debug_sheet(
     const SDL_FRect whole = {
         pos.x, pos.y, static_cast<float>(set->frame_w * set->columns) * scale,
         static_cast<float>(set->frame_h * set->rows) * scale};
-    SDL_RenderTexture(renderer, sheet->texture, nullptr, &whole);
+    const bool small = scale < 1 && _draw_preview(renderer, sheet, &whole);
+    if (!small) copy_texture_in_view(renderer, sheet->texture, nullptr, &whole);
     _outline_around(renderer, whole, sheet_color);
     if (!anim || anim->set != set) return;
     const SDL_FRect frame = animation_frame_rect(anim);

@@ -13,6 +13,9 @@ struct SDL_Texture;
 struct SpriteSheet {
     SDL_Texture *texture; // owned
     const AnimationSet *set;
+    // A cache of the debug sheet, made by drawing it; both of it empty until then.
+    mutable SDL_Texture *preview;    // owned
+    mutable SDL_FPoint preview_size; // what it was made for, output pixels
 };
 
 // --- lifetime ---
