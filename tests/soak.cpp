@@ -1,0 +1,344 @@
+// The whole program for a long time under everything a user may do, chosen at random from a printed seed. The
+// sanitizers watch; here the log is watched, and the memory in use at moments that can be compared: the first half of
+// the frames are many short runs, measured in between, the second half is one long run, measured in its menu.
+//   LUMARIND_SOAK_FRAMES  how many frames (default 20000)
+//   LUMARIND_SOAK_SEED    from which seed (default 1)
+
+#include "app/screen_registry.h"
+#include "engine/engine.h"
+#include "engine/transition.h"
+#include "support/engine_fixture.h"
+#include "support/log_kinds.h"
+#include "support/virtual_gamepad.h"
+
+#include <SDL3/SDL_keyboard.h>
+#include <SDL3/SDL_timer.h>
+#include <SDL3/SDL_video.h>
+
+#include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+#include <cstdlib>
+#include <malloc.h>
+
+// The sanitizers' own interface; g++ brings no header for the first.
+extern "C" size_t __sanitizer_get_current_allocated_bytes();
+extern "C" void __sanitizer_set_death_callback(void (*callback)());
+// The text engine keeps a record per address that a font ever had. Were freed addresses held back for long, as the
+// sanitizer does by default, the records would grow without end, which they do not in a program for users.
+extern "C" const char *__asan_default_options();
+extern "C" const char *__asan_default_options() {
+    return "quarantine_size_mb=4:detect_stack_use_after_return=1:strict_string_checks=1";
+}
+
+namespace {
+
+constexpr Uint64 FRAMES_DEFAULT = 20'000, SEED_DEFAULT = 1;
+constexpr Uint64 SAMPLES_WANTED = 100; // of the long run
+constexpr size_t GROWTH_STOPPED_MAX = 64 << 10;
+constexpr size_t GROWTH_RUNNING_MAX = 512 << 10; // the mixer's tracks keep the sounds they played last, whichever
+constexpr int GAMEPADS_MAX = 3;
+
+Uint64 frames_done, seed; // for the report after a crash
+
+size_t memory_in_use() {
+#ifdef __SANITIZE_ADDRESS__
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    return mallinfo2().uordblks;
+#endif
+}
+
+void say_where() {
+    std::fprintf(stderr, "soak: stopped in frame %" PRIu64 " of seed %" PRIu64 "\n", frames_done, seed);
+}
+
+Uint64 number_from_environment(const char *name, Uint64 fallback) {
+    const char *text = std::getenv(name);
+    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
+}
+
+// Compares the first quarter of the samples with the last, the least of each: sounds that fade out while a sample is
+// taken add to it for a moment.
+void expect_no_growth(const char *what, const std::vector<size_t> &samples, size_t allowed) {
+    const auto quarter = static_cast<std::ptrdiff_t>(samples.size() / 4);
+    ASSERT_GE(quarter, 1) << what << ": too few samples";
+    const size_t before = *std::min_element(samples.begin(), samples.begin() + quarter);
+    const size_t after = *std::min_element(samples.end() - quarter, samples.end());
+    std::printf("soak: %s: %zu samples, at first %zu bytes, at last %zu\n", what, samples.size(), before, after);
+    EXPECT_LE(after, before + allowed) << what << ": memory grew";
+}
+
+// The keys some screen or the engine looks at.
+constexpr SDL_Keycode KEYS[] = {SDLK_LEFT,  SDLK_RIGHT,  SDLK_UP,     SDLK_DOWN,   SDLK_A, SDLK_D, SDLK_W,
+                                SDLK_S,     SDLK_SPACE,  SDLK_RETURN, SDLK_Z,      SDLK_X, SDLK_J, SDLK_K,
+                                SDLK_L,     SDLK_U,      SDLK_I,      SDLK_H,      SDLK_P, SDLK_R, SDLK_F,
+                                SDLK_COMMA, SDLK_PERIOD, SDLK_1,      SDLK_LSHIFT, SDLK_2, SDLK_Q, SDLK_TAB};
+
+constexpr Uint32 ODD_EVENTS[] = {
+    SDL_EVENT_RENDER_TARGETS_RESET, SDL_EVENT_RENDER_DEVICE_RESET, SDL_EVENT_DISPLAY_ORIENTATION,
+    SDL_EVENT_LOCALE_CHANGED,       SDL_EVENT_LOW_MEMORY,          SDL_EVENT_KEYMAP_CHANGED,
+    SDL_EVENT_CLIPBOARD_UPDATE,     SDL_EVENT_FINGER_MOTION,       SDL_EVENT_GAMEPAD_REMOVED,
+    SDL_EVENT_GAMEPAD_ADDED,        SDL_EVENT_AUDIO_DEVICE_ADDED,  SDL_EVENT_USER,
+};
+
+class Soak : public EngineTest {
+protected:
+    Uint64 random = 0, frames = 0, next_sample = 0;
+    std::vector<std::unique_ptr<VirtualGamepad>> gamepads;
+    std::vector<size_t> stopped, running; // memory in use between two runs, and in the menu
+    int starts = 0, unknown_lines = 0;
+    bool lasting = false; // the long run, in which the user never leaves
+
+    int below(int limit) { return SDL_rand_r(&random, limit); }
+    bool one_in(int odds) { return below(odds) == 0; }
+    template <typename T, size_t N> T any_of(const T (&items)[N]) { return items[below(static_cast<int>(N))]; }
+
+    // --- what may happen ---
+
+    static void push(SDL_Event event) {
+        event.common.timestamp = SDL_GetTicksNS();
+        event.window.windowID = SDL_GetWindowID(engine->window); // in the same place in all that have one
+        SDL_PushEvent(&event);
+    }
+
+    static void push_type(Uint32 type) {
+        SDL_Event event = {};
+        event.type = type;
+        push(event);
+    }
+
+    void press(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE) {
+        key_down(key, mod, one_in(8));
+        const_cast<bool *>(SDL_GetKeyboardState(nullptr))[SDL_GetScancodeFromKey(key, nullptr)] = true;
+    }
+
+    // The menu sees the events of this frame, or Escape will find it.
+    static bool in_menu() {
+        return engine_get_state() == GAME_STATE_MAIN_MENU || engine_get_prev_state() == GAME_STATE_MAIN_MENU;
+    }
+    bool stays() { return lasting && in_menu(); }
+
+    void press_key() {
+        const SDL_Keycode key = any_of(KEYS);
+        if (key != SDLK_RETURN || !stays()) press(key);
+    }
+
+    void release_keys() {
+        const SDL_Keycode key = any_of(KEYS);
+        SDL_Event event = {};
+        event.type = SDL_EVENT_KEY_UP;
+        event.key.key = key;
+        event.key.scancode = SDL_GetScancodeFromKey(key, nullptr);
+        push(event);
+        hold({});
+    }
+
+    void press_function_key() {
+        constexpr SDL_Keycode FUNCTION_KEYS[] = {SDLK_F3, SDLK_F3, SDLK_F3, SDLK_F4, SDLK_F4, SDLK_F5, SDLK_F12};
+        key_down(any_of(FUNCTION_KEYS));
+    }
+
+    void press_escape() { // in the menu it ends the program: seldom, or runs would be all menu
+        if (!in_menu() || (!lasting && one_in(20))) key_down(SDLK_ESCAPE);
+    }
+
+    void use_mouse() {
+        int width = 0, height = 0;
+        SDL_GetWindowSize(engine->window, &width, &height);
+        const int x = below(width + 40) - 20, y = below(height + 40) - 20;
+        mouse_move(x, y);
+        if (one_in(4) && !stays()) mouse_up(x, y, static_cast<Uint8>(1 + below(3)));
+        if (one_in(10)) push_type(SDL_EVENT_MOUSE_WHEEL);
+        if (one_in(10)) push_type(SDL_EVENT_MOUSE_BUTTON_DOWN);
+    }
+
+    void plug_gamepad() {
+        constexpr const char *NAMES[] = {"Soak Pad", "", "A controller with a name that is longer than its box"};
+        if (gamepads.size() == GAMEPADS_MAX) return;
+        gamepads.push_back(std::make_unique<VirtualGamepad>(any_of(NAMES), one_in(2), one_in(2)));
+    }
+
+    void unplug_gamepad() {
+        if (gamepads.empty()) return;
+        gamepads.erase(gamepads.begin() + below(static_cast<int>(gamepads.size())));
+    }
+
+    void use_gamepad() {
+        if (gamepads.empty()) return;
+        const VirtualGamepad &pad = *gamepads[static_cast<size_t>(below(static_cast<int>(gamepads.size())))];
+        const auto button = static_cast<SDL_GamepadButton>(below(SDL_GAMEPAD_BUTTON_COUNT));
+        const bool chooses = button == SDL_GAMEPAD_BUTTON_EAST || button == SDL_GAMEPAD_BUTTON_SOUTH;
+        if (!chooses || !stays()) pad.set(button, one_in(2));
+        const auto axis = static_cast<SDL_GamepadAxis>(below(SDL_GAMEPAD_AXIS_COUNT));
+        const bool trigger = axis >= SDL_GAMEPAD_AXIS_LEFT_TRIGGER;
+        pad.set(axis, trigger ? SDL_randf_r(&random) : 2 * SDL_randf_r(&random) - 1);
+    }
+
+    void resize_window() {
+        const bool odd = one_in(20); // else a size that keeps the soak quick
+        const int width = odd ? 1 + below(2000) : 320 + below(500), height = odd ? 1 + below(1200) : 200 + below(300);
+        SDL_SetWindowSize(engine->window, width, height);
+    }
+
+    void change_window() {
+        constexpr Uint32 TYPES[] = {SDL_EVENT_WINDOW_FOCUS_LOST, SDL_EVENT_WINDOW_FOCUS_GAINED,
+                                    SDL_EVENT_WINDOW_MINIMIZED,  SDL_EVENT_WINDOW_RESTORED,
+                                    SDL_EVENT_WINDOW_EXPOSED,    SDL_EVENT_WINDOW_MOUSE_LEAVE,
+                                    SDL_EVENT_WINDOW_OCCLUDED,   SDL_EVENT_WINDOW_DISPLAY_CHANGED};
+        hold({}); // SDL releases the keys when the focus goes
+        push_type(any_of(TYPES));
+    }
+
+    void send_odd_event() { push_type(any_of(ODD_EVENTS)); }
+
+    GameState any_screen() { return GAME_STATE_MAIN_MENU + below(GAME_STATE_PHYSICS_DEMO - GAME_STATE_MAIN_MENU + 1); }
+
+    void fade_to_screen() { transition_fade_to(any_screen(), 0.02 + SDL_randf_r(&random) * 0.5); }
+
+    void quit() {
+        if (lasting) return;
+        if (one_in(2)) {
+            key_down(SDLK_Q, SDL_KMOD_LCTRL);
+        } else {
+            push_type(SDL_EVENT_QUIT);
+        }
+    }
+
+    void let_something_happen() {
+        struct Happening {
+            int weight = 0; // of 1000
+            void (Soak::*act)() = nullptr;
+        };
+        static constexpr Happening HAPPENINGS[] = {
+            {.weight = 381, .act = &Soak::press_key},
+            {.weight = 150, .act = &Soak::release_keys},
+            {.weight = 150, .act = &Soak::use_mouse},
+            {.weight = 200, .act = &Soak::use_gamepad},
+            {.weight = 10, .act = &Soak::plug_gamepad},
+            {.weight = 10, .act = &Soak::unplug_gamepad},
+            {.weight = 30, .act = &Soak::press_function_key},
+            {.weight = 8, .act = &Soak::press_escape},
+            {.weight = 25, .act = &Soak::resize_window},
+            {.weight = 15, .act = &Soak::change_window},
+            {.weight = 15, .act = &Soak::send_odd_event},
+            {.weight = 5, .act = &Soak::fade_to_screen},
+            {.weight = 1, .act = &Soak::quit},
+        };
+        int at = below(1000);
+        for (const Happening &happening : HAPPENINGS) {
+            at -= happening.weight;
+            if (at < 0) return (this->*happening.act)();
+        }
+    }
+
+    double any_frame_time() {
+        if (one_in(500)) return 2 * SDL_randf_r(&random); // a stall
+        return one_in(3) ? 0 : SDL_randf_r(&random) / 30;
+    }
+
+    // --- a run of the program ---
+
+    std::string any_config() {
+        constexpr int RATES[] = {60, 60, 30, 120, 240, 7};
+        constexpr int SCALES[] = {1, 1, 1, 1, 1, 2, 2, 3};
+        const int scale = one_in(10) ? 1 + below(8) : any_of(SCALES);
+        const auto flag = [&] { return one_in(2) ? "true" : "false"; };
+        std::string text = "[graphics]\nvsync_enable = false\nui_scale = " + std::to_string(scale);
+        text += std::string("\nshow_fps = ") + flag() + "\nshow_frame_time_graph = " + flag();
+        text += "\n[simulation]\nfixed_step_hz = " + std::to_string(any_of(RATES));
+        text += std::string("\n[capture]\nformat = ") + (one_in(2) ? "png" : "jpg") + "\ninclude_fps = " + flag();
+        text += "\n[gamepad]\ndeadzone = " + std::to_string(SDL_randf_r(&random));
+        return text + "\n[window]\nwidth = 640\nheight = 360\n";
+    }
+
+    void begin() {
+        config = any_config();
+        std::vector<std::string> arguments;
+        if (one_in(4)) arguments.insert(arguments.end(), {"--screen", "platformer-demo"});
+        if (one_in(4)) arguments.emplace_back("--no-config-save");
+        ASSERT_TRUE(start(arguments));
+        starts++;
+    }
+
+    void end() {
+        hold({});
+        if (one_in(2)) gamepads.clear(); // else they go with SDL
+        stop();
+        gamepads.clear();
+        std::filesystem::remove_all("captures");
+        check_log();
+        stopped.push_back(memory_in_use());
+    }
+
+    void check_log() {
+        for (const LogLine &line : log.lines) {
+            const std::string unknown = line.priority >= SDL_LOG_PRIORITY_ERROR ? line.text : unknown_line(line);
+            if (unknown.empty() || ++unknown_lines > 10) continue;
+            ADD_FAILURE() << "frame " << frames_done << " of seed " << seed << " logs " << unknown;
+        }
+        log.lines.clear();
+    }
+
+    bool visit(GameState state) {
+        engine_set_state(state);
+        return frame() && frame();
+    }
+
+    // The menu in a window of one size, without controllers and panel, whatever was before.
+    bool sample_in_menu() {
+        gamepads.clear();
+        hold({});
+        SDL_SetWindowSize(engine->window, 640, 360);
+        engine_set_show_frame_time_graph(false);
+        transition_screen_changed(GAME_STATE_NONE);
+        if (!visit(GAME_STATE_TEXTURE_DEMO) || !visit(GAME_STATE_MAIN_MENU)) return false;
+        check_log();
+        running.push_back(memory_in_use());
+        return true;
+    }
+
+    bool run_a_frame() {
+        if (one_in(200)) engine_set_state(any_screen()); // first: an Escape must know where it goes
+        for (int i = below(4); i > 0; i--) let_something_happen();
+        const bool goes_on = frame(any_frame_time());
+        frames_done++;
+        check_log();
+        if (!lasting || frames_done < next_sample) return goes_on;
+        next_sample = frames_done + frames / 2 / SAMPLES_WANTED;
+        return sample_in_menu();
+    }
+};
+
+TEST_F(Soak, SurvivesEverythingAUserMayDo) {
+    frames = number_from_environment("LUMARIND_SOAK_FRAMES", FRAMES_DEFAULT);
+    random = seed = number_from_environment("LUMARIND_SOAK_SEED", SEED_DEFAULT);
+    std::printf("soak: %" PRIu64 " frames from seed %" PRIu64 "\n", frames, seed);
+    std::fflush(stdout);
+#ifdef __SANITIZE_ADDRESS__
+    __sanitizer_set_death_callback(say_where);
+#endif
+    while (frames_done < frames / 2) {
+        begin();
+        ASSERT_FALSE(HasFatalFailure());
+        while (frames_done < frames / 2 && run_a_frame()) {
+        }
+        end();
+    }
+    std::printf("soak: %d short runs\n", starts);
+    expect_no_growth("between two runs", stopped, GROWTH_STOPPED_MAX);
+
+    begin();
+    ASSERT_FALSE(HasFatalFailure());
+    for (GameState state = GAME_STATE_MAIN_MENU; state <= GAME_STATE_PHYSICS_DEMO; state++) {
+        ASSERT_TRUE(visit(state)); // what is made once and kept is made now
+    }
+    lasting = true;
+    while (frames_done < frames && run_a_frame()) {
+    }
+    EXPECT_EQ(frames_done, frames) << "the long run ended by itself";
+    end();
+    expect_no_growth("in the long run's menu", running, GROWTH_RUNNING_MAX);
+}
+
+} // namespace

@@ -1,0 +1,79 @@
+#include "support/log_kinds.h"
+
+struct LineKind {
+    SDL_LogPriority priority = SDL_LOG_PRIORITY_INFO;
+    const char *pattern = "";
+};
+static constexpr LineKind LINE_KINDS[] = {
+    {.pattern = "[ENGINE] SDL3 initialization..."},
+    {.pattern = "[ENGINE] SDL3 TTF version: *"},
+    {.pattern = "[ENGINE] Base path: */"},
+    {.pattern = "[ENGINE] Running dir: */"},
+    {.pattern = "[ENGINE] Display scale: *, UI scale: *"},
+    {.pattern = "[ENGINE] Window title: Lumarind Engine v0.0.1"},
+    {.pattern = "[ENGINE] Video driver: *, renderer: *"},
+    {.pattern = "[ENGINE] SDL3 shutdown"},
+    {.pattern = "[FONTS] Setting up font: assets/fonts/*.ttf"},
+    {.pattern = "[CONFIG] Config file not found: config/lumarind-engine.ini"},
+    {.pattern = "[CONFIG] Creating new config file: config/lumarind-engine.ini"},
+    {.pattern = "[CONFIG] Loading config file: config/lumarind-engine.ini"},
+    {.pattern = "[CONFIG] Config file saved: config/lumarind-engine.ini"},
+    {.pattern = "[CONFIG] --no-config-save given, not writing: config/lumarind-engine.ini"},
+    {.pattern = "[AUDIO] Mixer open on dummy: * Hz, * channels"},
+    {.pattern = "[GAMEPAD] No controller connected"},
+    {.pattern = "[GAMEPAD] Connected: * (*)"},
+    {.pattern = "[GAMEPAD] Disconnected: *"},
+    {.pattern = "[GAMEPAD] Ignoring additional controller *, * is already active"},
+    {.priority = SDL_LOG_PRIORITY_WARN, // gone again before its event was looked at
+     .pattern = "[GAMEPAD] Could not open controller *, error: ?*"},
+    {.pattern = "[PROFILER] Window is *x*, too small for the panel, which needs at least *x*."},
+    {.pattern = "[PLATFORMER_DEMO] Loaded * rect colliders and * slopes from *.csv"},
+    {.pattern = "[CAPTURE] Saved: captures/capture-*"},
+    {.priority = SDL_LOG_PRIORITY_DEBUG, .pattern = "[ENGINE] DEBUG: GAME STATE: * -> *"},
+    {.priority = SDL_LOG_PRIORITY_DEBUG, .pattern = "[ENGINE] DEBUG: GAME STATE HANDLED: *"},
+    {.priority = SDL_LOG_PRIORITY_DEBUG, .pattern = "[ENGINE] DEBUG: Toggled: show_frame_time_graph: *"},
+    {.priority = SDL_LOG_PRIORITY_DEBUG, .pattern = "[PROFILER] DEBUG: Toggled: frozen: *"},
+
+    // --- damaged assets ---
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[FONTS] Font file not found (assets/fonts/*.ttf)"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[FONTS] Font loading failed, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[FONTS] Font copying failed, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[FONTS] Unable to change font size, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[ENGINE] Creating the text failed, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR,
+     .pattern = "[STORAGE] Error reading file: *, file not found or permission error."},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[STORAGE] Error determining file size or file is empty: *"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILE_GRID] *"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] IMG_LoadTexture failed for *, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] Tileset *.png is *x*, which does not divide by *"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] Could not parse tile layer: *.csv"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] The map uses GID * but the tileset only holds *"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[RENDER_GRID] *, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[SPRITE_SHEET] IMG_LoadTexture failed for *.png, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[SPRITE_SHEET] *.png is *x*, but its set describes a *"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TEXTURE_DEMO] IMG_LoadTexture failed, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[PLATFORMER_DEMO] Spawn at (*, *) is inside a collider"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[AUDIO] Unable to load *, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[AUDIO] Unable to play the music, error: ?*"},
+};
+
+// ? stands for one character.
+static bool _matches(const char *text, const char *pattern) {
+    for (; *pattern && *pattern != '*'; text++, pattern++) {
+        if (!*text || (*pattern != '?' && *pattern != *text)) return false;
+    }
+    if (!*pattern) return !*text;
+    for (;; text++) {
+        if (_matches(text, pattern + 1)) return true;
+        if (!*text) return false;
+    }
+}
+
+bool matches(const std::string &text, const char *pattern) { return _matches(text.c_str(), pattern); }
+
+std::string unknown_line(const LogLine &line) {
+    for (const LineKind &kind : LINE_KINDS) {
+        if (line.priority == kind.priority && matches(line.text, kind.pattern)) return "";
+    }
+    return "priority " + std::to_string(line.priority) + ": " + line.text;
+}
