@@ -36,7 +36,7 @@ namespace {
 constexpr Uint64 FRAMES_DEFAULT = 20'000, SEED_DEFAULT = 1;
 constexpr Uint64 SAMPLES_WANTED = 100; // of the long run
 constexpr size_t GROWTH_STOPPED_MAX = 64 << 10;
-constexpr size_t GROWTH_RUNNING_MAX = 512 << 10; // the mixer's tracks keep the sounds they played last, whichever
+constexpr size_t GROWTH_RUNNING_MAX = 1 << 20; // the mixer's tracks keep the sounds they played last, whichever
 constexpr int GAMEPADS_MAX = 3;
 
 Uint64 frames_done, seed; // for the report after a crash
