@@ -17,6 +17,9 @@ struct RenderGrid {
     SDL_Texture **chunks;    // owned, as are they; row by row
 };
 
+// A map's file of a few hundred kilobytes can ask for gigabytes of chunks. These are a world of 16384 × 8192 px.
+inline constexpr int RENDER_GRID_MAX_MB = 512;
+
 // --- lifetime ---
 RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h); // null: reported
 void render_grid_cleanup(RenderGrid **grid); // and nulls the caller's pointer; null pointers are fine

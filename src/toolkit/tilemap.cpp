@@ -223,9 +223,11 @@ RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, i
 // --- size ---
 
 float tilemap_width(const Tilemap *map) {
-    return map->layer ? map->scale * static_cast<float>(map->layer->cols * map->tile_w) : 0;
+    if (!map->layer) return 0;
+    return map->scale * (static_cast<float>(map->layer->cols) * static_cast<float>(map->tile_w));
 }
 
 float tilemap_height(const Tilemap *map) {
-    return map->layer ? map->scale * static_cast<float>(map->layer->rows * map->tile_h) : 0;
+    if (!map->layer) return 0;
+    return map->scale * (static_cast<float>(map->layer->rows) * static_cast<float>(map->tile_h));
 }
