@@ -59,6 +59,10 @@ TEST_F(ImageTest, ASizeBeyondTheLimitIsRefusedBeforeAnythingIsDecoded) {
 }
 
 TEST_F(ImageTest, OtherKindsAreRefused) {
+    ASSERT_TRUE(IMG_SavePNG(surface.get(), "png"));
+    std::string grey = read_file("png");
+    grey.replace(24, 2, std::string("\x10\0", 2)); // the bits, and the kind of colours
+    EXPECT_EQ(load(grey), "a PNG in grey with 16 bits a pixel is not supported: save it with 8");
     for (const char *content : {"", "GIF89a\xC0%", "P6 1 1 255 abc", "<svg/>"}) {
         EXPECT_EQ(load(content), "no PNG, JPEG or BMP picture") << content;
     }

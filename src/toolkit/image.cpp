@@ -61,6 +61,19 @@ static bool _image_measure_jpeg(SDL_IOStream *file, ImageSize *size) {
 
 // --- loading ---
 
+// The library gives such a row half the room it decodes it into, and writes beyond the picture.
+static bool _image_is_deep_grey(SDL_IOStream *png) {
+    Uint8 depth = 0, color_type = 0;
+    return _image_seek(png, 24) && SDL_ReadU8(png, &depth) && SDL_ReadU8(png, &color_type) && depth == 16 &&
+           color_type == 0;
+}
+
+static SDL_Surface *_image_load_png(SDL_IOStream *file) {
+    if (!_image_is_deep_grey(file)) return _image_seek(file, 0) ? IMG_LoadPNG_IO(file) : nullptr;
+    SDL_SetError("a PNG in grey with 16 bits a pixel is not supported: save it with 8");
+    return nullptr;
+}
+
 struct ImageKind {
     bool (*is)(SDL_IOStream *file);
     bool (*measure)(SDL_IOStream *file, ImageSize *size);
@@ -69,7 +82,7 @@ struct ImageKind {
 // SDL_image knows more kinds. A broken file of some of them never comes to an end (an 8-byte GIF takes all memory),
 // and most tell their size to nobody but their decoder.
 static constexpr ImageKind IMAGE_KINDS[] = {
-    {IMG_isPNG, _image_measure_png, IMG_LoadPNG_IO},
+    {IMG_isPNG, _image_measure_png, _image_load_png},
     {IMG_isJPG, _image_measure_jpeg, IMG_LoadJPG_IO},
     {IMG_isBMP, _image_measure_bmp, IMG_LoadBMP_IO},
 };
