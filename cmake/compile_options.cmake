@@ -9,3 +9,6 @@ if(LUMARIND_SANITIZE)
         lumarind_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(lumarind_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(LUMARIND_FUZZERS)
+    target_compile_options(lumarind_options INTERFACE -fsanitize=fuzzer-no-link) # counts what is reached
+endif()

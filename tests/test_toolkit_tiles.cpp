@@ -335,6 +335,9 @@ TEST_F(TilemapTest, RenderGridsRefuseWhatTheyAreNot) {
     EXPECT_EQ(render_grid_new(renderer, 0, 1, 8, 8), nullptr);
     EXPECT_EQ(render_grid_new(renderer, 1, 1, 8, 0), nullptr);
     EXPECT_TRUE(log.has("[RENDER_GRID] A grid of 1x0 chunks of 8x8 px is not usable"));
+    EXPECT_EQ(render_grid_new(renderer, 2'000'000'000, 1'000'000'000, 256, 256), nullptr);
+    EXPECT_EQ(render_grid_new(renderer, 62500, 1, 256, 256), nullptr);
+    EXPECT_TRUE(log.has("[RENDER_GRID] A grid of 1x62500 chunks of 256x256 px would take 15625 MB, more than 2048"));
     EXPECT_EQ(render_grid_new(nullptr, 1, 2, 8, 8), nullptr);
     EXPECT_TRUE(log.has("[RENDER_GRID] Could not create chunk 1 of 2, error: "));
     ASSERT_TRUE(load_random(20, 35, 1));

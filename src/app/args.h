@@ -14,7 +14,8 @@ void args_print_usage(); // to standard output
 
 // The value after option argv[*index], advancing the index; null: reported as missing.
 const char *args_take_value(const char *option, int argc, char *argv[], int *index);
-// Reads a number above 0 into *out; text behind the number is ignored. False: reported.
+// Reads a number above 0 into *out; text behind the number is ignored, and one too large becomes the largest. False:
+// reported.
 bool args_take_positive_int(const char *option, const char *value, int *out);
 
 // --- questions: 0 or null when not given ---

@@ -6,6 +6,7 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_init.h>
+#include <SDL3/SDL_iostream.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_properties.h>
 #include <SDL3_mixer/SDL_mixer.h>
@@ -105,8 +106,24 @@ void audio_cleanup() {
 
 // --- sounds ---
 
+// The loops a file itself asks for are left out: here the caller says what is repeated, and the library reads beyond
+// the end of a WAV's list of them when it is shorter than it says.
+static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
+    SDL_IOStream *file = SDL_IOFromFile(path, "rb");
+    if (!file) return nullptr;
+    const SDL_PropertiesID options = SDL_CreateProperties();
+    SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
+    SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, audio ? audio->mixer : nullptr);
+    SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_CLOSEIO_BOOLEAN, true); // in any case
+    SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_PREDECODE_BOOLEAN, predecode);
+    SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_IGNORE_LOOPS_BOOLEAN, true);
+    MIX_Audio *sound = MIX_LoadAudioWithProperties(options);
+    SDL_DestroyProperties(options);
+    return sound;
+}
+
 MIX_Audio *audio_load(const char *path, bool predecode) {
-    MIX_Audio *sound = MIX_LoadAudio(audio ? audio->mixer : nullptr, path, predecode);
+    MIX_Audio *sound = _audio_load_file(path, predecode);
     if (!sound) engine_error("[AUDIO] Unable to load %s, error: %s", path, SDL_GetError());
     return sound;
 }

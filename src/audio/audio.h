@@ -14,6 +14,7 @@ void audio_cleanup(); // safe twice. Free the loaded sounds before: they go with
 
 // --- sounds: the caller owns them and gives them back to audio_free ---
 // Predecoded, a file is decoded here and starts at no cost (effects); otherwise it is decoded while it plays (music).
+// Loops a file asks for itself are not followed.
 // Null: reported.
 MIX_Audio *audio_load(const char *path, bool predecode);
 // Interleaved frames of `channels` floats each, copied. The rate is in Hz. Null: reported.

@@ -222,8 +222,31 @@ static bool _cfg_may_write(const fs::path &path) {
     return file && SDL_CloseIO(file);
 }
 
+// In a form that reads back as the same text: without blanks where the reader would take a ';' for a comment or the
+// line for too long, and on a line of its own, behind a blank, where it is too long even so.
+static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *value) {
+    const size_t length = SDL_strlen(key) + SDL_strlen(value);
+    const char *between = " = ";
+    if (value[0] == ';' || length + SDL_strlen(between) > CFG_LINE_MAX) between = "=";
+    if (length + SDL_strlen(between) > CFG_LINE_MAX) between = " =\n ";
+    return SDL_IOprintf(file, "%s%s%s\n", key, between, value) > 0;
+}
+
+// Bindings may come from the program as well, with what a file has no room for: line ends, and blanks before a ';'.
+// Around a name neither counts.
+static bool _cfg_write_bindings(SDL_IOStream *file, int action) {
+    char text[CFG_BINDINGS_SIZE] = {};
+    size_t length = 0;
+    for (const char *at = config->bindings[action]; *at; at++) {
+        while (*at == ';' && length > 0 && SDL_isspace(static_cast<unsigned char>(text[length - 1]))) length--;
+        text[length++] = *at == '\n' ? ' ' : *at;
+    }
+    text[length] = '\0';
+    return _cfg_write_text(file, input_action_name(action), text);
+}
+
 static bool _cfg_write_row(SDL_IOStream *file, const KeyRow &row) {
-    const auto line = [&](const char *value) { return SDL_IOprintf(file, "%s = %s\n", row.key, value) > 0; };
+    const auto line = [&](const char *value) { return _cfg_write_text(file, row.key, value); };
     bool ok = true;
     switch (row.kind) {
     case KEY_BOOL:
@@ -237,9 +260,7 @@ static bool _cfg_write_row(SDL_IOStream *file, const KeyRow &row) {
     case KEY_FORMAT:
         return line(capture_format_to_string(config->capture_format));
     case KEY_BINDINGS:
-        for (int i = 0; i < INPUT_ACTION_COUNT; i++) {
-            ok = SDL_IOprintf(file, "%s = %s\n", input_action_name(i), config->bindings[i]) > 0 && ok;
-        }
+        for (int i = 0; i < INPUT_ACTION_COUNT; i++) ok = _cfg_write_bindings(file, i) && ok;
         return ok;
     case KEY_VOLUMES:
         for (int i = 0; i < AUDIO_BUS_COUNT; i++) {

@@ -10,6 +10,7 @@ inline constexpr const char *CFG_DIRECTORY = "config";
 inline constexpr const char *CFG_PATH = "config/lumarind-engine.ini";
 inline constexpr int CFG_CAPTURE_DIRECTORY_SIZE = 256; // with the terminating NUL, as below
 inline constexpr int CFG_BINDINGS_SIZE = 128;
+inline constexpr size_t CFG_LINE_MAX = 199; // characters inih reads of a line
 
 struct Config {
     Sint32 x, y, width, height;

@@ -6,10 +6,10 @@
 #include "core/error.h"
 #include "engine/engine.h"
 #include "engine/timestep.h"
+#include "toolkit/image.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
-#include <SDL3_image/SDL_image.h>
 
 static constexpr float SCALE = 4;
 static constexpr float TOP = 50; // UI units, as below
@@ -40,7 +40,7 @@ static SDL_Texture *_texture_demo_load(SDL_Renderer *renderer, const char *file)
         path = nullptr;
         engine_error("[TEXTURE_DEMO] SDL_asprintf memory allocation failed, error: %s", SDL_GetError());
     }
-    SDL_Texture *texture = IMG_LoadTexture(renderer, path);
+    SDL_Texture *texture = image_load_texture(renderer, path);
     if (!texture) { // the library names a file that is missing, but not one that is broken
         const bool named = !path || SDL_strstr(SDL_GetError(), path);
         engine_error(

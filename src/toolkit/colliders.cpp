@@ -4,6 +4,8 @@
 
 #include <SDL3/SDL_render.h>
 
+#include <cmath>
+
 static constexpr int INITIAL_CAPACITY = 10;
 static constexpr int GROW_BY = 10;
 static constexpr int CIRCLE_SEGMENTS = 32;
@@ -18,14 +20,19 @@ ColliderPoints *colliders_new_points() { return colliders_points_new(INITIAL_CAP
 static constexpr int FIELDS_MAX = 6; // a triangle's
 static constexpr int FIELDS_TOO_MANY = FIELDS_MAX + 1;
 
-// Reads the comma-separated numbers of a line; text without a number is 0. Returns how many there are, at the most
-// FIELDS_TOO_MANY.
+// One number, 0 when there is none. What is not finite counts as none: the words "nano" and "info" begin like numbers.
+static float _colliders_parse_field(const char *field, float scale) {
+    const float number = static_cast<float>(SDL_atof(field)) * scale;
+    return std::isfinite(number) ? SDL_clamp(number, -COLLIDERS_REACH, COLLIDERS_REACH) : 0;
+}
+
+// Reads the comma-separated numbers of a line. Returns how many there are, at the most FIELDS_TOO_MANY.
 static int _colliders_parse_fields(char *line, float scale, float fields[FIELDS_MAX]) {
     int count = 0;
     char *rest = nullptr;
     for (char *field = SDL_strtok_r(line, ",", &rest); field; field = SDL_strtok_r(nullptr, ",", &rest)) {
         if (count == FIELDS_MAX) return FIELDS_TOO_MANY;
-        fields[count++] = static_cast<float>(SDL_atof(field)) * scale;
+        fields[count++] = _colliders_parse_field(field, scale);
     }
     return count;
 }

@@ -40,9 +40,14 @@ ColliderTris *colliders_new_tris();
 ColliderCircles *colliders_new_circles();
 ColliderPoints *colliders_new_points();
 
+// The farthest a number of the collision file goes. Beyond it a float tells no pixel from the next, and from 2^31 on
+// the software renderer may draw an outline for ever.
+inline constexpr float COLLIDERS_REACH = 1 << 24; // px
+
 // Fills the given sets from a game file of comma-separated numbers, one shape a line: 2 a point (x, y), 3 a circle
 // (x, y, r), 4 a rectangle (x, y, w, h), 6 a triangle (three corners); other lines are passed over. Every number is
-// multiplied by `scale`. Null sets are skipped. False: the file could not be read (reported) and the sets are empty.
+// multiplied by `scale` and kept within the reach; what is no finite number is 0. Null sets are skipped. False: the
+// file could not be read (reported) and the sets are empty.
 bool colliders_load_csv(
     ColliderRects *rects, ColliderTris *tris, ColliderCircles *circles, ColliderPoints *points, const char *path,
     float scale);

@@ -18,11 +18,20 @@ static size_t _render_grid_count(const RenderGrid *grid) {
     return static_cast<size_t>(grid->rows) * static_cast<size_t>(grid->cols);
 }
 
-RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h) {
+static bool _render_grid_check_size(int rows, int cols, int chunk_w, int chunk_h) {
     if (rows < 1 || cols < 1 || chunk_w < 1 || chunk_h < 1) {
-        engine_error("[RENDER_GRID] A grid of %dx%d chunks of %dx%d px is not usable", cols, rows, chunk_w, chunk_h);
-        return nullptr;
+        return engine_error(
+            "[RENDER_GRID] A grid of %dx%d chunks of %dx%d px is not usable", cols, rows, chunk_w, chunk_h);
     }
+    const double mb = 4.0 * rows * cols * chunk_w * chunk_h / (1 << 20); // as a double it cannot overflow
+    if (mb <= RENDER_GRID_MAX_MB) return true;
+    return engine_error(
+        "[RENDER_GRID] A grid of %dx%d chunks of %dx%d px would take %.0f MB, more than %d", cols, rows, chunk_w,
+        chunk_h, mb, RENDER_GRID_MAX_MB);
+}
+
+RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h) {
+    if (!_render_grid_check_size(rows, cols, chunk_w, chunk_h)) return nullptr;
     const RenderGrid empty = {.rows = rows, .cols = cols, .chunk_w = chunk_w, .chunk_h = chunk_h, .chunks = nullptr};
     const size_t count = _render_grid_count(&empty);
     auto *grid = static_cast<RenderGrid *>(SDL_malloc(sizeof(RenderGrid)));

@@ -17,6 +17,10 @@ struct RenderGrid {
     SDL_Texture **chunks;    // owned, as are they; row by row
 };
 
+// A map's file of a few hundred kilobytes can ask for more memory than there is. This is a world of 2^29 pixels, such
+// as 32768 × 16384.
+inline constexpr int RENDER_GRID_MAX_MB = 2048;
+
 // --- lifetime ---
 RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h); // null: reported
 void render_grid_cleanup(RenderGrid **grid); // and nulls the caller's pointer; null pointers are fine

@@ -1,11 +1,11 @@
 #include "toolkit/sprite_sheet.h"
 
 #include "core/error.h"
+#include "toolkit/image.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
-#include <SDL3_image/SDL_image.h>
 
 // --- lifetime ---
 
@@ -50,7 +50,7 @@ SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
             set->rows, set->frame_w, set->frame_h);
         return nullptr;
     }
-    SDL_Texture *texture = IMG_LoadTexture(renderer, set->path);
+    SDL_Texture *texture = image_load_texture(renderer, set->path);
     if (!texture) {
         engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", set->path, SDL_GetError());
         return nullptr;

@@ -2,11 +2,11 @@
 
 #include "core/error.h"
 #include "core/storage.h"
+#include "toolkit/image.h"
 #include "toolkit/render_grid.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
-#include <SDL3_image/SDL_image.h>
 
 // --- GIDs ---
 
@@ -90,7 +90,7 @@ bool tilemap_load_tileset(
     if (tile_w < 1 || tile_h < 1) {
         return engine_error("[TILEMAP] A tile size of %dx%d is not usable", tile_w, tile_h);
     }
-    SDL_Texture *tileset = IMG_LoadTexture(renderer, path);
+    SDL_Texture *tileset = image_load_texture(renderer, path);
     if (!tileset) return engine_error("[TILEMAP] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
     int columns = 0, rows = 0;
     if (!_tilemap_measure_tileset(tileset, path, tile_w, tile_h, &columns, &rows)) {
@@ -223,9 +223,11 @@ RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, i
 // --- size ---
 
 float tilemap_width(const Tilemap *map) {
-    return map->layer ? map->scale * static_cast<float>(map->layer->cols * map->tile_w) : 0;
+    if (!map->layer) return 0;
+    return map->scale * (static_cast<float>(map->layer->cols) * static_cast<float>(map->tile_w));
 }
 
 float tilemap_height(const Tilemap *map) {
-    return map->layer ? map->scale * static_cast<float>(map->layer->rows * map->tile_h) : 0;
+    if (!map->layer) return 0;
+    return map->scale * (static_cast<float>(map->layer->rows) * static_cast<float>(map->tile_h));
 }

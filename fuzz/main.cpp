@@ -1,0 +1,33 @@
+// libFuzzer's entry. Which target runs is told by LUMARIND_FUZZ, for the fuzzer starts itself anew with options of its
+// own.
+#include "fuzz/support.h"
+#include "fuzz/targets.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+static const FuzzTarget *target;
+
+static const FuzzTarget *find_target(const char *name) {
+    for (const FuzzTarget &row : FUZZ_TARGETS) {
+        if (std::strcmp(row.name, name) == 0) return &row;
+    }
+    return nullptr;
+}
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***) {
+    const char *name = std::getenv("LUMARIND_FUZZ");
+    target = find_target(name ? name : "");
+    if (!target) {
+        std::fprintf(stderr, "LUMARIND_FUZZ has to name a target of targets.h\n");
+        std::exit(2);
+    }
+    std::atexit(fuzz_stop);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    fuzz_clear_log();
+    return target->run(data, size);
+}

@@ -1,0 +1,117 @@
+#include "fuzz/support.h"
+
+#include "core/storage.h"
+#include "core/storage_internal.h"
+#include "engine/setup.h"
+#include "support/temporary_directory.h"
+
+#include <SDL3/SDL_hints.h>
+#include <SDL3/SDL_log.h>
+#include <SDL3/SDL_storage.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <sys/mman.h>
+#include <unistd.h>
+
+struct FuzzWorld {
+    std::unique_ptr<TemporaryDirectory> directory;
+    bool engine_started;
+    const uint8_t *game_file; // borrowed for one run
+    size_t game_file_size;
+    int memory_file;           // descriptor
+    char memory_file_path[64]; // under /proc
+    int errors;
+};
+static FuzzWorld world;
+
+void fuzz_check(bool holds, const char *sentence) {
+    if (holds) return;
+    std::fprintf(stderr, "fuzz: broken: %s\n", sentence);
+    std::abort();
+}
+
+// --- the log ---
+
+static void SDLCALL count_line(void *, int, SDL_LogPriority priority, const char *) {
+    if (priority >= SDL_LOG_PRIORITY_ERROR) world.errors++;
+}
+
+void fuzz_clear_log() { world.errors = 0; }
+int fuzz_logged_errors() { return world.errors; }
+
+// --- the input as a file ---
+
+static bool SDLCALL game_file_info(void *, const char *, SDL_PathInfo *info) {
+    *info = {};
+    info->type = SDL_PATHTYPE_FILE;
+    info->size = world.game_file_size;
+    return true;
+}
+
+static bool SDLCALL read_game_file(void *, const char *, void *destination, Uint64 length) {
+    if (length != world.game_file_size) return false;
+    if (length > 0) SDL_memcpy(destination, world.game_file, static_cast<size_t>(length));
+    return true;
+}
+
+static void open_game_files() {
+    SDL_StorageInterface files;
+    SDL_INIT_INTERFACE(&files);
+    files.info = game_file_info;
+    files.read_file = read_game_file;
+    SDL_CloseStorage(storage->game);
+    storage->game = SDL_OpenStorage(&files, nullptr);
+    fuzz_check(storage->game != nullptr, "a storage of our own opens");
+}
+
+void fuzz_set_game_file(const uint8_t *data, size_t size) {
+    world.game_file = data;
+    world.game_file_size = size;
+}
+
+const char *fuzz_memory_file(const uint8_t *data, size_t size) {
+    if (world.memory_file <= 0) {
+        world.memory_file = memfd_create("input", MFD_CLOEXEC);
+        std::snprintf(world.memory_file_path, sizeof world.memory_file_path, "/proc/self/fd/%d", world.memory_file);
+    }
+    const bool written =
+        ftruncate(world.memory_file, 0) == 0 && pwrite(world.memory_file, data, size, 0) == static_cast<ssize_t>(size);
+    fuzz_check(written, "a file in memory takes the input");
+    return world.memory_file_path;
+}
+
+// --- lifetime ---
+
+void fuzz_start() {
+    if (world.directory) return;
+    world.directory = std::make_unique<TemporaryDirectory>();
+    setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // where the user storage goes
+    SDL_SetLogOutputFunction(count_line, nullptr);
+    SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // warnings are put together as well, although nobody reads them
+    fuzz_check(storage_setup(), "the storages open");
+    open_game_files();
+}
+
+void fuzz_start_engine() {
+    fuzz_start();
+    if (world.engine_started) return;
+    write_file(
+        "config/lumarind-engine.ini", "[graphics]\nvsync_enable = false\nui_scale = 1\n"
+                                      "[window]\nwidth = 320\nheight = 240\n");
+    SDL_SetHintWithPriority(SDL_HINT_VIDEO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
+    SDL_SetHintWithPriority(SDL_HINT_AUDIO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
+    SDL_SetHintWithPriority(SDL_HINT_RENDER_DRIVER, "software", SDL_HINT_OVERRIDE);
+    fuzz_check(engine_start("fuzz"), "the engine starts on the dummy drivers");
+    world.engine_started = true;
+}
+
+void fuzz_stop() {
+    if (!world.directory) return;
+    if (world.engine_started) engine_stop(); // the storages go with it
+    storage_cleanup();
+    if (world.memory_file > 0) close(world.memory_file);
+    SDL_SetLogOutputFunction(SDL_GetDefaultLogOutputFunction(), nullptr);
+    world = {};
+}

@@ -1,0 +1,29 @@
+// targets: what can be fuzzed, each a function that takes any bytes at all and aborts, saying why, where the engine
+// breaks its word. Used by the fuzzer and by the tests, which replay the seeds.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// Bytes from outside in, 0 out: libFuzzer's convention.
+int fuzz_tile_csv(const uint8_t *data, size_t size);
+int fuzz_collision_csv(const uint8_t *data, size_t size);
+int fuzz_config(const uint8_t *data, size_t size);
+int fuzz_bindings(const uint8_t *data, size_t size);
+int fuzz_args(const uint8_t *data, size_t size);
+int fuzz_sheet(const uint8_t *data, size_t size);
+int fuzz_tileset(const uint8_t *data, size_t size);
+int fuzz_font(const uint8_t *data, size_t size);
+int fuzz_sound(const uint8_t *data, size_t size);
+
+struct FuzzTarget {
+    const char *name; // as in targets.list and the folders of seeds
+    int (*run)(const uint8_t *data, size_t size);
+};
+inline constexpr FuzzTarget FUZZ_TARGETS[] = {
+    {"tile-csv", fuzz_tile_csv}, {"collision-csv", fuzz_collision_csv},
+    {"config", fuzz_config},     {"bindings", fuzz_bindings},
+    {"args", fuzz_args},         {"sheet", fuzz_sheet},
+    {"tileset", fuzz_tileset},   {"font", fuzz_font},
+    {"sound", fuzz_sound},
+};

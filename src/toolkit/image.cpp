@@ -1,0 +1,117 @@
+#include "toolkit/image.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_iostream.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3_image/SDL_image.h>
+
+#include <cstdlib>
+
+struct ImageSize {
+    Uint32 width, height; // px
+};
+
+// --- the size a file says it has, read before anything is allocated for it. False: the file ends before ---
+
+static bool _image_seek(SDL_IOStream *file, Sint64 at) { return SDL_SeekIO(file, at, SDL_IO_SEEK_SET) == at; }
+
+static bool _image_measure_png(SDL_IOStream *file, ImageSize *size) {
+    return _image_seek(file, 16) && SDL_ReadU32BE(file, &size->width) && SDL_ReadU32BE(file, &size->height);
+}
+
+static bool _image_measure_bmp(SDL_IOStream *file, ImageSize *size) {
+    constexpr Uint32 SHORT_HEAD = 12; // bytes of the oldest head, whose numbers are short
+    Uint32 head = 0;
+    Sint32 width = 0, height = 0; // negative from the top down
+    Uint16 short_width = 0, short_height = 0;
+    if (!_image_seek(file, 14) || !SDL_ReadU32LE(file, &head)) return false;
+    if (head == SHORT_HEAD) {
+        if (!SDL_ReadU16LE(file, &short_width) || !SDL_ReadU16LE(file, &short_height)) return false;
+        *size = {short_width, short_height};
+        return true;
+    }
+    if (!SDL_ReadS32LE(file, &width) || !SDL_ReadS32LE(file, &height)) return false;
+    const auto length = [](Sint32 number) { return static_cast<Uint32>(std::abs(static_cast<long long>(number))); };
+    *size = {length(width), length(height)};
+    return true;
+}
+
+// Among the 16 kinds of frames three numbers stand for something else.
+static bool _image_is_jpeg_frame(Uint8 marker) {
+    return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+}
+
+// From segment to segment until the frame's.
+static bool _image_measure_jpeg(SDL_IOStream *file, ImageSize *size) {
+    Uint8 marker = 0, precision = 0;
+    Uint16 length = 0, width = 0, height = 0;
+    if (!_image_seek(file, 2)) return false;
+    for (;;) {
+        do {
+            if (!SDL_ReadU8(file, &marker)) return false;
+        } while (marker == 0xFF); // any number of them leads in
+        if (!SDL_ReadU16BE(file, &length) || length < 2) return false;
+        if (_image_is_jpeg_frame(marker)) break;
+        if (SDL_SeekIO(file, length - 2, SDL_IO_SEEK_CUR) < 0) return false;
+    }
+    if (!SDL_ReadU8(file, &precision) || !SDL_ReadU16BE(file, &height) || !SDL_ReadU16BE(file, &width)) return false;
+    *size = {width, height};
+    return true;
+}
+
+// --- loading ---
+
+// The library gives such a row half the room it decodes it into, and writes beyond the picture.
+static bool _image_is_deep_grey(SDL_IOStream *png) {
+    Uint8 depth = 0, color_type = 0;
+    return _image_seek(png, 24) && SDL_ReadU8(png, &depth) && SDL_ReadU8(png, &color_type) && depth == 16 &&
+           color_type == 0;
+}
+
+static SDL_Surface *_image_load_png(SDL_IOStream *file) {
+    if (!_image_is_deep_grey(file)) return _image_seek(file, 0) ? IMG_LoadPNG_IO(file) : nullptr;
+    SDL_SetError("a PNG in grey with 16 bits a pixel is not supported: save it with 8");
+    return nullptr;
+}
+
+struct ImageKind {
+    bool (*is)(SDL_IOStream *file);
+    bool (*measure)(SDL_IOStream *file, ImageSize *size);
+    SDL_Surface *(*load)(SDL_IOStream *file);
+};
+// SDL_image knows more kinds. A broken file of some of them never comes to an end (an 8-byte GIF takes all memory),
+// and most tell their size to nobody but their decoder.
+static constexpr ImageKind IMAGE_KINDS[] = {
+    {IMG_isPNG, _image_measure_png, _image_load_png},
+    {IMG_isJPG, _image_measure_jpeg, IMG_LoadJPG_IO},
+    {IMG_isBMP, _image_measure_bmp, IMG_LoadBMP_IO},
+};
+
+static SDL_Surface *_image_decode(SDL_IOStream *file, const ImageKind &kind) {
+    ImageSize size = {};
+    if (!kind.measure(file, &size) || !_image_seek(file, 0)) {
+        SDL_SetError("the file ends before the picture's size");
+        return nullptr;
+    }
+    if (Uint64{size.width} * size.height <= IMAGE_MAX_PIXELS) return kind.load(file);
+    SDL_SetError("a picture of %ux%u is too large: %d pixels at the most", size.width, size.height, IMAGE_MAX_PIXELS);
+    return nullptr;
+}
+
+static SDL_Surface *_image_load(SDL_IOStream *file) {
+    for (const ImageKind &kind : IMAGE_KINDS) {
+        if (kind.is(file)) return _image_decode(file, kind); // and is back at the file's start
+    }
+    SDL_SetError("no PNG, JPEG or BMP picture");
+    return nullptr;
+}
+
+SDL_Texture *image_load_texture(SDL_Renderer *renderer, const char *path) {
+    SDL_IOStream *file = SDL_IOFromFile(path, "rb");
+    if (!file) return nullptr;
+    SDL_Surface *surface = _image_load(file);
+    SDL_CloseIO(file);
+    SDL_Texture *texture = surface ? SDL_CreateTextureFromSurface(renderer, surface) : nullptr;
+    SDL_DestroySurface(surface); // null is fine
+    return texture;
+}
