@@ -48,7 +48,7 @@ static constexpr LineKind LINE_KINDS[] = {
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] Tileset *.png is *x*, which does not divide by *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] Could not parse tile layer: *.csv"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] The map uses GID * but the tileset only holds *"},
-    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[RENDER_GRID] *, error: ?*"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[RENDER_GRID] *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[SPRITE_SHEET] IMG_LoadTexture failed for *.png, error: ?*"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[SPRITE_SHEET] *.png is *x*, but its set describes a *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TEXTURE_DEMO] IMG_LoadTexture failed, error: ?*"},

@@ -1,0 +1,253 @@
+"""Runs all benchmarks and measures the whole program from outside; prints one table and writes it as JSON.
+
+  measure.py RUN_DIRECTORY JSON_FILE [REGEX]
+
+RUN_DIRECTORY holds the program, lumarind_bench, the bare programs and lumarind_probe.so. REGEX chooses rows by name. The
+program runs in a working directory of its own, with a configuration made here and a probe preloaded (probe.cpp).
+"""
+
+import json
+import os
+import platform
+import re
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+SCREENS = ["main-menu", "text-demo", "texture-demo", "tilemap-demo", "sprite-demo", "platformer-demo", "gamepad-demo",
+           "logical-demo", "input-demo", "audio-demo", "physics-demo"]
+STARTS = 20          # of the program and of the bare one, in turns
+PACED_SECONDS = 12
+WARM_UP_FRAMES = 60  # not counted
+COUNTED_FRAMES = 1000
+CONFIG = "[graphics]\nvsync_enable = false\nfps_limit = {limit}\n[window]\nwidth = 800\nheight = 450\n"
+
+SOFTWARE = {"SDL_RENDER_DRIVER": "software", "SDL_FRAMEBUFFER_ACCELERATION": "0"}
+OPENGL = {"SDL_RENDER_DRIVER": "opengl", "LP_NUM_THREADS": "1"}
+RENDERERS = {"software": SOFTWARE, "opengl": OPENGL}
+# Where frames are counted nothing is shown: SDL's dummy video driver, and the offscreen one for OpenGL.
+UNSEEN = {"software": SOFTWARE | {"SDL_VIDEO_DRIVER": "dummy"}, "opengl": OPENGL | {"SDL_VIDEO_DRIVER": "offscreen"}}
+
+
+class Row:
+    def __init__(self, name, value, unit, aim=None):
+        self.name, self.value, self.unit, self.aim = name, value, unit, aim
+
+    def missed(self):
+        return self.aim is not None and self.value > self.aim
+
+
+class Run:
+    """One run of a program under the probe."""
+
+    def __init__(self, bench, words, environment, limit=0):
+        with tempfile.TemporaryDirectory() as here:
+            os.symlink(os.path.realpath(os.path.join(bench.directory, "assets")), os.path.join(here, "assets"))
+            os.mkdir(os.path.join(here, "config"))
+            with open(os.path.join(here, "config", "lumarind-engine.ini"), "w") as file:
+                file.write(CONFIG.format(limit=limit))
+            notes = os.path.join(here, "notes")
+            variables = os.environ | environment | {
+                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": notes,
+                "LD_PRELOAD": os.path.join(bench.directory, "lumarind_probe.so")}
+            command = [os.path.join(bench.directory, words[0])] + words[1:]
+            began = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
+            with tempfile.TemporaryFile() as said:
+                process = subprocess.Popen(command, cwd=here, env=variables, stdout=subprocess.DEVNULL, stderr=said)
+                _, status, used = os.wait4(process.pid, 0)
+                process.returncode = os.waitstatus_to_exitcode(status)
+                said.seek(0)
+                if process.returncode != 0 or not os.path.exists(notes):
+                    sys.exit(f"measure: {' '.join(command)} failed:\n{said.read().decode()}")
+            self.cpu_us = (used.ru_utime + used.ru_stime) * 1e6  # of the whole run, to its last thread's end
+            self.read(notes, began)
+
+    def read(self, notes, began):
+        self.presents, self.waits, self.memory_kib = [], [], 0
+        with open(notes) as file:
+            for line in file:
+                kind, *numbers = line.split()
+                numbers = [int(number) for number in numbers]
+                if kind == "memory":
+                    self.memory_kib = numbers[0]
+                else:
+                    (self.presents if kind == "present" else self.waits).append(numbers)
+        self.start_ms = (self.presents[0][0] - began) / 1e6
+
+
+def deviations_us(times, period_ns):
+    gaps = [later - earlier for earlier, later in zip(times, times[1:])]
+    return sorted(abs(gap - period_ns) / 1e3 for gap in gaps[WARM_UP_FRAMES:])
+
+
+def at(sorted_values, share):
+    return sorted_values[min(int(len(sorted_values) * share), len(sorted_values) - 1)]
+
+
+class Bench:
+    def __init__(self, directory, pattern):
+        self.directory, self.pattern, self.rows = os.path.abspath(directory), re.compile(pattern), []
+        self.machine = {}
+
+    def wants(self, group, kinds):
+        """Whether any row of a group is asked for: a group is measured or left out as a whole."""
+        return any(self.pattern.search(f"{group}{kind}") for kind in kinds)
+
+    def add(self, name, value, unit, aim=None):
+        if self.pattern.search(name):
+            self.rows.append(Row(name, value, unit, aim))
+
+    def say(self, what):
+        print(f"measure: {what}", file=sys.stderr, flush=True)
+
+    # --- the benchmarks of the modules ---
+
+    def run_google_benchmarks(self):
+        listed = self.google(["--benchmark_list_tests=true"]).stdout.decode().split("\n")
+        wanted = [name for name in listed if name and self.pattern.search(name)]
+        if not wanted:
+            return
+        self.say(f"{len(wanted)} benchmarks of the modules")
+        with tempfile.NamedTemporaryFile(suffix=".json") as out:
+            pattern = "^(" + "|".join(re.escape(name) for name in wanted) + ")$"
+            self.google(["--benchmark_filter=" + pattern, "--benchmark_out=" + out.name])
+            result = json.load(open(out.name))
+        for row in result["benchmarks"]:
+            if row.get("error_occurred"):
+                sys.exit(f"measure: {row['name']} failed: {row['error_message']}")
+            name = f"{row['name']} {row['label']}" if row.get("label") else row["name"]
+            self.rows.append(Row(name, row["cpu_time"], row["time_unit"]))
+            for counter in ("bytes_per_second", "items_per_second"):
+                if counter in row:
+                    self.rows.append(Row(name, row[counter] / 1e6, f"million {counter.split('_')[0]}/s"))
+
+    def google(self, words):
+        variables = {"SDL_VIDEO_DRIVER": "dummy"} | os.environ | {"SDL_AUDIO_DRIVER": "dummy"}
+        done = subprocess.run([os.path.join(self.directory, "lumarind_bench")] + words, cwd=self.directory,
+                              env=variables, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        if done.returncode != 0:
+            sys.exit("measure: lumarind_bench failed:\n" + done.stderr.decode())
+        return done
+
+    # --- the program ---
+
+    def program(self, words, environment, limit=0):
+        return Run(self, ["LumarindEngine", "--no-config-save"] + words, environment, limit)
+
+    def measure_starts(self):
+        for renderer, environment in RENDERERS.items():
+            kinds = ["", " bare", " share", " bare placed", " share placed"]
+            if not self.wants(f"start {renderer}", kinds) and not self.wants(f"memory {renderer}", kinds):
+                continue
+            self.say(f"{STARTS} starts of the program and of the bare one, {renderer}")
+            runs = {"program": [], "bare": [], "bare placed": []}
+            for _ in range(STARTS):  # in turns, so that a slow moment of the machine meets all
+                runs["program"].append(self.program(["--quit-at", "60"], environment))
+                runs["bare"].append(Run(self, ["lumarind_bare", "60"], environment))
+                runs["bare placed"].append(Run(self, ["lumarind_bare", "60", "placed"], environment))
+            start = {who: statistics.median(run.start_ms for run in these) for who, these in runs.items()}
+            memory = {who: statistics.median(run.memory_kib / 1024 for run in these) for who, these in runs.items()}
+            for what, figures, unit in (("start", start, "ms"), ("memory", memory, "MiB")):
+                self.add(f"{what} {renderer}", figures["program"], unit)
+                self.add(f"{what} {renderer} bare", figures["bare"], unit)
+                self.add(f"{what} {renderer} share", figures["program"] / figures["bare"], "times bare", 1.25)
+            # The two waits for the window's place are 10 ms each under X11, whatever the window manager does.
+            self.add(f"start {renderer} bare placed", start["bare placed"], "ms")
+            self.add(f"start {renderer} share placed", start["program"] / start["bare placed"], "times bare", 1.25)
+
+    def cpu_per_frame_us(self, run):
+        """From two runs of different lengths, because software OpenGL draws what is asked of it later, at the latest
+        when the program ends. `run` makes a run of so many frames."""
+        short, long = run(WARM_UP_FRAMES), run(WARM_UP_FRAMES + COUNTED_FRAMES)
+        return (long.cpu_us - short.cpu_us) / COUNTED_FRAMES
+
+    def screen_run(self, screen, environment):
+        return lambda frames: self.program(
+            ["--window-size", "1280x720", "--screen", screen, "--quit-at", str(frames)], environment)
+
+    def measure_screens(self):
+        for renderer, environment in UNSEEN.items():
+            if not self.wants(f"frame {renderer} ", SCREENS):
+                continue
+            self.say(f"frames of every screen, {renderer}")
+            for screen in SCREENS:
+                frame = self.cpu_per_frame_us(self.screen_run(screen, environment))
+                self.add(f"frame {renderer} {screen}", frame, "us CPU")
+
+    def measure_chunks(self):
+        for renderer, environment in UNSEEN.items():
+            if not self.wants(f"chunks {renderer}", ["", " bare", " share"]):
+                continue
+            self.say(f"panning against a bare loop over the same chunks, {renderer}")
+            program, bare = [], []
+            for _ in range(5):
+                program.append(self.cpu_per_frame_us(self.screen_run("tilemap-demo", environment)))
+                bare.append(self.cpu_per_frame_us(
+                    lambda frames: Run(self, ["lumarind_bare_chunks", str(frames)], environment)))
+            self.add(f"chunks {renderer}", statistics.median(program), "us CPU")
+            self.add(f"chunks {renderer} bare", statistics.median(bare), "us CPU")
+            self.add(f"chunks {renderer} share", statistics.median(program) / statistics.median(bare), "times bare",
+                     1.10)
+
+    def measure_pacing(self):
+        for limit in (60, 144):
+            kinds = [f"{of} {figure}" for of in ("frame", "present") for figure in ("mean", "p50", "p99", "worst")]
+            if not self.wants(f"pacing {limit} ", kinds + ["waiting"]):
+                continue
+            self.say(f"{PACED_SECONDS} s at a limit of {limit} frames a second")
+            run = self.program(["--quit-at", str(limit * PACED_SECONDS)], UNSEEN["software"], limit)
+            period = 1_000_000_000 // limit
+            for what, times in (("frame", [wait[1] for wait in run.waits]), ("present", [p[0] for p in run.presents])):
+                off = deviations_us(times, period)
+                self.add(f"pacing {limit} {what} mean", statistics.fmean(off), "us off")
+                self.add(f"pacing {limit} {what} p50", at(off, 0.5), "us off", 3 if what == "frame" else None)
+                self.add(f"pacing {limit} {what} p99", at(off, 0.99), "us off", 100 if what == "frame" else None)
+                self.add(f"pacing {limit} {what} worst", off[-1], "us off")
+            sampled = [wait for wait in run.waits if wait[2] >= 0]
+            share = sum(wait[2] for wait in sampled) / sum(end - begin for begin, end, _ in sampled)
+            self.add(f"pacing {limit} waiting", 100 * share, "% of a core", 10)
+
+    def describe_machine(self):
+        processor = next((line.split(":")[1].strip() for line in open("/proc/cpuinfo") if line.startswith("model name")),
+                         platform.machine())
+        sdl = subprocess.run(["pkg-config", "--modversion", "sdl3"], stdout=subprocess.PIPE).stdout.decode().strip()
+        self.machine = {"processor": processor, "cores": os.cpu_count(), "kernel": platform.release(), "sdl": sdl,
+                        "load before": os.getloadavg()[0], "date": time.strftime("%Y-%m-%d")}
+
+    # --- results ---
+
+    def print_table(self):
+        print(f"{self.machine['processor']}, {self.machine['cores']} cores, Linux {self.machine['kernel']}, "
+              f"SDL {self.machine['sdl']}, load {self.machine['load before']:.1f} before, {self.machine['date']}")
+        width = max(len(row.name) for row in self.rows)
+        for row in self.rows:
+            aim = "" if row.aim is None else f"aim {row.aim:g}{', MISSED' if row.missed() else ''}"
+            print(f"{row.name:<{width}} {row.value:>12.2f} {row.unit:<18} {aim}".rstrip())
+
+    def write_json(self, path):
+        rows = [{"name": row.name, "value": row.value, "unit": row.unit, "aim": row.aim} for row in self.rows]
+        with open(path, "w") as file:
+            json.dump({"machine": self.machine, "rows": rows}, file, indent=1)
+            file.write("\n")
+
+
+def main():
+    if len(sys.argv) not in (3, 4):
+        sys.exit(__doc__)
+    bench = Bench(sys.argv[1], sys.argv[3] if len(sys.argv) == 4 else ".")
+    bench.describe_machine()
+    bench.measure_pacing()  # first, while the machine is cool and quiet
+    bench.measure_starts()
+    bench.measure_screens()
+    bench.measure_chunks()
+    bench.run_google_benchmarks()
+    if not bench.rows:
+        sys.exit(f"measure: no row's name matches {bench.pattern.pattern}")
+    bench.print_table()
+    bench.write_json(sys.argv[2])
+    print(f"written: {os.path.relpath(sys.argv[2])}")
+
+
+main()
