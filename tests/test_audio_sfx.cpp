@@ -115,18 +115,6 @@ TEST(AudioSfx, WavesHaveTheirShapes) {
     }
 }
 
-TEST(AudioSfx, OnlyACutoffOfOneBypassesTheLowPass) {
-    SfxParams params = defaults();
-    params.lpfResonance = 0.5f;
-    const Frames bypassed = synthesise(params);
-    params.lpfResonance = 0; // and is not heard without the filter
-    EXPECT_EQ(synthesise(params), bypassed);
-    params.lpfCutoff = 0.999f;
-    const Frames filtered = synthesise(params);
-    EXPECT_GT(std::abs(filtered[0] - bypassed[0]), 0.01f) << "an edge is rounded off";
-    ASSERT_EQ(filtered.size(), bypassed.size());
-}
-
 // --- the pitch ---
 
 TEST(AudioSfx, ThePitchFloorEndsTheSound) {

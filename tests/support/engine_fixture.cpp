@@ -195,15 +195,21 @@ void EngineTest::mouse_move(int x, int y) const {
     ASSERT_TRUE(SDL_PushEvent(&event));
 }
 
-void EngineTest::mouse_up(int x, int y, Uint8 button) const {
+void EngineTest::mouse_button(SDL_EventType type, int x, int y, Uint8 button) const {
     SDL_Event event = {};
-    event.button.type = SDL_EVENT_MOUSE_BUTTON_UP;
+    event.button.type = type;
     event.button.windowID = SDL_GetWindowID(engine->window);
     event.button.button = button;
     event.button.x = static_cast<float>(x);
     event.button.y = static_cast<float>(y);
     ASSERT_TRUE(SDL_PushEvent(&event));
 }
+
+void EngineTest::mouse_down(int x, int y, Uint8 button) const {
+    mouse_button(SDL_EVENT_MOUSE_BUTTON_DOWN, x, y, button);
+}
+
+void EngineTest::mouse_up(int x, int y, Uint8 button) const { mouse_button(SDL_EVENT_MOUSE_BUTTON_UP, x, y, button); }
 
 void EngineTest::gamepad_down(SDL_GamepadButton button) const {
     SDL_Event event = {};

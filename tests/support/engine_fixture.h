@@ -62,6 +62,7 @@ protected:
     void key_down(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE, bool repeat = false) const;
     static void hold(std::initializer_list<SDL_Scancode> keys); // these and no others, until the end of the test
     void mouse_move(int x, int y) const;                        // window coordinates, as below
+    void mouse_down(int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
     void mouse_up(int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
     void gamepad_down(SDL_GamepadButton button) const;
 
@@ -69,6 +70,8 @@ protected:
     LogCapture log;
 
 private:
+    void mouse_button(SDL_EventType type, int x, int y, Uint8 button) const;
+
     bool running_ = false;
     std::map<std::string, std::string> drivers_;
 };
