@@ -91,9 +91,7 @@ TEST_F(TransitionTest, TheCoverLeavesTheRenderersStateAlone) {
     SDL_BlendMode blend = SDL_BLENDMODE_NONE;
     SDL_GetRenderDrawColor(renderer, &color.r, &color.g, &color.b, &color.a);
     SDL_GetRenderDrawBlendMode(renderer, &blend);
-    EXPECT_EQ(color.b, 3);
-    EXPECT_EQ(color.a, 4);
-    EXPECT_EQ(blend, SDL_BLENDMODE_ADD);
+    EXPECT_TRUE(same_color(color, {1, 2, 3, 4}) && color.a == 4 && blend == SDL_BLENDMODE_ADD);
 }
 
 } // namespace
