@@ -210,7 +210,6 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         {"sfx/interface/click_001.ogg", "cut.ogg"}, {"sfx/retro/sfx_sounds_fanfare1.wav", "cut.wav"}};
     for (const auto &[source, cut] : cuts) {
         const std::string whole = read_file(std::string("assets/audio/") + source);
-        ASSERT_GT(whole.size(), 64u) << source;
         log.lines.clear();
         write_file("half", whole.substr(0, whole.size() / 2)); // what there is of it may play
         sounds.push_back(audio_load("half", true));
@@ -227,39 +226,6 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     log.lines.clear();
     EXPECT_EQ(audio_load_samples(nullptr, 100, 1, 44100), nullptr);
     EXPECT_TRUE(log.has("[AUDIO] Unable to load 100 generated frames, error: "));
-}
-
-TEST_F(AudioMixerTest, TheSoundFilesLoadAndLast) {
-    ASSERT_TRUE(audio_setup());
-    const struct {
-        const char *folder;
-        std::vector<const char *> names;
-        double least, most; // seconds
-    } cases[] = {
-        {"music/", {"FluffyTail.ogg", "FluffyTail.mp3"}, 48, 120},
-        {"sfx/interface/",
-         {"click_001.ogg", "select_001.ogg", "back_001.ogg", "confirmation_001.ogg", "error_001.ogg"},
-         0.04,
-         0.25},
-        {"sfx/retro/",
-         {"sfx_movement_jump1.wav", "sfx_coin_single1.wav", "sfx_damage_hit1.wav", "sfx_exp_short_hard1.wav",
-          "sfx_wpn_laser1.wav", "sfx_sounds_fanfare1.wav"},
-         0.05,
-         1.5}};
-    for (const auto &c : cases) {
-        for (const char *name : c.names) {
-            MIX_Audio *sound = audio_load((std::string("assets/audio/") + c.folder + name).c_str(), c.most < 2);
-            sounds.push_back(sound);
-            ASSERT_NE(sound, nullptr) << name;
-            SDL_AudioSpec spec = {};
-            ASSERT_TRUE(MIX_GetAudioFormat(sound, &spec)) << name;
-            EXPECT_EQ(spec.freq, 44100) << name;
-            const double seconds = static_cast<double>(MIX_GetAudioDuration(sound)) / spec.freq;
-            EXPECT_TRUE(seconds >= c.least && seconds <= c.most) << name << ": " << seconds;
-            EXPECT_TRUE(audio_play_sfx(sound)) << name;
-        }
-    }
-    EXPECT_TRUE(log.errors().empty());
 }
 
 } // namespace

@@ -28,6 +28,10 @@ TEST_F(EngineSetupTest, StartsOnceAndSaysWhatItFound) {
     EXPECT_TRUE(engine_start("another")) << "a second start changes nothing";
     EXPECT_EQ(engine, first);
     EXPECT_STREQ(engine_get_title(), "Lumarind Engine v0.0.1");
+    engine_set_title("renamed");
+    EXPECT_STREQ(engine_get_title(), "renamed");
+    engine_set_system_cursor(SDL_SYSTEM_CURSOR_CROSSHAIR);
+    EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT) << "there are two";
     EXPECT_TRUE(log.has("[ENGINE] Video driver: dummy, renderer: software"));
     EXPECT_TRUE(log.has("[ENGINE] Display scale: 1.00, UI scale: 1"));
     EXPECT_TRUE(log.errors().empty());
@@ -116,19 +120,6 @@ TEST_F(EngineSetupTest, AFailedStartKeepsThePanelFlag) {
     EXPECT_FALSE(start());
     EXPECT_TRUE(log.has("[ENGINE] SDL3: Renderer creation failed, error: "));
     EXPECT_TRUE(saved("show_frame_time_graph = true"));
-}
-
-TEST_F(EngineSetupTest, TheSystemCursorIsThePointerOrTheDefault) {
-    ASSERT_TRUE(start());
-    EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
-    for (const SDL_SystemCursor cursor : {SDL_SYSTEM_CURSOR_POINTER, SDL_SYSTEM_CURSOR_CROSSHAIR}) {
-        const bool pointer = cursor == SDL_SYSTEM_CURSOR_POINTER;
-        engine_set_system_cursor(cursor);
-        EXPECT_EQ(engine_get_system_cursor_type(), pointer ? cursor : SDL_SYSTEM_CURSOR_DEFAULT);
-        EXPECT_EQ(SDL_GetCursor(), pointer ? engine->pointer_cursor : engine->default_cursor);
-    }
-    engine_set_title("renamed");
-    EXPECT_STREQ(engine_get_title(), "renamed");
 }
 
 TEST_F(EngineSetupTest, SurvivesEachAllocationFailing) {

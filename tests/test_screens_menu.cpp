@@ -74,9 +74,11 @@ TEST_F(MenuTest, TheMouseSelectsAndChooses) {
     mouse_move(x, y + ROW_PITCH);
     EXPECT_EQ(selected_row(), 1);
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_POINTER);
+    EXPECT_EQ(SDL_GetCursor(), engine->pointer_cursor);
     mouse_move(790, 590);
     EXPECT_EQ(selected_row(), 1) << "empty space keeps the selection";
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
+    EXPECT_EQ(SDL_GetCursor(), engine->default_cursor);
     mouse_up(x, y, SDL_BUTTON_RIGHT);
     mouse_up(790, 590);
     EXPECT_EQ(chosen(), GAME_STATE_MAIN_MENU);

@@ -10,7 +10,6 @@
 #include <SDL3_image/SDL_image.h>
 
 #include <cmath>
-#include <random>
 
 namespace {
 
@@ -76,31 +75,6 @@ TEST(AnimationTest, TimeMovesFramesOnceThroughTheClipAtMost) {
     Animation holds = playing(&SET, 2);
     animation_advance(&holds, 100);
     EXPECT_EQ(holds.frame, 3) << "a frame without a duration holds";
-}
-
-TEST(AnimationTest, AgreesWithAPlainReference) {
-    std::mt19937 random(8);
-    for (const int clip : {0, 1}) {
-        Animation anim = playing(&SET, clip);
-        const AnimationClip &c = CLIPS[clip];
-        double total = 0;
-        for (int i = 0; i < 3; i++) total += c.frame_ms[i];
-        double at = 0; // ms into the clip, as a plain sum
-        for (int i = 0; i < 2000; i++) {
-            const double dt = static_cast<double>(random() % 90) / 1000;
-            animation_advance(&anim, dt);
-            at += dt * 1000;
-            if (!c.loop && at > total - 1e-6) {
-                EXPECT_TRUE(anim.finished && anim.frame == 2);
-                break;
-            }
-            double rest = std::fmod(at, total);
-            int frame = 0;
-            while (frame < 2 && rest >= c.frame_ms[frame]) rest -= c.frame_ms[frame++];
-            const bool on_an_edge = rest < 1e-6 || rest > c.frame_ms[frame] - 1e-6;
-            ASSERT_TRUE(anim.frame == frame || on_an_edge) << "at " << at;
-        }
-    }
 }
 
 TEST(AnimationTest, WhatIsNoAnimationIsRefusedOrLeftAlone) {
