@@ -55,12 +55,6 @@ Uint64 fnv1a(const Frames &frames) { // over the bytes, the lowest first
 // Small seeds, as a player counts through them, and others: from a small seed the first draw is always 0.
 Uint64 seed_of(int i) { return static_cast<Uint64>(i) * (i % 2 ? 0x9e3779b97f4a7c15u : 1u); }
 
-int first_difference(const Frames &a, const Frames &b) {
-    size_t i = 0;
-    while (i < a.size() && i < b.size() && a[i] == b[i]) i++;
-    return static_cast<int>(i);
-}
-
 // --- the waves and the envelope ---
 
 TEST(AudioSfx, TheEnvelopeDecidesTheLength) {
@@ -113,37 +107,6 @@ TEST(AudioSfx, WavesHaveTheirShapes) {
                 << "wave " << c.wave << ", duty " << c.duty << ", frame " << frame;
         }
     }
-}
-
-// --- the pitch ---
-
-TEST(AudioSfx, ThePitchFloorEndsTheSound) {
-    SfxParams params = defaults();
-    params.changeAmount = -0.5f; // down, in frame 32 + 20000 / 16
-    params.changeSpeed = 0.75f;
-    const size_t whole = synthesise(params).size();
-    params.minFrequency = 0.29f;
-    EXPECT_EQ(synthesise(params).size(), 1282u);
-    params.minFrequency = 0.9f; // above the start it is the start
-    EXPECT_EQ(synthesise(params).size(), 1282u);
-    params.minFrequency = 0.01f;
-    EXPECT_EQ(synthesise(params).size(), whole) << "not reached";
-}
-
-TEST(AudioSfx, RepeatsAndArpeggiosComeWhenTheyShould) {
-    SfxParams params = defaults(SFX_WAVE_SINE);
-    params.sustainTime = 0.5f;
-    params.slide = 0.3f;
-    const Frames plain = synthesise(params);
-    SfxParams repeated = params;
-    repeated.repeatSpeed = 0.5f; // after 32 + 20000 / 4 frames
-    EXPECT_EQ(first_difference(plain, synthesise(repeated)), 5031);
-    SfxParams changed = params;
-    changed.changeAmount = -0.5f;
-    changed.changeSpeed = 0.75f; // after 32 + 20000 / 16
-    EXPECT_EQ(first_difference(plain, synthesise(changed)), 1281);
-    changed.changeSpeed = 1;
-    EXPECT_EQ(synthesise(changed), plain) << "never";
 }
 
 TEST(AudioSfx, SmallerFormatsAreTheFloatFramesCutOff) {

@@ -1,8 +1,7 @@
-// The typed array family, through a value instance of the tests' own and the string, text and callback instances.
+// The typed array family, through a value instance of the tests' own and the string and text instances.
 
 #include "core/string_array.h"
 #include "core/text_array.h"
-#include "engine/callbacks.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
@@ -38,9 +37,6 @@ OwnedNumbers numbers_of(const std::vector<int> &values, int capacity = 0, int gr
 }
 
 std::vector<int> content(const OwnedNumbers &array) { return {array->items, array->items + array->count}; }
-
-bool callback_one(SDL_Event *) { return true; }
-bool callback_two(SDL_Event *) { return false; }
 
 // --- growth ---
 
@@ -116,7 +112,7 @@ TEST(TypedArray, CleanupTwiceAndUseAgain) {
     EXPECT_EQ(array->capacity, 3);
 }
 
-// --- the instances that own or compare ---
+// --- the instances that own what they hold ---
 
 TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     allocation_faults_install();
@@ -144,16 +140,6 @@ TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     EXPECT_EQ(allocation_faults_live(), 0);
 }
 
-TEST(CallbackArray, FindsTheFirstOfEqualCallbacks) {
-    CallbackArray array = {};
-    EXPECT_EQ(callback_array_index_of(&array, callback_one), -1);
-    for (const EventCallback cb : {callback_two, callback_one, callback_one}) {
-        ASSERT_TRUE(callback_array_add(&array, cb));
-    }
-    EXPECT_EQ(callback_array_index_of(&array, callback_one), 1);
-    callback_array_cleanup(&array);
-}
-
 TEST(TextArray, CreatesColoursAndDestroysItsTexts) {
     SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "dummy");
     ASSERT_TRUE(SDL_Init(SDL_INIT_VIDEO));
@@ -166,8 +152,6 @@ TEST(TextArray, CreatesColoursAndDestroysItsTexts) {
     ASSERT_NE(font, nullptr) << SDL_GetError();
     TextArray *array = text_array_new(0, 0);
 
-    EXPECT_FALSE(text_array_add(array, text_engine, nullptr, "text", {}) && array->count > 0 && !array->items[0]);
-    text_array_reset(array);
     ASSERT_TRUE(text_array_add(array, text_engine, font, "one", {1, 2, 3, 4}));
     ASSERT_TRUE(text_array_add(array, text_engine, font, "two", {5, 6, 7, 8}));
     SDL_Color color = {};

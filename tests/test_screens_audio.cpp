@@ -218,20 +218,6 @@ TEST_F(AudioDemoTest, SeedsAreHeardAtEachChangeAndEndAtZero) {
     EXPECT_EQ(log.errors().size(), 1u);
 }
 
-TEST_F(AudioDemoTest, WithAllTracksBusyARowStillFlashes) {
-    ASSERT_TRUE(start_demo());
-    const std::vector<float> samples(20 * 44100);
-    MIX_Audio *tone = audio_load_samples(samples.data(), static_cast<int>(samples.size()), 1, 44100);
-    while (audio_play_sfx(tone)) {
-    }
-    key_down(SDLK_UP);
-    press(SDLK_SPACE);
-    EXPECT_TRUE(label(ROW_COUNT - 1, true, FLASH));
-    for (MIX_Track *track : audio->sfx) EXPECT_EQ(MIX_GetTrackAudio(track), tone);
-    audio_free(&tone);
-    EXPECT_TRUE(log.errors().empty());
-}
-
 TEST_F(AudioDemoTest, AMissingOrBrokenFileFailsTheScreenByName) {
     const fs::path real = fs::canonical("assets");
     for (const char *path : {"assets/audio/music/FluffyTail.mp3", "assets/audio/sfx/retro/sfx_sounds_fanfare1.wav"}) {

@@ -72,6 +72,11 @@ TEST(AnimationTest, TimeMovesFramesOnceThroughTheClipAtMost) {
     EXPECT_TRUE(roll.frame == 7 && !roll.finished);
     animation_set_frame(&roll, 8);
     EXPECT_EQ(roll.frame, 7);
+    for (const auto &[ms, frame] : {std::pair{99.0, 0}, {100, 1}, {149, 1}, {150, 2}, {349, 2}, {350, 0}}) {
+        Animation uneven = playing(&SET, 0);
+        animation_advance(&uneven, ms / 1000);
+        EXPECT_EQ(uneven.frame, frame) << ms;
+    }
     Animation holds = playing(&SET, 2);
     animation_advance(&holds, 100);
     EXPECT_EQ(holds.frame, 3) << "a frame without a duration holds";
@@ -95,9 +100,7 @@ TEST(AnimationTest, WhatIsNoAnimationIsRefusedOrLeftAlone) {
     EXPECT_TRUE(
         log.has("[ANIMATION] Clip 14 is outside the 14 clips of 'assets/fireknight/sprites/fireknight_288x128.png'"));
     EXPECT_EQ(anim.clip, FIREKNIGHT_RUN);
-    animation_play(nullptr);
-    animation_pause(nullptr);
-    animation_restart(nullptr);
+    for (const auto operation : {animation_play, animation_pause, animation_restart}) operation(nullptr);
     animation_advance(nullptr, 1);
     Animation bare = playing(&SET, 3);
     animation_advance(&bare, 1);
