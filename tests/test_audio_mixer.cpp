@@ -10,7 +10,6 @@
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_audio.h>
-#include <SDL3/SDL_error.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_init.h>
 #include <SDL3/SDL_timer.h>

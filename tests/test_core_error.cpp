@@ -4,7 +4,6 @@
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
 
-#include <SDL3/SDL_stdinc.h>
 #include <gtest/gtest.h>
 
 namespace {

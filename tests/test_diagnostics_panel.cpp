@@ -10,7 +10,6 @@
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
-#include <SDL3/SDL_video.h>
 
 #include <cmath>
 

@@ -6,7 +6,6 @@
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_render.h>
-#include <SDL3/SDL_video.h>
 #include <SDL3_ttf/SDL_ttf.h>
 
 #include <cmath>

@@ -4,8 +4,6 @@
 #include "engine/transition.h"
 #include "support/engine_fixture.h"
 
-#include <SDL3/SDL_render.h>
-
 #include <algorithm>
 #include <vector>
 
@@ -77,21 +75,6 @@ TEST_F(TransitionTest, ARequestWhileUncoveringCoversFromThere) {
     EXPECT_NEAR(transition_cover(1), 11.0 / 15, 1e-9);
     transition_screen_changed(GAME_STATE_QUIT);
     EXPECT_EQ(transition_cover(1), 0.0) << "another switch than the one faded to ends the fade";
-}
-
-TEST_F(TransitionTest, TheCoverLeavesTheRenderersStateAlone) {
-    ASSERT_TRUE(start());
-    ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
-    steps(7);
-    SDL_Renderer *renderer = engine_renderer();
-    SDL_SetRenderDrawColor(renderer, 1, 2, 3, 4);
-    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_ADD);
-    transition_tick();
-    SDL_Color color = {};
-    SDL_BlendMode blend = SDL_BLENDMODE_NONE;
-    SDL_GetRenderDrawColor(renderer, &color.r, &color.g, &color.b, &color.a);
-    SDL_GetRenderDrawBlendMode(renderer, &blend);
-    EXPECT_TRUE(same_color(color, {1, 2, 3, 4}) && color.a == 4 && blend == SDL_BLENDMODE_ADD);
 }
 
 } // namespace

@@ -8,8 +8,6 @@
 
 #include <SDL3/SDL_hints.h>
 
-#include <memory>
-
 namespace {
 
 constexpr SDL_Color ACTIVE = {120, 216, 254, 255};

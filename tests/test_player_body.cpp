@@ -7,7 +7,6 @@
 #include <cmath>
 #include <optional>
 #include <random>
-#include <vector>
 
 namespace {
 
@@ -217,21 +216,6 @@ TEST_F(PlayerBodyTest, ASlopeDoesNotPressItIntoACeiling) {
     put(32, 99.5f, true);
     player_body_snap_to_slope(&body, &rects, &tris);
     EXPECT_EQ(body.pos.y, 99.5f) << "it stays where it was";
-}
-
-TEST_F(PlayerBodyTest, WalksDownWhatIsNotTooSteep) {
-    for (const float drop : {32.0f, 64.0f, 128.0f}) { // over 64 px
-        colliders_tris_reset(&tris);
-        add(Tri{{0, 100}, {64, 100 + drop}, {0, 100 + drop}});
-        put(0, 100, true);
-        for (int i = 0; i < 8; i++) {
-            player_body_move_x(&body, 5, &rects);
-            player_body_snap_to_slope(&body, &rects, &tris);
-            player_body_update_ground(&body, &rects, &tris);
-        }
-        EXPECT_EQ(body.grounded, drop < 128);
-        EXPECT_EQ(body.pos.y, drop < 128 ? 100 + 40 * drop / 64 : 100);
-    }
 }
 
 } // namespace

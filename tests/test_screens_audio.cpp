@@ -4,7 +4,6 @@
 #include "audio/audio_internal.h"
 #include "audio/sfx.h"
 #include "engine/engine.h"
-#include "screens/audio_demo.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 

@@ -1,6 +1,5 @@
 // The three screens that show the castle and the knight.
 
-#include "engine/drawing_space.h"
 #include "screens/castle.h"
 #include "support/engine_fixture.h"
 #include "toolkit/render_grid.h"

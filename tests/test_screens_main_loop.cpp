@@ -1,12 +1,9 @@
 // The program's spine: start screens, switches, quitting, and every failed start.
 
-#include "app/main_loop.h"
 #include "app/screen_registry.h"
 #include "engine/engine.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-
-#include <SDL3/SDL_hints.h>
 
 namespace fs = std::filesystem;
 
@@ -86,20 +83,6 @@ TEST_F(MainLoopTest, WithoutTheUiFontThereIsNoStart) {
     EXPECT_FALSE(start());
     EXPECT_EQ(log.count("[FONTS] Font loading failed, error: "), 1);
     EXPECT_EQ(engine, nullptr);
-}
-
-TEST_F(MainLoopTest, SdlMainReturnsItsExitCodes) {
-    char name[] = "LumarindEngine", help[] = "--help", quit[] = "--quit-at", one[] = "1", save[] = "--no-config-save";
-    char *helps[] = {name, help};
-    char *runs[] = {name, quit, one, save};
-    ::testing::internal::CaptureStdout();
-    EXPECT_EQ(SDL_main(2, helps), 0);
-    EXPECT_NE(::testing::internal::GetCapturedStdout().find("Usage: LumarindEngine"), std::string::npos);
-    EXPECT_EQ(SDL_main(4, runs), 0);
-    EXPECT_EQ(engine, nullptr);
-    EXPECT_EQ(log.lines.back().text, "[ENGINE] SDL3 shutdown");
-    EXPECT_NE(read_file("lumarind-engine.log").find("[ENGINE] SDL3 shutdown\n"), std::string::npos);
-    EXPECT_FALSE(fs::exists("config"));
 }
 
 // Without the platformer, whose level takes an allocation to a line: it has a shorter one in its own tests.

@@ -1,7 +1,6 @@
 // The main menu by keyboard, mouse and gamepad, judged by what it shows.
 
 #include "engine/engine.h"
-#include "engine/transition.h"
 #include "support/engine_fixture.h"
 
 namespace {

@@ -1,15 +1,13 @@
 // The physics demo: its scene, what the user does to it, and how it is drawn.
 
-#include "app/main_loop.h"
 #include "engine/engine.h"
 #include "screens/physics_demo.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 
-#include <SDL3/SDL_keyboard.h>
 #include <SDL3/SDL_render.h>
-#include <SDL3/SDL_video.h>
 
+#include <array>
 #include <cmath>
 #include <numbers>
 #include <vector>
@@ -19,17 +17,12 @@ namespace {
 constexpr double STEP = 1.0 / 60;
 constexpr int FIRST_LINK = 3, LINKS = 12, BALL = FIRST_LINK + LINKS, FIRST_BRICK = BALL + 1, SCENE_PROPS = 56;
 
-struct Place {
-    b2Vec2 position;
-    b2Rot rotation;
-    bool operator==(const Place &other) const { // bit for bit, as far as the numbers tell
-        return position.x == other.position.x && position.y == other.position.y && rotation.c == other.rotation.c &&
-               rotation.s == other.rotation.s;
-    }
-};
+using Place = std::array<float, 4>; // x, y, the turn's cosine and sine
 
 const PhysicsProp &prop(int index) { return physics_demo->props->items[index]; }
-Place place(int index) { return {b2Body_GetPosition(prop(index).body), b2Body_GetRotation(prop(index).body)}; }
+Place as_place(b2Vec2 position, b2Rot rotation) { return {position.x, position.y, rotation.c, rotation.s}; }
+b2Vec2 position(int index) { return b2Body_GetPosition(prop(index).body); }
+Place place(int index) { return as_place(position(index), b2Body_GetRotation(prop(index).body)); }
 
 std::vector<Place> places() {
     std::vector<Place> all;
@@ -40,8 +33,8 @@ std::vector<Place> places() {
 bool awake(int index) { return b2Body_IsAwake(prop(index).body); }
 
 b2Vec2 world_point(int index, b2Vec2 p) {
-    const auto [at, q] = place(index);
-    return {q.c * p.x - q.s * p.y + at.x, q.s * p.x + q.c * p.y + at.y};
+    const auto [x, y, c, s] = place(index);
+    return {c * p.x - s * p.y + x, s * p.x + c * p.y + y};
 }
 
 class PhysicsDemoTest : public EngineTest {
@@ -113,7 +106,7 @@ TEST_F(PhysicsDemoTest, TheSceneAtStart) {
     const float s = std::sin(-0.9f), c = std::cos(-0.9f);
     const struct {
         int index;
-        b2Vec2 position;
+        b2Vec2 at;
         float half_w, half_h, radius;
     } cases[] = {
         {0, {13, 0.3f}, 13, 0.5f, 0},
@@ -125,12 +118,12 @@ TEST_F(PhysicsDemoTest, TheSceneAtStart) {
         {FIRST_BRICK + 39, {13.77f, 5.075f}, 0.45f, 0.225f, 0}};
     for (const auto &wanted : cases) {
         const PhysicsProp &found = prop(wanted.index);
-        EXPECT_NEAR(place(wanted.index).position.x, wanted.position.x, 1e-4) << wanted.index;
-        EXPECT_NEAR(place(wanted.index).position.y, wanted.position.y, 1e-4) << wanted.index;
+        EXPECT_NEAR(position(wanted.index).x, wanted.at.x, 1e-4) << wanted.index;
+        EXPECT_NEAR(position(wanted.index).y, wanted.at.y, 1e-4) << wanted.index;
         EXPECT_TRUE(found.half_w == wanted.half_w && found.half_h == wanted.half_h && found.radius == wanted.radius);
-        EXPECT_EQ((Place{found.prev_position, found.prev_rotation}), place(wanted.index)) << wanted.index;
+        EXPECT_EQ(as_place(found.prev_position, found.prev_rotation), place(wanted.index)) << wanted.index;
     }
-    EXPECT_EQ(b2Body_GetPosition(physics_demo->ball).x, place(BALL).position.x);
+    EXPECT_EQ(b2Body_GetPosition(physics_demo->ball).x, position(BALL).x);
     EXPECT_TRUE(hud_shows(58, "BODIES 53 awake of 53    SPAWNED 0/40"));
     EXPECT_TRUE(hud_shows(142, "R           rebuild the wall"));
 }
@@ -157,20 +150,20 @@ TEST_F(PhysicsDemoTest, TheWallStandsAndSleepsUntilItIsHit) {
     steps(60); // the ball is on its way
     for (int i = FIRST_BRICK; i < SCENE_PROPS; i++) {
         EXPECT_FALSE(awake(i)) << i;
-        const b2Vec2 was = at_start[static_cast<size_t>(i)].position, is = place(i).position;
-        EXPECT_NEAR(std::hypot(is.x - was.x, is.y - was.y), 0, 0.005) << i;
+        const Place was = at_start[static_cast<size_t>(i)], is = place(i);
+        EXPECT_NEAR(std::hypot(is[0] - was[0], is[1] - was[1]), 0, 0.005) << i;
     }
     EXPECT_TRUE(hud_shows(58, "BODIES 13 awake of 53    SPAWNED 0/40"));
     const Picture dimmed = drawn();
     const SDL_FColor brick = prop(FIRST_BRICK).color;
-    EXPECT_TRUE(near(color_at(dimmed, place(FIRST_BRICK).position), physics_demo_scale_color(brick, 0.4f)));
+    EXPECT_TRUE(near(color_at(dimmed, position(FIRST_BRICK)), physics_demo_scale_color(brick, 0.4f)));
     EXPECT_TRUE(near(color_at(dimmed, {13, 0.4f}), prop(0).color)) << "what is static never sleeps";
 
     steps(60);
     EXPECT_TRUE(awake(SCENE_PROPS - 1));
-    EXPECT_TRUE(near(color_at(drawn(), place(FIRST_BRICK).position), brick));
+    EXPECT_TRUE(near(color_at(drawn(), position(FIRST_BRICK)), brick));
     steps(120);
-    EXPECT_LT(place(SCENE_PROPS - 1).position.y, 4) << "the wall has fallen";
+    EXPECT_LT(position(SCENE_PROPS - 1).y, 4) << "the wall has fallen";
     steps(600);
     for (int i = FIRST_BRICK; i < SCENE_PROPS; i++) EXPECT_FALSE(awake(i)) << i;
 }
@@ -181,7 +174,7 @@ TEST_F(PhysicsDemoTest, TheWallStandsAndSleepsUntilItIsHit) {
 double swing_energy() {
     double energy = 0;
     for (int i = FIRST_LINK; i <= BALL; i++) {
-        const b2Vec2 was = prop(i).prev_position, is = place(i).position;
+        const b2Vec2 was = prop(i).prev_position, is = position(i);
         const double vx = (is.x - was.x) / STEP, vy = (is.y - was.y) / STEP;
         const double mass = i == BALL ? 20 * std::numbers::pi * 0.55 * 0.55 : 8 * 0.18 * 0.56;
         energy += mass * (9.8 * (was.y + is.y) / 2 + (vx * vx + vy * vy) / 2);
@@ -229,7 +222,7 @@ TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareOneLimitAndAlternateByCount) {
     press(SDLK_SPACE);
     EXPECT_TRUE(prop(newest()).radius == 0.3f && prop(newest()).spoke);
     steps(1);
-    EXPECT_NEAR((place(newest()).position.x - prop(newest()).prev_position.x) / STEP, -24, 0.1);
+    EXPECT_NEAR((position(newest()).x - prop(newest()).prev_position.x) / STEP, -24, 0.1);
     click(660, 100);
     EXPECT_EQ(prop(newest()).shape, PROP_CIRCLE) << "the third added body was the cannonball";
 
@@ -287,7 +280,7 @@ TEST_F(PhysicsDemoTest, BodiesAreDrawnBetweenTheirLastTwoSteps) {
     physics_demo_drop_debris(18, 12);
     const int falling = physics_demo->props->count - 1;
     for (int i = 0; i < 3; i++) physics_demo_fixed_update(0.25);
-    const b2Vec2 was = prop(falling).prev_position, is = place(falling).position;
+    const b2Vec2 was = prop(falling).prev_position, is = position(falling);
     ASSERT_GT(was.y - is.y, 1) << "long steps show the interpolation";
     for (const float alpha : {0.0f, 0.25f, 0.75f}) {
         const Picture picture = drawn(static_cast<double>(alpha));
@@ -323,7 +316,7 @@ TEST_F(PhysicsDemoTest, ABodyThatFindsNoPlaceIsNotCounted) {
     physics_demo_drop_debris(25, 2);
     EXPECT_EQ(physics_demo->spawned, spawned + 1);
     steps(45);
-    EXPECT_LT(place(count).position.y, 1.2f) << "nothing unseen lies on the ground";
+    EXPECT_LT(position(count).y, 1.2f) << "nothing unseen lies on the ground";
 }
 
 } // namespace
