@@ -112,13 +112,6 @@ TEST_F(ConfigTest, WithoutSavingNothingIsMade) {
     EXPECT_FALSE(log.has("Creating"));
 }
 
-TEST_F(ConfigTest, WithoutARecordSettersAndSavingAreQuiet) {
-    cfg_set_show_frame_time_graph(true);
-    EXPECT_FALSE(cfg_save());
-    cfg_cleanup();
-    EXPECT_TRUE(log.lines.empty());
-}
-
 // --- reading ---
 
 TEST_F(ConfigTest, EveryKeyIsReadAndWrittenBack) {
@@ -152,8 +145,7 @@ TEST_F(ConfigTest, ReadsWhatPeopleWrite) {
         "[window]\nx = 12\nx = 13\ny = 99999999999\nheight = 0x10\na line of no meaning\n"
         "[capture]\nformat = JpEg\n[gamepad]\ndeadzone = 0,3\n[input]\nJUMP = Space\njumps = K\n"
         "[audio]\nMaster_volume = 0\nsfx_volume = 0.5"));
-    EXPECT_FALSE(cfg_get_show_fps());
-    EXPECT_FALSE(cfg_get_vsync_enabled());
+    EXPECT_FALSE(cfg_get_show_fps() || cfg_get_vsync_enabled());
     EXPECT_EQ(cfg_get_fps_limit(), 0);
     EXPECT_EQ(cfg_get_ui_scale(), 0);
     const CfgWindowProps window = cfg_get_window_props();
@@ -193,8 +185,8 @@ TEST_F(ConfigTest, NoiseLoadsOrIsIgnoredButNeverCrashes) {
     EXPECT_TRUE(load(noise));
     cfg_cleanup();
     EXPECT_TRUE(load("[window]\nx = 5\n" + std::string(10'000, 'k') + " = 1\ny = 6\n"));
-    EXPECT_EQ(cfg_get_window_props().x, 5);
-    EXPECT_EQ(cfg_get_window_props().y, 6) << "reading goes on behind an overlong line";
+    const CfgWindowProps window = cfg_get_window_props();
+    EXPECT_TRUE(window.x == 5 && window.y == 6) << "reading goes on behind an overlong line";
     for (int round = 0; round < 300; round++) { // mutated real files
         std::string text = DEFAULT_FILE;
         for (int i = 0; i < 8; i++) text[random() % text.size()] = static_cast<char>(random());
@@ -262,6 +254,11 @@ TEST_F(ConfigSaveTest, WhatStandsInTheWayIsReported) {
     write_file("config", "a file");
     expect_save_fails("[CONFIG] Unable to create directory: config, error: ");
     EXPECT_EQ(read_file("config"), "a file");
+    fs::remove("config");
+    fs::create_directory("config");
+    fs::create_symlink("/dev/null", CFG_PATH); // a device is not replaced by a file
+    expect_save_fails(CANNOT_WRITE);
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
 TEST_F(ConfigSaveTest, ASymbolicLinkStaysOne) {
@@ -284,14 +281,6 @@ TEST_F(ConfigSaveTest, ASymbolicLinkStaysOne) {
     EXPECT_TRUE(fs::is_regular_file("elsewhere/real.ini"));
 }
 
-TEST_F(ConfigSaveTest, ALinkToADeviceDoesNotReplaceTheDevice) {
-    fs::create_directory("config");
-    fs::create_symlink("/dev/null", CFG_PATH);
-    ASSERT_TRUE(load());
-    expect_save_fails(CANNOT_WRITE);
-    EXPECT_TRUE(fs::is_character_file("/dev/null"));
-}
-
 TEST_F(ConfigSaveTest, AReadOnlyFileIsNotReplaced) {
     if (geteuid() == 0) GTEST_SKIP() << "root may write everything";
     ASSERT_TRUE(load());
@@ -301,6 +290,8 @@ TEST_F(ConfigSaveTest, AReadOnlyFileIsNotReplaced) {
 }
 
 TEST_F(ConfigTest, SurvivesEachAllocationFailing) {
+    cfg_set_show_frame_time_graph(true); // without a record: nothing
+    EXPECT_TRUE(!cfg_save() && log.lines.empty());
     expect_allocation_faults_survived(&log, [&] { return load(); }, cfg_cleanup);
 }
 
