@@ -55,26 +55,6 @@ Uint64 fnv1a(const Frames &frames) { // over the bytes, the lowest first
 // Small seeds, as a player counts through them, and others: from a small seed the first draw is always 0.
 Uint64 seed_of(int i) { return static_cast<Uint64>(i) * (i % 2 ? 0x9e3779b97f4a7c15u : 1u); }
 
-// --- the waves and the envelope ---
-
-TEST(AudioSfx, TheEnvelopeDecidesTheLength) {
-    sfx_rng_state = 7;
-    for (int i = 0; i < 120; i++) {
-        SfxParams params;
-        sfx_genRandomize(&params, i % SFX_WAVE_COUNT);
-        if (i % 4 == 0) params.attackTime = 0;
-        if (i % 5 == 0) params.sustainTime = 0.003f; // below a frame
-        if (i % 7 == 0) params.decayTime = 0;
-        int length[3];
-        const float times[3] = {params.attackTime, params.sustainTime, params.decayTime};
-        for (int k = 0; k < 3; k++) length[k] = static_cast<int>(100000.0f * (times[k] * times[k]));
-        const int expected = length[0] + length[1] + (length[1] ? 1 : 0) + length[2] + (length[2] ? 1 : 0);
-        const Frames frames = synthesise(params, 2);
-        ASSERT_EQ(static_cast<int>(frames.size()), std::min(expected, 2 * SFX_SAMPLE_RATE)) << i;
-        for (const float frame : frames) ASSERT_TRUE(frame >= -1 && frame <= 1) << i;
-    }
-}
-
 TEST(AudioSfx, WavesHaveTheirShapes) {
     // A shape over its period, 0 to 1. The phaser, always on, doubles the level; the gain is 0.2.
     struct Case {

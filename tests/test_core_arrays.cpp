@@ -1,12 +1,9 @@
-// The typed array family, through a value instance of the tests' own and the string and text instances.
+// The typed array family, through a value instance of the tests' own and the string instance.
 
 #include "core/string_array.h"
-#include "core/text_array.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
-#include "support/temporary_directory.h"
 
-#include <SDL3/SDL_init.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -111,7 +108,7 @@ TEST(TypedArray, CleanupTwiceAndUseAgain) {
     EXPECT_EQ(array->capacity, 3);
 }
 
-// --- the instances that own what they hold ---
+// --- an instance that owns what it holds ---
 
 TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     allocation_faults_install();
@@ -137,33 +134,6 @@ TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     string_array_cleanup(array);
     SDL_free(array);
     EXPECT_EQ(allocation_faults_live(), 0);
-}
-
-TEST(TextArray, CreatesColoursAndDestroysItsTexts) {
-    SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "dummy");
-    ASSERT_TRUE(SDL_Init(SDL_INIT_VIDEO));
-    ASSERT_TRUE(TTF_Init());
-    const LogCapture log;
-    TemporaryDirectory directory;
-    directory.link_assets();
-    TTF_TextEngine *text_engine = TTF_CreateSurfaceTextEngine();
-    TTF_Font *font = TTF_OpenFont("assets/fonts/EuroStyle Normal.ttf", 16);
-    ASSERT_NE(font, nullptr) << SDL_GetError();
-    TextArray *array = text_array_new(0, 0);
-
-    ASSERT_TRUE(text_array_add(array, text_engine, font, "one", {1, 2, 3, 4}));
-    ASSERT_TRUE(text_array_add(array, text_engine, font, "two", {5, 6, 7, 8}));
-    SDL_Color color = {};
-    ASSERT_TRUE(TTF_GetTextColor(text_array_get(array, 1), &color.r, &color.g, &color.b, &color.a));
-    EXPECT_TRUE(color.r == 5 && color.a == 8);
-    text_array_remove(array, 0);
-    EXPECT_STREQ(text_array_get(array, 0)->text, "two");
-    text_array_cleanup(array);
-    SDL_free(array);
-    TTF_CloseFont(font);
-    TTF_DestroySurfaceTextEngine(text_engine);
-    TTF_Quit();
-    SDL_Quit();
 }
 
 } // namespace

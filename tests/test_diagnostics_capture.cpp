@@ -68,20 +68,10 @@ protected:
 TEST_F(CaptureTest, PathsCarryTheTimeAndTheFrame) {
     const SDL_DateTime time = {2024, 3, 9, 7, 5, 1, 0, 0, 0};
     char path[CAPTURE_PATH_MAX];
-    const struct {
-        const char *folder;
-        Uint64 frame;
-        CaptureFormat format;
-        const char *path;
-    } cases[] = {
-        {"some/where", 42, CAPTURE_FORMAT_PNG, "some/where/capture-20240309-070501-000042.png"},
-        {"d", 1'234'567, CAPTURE_FORMAT_JPEG, "d/capture-20240309-070501-1234567.jpg"},
-        {"d", UINT64_MAX, CAPTURE_FORMAT_PNG, "d/capture-20240309-070501-18446744073709551615.png"}};
-    for (const auto &c : cases) {
-        ASSERT_TRUE(capture_build_path(path, sizeof path, c.folder, &time, c.frame, c.format));
-        EXPECT_STREQ(path, c.path);
-    }
-
+    ASSERT_TRUE(capture_build_path(path, sizeof path, "some/where", &time, 42, CAPTURE_FORMAT_JPEG));
+    EXPECT_STREQ(path, "some/where/capture-20240309-070501-000042.jpg");
+    ASSERT_TRUE(capture_build_path(path, sizeof path, "d", &time, UINT64_MAX, CAPTURE_FORMAT_PNG));
+    EXPECT_STREQ(path, "d/capture-20240309-070501-18446744073709551615.png");
     const std::string longest(CAPTURE_PATH_MAX - 1 - SDL_strlen("/capture-20240309-070501-000001.png"), 'x');
     EXPECT_TRUE(capture_build_path(path, sizeof path, longest.c_str(), &time, 1, CAPTURE_FORMAT_PNG));
     EXPECT_FALSE(capture_build_path(path, sizeof path, (longest + "x").c_str(), &time, 1, CAPTURE_FORMAT_PNG));

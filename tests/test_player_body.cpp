@@ -185,25 +185,6 @@ TEST_F(RandomLevelTest, MovesLikeTheSlowReference) {
 
 // --- what random levels of whole pixels do not show ---
 
-TEST_F(PlayerBodyTest, BeginsAtRestOnItsFeet) {
-    player_body_init(&body, {100, 416}, W, H);
-    EXPECT_TRUE(body.prev_pos.x == 100 && body.prev_pos.y == 416 && body.facing == 1 && !body.grounded);
-    const SDL_FRect box = player_body_rect(&body);
-    EXPECT_TRUE(box.x == 90 && box.y == 376 && box.w == 20 && box.h == 40);
-}
-
-TEST_F(PlayerBodyTest, TheSurfaceIsTheHighestOutline) {
-    float y = 7;
-    EXPECT_FALSE(player_body_slope_surface_y(&tris, 0, &y));
-    add(Tri{{0, 100}, {64, 100}, {64, 36}});
-    add(Tri{{32, 50}, {48, 50}, {48, 60}});
-    EXPECT_FALSE(player_body_slope_surface_y(&tris, 64.5f, &y));
-    EXPECT_EQ(y, 7) << "left alone";
-    EXPECT_TRUE(player_body_slope_surface_y(&tris, 40, nullptr));
-    EXPECT_TRUE(player_body_slope_surface_y(&tris, 40, &y));
-    EXPECT_EQ(y, 50);
-}
-
 TEST_F(PlayerBodyTest, ASlopeDoesNotPressItIntoACeiling) {
     add(Tri{{0, 100}, {64, 100}, {64, 36}});
     add(SDL_FRect{0, 30, 64, 10}); // 60 px above the feet, which would be lifted by 32

@@ -6,8 +6,6 @@
 
 #include <SDL3/SDL_render.h>
 
-#include <numbers>
-
 namespace {
 
 constexpr SDL_Color VIEW_OUTLINE = {255, 193, 7, 255}, BOX = {32, 32, 32, 255}, OUTLINE = {120, 216, 254, 255};
@@ -18,12 +16,6 @@ protected:
         return start({"--screen", screen, "--window-size", size, "--ui-scale", std::to_string(ui_scale)}) && frame();
     }
 };
-
-TEST_F(CastleScreensTest, ThePanIsASlowSweepFromTheCorner) {
-    EXPECT_EQ(castle_pan(0, 0.9), 0);
-    EXPECT_NEAR(castle_pan(std::numbers::pi / 0.9, 0.9), 1, 1e-12);
-    EXPECT_NEAR(castle_pan(std::numbers::pi / 1.8, 0.9), 0.5, 1e-12);
-}
 
 TEST_F(CastleScreensTest, TheCastleFillsTheViewWhereverItHasPanned) {
     for (const int ui_scale : {1, 2, 3}) {

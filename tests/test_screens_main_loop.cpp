@@ -21,14 +21,6 @@ TEST_F(MainLoopTest, StatesWithoutAScreenDoNothing) {
     screen_cleanup();
 }
 
-TEST_F(MainLoopTest, OpensTheMenuOrTheNamedScreen) {
-    ASSERT_TRUE(start());
-    EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
-    ASSERT_TRUE(start({"--screen", "physics-demo"}));
-    EXPECT_EQ(engine_get_state(), GAME_STATE_PHYSICS_DEMO);
-    EXPECT_TRUE(frame());
-}
-
 TEST_F(MainLoopTest, AnUnknownScreenIsRefusedWithTheNames) {
     EXPECT_FALSE(start({"--screen", "Main-Menu"}));
     EXPECT_EQ(log.errors(), std::vector<std::string>{"[MAIN] Unknown screen: Main-Menu"});

@@ -87,13 +87,6 @@ TEST_F(MenuTest, TheMouseSelectsAndChooses) {
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
 }
 
-TEST_F(MenuTest, AClickOnExitQuitsInTheSameFrameAtAnyUiScale) {
-    config = "[graphics]\nvsync_enable = false\nui_scale = 2\n";
-    ASSERT_TRUE(start_menu(1600, 1200));
-    mouse_up(2 * (LEFT + 10), 2 * (FIRST_ROW + 10 * ROW_PITCH + 15));
-    EXPECT_FALSE(frame());
-}
-
 TEST_F(MenuTest, AGamepadDrivesItToo) {
     ASSERT_TRUE(start_menu(1200, 505));
     for (const SDL_GamepadButton button :

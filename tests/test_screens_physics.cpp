@@ -138,6 +138,9 @@ TEST_F(PhysicsDemoTest, TheSameStepsGiveTheSamePlacesAlsoInARebuiltScene) {
     steps(600);
     EXPECT_EQ(places(), after);
     EXPECT_NE(after, at_start);
+    const b2WorldId world = physics_demo->world;
+    stop();
+    EXPECT_FALSE(b2World_IsValid(world)) << "it goes with its screen";
 }
 
 TEST_F(PhysicsDemoTest, TheWallStandsAndSleepsUntilItIsHit) {
@@ -288,16 +291,6 @@ TEST_F(PhysicsDemoTest, BodiesAreDrawnBetweenTheirLastTwoSteps) {
 }
 
 // --- lifetime ---
-
-TEST_F(PhysicsDemoTest, LeavingTheScreenTakesItsWorldAlong) {
-    ASSERT_TRUE(start_demo());
-    frame();
-    const b2WorldId world = physics_demo->world;
-    engine_set_state(GAME_STATE_TEXT_DEMO);
-    EXPECT_TRUE(frame());
-    EXPECT_EQ(physics_demo, nullptr);
-    EXPECT_FALSE(b2World_IsValid(world));
-}
 
 TEST_F(PhysicsDemoTest, ABodyThatFindsNoPlaceIsNotCounted) {
     allocation_faults_install();
