@@ -39,10 +39,8 @@ TEST_F(ArgsTest, TakesEveryOptionAndTheLastOfRepeatedOnes) {
              " +9", "--window-size", "800x450", "--ui-scale", "8", "--no-config-save"}),
         ARGS_RUN);
     EXPECT_STREQ(args_start_screen(), "--help") << "a value is the next word, whatever it looks like";
-    EXPECT_EQ(args_capture_at(), 12);
-    EXPECT_EQ(args_capture_every(), 7);
-    EXPECT_EQ(args_quit_at(), 9);
-    EXPECT_EQ(args_ui_scale(), 8);
+    EXPECT_TRUE(args_capture_at() == 12 && args_capture_every() == 7);
+    EXPECT_TRUE(args_quit_at() == 9 && args_ui_scale() == 8);
     EXPECT_FALSE(args_config_save_enabled());
     int width = 0, height = 0;
     ASSERT_TRUE(args_window_size(&width, &height));

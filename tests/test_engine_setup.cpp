@@ -19,7 +19,10 @@ constexpr const char *CONFIG_PATH = "config/lumarind-engine.ini";
 
 class EngineSetupTest : public EngineTest {
 protected:
-    bool saved(const std::string &line) const { return read_file(CONFIG_PATH).find(line) != std::string::npos; }
+    static void expect_saved(std::initializer_list<const char *> lines) {
+        const std::string file = read_file(CONFIG_PATH);
+        for (const char *line : lines) EXPECT_NE(file.find(line), file.npos) << line;
+    }
 };
 
 TEST_F(EngineSetupTest, StartsOnceAndSaysWhatItFound) {
@@ -53,11 +56,9 @@ TEST_F(EngineSetupTest, WritesGeometryAndPanelFlagBackAndLeavesTheRest) {
     frame();
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: Toggled: show_frame_time_graph: 1"));
     stop();
-    for (const char *line :
-         {"width = 700", "height = 400", "show_frame_time_graph = true", "borderless = true", "ui_scale = 2",
-          "vsync_enable = false", "jump = K, nonsense"}) {
-        EXPECT_TRUE(saved(line)) << line;
-    }
+    expect_saved(
+        {"width = 700", "height = 400", "show_frame_time_graph = true", "borderless = true", "ui_scale = 2",
+         "vsync_enable = false", "jump = K, nonsense"});
 }
 
 TEST_F(EngineSetupTest, TheCommandLineSizeIsForThisRunOnly) {
@@ -73,9 +74,7 @@ TEST_F(EngineSetupTest, TheCommandLineSizeIsForThisRunOnly) {
     engine_view_size(&view_width, nullptr);
     EXPECT_EQ(view_width, 267);
     stop();
-    for (const char *line : {"x = 11", "y = 22", "width = 640", "height = 360", "maximized = true", "ui_scale = 2"}) {
-        EXPECT_TRUE(saved(line)) << line;
-    }
+    expect_saved({"x = 11", "y = 22", "width = 640", "height = 360", "maximized = true", "ui_scale = 2"});
 }
 
 TEST_F(EngineSetupTest, VsyncWinsOverTheFrameRateLimit) {
@@ -119,7 +118,7 @@ TEST_F(EngineSetupTest, AFailedStartKeepsThePanelFlag) {
     choose_driver(SDL_HINT_RENDER_DRIVER, "none-such");
     EXPECT_FALSE(start());
     EXPECT_TRUE(log.has("[ENGINE] SDL3: Renderer creation failed, error: "));
-    EXPECT_TRUE(saved("show_frame_time_graph = true"));
+    expect_saved({"show_frame_time_graph = true"});
 }
 
 TEST_F(EngineSetupTest, SurvivesEachAllocationFailing) {
