@@ -56,7 +56,20 @@ protected:
     }
 };
 
-// --- ids ---
+// --- definitions and ids ---
+
+TEST_F(PhysicsLayerTest, DefinitionsHaveVersion3sDefaults) {
+    const b2WorldDef world_def = b2DefaultWorldDef();
+    EXPECT_TRUE(world_def.gravity.y == -10 && world_def.enableSleep && world_def.enableContinuous);
+    const b2BodyDef body_def = b2DefaultBodyDef();
+    EXPECT_TRUE(body_def.type == b2_staticBody && body_def.rotation.c == 1 && body_def.gravityScale == 1);
+    EXPECT_TRUE(body_def.enableSleep && body_def.isAwake && body_def.isEnabled && !body_def.isBullet);
+    const b2ShapeDef shape_def = b2DefaultShapeDef();
+    EXPECT_TRUE(shape_def.density == 1 && shape_def.material.friction == 0.6f && shape_def.material.restitution == 0);
+    const b2RevoluteJointDef joint_def = b2DefaultRevoluteJointDef();
+    EXPECT_TRUE(joint_def.base.localFrameA.q.c == 1 && joint_def.base.localFrameB.q.c == 1);
+    EXPECT_FALSE(joint_def.base.collideConnected || b2Body_IsValid(joint_def.base.bodyIdA));
+}
 
 TEST_F(PhysicsLayerTest, IdsAreValidUntilTheirObjectGoes) {
     EXPECT_FALSE(b2World_IsValid(b2_nullWorldId) || b2Body_IsValid(b2_nullBodyId));
