@@ -1,4 +1,4 @@
-// The synthesiser: what a sound is made of, what its random draws are, and that every build makes the same frames.
+// The synthesiser: the shapes of its waves, what mutations may change, and that every build makes the same frames.
 
 #include "audio/sfx.h"
 #include "audio/sfx_params.h"
@@ -27,8 +27,8 @@ Frames render(int preset, Uint64 seed) {
     return frames;
 }
 
-Frames synthesise(const SfxParams &params, int seconds = 10) {
-    SfxSynth *synth = sfx_allocSynth(SFX_FORMAT_F32, SFX_SAMPLE_RATE, seconds);
+Frames synthesise(const SfxParams &params) {
+    SfxSynth *synth = sfx_allocSynth(SFX_FORMAT_F32, SFX_SAMPLE_RATE, 10);
     const int count = sfx_generateWave(synth, &params);
     const auto *samples = static_cast<const float *>(synth->samples);
     Frames frames(samples, samples + count);

@@ -1,4 +1,4 @@
-// Animation clips against a plain reference, and sprite sheets that do or do not fit their set.
+// Animation clips, and sprite sheets that do or do not fit their set.
 
 #include "engine/engine.h"
 #include "support/allocation_faults.h"
