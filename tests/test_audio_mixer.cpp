@@ -10,7 +10,6 @@
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_audio.h>
-#include <SDL3/SDL_error.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_init.h>
 #include <SDL3/SDL_timer.h>
@@ -173,8 +172,7 @@ TEST_F(AudioMixerTest, MusicThatCannotStartIsReported) {
     ASSERT_TRUE(audio_play_music(tone(20), 0));
     EXPECT_FALSE(audio_play_music(nullptr, 0));
     EXPECT_FALSE(audio_music_playing()) << "the old piece has stopped";
-    ASSERT_EQ(log.errors().size(), 1u);
-    EXPECT_EQ(log.errors().front().rfind("[AUDIO] Unable to play the music, error: ", 0), 0u) << log.errors().front();
+    EXPECT_TRUE(log.only_error_starts("[AUDIO] Unable to play the music, error: "));
 }
 
 // --- volumes ---
@@ -211,7 +209,6 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         {"sfx/interface/click_001.ogg", "cut.ogg"}, {"sfx/retro/sfx_sounds_fanfare1.wav", "cut.wav"}};
     for (const auto &[source, cut] : cuts) {
         const std::string whole = read_file(std::string("assets/audio/") + source);
-        ASSERT_GT(whole.size(), 64u) << source;
         log.lines.clear();
         write_file("half", whole.substr(0, whole.size() / 2)); // what there is of it may play
         sounds.push_back(audio_load("half", true));
@@ -222,50 +219,12 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         for (const bool predecode : {false, true}) {
             log.lines.clear();
             EXPECT_EQ(audio_load(path, predecode), nullptr) << path;
-            ASSERT_EQ(log.errors().size(), 1u) << path;
-            const std::string expected = std::string("[AUDIO] Unable to load ") + path + ", error: ";
-            EXPECT_EQ(log.errors().front().rfind(expected, 0), 0u) << log.errors().front();
+            EXPECT_TRUE(log.only_error_starts(std::string("[AUDIO] Unable to load ") + path + ", error: ")) << path;
         }
     }
     log.lines.clear();
     EXPECT_EQ(audio_load_samples(nullptr, 100, 1, 44100), nullptr);
     EXPECT_TRUE(log.has("[AUDIO] Unable to load 100 generated frames, error: "));
-}
-
-TEST_F(AudioMixerTest, TheSoundFilesLoadAndLast) {
-    ASSERT_TRUE(audio_setup());
-    const struct {
-        const char *path;
-        bool predecode;
-        double least, most; // seconds
-    } cases[] = {
-        {"music/FluffyTail.ogg", false, 48, 120},
-        {"music/FluffyTail.mp3", false, 48, 120},
-        {"sfx/interface/click_001.ogg", true, 0.04, 0.25},
-        {"sfx/interface/select_001.ogg", true, 0.04, 0.25},
-        {"sfx/interface/back_001.ogg", true, 0.04, 0.25},
-        {"sfx/interface/confirmation_001.ogg", true, 0.04, 0.25},
-        {"sfx/interface/error_001.ogg", true, 0.04, 0.25},
-        {"sfx/retro/sfx_movement_jump1.wav", true, 0.05, 1},
-        {"sfx/retro/sfx_coin_single1.wav", true, 0.05, 1},
-        {"sfx/retro/sfx_damage_hit1.wav", true, 0.05, 1},
-        {"sfx/retro/sfx_exp_short_hard1.wav", true, 0.05, 1.5},
-        {"sfx/retro/sfx_wpn_laser1.wav", true, 0.05, 1},
-        {"sfx/retro/sfx_sounds_fanfare1.wav", true, 0.7, 1.5},
-    };
-    for (const auto &c : cases) {
-        MIX_Audio *sound = audio_load((std::string("assets/audio/") + c.path).c_str(), c.predecode);
-        sounds.push_back(sound);
-        ASSERT_NE(sound, nullptr) << c.path;
-        SDL_AudioSpec spec = {};
-        ASSERT_TRUE(MIX_GetAudioFormat(sound, &spec)) << c.path;
-        EXPECT_EQ(spec.freq, 44100) << c.path;
-        const double seconds = static_cast<double>(MIX_GetAudioDuration(sound)) / spec.freq;
-        EXPECT_GE(seconds, c.least) << c.path;
-        EXPECT_LE(seconds, c.most) << c.path;
-        EXPECT_TRUE(audio_play_sfx(sound)) << c.path;
-    }
-    EXPECT_TRUE(log.errors().empty());
 }
 
 } // namespace

@@ -9,8 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <csignal>
 #include <random>
+#include <sstream>
 #include <string>
 #include <sys/resource.h>
 
@@ -18,50 +20,51 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char *DEFAULT_FILE = "[graphics]\n"
-                                     "show_fps = true\n"
-                                     "fps_limit = 0\n"
-                                     "show_frame_time_graph = false\n"
-                                     "vsync_enable = true\n"
-                                     "ui_scale = 0\n"
-                                     "\n"
-                                     "[window]\n"
-                                     "x = 200\n"
-                                     "y = 400\n"
-                                     "width = 800\n"
-                                     "height = 450\n"
-                                     "resizable = true\n"
-                                     "maximized = false\n"
-                                     "fullscreen = false\n"
-                                     "borderless = false\n"
-                                     "\n"
-                                     "[simulation]\n"
-                                     "fixed_step_hz = 60\n"
-                                     "\n"
-                                     "[capture]\n"
-                                     "directory = captures\n"
-                                     "format = png\n"
-                                     "jpeg_quality = 90\n"
-                                     "include_fps = false\n"
-                                     "\n"
-                                     "[gamepad]\n"
-                                     "deadzone = 0.15\n"
-                                     "\n"
-                                     "[input]\n"
-                                     "left = Left, A, pad:dpleft, pad:leftx-\n"
-                                     "right = Right, D, pad:dpright, pad:leftx+\n"
-                                     "up = Up, W, pad:dpup, pad:lefty-\n"
-                                     "down = Down, S, pad:dpdown, pad:lefty+\n"
-                                     "jump = Space, Z, pad:a\n"
-                                     "run = Left Shift, X, pad:x\n"
-                                     "attack = J, C, pad:b\n"
-                                     "pause = P, pad:start\n"
-                                     "\n"
-                                     "[audio]\n"
-                                     "master_volume = 0.80\n"
-                                     "music_volume = 0.60\n"
-                                     "sfx_volume = 0.80\n"
-                                     "\n";
+constexpr const char *DEFAULT_FILE = R"([graphics]
+show_fps = true
+fps_limit = 0
+show_frame_time_graph = false
+vsync_enable = true
+ui_scale = 0
+
+[window]
+x = 200
+y = 400
+width = 800
+height = 450
+resizable = true
+maximized = false
+fullscreen = false
+borderless = false
+
+[simulation]
+fixed_step_hz = 60
+
+[capture]
+directory = captures
+format = png
+jpeg_quality = 90
+include_fps = false
+
+[gamepad]
+deadzone = 0.15
+
+[input]
+left = Left, A, pad:dpleft, pad:leftx-
+right = Right, D, pad:dpright, pad:leftx+
+up = Up, W, pad:dpup, pad:lefty-
+down = Down, S, pad:dpdown, pad:lefty+
+jump = Space, Z, pad:a
+run = Left Shift, X, pad:x
+attack = J, C, pad:b
+pause = P, pad:start
+
+[audio]
+master_volume = 0.80
+music_volume = 0.60
+sfx_volume = 0.80
+
+)";
 
 class ConfigTest : public ::testing::Test {
 protected:
@@ -94,10 +97,11 @@ protected:
 TEST_F(ConfigTest, AFirstStartWritesTheDefaults) {
     ASSERT_TRUE(load());
     EXPECT_EQ(read_file(CFG_PATH), DEFAULT_FILE);
-    ASSERT_EQ(log.lines.size(), 3u);
-    EXPECT_EQ(log.lines[0].text, "[CONFIG] Config file not found: config/lumarind-engine.ini");
-    EXPECT_EQ(log.lines[1].text, "[CONFIG] Creating new config file: config/lumarind-engine.ini");
-    EXPECT_EQ(log.lines[2].text, "[CONFIG] Config file saved: config/lumarind-engine.ini");
+    EXPECT_EQ(
+        log.at_least(SDL_LOG_PRIORITY_INFO), (std::vector<std::string>{
+                                                 "[CONFIG] Config file not found: config/lumarind-engine.ini",
+                                                 "[CONFIG] Creating new config file: config/lumarind-engine.ini",
+                                                 "[CONFIG] Config file saved: config/lumarind-engine.ini"}));
 }
 
 TEST_F(ConfigTest, WithoutSavingNothingIsMade) {
@@ -109,46 +113,24 @@ TEST_F(ConfigTest, WithoutSavingNothingIsMade) {
     EXPECT_FALSE(log.has("Creating"));
 }
 
-TEST_F(ConfigTest, WithoutARecordSettersAndSavingAreQuiet) {
-    cfg_set_show_frame_time_graph(true);
-    EXPECT_FALSE(cfg_save());
-    cfg_cleanup();
-    EXPECT_TRUE(log.lines.empty());
-}
-
 // --- reading ---
 
 TEST_F(ConfigTest, EveryKeyIsReadAndWrittenBack) {
-    std::string changed = DEFAULT_FILE;
-    const std::pair<const char *, const char *> changes[] = {
-        {"show_fps = true", "show_fps = false"},
-        {"fps_limit = 0", "fps_limit = 144"},
-        {"graph = false", "graph = true"},
-        {"vsync_enable = true", "vsync_enable = false"},
-        {"ui_scale = 0", "ui_scale = -3"},
-        {"x = 200", "x = -17"},
-        {"y = 400", "y = 2147483647"},
-        {"width = 800", "width = 1280"},
-        {"height = 450", "height = 720"},
-        {"resizable = true", "resizable = false"},
-        {"maximized = false", "maximized = true"},
-        {"fullscreen = false", "fullscreen = true"},
-        {"borderless = false", "borderless = true"},
-        {"step_hz = 60", "step_hz = 120"},
-        {"directory = captures", "directory = some where/else"},
-        {"format = png", "format = jpg"},
-        {"quality = 90", "quality = 5"},
-        {"include_fps = false", "include_fps = true"},
-        {"deadzone = 0.15", "deadzone = 2.00"},
-        {"pad:leftx-", "nonsense pad:"},
-        {"P, pad:start", ""},
-        {"master_volume = 0.80", "master_volume = 1.50"},
-        {"music_volume = 0.60", "music_volume = -0.25"},
-        {"sfx_volume = 0.80", "sfx_volume = 0.00"},
-    };
-    for (const auto &[from, to] : changes) {
-        ASSERT_NE(changed.find(from), changed.npos) << from;
-        changed.replace(changed.find(from), std::string(from).size(), to);
+    std::istringstream lines(DEFAULT_FILE);
+    std::string changed;
+    int number = 0;
+    for (std::string line; std::getline(lines, line); changed += line + "\n") {
+        const size_t at = line.find(" = ") + 3;
+        if (at == line.npos + 3) continue;
+        const std::string was = line.substr(at);
+        const bool is_text = !std::isdigit(static_cast<unsigned char>(was[0]));
+        std::string is = std::to_string(--number); // every key its own, out of range for most
+        if (is_text) is = "nonsense pad:" + is;
+        if (!is_text && was.find('.') != was.npos) is += ".25";
+        if (was == "true" || was == "false") is = was == "true" ? "false" : "true";
+        if (was == "png") is = "jpg";
+        if (line.starts_with("y = ")) is = "2147483647";
+        line = line.substr(0, at) + is;
     }
     ASSERT_TRUE(load(changed));
     fs::remove(CFG_PATH);
@@ -158,32 +140,13 @@ TEST_F(ConfigTest, EveryKeyIsReadAndWrittenBack) {
 
 TEST_F(ConfigTest, ReadsWhatPeopleWrite) {
     ASSERT_TRUE(load(
-        "\xEF\xBB\xBF; a comment\r\n"
-        "unknown = 1\n"
-        "[graphics]\r\n"
-        "show_fps = TRUE ; capitals are not true\r\n"
-        "vsync_enable:yes\n"
-        "fps_limit = 60fps\n"
-        "ui_scale =\n"
-        "width = 99\n"
-        "[window]\n"
-        "x = 12\n"
-        "x = 13\n"
-        "y = 99999999999\n"
-        "height = 0x10\n"
-        "a line of no meaning\n"
-        "[capture]\n"
-        "format = JpEg\n"
-        "[gamepad]\n"
-        "deadzone = 0,3\n"
-        "[input]\n"
-        "JUMP = Space\n"
-        "jumps = K\n"
-        "[audio]\n"
-        "Master_volume = 0\n"
-        "sfx_volume = 0.5"));
-    EXPECT_FALSE(cfg_get_show_fps());
-    EXPECT_FALSE(cfg_get_vsync_enabled());
+        "\xEF\xBB\xBF; a comment\r\nunknown = 1\n"
+        "[graphics]\r\nshow_fps = TRUE ; capitals are not true\r\nvsync_enable:yes\nfps_limit = 60fps\n"
+        "ui_scale =\nwidth = 99\n"
+        "[window]\nx = 12\nx = 13\ny = 99999999999\nheight = 0x10\na line of no meaning\n"
+        "[capture]\nformat = JpEg\n[gamepad]\ndeadzone = 0,3\n[input]\nJUMP = Space\njumps = K\n"
+        "[audio]\nMaster_volume = 0\nsfx_volume = 0.5"));
+    EXPECT_FALSE(cfg_get_show_fps() || cfg_get_vsync_enabled());
     EXPECT_EQ(cfg_get_fps_limit(), 0);
     EXPECT_EQ(cfg_get_ui_scale(), 0);
     const CfgWindowProps window = cfg_get_window_props();
@@ -223,8 +186,8 @@ TEST_F(ConfigTest, NoiseLoadsOrIsIgnoredButNeverCrashes) {
     EXPECT_TRUE(load(noise));
     cfg_cleanup();
     EXPECT_TRUE(load("[window]\nx = 5\n" + std::string(10'000, 'k') + " = 1\ny = 6\n"));
-    EXPECT_EQ(cfg_get_window_props().x, 5);
-    EXPECT_EQ(cfg_get_window_props().y, 6) << "reading goes on behind an overlong line";
+    const CfgWindowProps window = cfg_get_window_props();
+    EXPECT_TRUE(window.x == 5 && window.y == 6) << "reading goes on behind an overlong line";
     for (int round = 0; round < 300; round++) { // mutated real files
         std::string text = DEFAULT_FILE;
         for (int i = 0; i < 8; i++) text[random() % text.size()] = static_cast<char>(random());
@@ -254,11 +217,12 @@ TEST_F(ConfigTest, AFileThatCannotBeOpenedFailsAndIsKept) {
 
 class ConfigSaveTest : public ConfigTest {
 protected:
+    static constexpr const char *CANNOT_WRITE = "[CONFIG] Error writing config file: config/lumarind-engine.ini";
+
     void expect_save_fails(const std::string &message) {
         log.lines.clear();
         EXPECT_FALSE(cfg_save());
-        ASSERT_EQ(log.errors().size(), 1u);
-        EXPECT_EQ(log.errors()[0].find(message), 0u) << log.errors()[0];
+        EXPECT_TRUE(log.only_error_starts(message));
     }
     static int files_in(const fs::path &folder) {
         return static_cast<int>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
@@ -273,7 +237,7 @@ TEST_F(ConfigSaveTest, AFullDiskCostsNothing) {
     getrlimit(RLIMIT_FSIZE, &old);
     const rlimit small = {100, old.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    expect_save_fails("[CONFIG] Error writing config file: config/lumarind-engine.ini");
+    expect_save_fails(CANNOT_WRITE);
     setrlimit(RLIMIT_FSIZE, &old);
     EXPECT_EQ(read_file(CFG_PATH), DEFAULT_FILE) << "the old settings are still there";
     EXPECT_EQ(files_in("config"), 1) << "and nothing beside them";
@@ -285,12 +249,17 @@ TEST_F(ConfigSaveTest, WhatStandsInTheWayIsReported) {
     ASSERT_TRUE(load());
     fs::remove(CFG_PATH);
     fs::create_directory(CFG_PATH);
-    expect_save_fails("[CONFIG] Error writing config file: config/lumarind-engine.ini");
+    expect_save_fails(CANNOT_WRITE);
     EXPECT_EQ(files_in("config"), 1);
     fs::remove_all("config");
     write_file("config", "a file");
     expect_save_fails("[CONFIG] Unable to create directory: config, error: ");
     EXPECT_EQ(read_file("config"), "a file");
+    fs::remove("config");
+    fs::create_directory("config");
+    fs::create_symlink("/dev/null", CFG_PATH); // a device is not replaced by a file
+    expect_save_fails(CANNOT_WRITE);
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
 TEST_F(ConfigSaveTest, ASymbolicLinkStaysOne) {
@@ -313,23 +282,17 @@ TEST_F(ConfigSaveTest, ASymbolicLinkStaysOne) {
     EXPECT_TRUE(fs::is_regular_file("elsewhere/real.ini"));
 }
 
-TEST_F(ConfigSaveTest, ALinkToADeviceDoesNotReplaceTheDevice) {
-    fs::create_directory("config");
-    fs::create_symlink("/dev/null", CFG_PATH);
-    ASSERT_TRUE(load());
-    expect_save_fails("[CONFIG] Error writing config file: config/lumarind-engine.ini");
-    EXPECT_TRUE(fs::is_character_file("/dev/null"));
-}
-
 TEST_F(ConfigSaveTest, AReadOnlyFileIsNotReplaced) {
     if (geteuid() == 0) GTEST_SKIP() << "root may write everything";
     ASSERT_TRUE(load());
     fs::permissions(CFG_PATH, fs::perms::owner_read);
-    expect_save_fails("[CONFIG] Error writing config file: config/lumarind-engine.ini");
+    expect_save_fails(CANNOT_WRITE);
     EXPECT_EQ(read_file(CFG_PATH), DEFAULT_FILE);
 }
 
 TEST_F(ConfigTest, SurvivesEachAllocationFailing) {
+    cfg_set_show_frame_time_graph(true); // without a record: nothing
+    EXPECT_TRUE(!cfg_save() && log.lines.empty());
     expect_allocation_faults_survived(&log, [&] { return load(); }, cfg_cleanup);
 }
 

@@ -1,16 +1,12 @@
-// The typed array family, through a value instance of the tests' own and the string, text and callback instances.
+// The typed array family, through a value instance of the tests' own and the string instance.
 
 #include "core/string_array.h"
-#include "core/text_array.h"
-#include "engine/callbacks.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
-#include "support/temporary_directory.h"
 
-#include <SDL3/SDL_init.h>
 #include <gtest/gtest.h>
 
-#include <string>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -22,62 +18,39 @@ struct NumberTraits : ArrayOfValues<int> {
 TYPED_ARRAY_STAMP(numbers, Numbers, NumberTraits)
 TYPED_ARRAY_STAMP_ADD(numbers, Numbers, NumberTraits)
 
-Numbers *numbers_of(const std::vector<int> &values, int capacity = 0, int grow_by = 0) {
-    Numbers *array = numbers_new(capacity, grow_by);
-    for (const int value : values) EXPECT_TRUE(numbers_add(array, &value));
+struct NumbersDeleter {
+    void operator()(Numbers *array) const {
+        numbers_cleanup(array);
+        SDL_free(array);
+    }
+};
+using OwnedNumbers = std::unique_ptr<Numbers, NumbersDeleter>;
+
+OwnedNumbers numbers_of(const std::vector<int> &values, int capacity = 0, int grow_by = 0) {
+    OwnedNumbers array(numbers_new(capacity, grow_by));
+    for (const int value : values) EXPECT_TRUE(numbers_add(array.get(), &value));
     return array;
 }
 
-std::vector<int> content(const Numbers *array) { return {array->items, array->items + array->count}; }
-
-void destroy(Numbers *array) {
-    numbers_cleanup(array);
-    SDL_free(array);
-}
-
-bool callback_one(SDL_Event *) { return true; }
-bool callback_two(SDL_Event *) { return false; }
+std::vector<int> content(const OwnedNumbers &array) { return {array->items, array->items + array->count}; }
 
 // --- growth ---
 
 TEST(TypedArray, GrowsByItsStepAndByOneWithoutAStep) {
-    struct Case {
+    const struct {
         int capacity, grow_by, adds, expected_capacity;
-    };
-    for (const Case c :
-         {Case{0, 0, 0, 0}, {0, 0, 3, 3}, {0, -4, 2, 2}, {11, 5, 11, 11}, {11, 5, 12, 16}, {-3, 2, 1, 2}}) {
-        Numbers *array = numbers_of(std::vector<int>(static_cast<size_t>(c.adds)), c.capacity, c.grow_by);
+    } cases[] = {{0, 0, 0, 0}, {0, 0, 3, 3}, {0, -4, 2, 2}, {11, 5, 11, 11}, {11, 5, 12, 16}, {-3, 2, 1, 2}};
+    for (const auto &c : cases) {
+        const auto array = numbers_of(std::vector<int>(static_cast<size_t>(c.adds)), c.capacity, c.grow_by);
         EXPECT_EQ(array->capacity, c.expected_capacity) << c.capacity << ", " << c.grow_by << ", " << c.adds;
         EXPECT_EQ(array->items == nullptr, c.expected_capacity == 0);
-        destroy(array);
     }
-}
-
-TEST(TypedArray, MayAddAnElementThatLivesInItsOwnBuffer) {
-    Numbers *array = numbers_of({7});
-    for (int i = 0; i < 20; i++) ASSERT_TRUE(numbers_add(array, &array->items[0]));
+    const auto array = numbers_of({7});
+    for (int i = 0; i < 20; i++) ASSERT_TRUE(numbers_add(array.get(), &array->items[0])) << "from its own buffer";
     EXPECT_EQ(content(array), std::vector<int>(21, 7));
-    destroy(array);
 }
 
-TEST(TypedArray, KeepsItsContentWhenGrowthFails) {
-    allocation_faults_install();
-    const LogCapture log;
-    Numbers *array = numbers_of({1, 2});
-    Numbers *full = numbers_of({9});
-    const int three = 3;
-    allocation_faults_arm(1, true);
-    EXPECT_FALSE(numbers_add(array, &three));
-    EXPECT_FALSE(numbers_move(array, 0, full));
-    EXPECT_GE(allocation_faults_disarm(), 2);
-    EXPECT_EQ(content(array), (std::vector{1, 2}));
-    EXPECT_EQ(content(full), (std::vector{9}));
-    EXPECT_TRUE(log.has("[NUMBERS] Memory allocation failed while growing the array to 3 elements, error: "));
-    destroy(array);
-    destroy(full);
-}
-
-TEST(TypedArray, NewNamesTheAllocationThatFailed) {
+TEST(TypedArray, FailedAllocationsAreNamedAndLeaveTheContent) {
     allocation_faults_install();
     const LogCapture log;
     for (const int nth : {1, 2}) {
@@ -85,59 +58,57 @@ TEST(TypedArray, NewNamesTheAllocationThatFailed) {
         EXPECT_EQ(numbers_new(4, 4), nullptr);
         allocation_faults_disarm();
     }
-    ASSERT_EQ(log.errors().size(), 2u);
-    EXPECT_EQ(log.errors()[0].find("[NUMBERS] Memory allocation failed in numbers_new(), error: "), 0u);
-    EXPECT_EQ(log.errors()[1].find("[NUMBERS] Element memory allocation failed in numbers_new(), error: "), 0u);
     EXPECT_EQ(allocation_faults_live(), 0);
+    const auto array = numbers_of({1, 2}), full = numbers_of({9});
+    const int three = 3;
+    allocation_faults_arm(1, true);
+    EXPECT_FALSE(numbers_add(array.get(), &three));
+    EXPECT_FALSE(numbers_move(array.get(), 0, full.get()));
+    EXPECT_GE(allocation_faults_disarm(), 2);
+    EXPECT_EQ(content(array), (std::vector{1, 2}));
+    EXPECT_EQ(content(full), (std::vector{9}));
+    EXPECT_EQ(log.count("[NUMBERS] Memory allocation failed in numbers_new(), error: "), 1);
+    EXPECT_EQ(log.count("[NUMBERS] Element memory allocation failed in numbers_new(), error: "), 1);
+    EXPECT_TRUE(log.has("[NUMBERS] Memory allocation failed while growing the array to 3 elements, error: "));
 }
 
 // --- elements ---
 
 TEST(TypedArray, RemovalMovesTheLastElementIntoTheGap) {
-    Numbers *array = numbers_of({1, 2, 3});
-    for (const int out : {-1, 3, 100}) numbers_remove(array, out);
+    const auto array = numbers_of({1, 2, 3});
+    for (const int out : {-1, 3, 100}) numbers_remove(array.get(), out);
     EXPECT_EQ(content(array), (std::vector{1, 2, 3}));
-    numbers_remove(array, 0);
+    numbers_remove(array.get(), 0);
     EXPECT_EQ(content(array), (std::vector{3, 2}));
-    numbers_remove(array, 1);
-    EXPECT_EQ(content(array), (std::vector{3}));
-    EXPECT_EQ(numbers_get(array, 0), 3);
-    EXPECT_EQ(numbers_get(array, -1), 0);
-    EXPECT_EQ(numbers_get(array, 1), 0);
-    destroy(array);
+    numbers_remove(array.get(), 1);
+    const int wanted[] = {0, 3, 0};
+    for (int i = -1; i <= 1; i++) EXPECT_EQ(numbers_get(array.get(), i), wanted[i + 1]) << i;
 }
 
 TEST(TypedArray, MovePassesAnElementOn) {
-    Numbers *src = numbers_of({1, 2, 3}), *dst = numbers_of({9});
-    EXPECT_FALSE(numbers_move(src, 3, dst));
-    EXPECT_FALSE(numbers_move(src, -1, dst));
-    EXPECT_TRUE(numbers_move(src, 0, dst));
+    const auto src = numbers_of({1, 2, 3}), dst = numbers_of({9});
+    for (const int out : {-1, 3}) EXPECT_FALSE(numbers_move(src.get(), out, dst.get()));
+    EXPECT_TRUE(numbers_move(src.get(), 0, dst.get()));
     EXPECT_EQ(content(src), (std::vector{3, 2}));
     EXPECT_EQ(content(dst), (std::vector{9, 1}));
-    EXPECT_TRUE(numbers_move(dst, 0, dst)) << "to its own end";
+    EXPECT_TRUE(numbers_move(dst.get(), 0, dst.get())) << "to its own end";
     EXPECT_EQ(content(dst), (std::vector{9, 1}));
-    destroy(src);
-    destroy(dst);
 }
 
 TEST(TypedArray, CleanupTwiceAndUseAgain) {
-    Numbers *array = numbers_of({1, 2}, 4, 3);
-    numbers_reset(array);
-    EXPECT_EQ(array->count, 0);
-    EXPECT_EQ(array->capacity, 4);
+    const auto array = numbers_of({1, 2}, 4, 3);
+    numbers_reset(array.get());
+    EXPECT_TRUE(array->count == 0 && array->capacity == 4);
     for (int i = 0; i < 2; i++) {
-        numbers_cleanup(array);
-        EXPECT_EQ(array->items, nullptr);
-        EXPECT_EQ(array->capacity, 0);
-        EXPECT_EQ(array->grow_by, 3);
+        numbers_cleanup(array.get());
+        EXPECT_TRUE(!array->items && array->capacity == 0 && array->grow_by == 3);
     }
     const int five = 5;
-    EXPECT_TRUE(numbers_add(array, &five));
+    EXPECT_TRUE(numbers_add(array.get(), &five));
     EXPECT_EQ(array->capacity, 3);
-    destroy(array);
 }
 
-// --- the instances that own or compare ---
+// --- an instance that owns what it holds ---
 
 TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     allocation_faults_install();
@@ -163,46 +134,6 @@ TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     string_array_cleanup(array);
     SDL_free(array);
     EXPECT_EQ(allocation_faults_live(), 0);
-}
-
-TEST(CallbackArray, FindsTheFirstOfEqualCallbacks) {
-    CallbackArray array = {};
-    EXPECT_EQ(callback_array_index_of(&array, callback_one), -1);
-    for (const EventCallback cb : {callback_two, callback_one, callback_one}) {
-        ASSERT_TRUE(callback_array_add(&array, cb));
-    }
-    EXPECT_EQ(callback_array_index_of(&array, callback_one), 1);
-    callback_array_cleanup(&array);
-}
-
-TEST(TextArray, CreatesColoursAndDestroysItsTexts) {
-    SDL_SetHint(SDL_HINT_VIDEO_DRIVER, "dummy");
-    ASSERT_TRUE(SDL_Init(SDL_INIT_VIDEO));
-    ASSERT_TRUE(TTF_Init());
-    const LogCapture log;
-    TemporaryDirectory directory;
-    directory.link_assets();
-    TTF_TextEngine *text_engine = TTF_CreateSurfaceTextEngine();
-    TTF_Font *font = TTF_OpenFont("assets/fonts/EuroStyle Normal.ttf", 16);
-    ASSERT_NE(font, nullptr) << SDL_GetError();
-    TextArray *array = text_array_new(0, 0);
-
-    EXPECT_FALSE(text_array_add(array, text_engine, nullptr, "text", {}) && array->count > 0 && !array->items[0]);
-    text_array_reset(array);
-    ASSERT_TRUE(text_array_add(array, text_engine, font, "one", {1, 2, 3, 4}));
-    ASSERT_TRUE(text_array_add(array, text_engine, font, "two", {5, 6, 7, 8}));
-    SDL_Color color = {};
-    ASSERT_TRUE(TTF_GetTextColor(text_array_get(array, 1), &color.r, &color.g, &color.b, &color.a));
-    EXPECT_EQ(color.r, 5);
-    EXPECT_EQ(color.a, 8);
-    text_array_remove(array, 0);
-    EXPECT_STREQ(text_array_get(array, 0)->text, "two");
-    text_array_cleanup(array);
-    SDL_free(array);
-    TTF_CloseFont(font);
-    TTF_DestroySurfaceTextEngine(text_engine);
-    TTF_Quit();
-    SDL_Quit();
 }
 
 } // namespace

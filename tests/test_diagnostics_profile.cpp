@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
+#include <cstring>
 #include <numeric>
 #include <random>
 #include <vector>
@@ -35,7 +35,6 @@ TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
     frame_profile_mark(&profile, PHASE_FIX, 5);
     EXPECT_EQ(profile.open_phase, PHASE_EVT) << "nothing is recorded before the first boundary";
     frame_profile_boundary(&profile, 100);
-    EXPECT_EQ(profile.count, 0);
     frame_profile_mark(&profile, PHASE_FIX, 110);
     frame_profile_mark(&profile, PHASE_FIX, 130);
     frame_profile_count_step(&profile);
@@ -51,62 +50,11 @@ TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
     EXPECT_EQ(frame->total_ns, 110u);
     EXPECT_EQ(frame->steps, 1);
     EXPECT_EQ(profile.current.phase_ns[PHASE_FIX] + profile.current.steps, 0u) << "the next frame starts empty";
-}
-
-TEST_F(FrameProfileTest, SumsStopAtTheirGreatestValue) {
-    frame_profile_boundary(&profile, 0);
-    for (int phase = 0; phase < PHASE_COUNT; phase++) frame_profile_mark(&profile, phase, now += 5'000 * MS);
     for (int i = 0; i < 70'000; i++) frame_profile_count_step(&profile);
-    frame_profile_boundary(&profile, now += 5'000 * MS);
-    const FrameRecord *frame = frame_profile_at(&profile, 0);
-    for (const uint32_t ns : frame->phase_ns) EXPECT_EQ(ns, NS_MAX);
-    EXPECT_EQ(frame->total_ns, NS_MAX);
-    EXPECT_EQ(frame->steps, UINT16_MAX);
-    FrameStats stats;
-    frame_of(uint64_t{NS_MAX} + 1);
-    frame_profile_stats(&profile, 2, &stats);
-    EXPECT_EQ(stats.avg_ns, NS_MAX) << "the sum over frames has more room";
-}
-
-TEST_F(FrameProfileTest, TheRingKeepsTheLast512) {
-    EXPECT_EQ(frame_profile_at(&profile, 0), nullptr);
-    for (uint64_t i = 1; i <= 600; i++) frame_of(i);
-    EXPECT_EQ(profile.count, 512);
-    for (const int age : {0, 1, 87, 88, 511}) {
-        ASSERT_NE(frame_profile_at(&profile, age), nullptr) << age;
-        EXPECT_EQ(frame_profile_at(&profile, age)->total_ns, static_cast<uint32_t>(600 - age));
-    }
-    EXPECT_EQ(frame_profile_at(&profile, 512), nullptr);
-    EXPECT_EQ(frame_profile_at(&profile, -1), nullptr);
+    EXPECT_EQ(profile.current.steps, UINT16_MAX);
 }
 
 // --- statistics ---
-
-TEST_F(FrameProfileTest, StatisticsCoverTheNewestFrames) {
-    FrameStats stats = {1, 2, 3, 4, 5};
-    frame_profile_stats(&profile, 10, &stats);
-    EXPECT_EQ(stats.avg_ns + stats.min_ns + stats.max_ns + stats.low_ns, 0u);
-    EXPECT_EQ(stats.window_frames, 0);
-    for (uint64_t i = 1; i <= 600; i++) frame_of(i); // 600 is the newest and the longest
-    struct Case {
-        int window, frames;
-        uint32_t low_ns;
-    };
-    for (const Case &c :
-         {Case{0, 0, 0},
-          {-1, 0, 0},
-          {40, 40, 600},
-          {199, 199, 600},
-          {200, 200, 599},
-          {300, 300, 599},
-          {512, 512, 598},
-          {1000, 512, 598}}) {
-        frame_profile_stats(&profile, c.window, &stats);
-        EXPECT_EQ(stats.window_frames, c.frames) << c.window;
-        EXPECT_EQ(stats.low_ns, c.low_ns) << c.window;
-        EXPECT_EQ(stats.min_ns, c.frames > 0 ? static_cast<uint32_t>(601 - c.frames) : 0u) << c.window;
-    }
-}
 
 // The same history kept without bounds, and looked at by sorting it.
 struct Reference {
@@ -159,20 +107,18 @@ TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
             reference.complete();
         }
         ASSERT_EQ(profile.count, static_cast<int>(std::min<uint64_t>(frames, 512)));
+        for (const int none : {-1, profile.count}) ASSERT_EQ(frame_profile_at(&profile, none), nullptr);
         for (int age = 0; age < profile.count; age++) {
             const FrameRecord *frame = frame_profile_at(&profile, age);
             const auto &expected = reference.frames[static_cast<size_t>(frames) - 1 - static_cast<size_t>(age)];
             ASSERT_TRUE(std::equal(expected.begin(), expected.end(), std::begin(frame->phase_ns))) << age;
         }
-        for (const size_t window : {size_t{1}, size_t{1 + below(600)}, size_t{512}}) {
+        for (const size_t window : {size_t{1}, size_t{199}, size_t{200}, size_t{1 + below(600)}, size_t{512}}) {
             FrameStats found;
             frame_profile_stats(&profile, static_cast<int>(window), &found);
             const FrameStats expected = reference.stats(window);
-            EXPECT_EQ(found.avg_ns, expected.avg_ns);
-            EXPECT_EQ(found.min_ns, expected.min_ns);
-            EXPECT_EQ(found.max_ns, expected.max_ns);
-            EXPECT_EQ(found.low_ns, expected.low_ns);
-            EXPECT_EQ(found.window_frames, expected.window_frames);
+            EXPECT_EQ(std::memcmp(&found, &expected, sizeof found), 0)
+                << "history " << history << ", window " << window;
         }
     }
 }
@@ -180,23 +126,13 @@ TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
 // --- chart ---
 
 TEST(FrameChart, ShowsTheColumnsThatFit) {
-    struct Case {
+    const struct {
         int count;
         float width, bar_width;
         int frames;
-    };
-    for (const Case &c :
-         {Case{512, 1200, 2.34375f, 512},
-          {40, 1200, 2.34375f, 40},
-          {512, 1024, 2, 512},
-          {512, 1023, 2, 511},
-          {512, 300, 2, 150},
-          {40, 300, 2, 40},
-          {512, 1.9f, 2, 0},
-          {512, 0, 2, 0},
-          {512, -5, 2, 0},
-          {0, 1200, 2, 0},
-          {512, 1e30f, 1e30f / 512, 512}}) {
+    } cases[] = {{40, 1200, 2.34375f, 40}, {512, 1024, 2, 512}, {512, 1023, 2, 511}, {40, 300, 2, 40},
+                 {512, 1.9f, 2, 0},        {512, -5, 2, 0},     {0, 1200, 2, 0},     {512, 1e30f, 1e30f / 512, 512}};
+    for (const auto &c : cases) {
         ChartLayout layout = {};
         frame_profile_chart_layout(c.count, c.width, &layout);
         EXPECT_EQ(layout.bar_width, c.bar_width) << c.count << " in " << c.width;
@@ -205,33 +141,13 @@ TEST(FrameChart, ShowsTheColumnsThatFit) {
 }
 
 TEST(FrameChart, TheScaleGrowsAtOnceAndShrinksLate) {
-    struct Case {
+    const struct {
         double peak, current, scale;
-    };
-    for (const Case &c :
-         {Case{17, 0, 33.3},
-          {55, 100, 100},
-          {45, 100, 66.7},
-          {12, 33.3, 16.7},
-          {250, 0, 200},
-          {250, 200, 200},
-          {0, 0, 2},
-          {0, 200, 2},
-          {16.7, 8, 16.7},
-          {16.65, 33.3, 33.3},
-          {50, 100, 100},
-          {8.001, 2, 16.7}}) {
+    } cases[] = {{17, 0, 33.3}, {55, 100, 100}, {45, 100, 66.7}, {12, 33.3, 16.7},    {250, 0, 200},  {250, 200, 200},
+                 {0, 0, 2},     {0, 200, 2},    {16.7, 8, 16.7}, {16.65, 33.3, 33.3}, {50, 100, 100}, {8.001, 2, 16.7}};
+    for (const auto &c : cases) {
         EXPECT_EQ(frame_profile_ladder_pick(c.peak, c.current), c.scale) << c.peak << " at " << c.current;
     }
-}
-
-TEST(FrameChart, ABarIsAsHighAsItsShareOfTheScale) {
-    EXPECT_EQ(frame_profile_sample_y(5 * MS, 20, 100), 25);
-    EXPECT_EQ(frame_profile_sample_y(20 * MS, 20, 100), 100);
-    EXPECT_EQ(frame_profile_sample_y(NS_MAX, 20, 100), 100);
-    EXPECT_EQ(frame_profile_sample_y(0, 20, 100), 0);
-    EXPECT_EQ(frame_profile_sample_y(5 * MS, 0, 100), 0);
-    EXPECT_EQ(frame_profile_sample_y(5 * MS, 20, 0), 0);
 }
 
 } // namespace

@@ -47,39 +47,14 @@ int steps_due(Timestep *ts) {
     return steps;
 }
 
-TEST(TimestepTest, RatesBelowOneMeanSixty) {
-    Timestep ts = {};
-    for (const int hz : {0, -5, 60}) {
-        timestep_init(&ts, hz);
-        EXPECT_EQ(ts.step, 1.0 / 60);
-    }
-    timestep_init(&ts, 120);
-    EXPECT_EQ(ts.step, 1.0 / 120);
-}
-
-TEST(TimestepTest, AStallCostsAQuarterSecondAndAnExactStepIsTaken) {
-    Timestep ts = {};
-    timestep_init(&ts, 64); // a step that binary fractions hold exactly
-    timestep_advance(&ts, 2.0);
-    EXPECT_EQ(steps_due(&ts), 16);
-    EXPECT_EQ(timestep_alpha(&ts), 0.0);
-    timestep_advance(&ts, 1.0 / 64);
-    EXPECT_EQ(steps_due(&ts), 1) << "an accumulator equal to the step";
-    timestep_advance(&ts, 0.75 / 64);
-    EXPECT_EQ(steps_due(&ts), 0);
-    EXPECT_EQ(timestep_alpha(&ts), 0.75);
-    timestep_reset(&ts);
-    EXPECT_EQ(timestep_alpha(&ts), 0.0);
-    EXPECT_EQ(timestep_lerp(10, 20, 0.25), 12.5);
-}
-
 TEST(TimestepTest, UnevenFramesLoseAndInventNoTime) {
     std::mt19937 random(3);
     for (const int hz : {1, 30, 60, 144, 1000}) {
         Timestep ts = {};
         timestep_init(&ts, hz);
-        double elapsed = 0;
-        int steps = 0;
+        timestep_advance(&ts, 2); // a stall costs all but a quarter second
+        double elapsed = 0.25;
+        int steps = steps_due(&ts);
         for (int i = 0; i < 5000; i++) {
             const double dt = static_cast<double>(random() % 100'000) / 1e6;
             elapsed += dt;

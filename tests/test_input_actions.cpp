@@ -66,47 +66,33 @@ protected:
 
 // --- binding texts ---
 
-TEST_F(InputTest, TheDefaultsAreFourBindings) {
-    InputBinding b[INPUT_MAX_BINDINGS];
-    ASSERT_EQ(input_parse_bindings(input_default_bindings_text(INPUT_ACTION_LEFT), b, INPUT_MAX_BINDINGS), 4);
-    EXPECT_EQ(b[0].code, SDL_SCANCODE_LEFT);
-    EXPECT_EQ(b[1].code, SDL_SCANCODE_A);
-    EXPECT_TRUE(b[2].kind == INPUT_BINDING_BUTTON && b[2].code == SDL_GAMEPAD_BUTTON_DPAD_LEFT);
-    EXPECT_TRUE(b[3].kind == INPUT_BINDING_AXIS && b[3].code == SDL_GAMEPAD_AXIS_LEFTX && b[3].direction == -1);
-    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
-        EXPECT_TRUE(input_bind(action, input_default_bindings_text(action))) << action;
-    }
-    EXPECT_TRUE(log.lines.empty());
-}
-
 TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
+    using Names = std::vector<std::string>;
     const struct {
         std::string text;
         int count;
-        std::vector<std::string> skipped;
+        Names skipped;
     } cases[] = {
-        {"", 0, {}},
         {" , ,\t,", 0, {}},
         {"  Left Shift  ,space", 2, {}},
-        {"PAD:LeftX-, Pad:righttrigger", 2, {}},
-        {"pad:righty+", 1, {}},
+        {"PAD:LeftX-, Pad:righttrigger,pad:dpleft,pad:righty+", 4, {}},
         {"pad:leftx", 0, {"pad:leftx"}},
         {"pad:lefttrigger+, A", 1, {"pad:lefttrigger+"}},
-        {"pad:+leftx+", 0, {"pad:+leftx+"}},
-        {"pad:-lefttrigger", 0, {"pad:-lefttrigger"}},
+        {"pad:+leftx+, pad:-lefttrigger", 0, {"pad:+leftx+", "pad:-lefttrigger"}},
         {"pad:, pad:+, pad", 0, {"pad:", "pad:+", "pad"}},
         {"pad: a, No Such Key", 0, {"pad: a", "No Such Key"}},
         {std::string(63, 'x'), 0, {std::string(63, 'x')}},
-        {"A" + std::string(63, 'x'), 0, {"A" + std::string(62, 'x')}},
-    };
+        {"A" + std::string(63, 'x'), 0, {"A" + std::string(62, 'x')}}};
     for (const auto &c : cases) {
         log.lines.clear();
         InputBinding bindings[INPUT_MAX_BINDINGS];
         EXPECT_EQ(input_parse_bindings(c.text.c_str(), bindings, INPUT_MAX_BINDINGS), c.count) << c.text;
-        ASSERT_EQ(log.lines.size(), c.skipped.size()) << c.text;
-        for (size_t i = 0; i < c.skipped.size(); i++) {
-            EXPECT_EQ(log.lines[i].text, "[INPUT] Unknown binding \"" + c.skipped[i] + "\", skipped");
-        }
+        Names lines;
+        for (const std::string &name : c.skipped) lines.push_back("[INPUT] Unknown binding \"" + name + "\", skipped");
+        EXPECT_EQ(log.at_least(SDL_LOG_PRIORITY_INFO), lines) << c.text;
+    }
+    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
+        EXPECT_TRUE(input_bind(action, input_default_bindings_text(action))) << action;
     }
 }
 
@@ -185,17 +171,6 @@ TEST_F(InputTest, AStickPressesWhenItCrossesBehindTheDeadzone) {
     EXPECT_FALSE(pressed_since(INPUT_ACTION_ATTACK)) << "triggers have no deadzone";
     axis(SDL_GAMEPAD_AXIS_RIGHT_TRIGGER, 0.51f);
     EXPECT_TRUE(pressed_since(INPUT_ACTION_ATTACK));
-}
-
-TEST_F(InputTest, AFrameWithoutAStepKeepsThePressForTheNext) {
-    key(SDL_SCANCODE_SPACE);
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_JUMP)) << "that frame's tick";
-    EXPECT_FALSE(pressed_since(INPUT_ACTION_JUMP)) << "the next frame's";
-    EXPECT_TRUE(pressed_in_a_step(INPUT_ACTION_JUMP)) << "a later frame's first step";
-    EXPECT_FALSE(pressed_in_a_step(INPUT_ACTION_JUMP)) << "its second";
-    key(SDL_SCANCODE_SPACE);
-    input_clear_presses(); // a change of screens
-    EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP) || pressed_in_a_step(INPUT_ACTION_JUMP));
 }
 
 // Presses far enough apart to be told apart by frames and steps are each counted once by both, at any pair of rates,

@@ -11,6 +11,7 @@
 #include <cmath>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -68,9 +69,17 @@ protected:
         }
         return true;
     }
-    void expect_stands_on(float left, float right, float y, const char *what) const {
-        EXPECT_TRUE(player.body.grounded && player.body.pos.y == y && player.body.pos.x > left) << what;
-        EXPECT_LT(player.body.pos.x, right) << what << ", at a height of " << player.body.pos.y;
+    struct Leg {
+        const char *script;
+        float left, right, y; // where it ends, on the ground
+    };
+    void follow(const std::vector<Leg> &legs) {
+        for (const Leg &leg : legs) {
+            ASSERT_TRUE(play(leg.script)) << leg.script;
+            const SDL_FPoint at = player.body.pos;
+            EXPECT_TRUE(player.body.grounded && at.y == leg.y && at.x > leg.left && at.x < leg.right)
+                << leg.script << ": " << at.x << ", " << at.y;
+        }
     }
 };
 
@@ -80,35 +89,23 @@ TEST_F(CastleRouteTest, TwoJumpsAreEnough) {
 }
 
 TEST_F(CastleRouteTest, ThePlatformOverThePitLeadsOverTheTower) {
-    const struct {
-        const char *script;
-        float left, right, y;
-    } legs[] = {
-        {"Rrrrrrrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrl", 960, 1008, 352}, // the platform over the pit
-        {"Rrrrrrrrrrrrrr Rrrrrrrrlll", 1216, 1264, 304},
-        {"Rl.lll", 1136, 1184, 256},
-        {"Rrrllrrr", 1232, 1280, 192},
-        {"rrrrr", 1328, 1584, 208},             // the tower's roof
-        {"Rrrrrrrrrrrrrr...", 1648, 1680, 272}, // over the merlon
-    };
-    for (const auto &leg : legs) {
-        ASSERT_TRUE(play(leg.script)) << leg.script;
-        expect_stands_on(leg.left, leg.right, leg.y, leg.script);
-    }
+    follow(
+        {{"Rrrrrrrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrl", 960, 1008, 352}, // the platform over the pit
+         {"Rrrrrrrrrrrrrr Rrrrrrrrlll", 1216, 1264, 304},
+         {"Rl.lll", 1136, 1184, 256},
+         {"Rrrllrrr", 1232, 1280, 192},
+         {"rrrrr", 1328, 1584, 208},               // the tower's roof
+         {"Rrrrrrrrrrrrrr...", 1648, 1680, 272}}); // over the merlon
     ASSERT_TRUE(play("llrrrrrrrrrrrrrrr"));
     EXPECT_GT(player.body.pos.x, RIGHT_END);
 }
 
 TEST_F(CastleRouteTest, TheBeamsUnderTheCeilingAreReachedToo) {
-    // Over the platforms beside the tower, then back to the left.
-    ASSERT_TRUE(play(
-        "rrrrr Rrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrrrr Rrrrrrrrll Lrl.ll Lrrllrrr Llllllllllllllllllllll Lllll Lllllll "
-        "Lllllll"));
-    expect_stands_on(100, 336, 144, "the ledge above the spawn");
-    ASSERT_TRUE(play("r Rrrrrr Rrrrrrr"));
-    expect_stands_on(560, 608, 144, "the second beam");
-    ASSERT_TRUE(play("r Rrrrrr"));
-    expect_stands_on(704, 1184, 128, "the block in the middle");
+    ASSERT_TRUE(play("rrrrr Rrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrrrr Rrrrrrrrll Lrl.ll")); // beside the tower, then back
+    follow(
+        {{"Lrrllrrr Llllllllllllllllllllll Lllll Lllllll Lllllll", 100, 336, 144}, // the ledge above the spawn
+         {"r Rrrrrr Rrrrrrr", 560, 608, 144},
+         {"r Rrrrrr", 704, 1184, 128}}); // the block in the middle
     ASSERT_TRUE(play("rrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrl.rrrrrrrrrrrr"));
     EXPECT_GT(player.body.pos.x, RIGHT_END);
 }

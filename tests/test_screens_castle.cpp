@@ -1,16 +1,10 @@
 // The three screens that show the castle and the knight.
 
-#include "app/screen_registry.h"
-#include "engine/drawing_space.h"
 #include "screens/castle.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "toolkit/render_grid.h"
 
 #include <SDL3/SDL_render.h>
-#include <SDL3/SDL_video.h>
-
-#include <numbers>
 
 namespace {
 
@@ -21,17 +15,7 @@ protected:
     bool start_at(const char *screen, const char *size = "800x450", int ui_scale = 1) {
         return start({"--screen", screen, "--window-size", size, "--ui-scale", std::to_string(ui_scale)}) && frame();
     }
-    Picture shown(double seconds = 0) {
-        EXPECT_TRUE(frame(seconds));
-        return picture();
-    }
 };
-
-TEST_F(CastleScreensTest, ThePanIsASlowSweepFromTheCorner) {
-    EXPECT_EQ(castle_pan(0, 0.9), 0);
-    EXPECT_NEAR(castle_pan(std::numbers::pi / 0.9, 0.9), 1, 1e-12);
-    EXPECT_NEAR(castle_pan(std::numbers::pi / 1.8, 0.9), 0.5, 1e-12);
-}
 
 TEST_F(CastleScreensTest, TheCastleFillsTheViewWhereverItHasPanned) {
     for (const int ui_scale : {1, 2, 3}) {
@@ -44,7 +28,6 @@ TEST_F(CastleScreensTest, TheCastleFillsTheViewWhereverItHasPanned) {
             EXPECT_EQ(count_pixels(now, {0, 0, 0, 255}), 0) << "no gap, at UI scale " << ui_scale;
             before.reset(SDL_DuplicateSurface(now.get()));
         }
-        stop();
     }
 }
 
@@ -73,14 +56,11 @@ TEST_F(CastleScreensTest, LostTargetsAreBakedAgain) {
 TEST_F(CastleScreensTest, TheLogicalViewIsScaledByWholeNumbersUnderACrispLabel) {
     ASSERT_TRUE(start_at("logical-demo", "1024x600"));
     const Picture drawn = shown(); // 4 times 256 × 144, in the middle
-    const PictureBounds outline = bounds_of(drawn, VIEW_OUTLINE);
-    EXPECT_TRUE(outline.left == 0 && outline.right == 1023 && outline.top == 12 && outline.bottom == 587);
+    EXPECT_EQ(bounds_of(drawn, VIEW_OUTLINE), (PictureBounds{0, 12, 1023, 587}));
     const PictureBounds box = bounds_of(drawn, BOX);
     EXPECT_TRUE(box.right == 1024 - 10 - 2 && box.bottom == 600 - 10 - 2) << box.right << ", " << box.bottom;
-    SDL_SetWindowSize(engine->window, 700, 500);
-    SDL_SyncWindow(engine->window);
+    resize(700, 500);
     EXPECT_EQ(bounds_of(shown(), BOX).right, 700 - 10 - 2);
-    stop();
     EXPECT_TRUE(log.errors().empty());
 }
 
@@ -110,8 +90,7 @@ TEST_F(CastleScreensTest, TheSpriteScreenLaysItselfOutAndAnswersItsKeys) {
     key_down(SDLK_2);
     const Picture paused = shown(0.2);
     EXPECT_TRUE(same_pixels(paused, shown(0.25)));
-    const PictureBounds without_sheet = bounds_of(paused, OUTLINE);
-    EXPECT_TRUE(without_sheet.left == 351 && without_sheet.right == 351 + 577 && without_sheet.bottom == 19 + 257);
+    EXPECT_EQ(bounds_of(paused, OUTLINE), (PictureBounds{351, 19, 351 + 577, 19 + 257})) << "without the sheet";
     for (const SDL_Keycode key : {SDLK_F, SDLK_PERIOD, SDLK_COMMA, SDLK_F}) {
         const Picture before(SDL_DuplicateSurface(picture().get()));
         key_down(key);
@@ -125,15 +104,6 @@ TEST_F(CastleScreensTest, TheSpriteScreenLaysItselfOutAndAnswersItsKeys) {
     const Picture playing = shown();
     EXPECT_FALSE(same_pixels(playing, shown(0.2)));
     EXPECT_TRUE(log.errors().empty());
-}
-
-TEST_F(CastleScreensTest, TheScreensSurviveEachAllocationFailingAndTakeTheirCallbacksAlong) {
-    ASSERT_TRUE(start({"--screen", "text-demo"}));
-    for (const GameState state : {GAME_STATE_TILEMAP_DEMO, GAME_STATE_SPRITE_DEMO, GAME_STATE_LOGICAL_DEMO}) {
-        const Screen *screen = screen_for(state);
-        expect_allocation_faults_survived(&log, screen->setup, screen->cleanup);
-    }
-    for (Uint32 type = 0; type < ENGINE_EVENT_TYPES; type++) ASSERT_EQ(engine->callbacks[type].count, 0) << type;
 }
 
 } // namespace

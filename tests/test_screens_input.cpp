@@ -3,8 +3,6 @@
 #include "input/input.h"
 #include "support/input_demo_fixture.h"
 
-#include <SDL3/SDL_video.h>
-
 namespace {
 
 class InputDemoTest : public InputDemoFixture {};
@@ -18,7 +16,6 @@ TEST_F(InputDemoTest, OneTapIsOneStepAndOneTickAtAnyRate) {
         }
         EXPECT_TRUE(counters_show(INPUT_ACTION_JUMP, "12")) << hz;
         EXPECT_TRUE(counters_show(INPUT_ACTION_LEFT, "0")) << hz;
-        stop();
     }
 }
 
@@ -38,8 +35,7 @@ TEST_F(InputDemoTest, TheMarkerRunsToTheEdgeAndOppositesCancel) {
     frames(20, 0.2);
     EXPECT_EQ(marker().right, 640 - 16 - 1) << "flush with the arena's right edge";
 
-    SDL_SetWindowSize(engine->window, 400, 300);
-    SDL_SyncWindow(engine->window);
+    resize(400, 300);
     hold({});
     frames(3, 0.02);
     EXPECT_EQ(marker().right, 400 - 16 - 1) << "the next step brings it into the smaller arena";
@@ -66,8 +62,7 @@ TEST_F(InputDemoTest, PauseStopsTheMarkerButNotTheCountersNorTheFlash) {
 }
 
 TEST_F(InputDemoTest, PressesOfTheFrameThatOpensTheScreenDoNotCount) {
-    ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "640x400"}));
-    frame();
+    ASSERT_TRUE(start_screen("text-demo", "640x400"));
     key_down(SDLK_SPACE);
     engine->state = GAME_STATE_INPUT_DEMO;
     frames(5, 0.05);

@@ -1,14 +1,7 @@
 // The main menu by keyboard, mouse and gamepad, judged by what it shows.
 
 #include "engine/engine.h"
-#include "engine/transition.h"
-#include "screens/main_menu.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-
-#include <SDL3/SDL_video.h>
-
-#include <cmath>
 
 namespace {
 
@@ -27,12 +20,6 @@ protected:
     GameState chosen() { // where the running fade leads
         for (int i = 0; i < 4; i++) frame(0.1);
         return engine_get_state();
-    }
-
-private:
-    Picture shown() {
-        frame();
-        return picture();
     }
 };
 
@@ -61,8 +48,7 @@ TEST_F(MenuTest, ColumnsFollowTheWindowsHeight) {
     EXPECT_EQ(selected_row(), 0);
     EXPECT_TRUE(in_first_column());
 
-    SDL_SetWindowSize(engine_window(), 1200, 200); // now one row: eleven columns
-    SDL_SyncWindow(engine_window());
+    resize(1200, 200); // now one row: eleven columns
     frame();
     key_down(SDLK_RIGHT);
     EXPECT_EQ(selected_row(), 0);
@@ -75,7 +61,6 @@ TEST_F(MenuTest, ReturnFadesToTheSelectedScreenAndExitQuitsAtOnce) {
     key_down(SDLK_DOWN);
     key_down(SDLK_RETURN);
     EXPECT_EQ(chosen(), GAME_STATE_TEXTURE_DEMO);
-    stop();
     ASSERT_TRUE(start_menu(800, 600));
     key_down(SDLK_UP);
     key_down(SDLK_RETURN);
@@ -88,9 +73,11 @@ TEST_F(MenuTest, TheMouseSelectsAndChooses) {
     mouse_move(x, y + ROW_PITCH);
     EXPECT_EQ(selected_row(), 1);
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_POINTER);
+    EXPECT_EQ(SDL_GetCursor(), engine->pointer_cursor);
     mouse_move(790, 590);
     EXPECT_EQ(selected_row(), 1) << "empty space keeps the selection";
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
+    EXPECT_EQ(SDL_GetCursor(), engine->default_cursor);
     mouse_up(x, y, SDL_BUTTON_RIGHT);
     mouse_up(790, 590);
     EXPECT_EQ(chosen(), GAME_STATE_MAIN_MENU);
@@ -98,13 +85,6 @@ TEST_F(MenuTest, TheMouseSelectsAndChooses) {
     mouse_up(x, y);
     EXPECT_EQ(chosen(), GAME_STATE_TEXT_DEMO);
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
-}
-
-TEST_F(MenuTest, AClickOnExitQuitsInTheSameFrameAtAnyUiScale) {
-    config = "[graphics]\nvsync_enable = false\nui_scale = 2\n";
-    ASSERT_TRUE(start_menu(1600, 1200));
-    mouse_up(2 * (LEFT + 10), 2 * (FIRST_ROW + 10 * ROW_PITCH + 15));
-    EXPECT_FALSE(frame());
 }
 
 TEST_F(MenuTest, AGamepadDrivesItToo) {
@@ -120,16 +100,9 @@ TEST_F(MenuTest, AGamepadDrivesItToo) {
     gamepad_down(SDL_GAMEPAD_BUTTON_DPAD_LEFT);
     gamepad_down(SDL_GAMEPAD_BUTTON_SOUTH);
     EXPECT_EQ(chosen(), GAME_STATE_TEXT_DEMO);
-    stop();
     ASSERT_TRUE(start_menu(1200, 505));
     gamepad_down(SDL_GAMEPAD_BUTTON_EAST);
     EXPECT_FALSE(frame());
-}
-
-TEST_F(MenuTest, LeavesNoCallbackAndNoAllocationBehind) {
-    ASSERT_TRUE(start({"--screen", "text-demo"}));
-    expect_allocation_faults_survived(&log, main_menu_setup, main_menu_cleanup);
-    for (Uint32 type = 0; type < ENGINE_EVENT_TYPES; type++) ASSERT_EQ(engine->callbacks[type].count, 0) << type;
 }
 
 } // namespace

@@ -1,11 +1,8 @@
 // The playable castle, read from the outlines it draws: where the body is, and where the camera looks.
 
 #include "app/screen_registry.h"
-#include "core/storage_internal.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-
-#include <SDL3/SDL_storage.h>
 
 #include <cmath>
 
@@ -17,16 +14,11 @@ constexpr SDL_Color BODY = {80, 255, 112, 255};
 
 class PlatformerTest : public EngineTest {
 protected:
-    bool start_level(const char *size = "1280x720") {
-        return start({"--screen", "platformer-demo", "--window-size", size}) && frame();
-    }
+    bool start_level() { return start_screen("platformer-demo", "1280x720"); }
     void play(double seconds) {
         for (int i = 0; i < static_cast<int>(std::lround(seconds * 60)); i++) frame(1.0001 / 60);
     }
-    PictureBounds body() { // its outline in the window, and the feet line
-        frame();
-        return bounds_of(picture(), BODY);
-    }
+    PictureBounds body() { return bounds_of(shown(), BODY); } // its outline in the window, and the feet line
     // The level's files in the test's own folder, to be changed there.
     void use_own_level(const std::string &collisions) {
         const fs::path real = fs::canonical("assets");
@@ -35,32 +27,32 @@ protected:
         fs::create_directory_symlink(real / "fireknight/sprites", "assets/fireknight/sprites");
         fs::copy(real / "fireknight/tilemaps", "assets/fireknight/tilemaps");
         write_file("assets/fireknight/tilemaps/castle-tilemap-collisions.csv", collisions);
-        SDL_CloseStorage(storage->game);
-        storage->game = SDL_OpenFileStorage(directory.path.c_str());
+        directory.use_as_game_files();
+    }
+    void start_own_level(const std::string &collisions) {
+        ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "1280x720"}));
+        use_own_level(collisions);
+        engine->state = GAME_STATE_PLATFORMER_DEMO;
+        frame();
     }
 };
 
 TEST_F(PlatformerTest, TheCameraStartsClampedAndFollowsBeyondItsDeadZone) {
     ASSERT_TRUE(start_level());
     EXPECT_TRUE(log.has("slopes from assets/fireknight/tilemaps/castle-tilemap-collisions.csv"));
-    PictureBounds at = body(); // feet (100, 416), camera (0, 296), three units to a pixel
-    EXPECT_TRUE(at.left == 270 && at.right == 330 && at.top == 240 && at.bottom == 360)
-        << at.left << " " << at.right << " " << at.top << " " << at.bottom;
+    EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360}))
+        << "feet (100, 416), camera (0, 296), three units to a pixel";
     hold({SDL_SCANCODE_LEFT, SDL_SCANCODE_D});
     play(0.5);
     EXPECT_EQ(body().left, 270) << "both ways is no way";
     hold({SDL_SCANCODE_RIGHT});
     play(0.5);
     EXPECT_NEAR(body().left, 270 + 3 * 125, 16) << "half a second at 250";
-    stop();
 
-    ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "1280x720"}));
-    use_own_level("0,416,1920,16\n1910,0,10,416\n"); // level ground, and a wall at its end
-    engine->state = GAME_STATE_PLATFORMER_DEMO;
-    frame();
+    start_own_level("0,416,1920,16\n1910,0,10,416\n"); // level ground, and a wall at its end
     hold({SDL_SCANCODE_RIGHT});
     play(1.5);
-    at = body();
+    const PictureBounds at = body();
     EXPECT_NEAR((at.left + at.right) / 2, 0.65 * 1280, 2) << "held at the dead zone's edge";
     play(7);
     hold({});
@@ -101,12 +93,8 @@ TEST_F(PlatformerTest, ThreeHitsOrAFallLeadBackToTheSpawn) {
     }
     play(0.8);
     EXPECT_EQ(body().left, 270) << "the death clip is over";
-    stop();
 
-    ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "1280x720"}));
-    use_own_level("0,416,200,16\n"); // a floor that ends
-    engine->state = GAME_STATE_PLATFORMER_DEMO;
-    frame();
+    start_own_level("0,416,200,16\n"); // a floor that ends
     hold({SDL_SCANCODE_RIGHT});
     play(0.6);
     EXPECT_GT(body().left, 500);

@@ -1,13 +1,11 @@
 // Geometry and its edge rules, collider sets, and the collision file.
 
 #include "core/storage.h"
-#include "core/storage_internal.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 #include "toolkit/colliders.h"
 
-#include <SDL3/SDL_storage.h>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -25,12 +23,9 @@ TEST(Geometry, EdgesOfShapesCountAsInside) {
         EXPECT_FALSE(point_in_rect(&p, &rect)) << p.x << ", " << p.y;
     }
     const Circle circle = {0, 0, 5};
-    const SDL_FPoint on = {3, 4}, off = {3, 4.01f};
-    EXPECT_TRUE(point_in_circle(&on, &circle));
-    EXPECT_FALSE(point_in_circle(&off, &circle));
-    const SDL_FPoint origin = {0, 0};
-    EXPECT_TRUE(point_near_point(&on, &origin, 5));
-    EXPECT_FALSE(point_near_point(&off, &origin, 5));
+    const SDL_FPoint on = {3, 4}, off = {3, 4.01f}, origin = {0, 0};
+    EXPECT_TRUE(point_in_circle(&on, &circle) && point_near_point(&on, &origin, 5));
+    EXPECT_FALSE(point_in_circle(&off, &circle) || point_near_point(&off, &origin, 5));
 }
 
 TEST(Geometry, RectanglesThatOnlyTouchDoNotIntersect) {
@@ -50,9 +45,7 @@ TEST(Geometry, RectanglesThatOnlyTouchDoNotIntersect) {
 }
 
 TEST(Geometry, TrianglesHoldTheirEdgesInBothWindings) {
-    const Tri clockwise = {{0, 0}, {10, 0}, {0, 10}};
-    const Tri counter = {{0, 0}, {0, 10}, {10, 0}};
-    for (const Tri &tri : {clockwise, counter}) {
+    for (const Tri &tri : {Tri{{0, 0}, {10, 0}, {0, 10}}, {{0, 0}, {0, 10}, {10, 0}}}) {
         for (const SDL_FPoint p : {SDL_FPoint{0, 0}, {5, 5}, {5, 0}, {0, 10}, {2, 3}})
             EXPECT_TRUE(point_in_tri(&p, &tri));
         for (const SDL_FPoint p : {SDL_FPoint{5.1f, 5}, {-0.1f, 5}, {5, -0.1f}}) EXPECT_FALSE(point_in_tri(&p, &tri));
@@ -79,19 +72,17 @@ protected:
     void SetUp() override {
         setenv("XDG_DATA_HOME", directory.path.c_str(), 1);
         ASSERT_TRUE(storage_setup());
-        SDL_CloseStorage(storage->game); // game files come from the test's own folder
-        storage->game = SDL_OpenFileStorage(directory.path.c_str());
+        directory.use_as_game_files();
     }
     ~CollidersTest() override {
-        colliders_rects_cleanup(rects);
-        colliders_tris_cleanup(tris);
-        colliders_circles_cleanup(circles);
-        colliders_points_cleanup(points);
-        for (void *set :
-             {static_cast<void *>(rects), static_cast<void *>(tris), static_cast<void *>(circles),
-              static_cast<void *>(points)}) {
+        const auto destroy = [](auto cleanup, auto *set) {
+            cleanup(set);
             SDL_free(set);
-        }
+        };
+        destroy(colliders_rects_cleanup, rects);
+        destroy(colliders_tris_cleanup, tris);
+        destroy(colliders_circles_cleanup, circles);
+        destroy(colliders_points_cleanup, points);
         storage_cleanup();
     }
 

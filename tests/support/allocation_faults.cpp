@@ -6,7 +6,6 @@
 #include <SDL3/SDL_stdinc.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdarg>
 #include <mutex>
 #include <unordered_set>

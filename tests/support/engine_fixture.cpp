@@ -20,6 +20,12 @@ SDL_Color pixel_at(const Picture &picture, int x, int y) {
     return color;
 }
 
+bool same_color(SDL_Color a, SDL_Color b) { return a.r == b.r && a.g == b.g && a.b == b.b; }
+
+void PrintTo(const PictureBounds &bounds, std::ostream *out) {
+    *out << bounds.left << ", " << bounds.top << " to " << bounds.right << ", " << bounds.bottom;
+}
+
 static Picture as_rgb(const Picture &picture) {
     return Picture(SDL_ConvertSurface(picture.get(), SDL_PIXELFORMAT_RGB24));
 }
@@ -50,8 +56,15 @@ PictureBounds bounds_of(const Picture &picture, SDL_Color color) {
 }
 
 int count_pixels(const Picture &picture, SDL_Color color) {
+    return count_pixels(picture, color, {0, 0, picture->w, picture->h});
+}
+
+int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area) {
     int count = 0;
-    each_pixel_of(picture, color, [&](int, int) { count++; });
+    each_pixel_of(picture, color, [&](int x, int y) {
+        const SDL_Point pixel = {x, y};
+        count += SDL_PointInRect(&pixel, &area) ? 1 : 0;
+    });
     return count;
 }
 
@@ -83,6 +96,7 @@ void EngineTest::TearDown() {
 }
 
 bool EngineTest::start(const std::vector<std::string> &arguments) {
+    if (running_) stop();
     // At every start, for SDL forgets its hints when it quits; with priority, for the environment would win otherwise.
     for (const auto &[hint, driver] : drivers_) {
         SDL_SetHintWithPriority(hint.c_str(), driver.c_str(), SDL_HINT_OVERRIDE);
@@ -96,6 +110,10 @@ bool EngineTest::start(const std::vector<std::string> &arguments) {
     running_ = main_loop_start(static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
     kept = std::move(words);
     return running_;
+}
+
+bool EngineTest::start_screen(const std::string &screen, const std::string &size) {
+    return start({"--screen", screen, "--window-size", size}) && frame();
 }
 
 void EngineTest::stop() {
@@ -123,6 +141,16 @@ Picture EngineTest::picture() const {
     return read;
 }
 
+Picture EngineTest::shown(double seconds) {
+    EXPECT_TRUE(frame(seconds));
+    return picture();
+}
+
+void EngineTest::resize(int width, int height) const {
+    SDL_SetWindowSize(engine->window, width, height);
+    SDL_SyncWindow(engine->window);
+}
+
 // The text is drawn over the picture once more, on the background it should have, and has to change no pixel.
 bool EngineTest::shows(float x, float y, SDL_Color color, const std::string &text, SDL_Color background) {
     SDL_Renderer *renderer = engine->renderer;
@@ -134,11 +162,7 @@ bool EngineTest::shows(float x, float y, SDL_Color color, const std::string &tex
     SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, 255);
     SDL_RenderDebugText(renderer, x, y, text.c_str());
     const Picture after(SDL_RenderReadPixels(renderer, &area));
-    for (int i = 0; i < area.w * area.h; i++) {
-        const SDL_Color was = pixel_at(before, i % area.w, i / area.w), is = pixel_at(after, i % area.w, i / area.w);
-        if (was.r != is.r || was.g != is.g || was.b != is.b) return false;
-    }
-    return true;
+    return same_pixels(before, after);
 }
 
 // --- events ---
@@ -171,15 +195,21 @@ void EngineTest::mouse_move(int x, int y) const {
     ASSERT_TRUE(SDL_PushEvent(&event));
 }
 
-void EngineTest::mouse_up(int x, int y, Uint8 button) const {
+void EngineTest::mouse_button(SDL_EventType type, int x, int y, Uint8 button) const {
     SDL_Event event = {};
-    event.button.type = SDL_EVENT_MOUSE_BUTTON_UP;
+    event.button.type = type;
     event.button.windowID = SDL_GetWindowID(engine->window);
     event.button.button = button;
     event.button.x = static_cast<float>(x);
     event.button.y = static_cast<float>(y);
     ASSERT_TRUE(SDL_PushEvent(&event));
 }
+
+void EngineTest::mouse_down(int x, int y, Uint8 button) const {
+    mouse_button(SDL_EVENT_MOUSE_BUTTON_DOWN, x, y, button);
+}
+
+void EngineTest::mouse_up(int x, int y, Uint8 button) const { mouse_button(SDL_EVENT_MOUSE_BUTTON_UP, x, y, button); }
 
 void EngineTest::gamepad_down(SDL_GamepadButton button) const {
     SDL_Event event = {};

@@ -25,3 +25,8 @@ std::vector<std::string> LogCapture::at_least(SDL_LogPriority priority) const {
     }
     return texts;
 }
+
+bool LogCapture::only_error_starts(const std::string &text) const {
+    const std::vector<std::string> texts = errors();
+    return texts.size() == 1 && texts.front().starts_with(text);
+}

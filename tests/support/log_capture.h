@@ -23,6 +23,7 @@ public:
     int count(const std::string &text) const; // lines that hold it
     bool has(const std::string &text) const { return count(text) > 0; }
     std::vector<std::string> at_least(SDL_LogPriority priority) const; // the texts of such lines, in order
+    bool only_error_starts(const std::string &text) const;             // the one there is
     std::vector<std::string> errors() const { return at_least(SDL_LOG_PRIORITY_ERROR); }
 
 private:

@@ -1,6 +1,9 @@
 #include "support/temporary_directory.h"
 
+#include "core/storage_internal.h"
+
 #include <SDL3/SDL_filesystem.h>
+#include <SDL3/SDL_storage.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -24,6 +27,11 @@ TemporaryDirectory::~TemporaryDirectory() {
 
 void TemporaryDirectory::link_assets() const {
     fs::create_directory_symlink(fs::canonical(fs::path(SDL_GetBasePath()) / "assets"), path / "assets");
+}
+
+void TemporaryDirectory::use_as_game_files() const {
+    SDL_CloseStorage(storage->game);
+    storage->game = SDL_OpenFileStorage(path.c_str());
 }
 
 void write_file(const fs::path &path, const std::string &content) {

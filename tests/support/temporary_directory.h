@@ -13,7 +13,8 @@ public:
 
     std::filesystem::path path;
 
-    void link_assets() const; // the project's assets, as assets/
+    void link_assets() const;       // the project's assets, as assets/
+    void use_as_game_files() const; // instead of those beside the executable, once the storage is set up
 
 private:
     std::filesystem::path previous_;
