@@ -3,12 +3,11 @@
 //   LUMARIND_DAMAGE_SEED        what the damage is drawn from (default 1)
 //   LUMARIND_DAMAGE_EVERYWHERE  when set, all screens are visited for each file
 
-#include "core/storage_internal.h"
 #include "engine/engine.h"
 #include "support/engine_fixture.h"
 #include "support/log_kinds.h"
 
-#include <SDL3/SDL_storage.h>
+#include <SDL3/SDL_stdinc.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -125,8 +124,7 @@ protected:
 
     bool start_on_damaged() {
         if (!start()) return false;
-        SDL_CloseStorage(storage->game); // the one beside the test program
-        storage->game = SDL_OpenTitleStorage((directory.path.string() + "/").c_str(), 0);
+        directory.use_as_game_files();
         return frame();
     }
 

@@ -60,5 +60,7 @@ int main(int argc, char *argv[]) {
         draw_chunks(renderer, grid, map_size, static_cast<double>(SDL_GetTicksNS() - start) / 1e9);
         SDL_RenderPresent(renderer);
     }
-    return 0; // the process takes it all along
+    SDL_DestroyRenderer(renderer); // OpenGL may have put off drawing until now
+    SDL_Quit();
+    return 0;
 }
