@@ -106,11 +106,24 @@ void audio_cleanup() {
 
 // --- sounds ---
 
+// The library takes samples of a size that it then has no room for.
+static bool _audio_is_aiff(SDL_IOStream *file) {
+    char head[4] = {};
+    const bool aiff = SDL_ReadIO(file, head, sizeof head) == sizeof head && SDL_memcmp(head, "FORM", sizeof head) == 0;
+    SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
+    return aiff;
+}
+
 // The loops a file itself asks for are left out: here the caller says what is repeated, and the library reads beyond
 // the end of a WAV's list of them when it is shorter than it says.
 static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
     SDL_IOStream *file = SDL_IOFromFile(path, "rb");
     if (!file) return nullptr;
+    if (_audio_is_aiff(file)) {
+        SDL_CloseIO(file);
+        SDL_SetError("AIFF is not supported: save it as WAV, FLAC, Ogg or MP3");
+        return nullptr;
+    }
     const SDL_PropertiesID options = SDL_CreateProperties();
     SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
     SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, audio ? audio->mixer : nullptr);
