@@ -30,6 +30,9 @@ RENDERERS = {"software": SOFTWARE, "opengl": OPENGL}
 # Where frames are counted nothing is shown: SDL's dummy video driver, and the offscreen one for OpenGL.
 UNSEEN = {"software": SOFTWARE | {"SDL_VIDEO_DRIVER": "dummy"}, "opengl": OPENGL | {"SDL_VIDEO_DRIVER": "offscreen"}}
 
+GOOGLE_FIELDS = {"name", "family_index", "per_family_instance_index", "run_name", "run_type", "repetitions",
+                 "repetition_index", "threads", "iterations", "real_time", "cpu_time", "time_unit", "label"}
+
 
 class Row:
     def __init__(self, name, value, unit, aim=None):
@@ -117,11 +120,17 @@ class Bench:
         for row in result["benchmarks"]:
             if row.get("error_occurred"):
                 sys.exit(f"measure: {row['name']} failed: {row['error_message']}")
-            name = f"{row['name']} {row['label']}" if row.get("label") else row["name"]
-            self.rows.append(Row(name, row["cpu_time"], row["time_unit"]))
-            for counter in ("bytes_per_second", "items_per_second"):
-                if counter in row:
-                    self.rows.append(Row(name, row[counter] / 1e6, f"million {counter.split('_')[0]}/s"))
+            if not row.get("skipped"):
+                self.add_google_row(row)
+
+    def add_google_row(self, row):
+        name = f"{row['name']} {row['label']}" if row.get("label") else row["name"]
+        manual = name.split(" ")[0].endswith("/manual_time")  # the benchmark itself says what counts
+        self.rows.append(Row(name, row["real_time" if manual else "cpu_time"], row["time_unit"]))
+        for counter in sorted(row.keys() - GOOGLE_FIELDS):
+            per_second = counter.endswith("_per_second")
+            unit = f"million {counter.split('_')[0]}/s" if per_second else counter.replace("_", " ")
+            self.rows.append(Row(name, row[counter] / (1e6 if per_second else 1), unit))
 
     def google(self, words):
         variables = {"SDL_VIDEO_DRIVER": "dummy"} | os.environ | {"SDL_AUDIO_DRIVER": "dummy"}
