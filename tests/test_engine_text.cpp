@@ -67,6 +67,31 @@ TEST_F(TextTest, FontsAreOpenedAtOutputSizeAndListedUpToEight) {
     EXPECT_EQ(engine_get_font(), font);
 }
 
+TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
+    ASSERT_TRUE(start_at_scale(1));
+    write_file("own.ttf", read_file(PIXEL_FONT));
+    TTF_Font *font = font_open("own.ttf", 20), *beside = font_open("own.ttf", 20);
+    EXPECT_NE(font, beside) << "two owners share none";
+    font_cleanup(beside);
+    font_cleanup(font);
+    EXPECT_EQ(font_open("own.ttf", 20), font);
+    TTF_Font *larger = font_open("own.ttf", 21);
+    EXPECT_EQ(TTF_GetFontSize(larger), 21);
+    font_set_size(font, 40);
+    TTF_SetFontStyle(larger, TTF_STYLE_BOLD);
+    font_cleanup(font);
+    font_cleanup(larger);
+    font = font_open("own.ttf", 20);
+    larger = font_open("own.ttf", 21);
+    EXPECT_EQ(TTF_GetFontSize(font), 20);
+    EXPECT_EQ(TTF_GetFontStyle(larger), TTF_STYLE_NORMAL);
+    font_cleanup(font);
+    font_cleanup(larger);
+    write_file("own.ttf", "another file");
+    EXPECT_EQ(font_open("own.ttf", 20), nullptr);
+    for (int i = 0; i < 3 * KEPT_FONTS; i++) font_cleanup(font_open(PIXEL_FONT, static_cast<float>(8 + i)));
+}
+
 TEST_F(TextTest, WhatIsNoFontIsReportedByItsPath) {
     ASSERT_TRUE(start_at_scale(1));
     write_file("broken.ttf", "this is no font");

@@ -10,6 +10,7 @@
 #include <SDL3/SDL_mouse.h>
 #include <SDL3/SDL_pixels.h>
 #include <SDL3/SDL_stdinc.h>
+#include <SDL3/SDL_time.h>
 
 struct SDL_Renderer;
 struct SDL_Window;
@@ -17,11 +18,25 @@ struct TTF_Font;
 struct TTF_TextEngine;
 
 inline constexpr int MAX_FONTS = 8;
-inline constexpr int FPS_TEXT_SIZE = 64; // bytes, with the terminating NUL
+inline constexpr int KEPT_FONTS = 8;
+inline constexpr int FONT_PATH_SIZE = 256; // bytes, with the terminating NUL
+inline constexpr int FPS_TEXT_SIZE = 64;   // bytes, with the terminating NUL
 
 struct FontList {
     Sint32 count;
     TTF_Font *fonts[MAX_FONTS]; // owned
+};
+
+// A font that font_open opened. Between two owners it stays open: what the text engine keeps for a font, its glyphs
+// among them, it keeps for good, so that fonts opened anew at each visit of a screen would fill the memory.
+struct KeptFont {
+    char path[FONT_PATH_SIZE];
+    float size; // points, with the UI scale
+    Uint64 file_size;
+    SDL_Time file_time;
+    Uint32 generation; // of the font when it was new; another one: its owner changed it
+    TTF_Font *font;    // null: the place is free
+    bool lent;         // an owner has it; else it is the engine's
 };
 
 struct Engine {
@@ -47,7 +62,8 @@ struct Engine {
     SDL_Window *window;      // owned, as are the renderer, the cursors and the text engine
     SDL_Renderer *renderer;
     SDL_Cursor *default_cursor, *pointer_cursor;
-    FontList *fonts;       // owned
+    FontList *fonts; // owned
+    KeptFont kept_fonts[KEPT_FONTS];
     TTF_Font *active_font; // borrowed
     TTF_TextEngine *text_engine;
     CallbackArray *callbacks; // owned, ENGINE_EVENT_TYPES of them

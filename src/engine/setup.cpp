@@ -200,9 +200,9 @@ static void _engine_store_window_geometry() {
 }
 
 static void _engine_release_fonts() {
-    if (!engine->fonts) return;
-    for (int i = 0; i < engine->fonts->count; i++) font_cleanup(engine->fonts->fonts[i]);
+    for (int i = 0; engine->fonts && i < engine->fonts->count; i++) font_cleanup(engine->fonts->fonts[i]);
     SDL_free(engine->fonts);
+    fonts_close_kept();
 }
 
 static void _engine_release_callbacks() {

@@ -16,14 +16,59 @@ static float _ui_scale() { return static_cast<float>(engine->ui_scale); }
 
 bool font_file_exists(const char *path) { return SDL_GetPathInfo(path, nullptr); }
 
+// The font kept from an earlier opening of the same file at the same size, or null.
+static TTF_Font *_font_take_kept(const char *path, float size, const SDL_PathInfo &file) {
+    for (KeptFont &kept : engine->kept_fonts) {
+        if (!kept.font || kept.lent || kept.size != size || SDL_strcmp(kept.path, path) != 0) continue;
+        if (kept.file_size != file.size || kept.file_time != file.modify_time) continue;
+        kept.lent = true;
+        return kept.font;
+    }
+    return nullptr;
+}
+
+// A free place, if need be one whose font nobody has. Null: owners have them all.
+static KeptFont *_font_free_place() {
+    KeptFont *place = nullptr;
+    for (KeptFont &kept : engine->kept_fonts) {
+        if (!kept.font) return &kept;
+        if (!kept.lent && !place) place = &kept;
+    }
+    if (place) TTF_CloseFont(place->font);
+    return place;
+}
+
+static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_PathInfo &file) {
+    KeptFont *place = SDL_strlen(path) < FONT_PATH_SIZE ? _font_free_place() : nullptr;
+    if (!place) return; // its owner will close it
+    *place = {
+        .path = "",
+        .size = size,
+        .file_size = file.size,
+        .file_time = file.modify_time,
+        .generation = TTF_GetFontGeneration(font),
+        .font = font,
+        .lent = true,
+    };
+    SDL_strlcpy(place->path, path, FONT_PATH_SIZE);
+}
+
 TTF_Font *font_open(const char *path, float size) {
     SDL_Log("[FONTS] Setting up font: %s", path);
-    if (!font_file_exists(path)) {
+    SDL_PathInfo file = {};
+    if (!font_file_exists(path) || !SDL_GetPathInfo(path, &file)) {
         engine_error("[FONTS] Font file not found (%s)", path);
         return nullptr;
     }
-    TTF_Font *font = TTF_OpenFont(path, size * _ui_scale());
-    if (!font) engine_error("[FONTS] Font loading failed, error: %s", SDL_GetError());
+    const float pixels = size * _ui_scale();
+    TTF_Font *font = _font_take_kept(path, pixels, file);
+    if (font) return font;
+    font = TTF_OpenFont(path, pixels);
+    if (font) {
+        _font_keep(font, path, pixels, file);
+    } else {
+        engine_error("[FONTS] Font loading failed, error: %s", SDL_GetError());
+    }
     return font;
 }
 
@@ -39,7 +84,21 @@ bool font_set_size(TTF_Font *font, float size) {
 }
 
 void font_cleanup(TTF_Font *font) {
-    if (font) TTF_CloseFont(font);
+    if (!font) return;
+    for (KeptFont &kept : engine->kept_fonts) {
+        if (kept.font != font) continue;
+        kept.lent = false;
+        if (TTF_GetFontGeneration(font) == kept.generation) return;
+        kept.font = nullptr; // not what the next owner would expect
+    }
+    TTF_CloseFont(font);
+}
+
+void fonts_close_kept() {
+    for (KeptFont &kept : engine->kept_fonts) {
+        if (kept.font && !kept.lent) TTF_CloseFont(kept.font);
+        kept.font = nullptr;
+    }
 }
 
 // --- the engine's font list ---

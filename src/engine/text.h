@@ -18,7 +18,8 @@ bool font_file_exists(const char *path);
 TTF_Font *font_open(const char *path, float size); // the caller's, until engine_add_font takes it
 TTF_Font *font_copy(TTF_Font *font);               // of the same size
 bool font_set_size(TTF_Font *font, float size);
-void font_cleanup(TTF_Font *font); // null is fine
+void font_cleanup(TTF_Font *font); // null is fine. The engine may keep it for the next who opens the same
+void fonts_close_kept();           // called by the engine's stop
 
 // --- the engine's font list ---
 int engine_add_font(TTF_Font *font); // its slot; the engine then owns it. -1: the list is full and the font still yours
