@@ -107,6 +107,8 @@ void sprite_sheet_draw_frame_outline(
 static SDL_Surface *_shrink(SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint size) {
     const SDL_FRect all = {0, 0, size.x, size.y};
     SDL_BlendMode blend = SDL_BLENDMODE_BLEND;
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
+    SDL_RenderClear(renderer); // the last column and row may not be full, and a new target holds anything
     SDL_GetTextureBlendMode(sheet->texture, &blend);
     SDL_SetTextureBlendMode(sheet->texture, SDL_BLENDMODE_NONE);
     const bool drawn = SDL_RenderTexture(renderer, sheet->texture, nullptr, &all);
