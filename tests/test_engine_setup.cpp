@@ -4,7 +4,10 @@
 #include "app/args.h"
 #include "engine/drawing_space.h"
 #include "engine/engine.h"
+#include "engine/frame.h"
 #include "engine/setup.h"
+#include "engine/text.h"
+#include "input/input.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 
@@ -43,6 +46,29 @@ TEST_F(EngineSetupTest, StartsOnceAndSaysWhatItFound) {
     engine_stop();
     EXPECT_EQ(log.lines.back().text, "[ENGINE] SDL3 shutdown");
     EXPECT_EQ(SDL_WasInit(0), 0u);
+}
+
+TEST_F(EngineSetupTest, QuestionsWithoutAnEngineFindNothing) {
+    float width = 1, height = 1;
+    for (const bool stopped : {false, true}) {
+        if (stopped) {
+            ASSERT_TRUE(start());
+            stop();
+        }
+        EXPECT_TRUE(engine_get_state() == GAME_STATE_NONE && engine_get_prev_state() == GAME_STATE_NONE);
+        EXPECT_TRUE(engine_frame_number() == 0 && engine_fps_delta() == 0 && engine_event().type == 0);
+        EXPECT_TRUE(engine_fixed_delta() == 0 && engine_fixed_alpha() == 0 && !engine_fixed_step_consume());
+        EXPECT_TRUE(!engine_window() && !engine_renderer() && !engine_text_engine());
+        EXPECT_TRUE(!engine_get_font() && !engine_get_font_by_index(SHARED_FONT_UI));
+        EXPECT_TRUE(!engine_in_logical_space() && !engine_get_show_frame_time_graph() && engine_ui_scale() == 0);
+        EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
+        EXPECT_STREQ(engine_get_title(), "");
+        EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "");
+        engine_view_size(&width, &height);
+        EXPECT_TRUE(width == 0 && height == 0);
+        engine_text_size(nullptr, &width, &height);
+        EXPECT_TRUE(width == 0 && height == 0);
+    }
 }
 
 TEST_F(EngineSetupTest, WritesGeometryAndPanelFlagBackAndLeavesTheRest) {

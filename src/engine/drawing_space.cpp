@@ -6,7 +6,7 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
-bool engine_in_logical_space() { return engine->logical_width > 0 && !engine->ui_space; }
+bool engine_in_logical_space() { return engine && engine->logical_width > 0 && !engine->ui_space; }
 
 bool engine_apply_space(bool ui) {
     engine->ui_space = ui;
@@ -33,9 +33,11 @@ bool engine_set_logical_size(int width, int height) {
 }
 
 void engine_view_size(float *width, float *height) {
-    float view_width = static_cast<float>(engine->logical_width);
-    float view_height = static_cast<float>(engine->logical_height);
-    if (!engine_in_logical_space()) {
+    float view_width = 0, view_height = 0;
+    if (engine_in_logical_space()) {
+        view_width = static_cast<float>(engine->logical_width);
+        view_height = static_cast<float>(engine->logical_height);
+    } else if (engine) {
         int output_width = 0, output_height = 0;
         SDL_GetRenderOutputSize(engine->renderer, &output_width, &output_height);
         view_width = static_cast<float>(output_width) / static_cast<float>(engine->ui_scale);
@@ -45,4 +47,4 @@ void engine_view_size(float *width, float *height) {
     if (height) *height = view_height;
 }
 
-int engine_ui_scale() { return engine->ui_scale; }
+int engine_ui_scale() { return engine ? engine->ui_scale : 0; }

@@ -19,13 +19,13 @@ void engine_set_state(GameState s) {
     engine->state = s;
 }
 
-GameState engine_get_state() { return engine->state; }
-GameState engine_get_prev_state() { return engine->prev_state; }
+GameState engine_get_state() { return engine ? engine->state : GAME_STATE_NONE; }
+GameState engine_get_prev_state() { return engine ? engine->prev_state : GAME_STATE_NONE; }
 
 // --- frame ---
 
-Uint64 engine_frame_number() { return engine->frame_number; }
-double engine_fps_delta() { return engine->fps_delta; }
+Uint64 engine_frame_number() { return engine ? engine->frame_number : 0; }
+double engine_fps_delta() { return engine ? engine->fps_delta : 0; }
 
 void engine_set_target_fps(Uint64 fps) {
     engine->target_fps = fps;
@@ -35,14 +35,14 @@ void engine_set_target_fps(Uint64 fps) {
 
 // --- fixed timestep ---
 
-double engine_fixed_delta() { return engine->timestep.step; }
-bool engine_fixed_step_consume() { return timestep_consume_step(&engine->timestep); }
-double engine_fixed_alpha() { return timestep_alpha(&engine->timestep); }
+double engine_fixed_delta() { return engine ? engine->timestep.step : 0; }
+bool engine_fixed_step_consume() { return engine && timestep_consume_step(&engine->timestep); }
+double engine_fixed_alpha() { return engine ? timestep_alpha(&engine->timestep) : 0; }
 
 // --- window ---
 
-SDL_Window *engine_window() { return engine->window; }
-SDL_Renderer *engine_renderer() { return engine->renderer; }
+SDL_Window *engine_window() { return engine ? engine->window : nullptr; }
+SDL_Renderer *engine_renderer() { return engine ? engine->renderer : nullptr; }
 
 void engine_set_title(const char *title) {
     char *copy = SDL_strdup(title);
@@ -54,7 +54,7 @@ void engine_set_title(const char *title) {
     engine->title = copy;
 }
 
-const char *engine_get_title() { return engine->title; }
+const char *engine_get_title() { return engine ? engine->title : ""; }
 
 bool engine_set_vsync_mode(int mode) {
     if (SDL_SetRenderVSync(engine->renderer, mode)) return true;
@@ -69,7 +69,9 @@ void engine_set_system_cursor(SDL_SystemCursor type) {
     SDL_SetCursor(pointer ? engine->pointer_cursor : engine->default_cursor);
 }
 
-SDL_SystemCursor engine_get_system_cursor_type() { return static_cast<SDL_SystemCursor>(engine->cursor_type); }
+SDL_SystemCursor engine_get_system_cursor_type() {
+    return engine ? static_cast<SDL_SystemCursor>(engine->cursor_type) : SDL_SYSTEM_CURSOR_DEFAULT;
+}
 
 // --- profiler panel ---
 
@@ -80,4 +82,4 @@ void engine_toggle_show_frame_time_graph() {
 }
 
 void engine_set_show_frame_time_graph(bool show) { engine->show_frame_time_graph = show; }
-bool engine_get_show_frame_time_graph() { return engine->show_frame_time_graph; }
+bool engine_get_show_frame_time_graph() { return engine && engine->show_frame_time_graph; }

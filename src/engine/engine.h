@@ -1,5 +1,6 @@
 // engine: what a game asks of the running engine: its window and renderer, the game state, the frame and its fixed
-// steps. Main thread only; between engine_start and engine_stop.
+// steps. Main thread only. Without an engine, questions here and in its other headers are answered with zero, null or
+// the empty text; everything else is for the time between engine_start and engine_stop.
 #pragma once
 
 #include "engine/game_state.h"

@@ -112,7 +112,7 @@ void engine_event_poll() {
     }
 }
 
-SDL_Event engine_event() { return engine->event; }
+SDL_Event engine_event() { return engine ? engine->event : SDL_Event{}; }
 
 // --- end of the frame ---
 

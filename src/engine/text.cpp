@@ -114,16 +114,16 @@ int engine_add_font(TTF_Font *font) {
 }
 
 TTF_Font *engine_get_font_by_index(int index) {
-    const FontList *list = engine->fonts;
-    return index >= 0 && index < list->count ? list->fonts[index] : nullptr;
+    const FontList *list = engine ? engine->fonts : nullptr;
+    return list && index >= 0 && index < list->count ? list->fonts[index] : nullptr;
 }
 
 void engine_set_active_font(TTF_Font *font) { engine->active_font = font; }
-TTF_Font *engine_get_font() { return engine->active_font; }
+TTF_Font *engine_get_font() { return engine ? engine->active_font : nullptr; }
 
 // --- texts ---
 
-TTF_TextEngine *engine_text_engine() { return engine->text_engine; }
+TTF_TextEngine *engine_text_engine() { return engine ? engine->text_engine : nullptr; }
 
 TTF_Text *engine_prepare_text(TTF_Font *font, const char *text, size_t length, SDL_Color color) {
     TTF_Text *prepared = TTF_CreateText(engine->text_engine, font, text, length);
@@ -159,8 +159,9 @@ void engine_render_text(TTF_Text *text, float x, float y) {
 void engine_text_size(TTF_Text *text, float *width, float *height) {
     int pixels_wide = 0, pixels_high = 0;
     if (!TTF_GetTextSize(text, &pixels_wide, &pixels_high)) pixels_wide = pixels_high = 0;
-    if (width) *width = static_cast<float>(pixels_wide) / _ui_scale();
-    if (height) *height = static_cast<float>(pixels_high) / _ui_scale();
+    const float scale = engine ? _ui_scale() : 1;
+    if (width) *width = static_cast<float>(pixels_wide) / scale;
+    if (height) *height = static_cast<float>(pixels_high) / scale;
 }
 
 // --- FPS read-out ---

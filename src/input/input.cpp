@@ -140,7 +140,7 @@ bool input_bind(int action, const char *text) {
 }
 
 const char *input_bindings_text(int action) {
-    return _input_action_valid(action) ? cfg_get_input_bindings(action) : "";
+    return input && _input_action_valid(action) ? cfg_get_input_bindings(action) : "";
 }
 
 // --- lifetime ---

@@ -41,7 +41,7 @@ bool input_pressed(int action); // see above
 int input_parse_bindings(const char *text, InputBinding *bindings, int capacity);
 // Binds anew and stores the text in the configuration as it is. True when every piece was taken.
 bool input_bind(int action, const char *text);
-const char *input_bindings_text(int action); // from the configuration; "" for no action
+const char *input_bindings_text(int action); // from the configuration; "" for no action, or before setup
 
 // --- called by the frame loop ---
 void input_frame_start();                        // before a frame's first event
