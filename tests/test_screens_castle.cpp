@@ -98,9 +98,23 @@ TEST_F(CastleScreensTest, TheSpriteScreenLaysItselfOutAndAnswersItsKeys) {
     }
     key_down(SDLK_1);
     EXPECT_EQ(count_pixels(shown(), OUTLINE), 0);
-    key_down(SDLK_LEFT); // to the last clip, from which R plays on and Right comes round
-    key_down(SDLK_RIGHT);
+    key_down(SDLK_LEFT); // to the last clip
+    key_down(SDLK_SPACE);
+    frames(7, 0.25);
+    const auto line = [](float y, const char *text) {
+        return shows(20, y, {167, 202, 230, 255}, text, {20, 22, 28, 255});
+    };
+    EXPECT_TRUE(line(356, "clip 14/14  death      frame 13/13   100 ms   sheet frame 376"));
+    EXPECT_TRUE(line(368, "paused   finished   facing right   auto-cycle off"));
+    EXPECT_TRUE(line(380, "left/right clip   space play   , . step   f flip   r resume cycle   1 outline   2 sheet"));
+    key_down(SDLK_SPACE);
+    frame();
+    EXPECT_TRUE(line(356, "clip 14/14  death      frame 1/13   100 ms   sheet frame 364   ")) << "replayed";
+    key_down(SDLK_RIGHT); // comes round
     key_down(SDLK_R);
+    frames(13, 0.25);
+    EXPECT_TRUE(line(356, "clip 2/14  run        frame ")) << "three seconds later";
+    EXPECT_TRUE(line(368, "playing   looping   facing right   auto-cycle on"));
     const Picture playing = shown();
     EXPECT_FALSE(same_pixels(playing, shown(0.2)));
     EXPECT_TRUE(log.errors().empty());
