@@ -8,7 +8,7 @@ extern "C" int SDL_main(int argc, char *argv[]);
 
 enum MainStart {
     MAIN_START_RUN,    // the first screen is up
-    MAIN_START_HELP,   // nothing is up: leave with success
+    MAIN_START_HELP,   // nothing is up but the log: leave with success
     MAIN_START_FAILED, // nothing is up but the log: leave with failure
 };
 MainStart main_loop_start(int argc, char *argv[]);
