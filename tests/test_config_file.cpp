@@ -282,6 +282,15 @@ TEST_F(ConfigSaveTest, ASymbolicLinkStaysOne) {
     EXPECT_TRUE(fs::is_regular_file("elsewhere/real.ini"));
 }
 
+TEST_F(ConfigSaveTest, AFolderThatTakesNoOtherFileStillHasItsOwnWritten) {
+    ASSERT_TRUE(load());
+    cfg_set_fps_limit(77);
+    fs::create_directory("config/lumarind-engine.ini.new"); // as a read-only folder refuses it
+    EXPECT_TRUE(cfg_save());
+    EXPECT_NE(read_file(CFG_PATH).find("fps_limit = 77"), std::string::npos);
+    EXPECT_TRUE(fs::is_directory("config/lumarind-engine.ini.new"));
+}
+
 TEST_F(ConfigSaveTest, AReadOnlyFileIsNotReplaced) {
     if (geteuid() == 0) GTEST_SKIP() << "root may write everything";
     ASSERT_TRUE(load());

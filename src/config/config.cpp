@@ -285,15 +285,17 @@ static bool _cfg_write_rows(SDL_IOStream *file) {
     return SDL_IOprintf(file, "\n") > 0 && ok;
 }
 
-static bool _cfg_write_file(const char *path) {
-    SDL_IOStream *file = SDL_IOFromFile(path, "w");
+static SDL_IOStream *_cfg_open(const fs::path &path) { return SDL_IOFromFile(path.string().c_str(), "w"); }
+
+static bool _cfg_write_file(SDL_IOStream *file) { // null: it could not be opened
     if (!file) return false;
     bool ok = _cfg_write_rows(file);
     ok = SDL_FlushIO(file) && ok;
     return SDL_CloseIO(file) && ok;
 }
 
-// Writes beside the file and renames, so that a crash or a full disk leaves the old settings as they were.
+// Writes beside the file and renames, so that a crash or a full disk leaves the old settings as they were. A folder
+// that takes no other file, or a file that cannot be renamed over (a mount of its own), has it written in place.
 static bool _cfg_replace_file() {
     std::error_code error;
     const fs::path path = _cfg_resolve_links(CFG_PATH);
@@ -301,11 +303,13 @@ static bool _cfg_replace_file() {
     const fs::file_status old = fs::status(path, error);
     fs::path beside = path;
     beside += ".new";
-    bool ok = _cfg_write_file(beside.string().c_str());
-    if (ok && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
-    ok = ok && SDL_RenamePath(beside.string().c_str(), path.string().c_str());
-    if (!ok) fs::remove(beside, error);
-    return ok;
+    SDL_IOStream *file = _cfg_open(beside);
+    if (!file) return _cfg_write_file(_cfg_open(path));
+    const bool written = _cfg_write_file(file);
+    if (written && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
+    if (written && SDL_RenamePath(beside.string().c_str(), path.string().c_str())) return true;
+    fs::remove(beside, error); // first: on a full disk its room is needed
+    return written && _cfg_write_file(_cfg_open(path));
 }
 
 bool cfg_save() {

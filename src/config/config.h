@@ -34,8 +34,8 @@ void cfg_set_defaults();
 // cannot be opened.
 bool cfg_load();
 
-// Writes the whole record. The file is replaced whole or not at all; a symbolic link to it stays one. True as well
-// when saving is switched off. False: reported, or, silently, there is no record.
+// Writes the whole record. The file is replaced whole or not at all, where its folder lets it be replaced; a symbolic
+// link to it stays one. True as well when saving is switched off. False: reported, or, silently, there is no record.
 bool cfg_save();
 
 // --- settings ---
