@@ -90,7 +90,7 @@ static void _engine_handle_event(const SDL_Event *event) {
     }
 }
 
-// Count and buffer are taken as they are now: a callback that registers another does not disturb the round.
+// Count and buffer are taken as they are now. A callback that adds to this very chain would move the buffer away.
 static void _engine_run_callbacks(SDL_Event *event) {
     const CallbackArray chain = engine->callbacks[event->type];
     for (int i = 0; i < chain.count; i++) {
