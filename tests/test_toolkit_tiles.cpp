@@ -243,6 +243,26 @@ TEST_F(TilemapTest, ChunksShowWhatTilesShowWithoutSeamsAndOnlyTheVisibleOnesAreN
     }
 }
 
+TEST_F(TilemapTest, ChunksOfOpaqueTilesLeaveTheGapsOfTurnedOnesOpen) {
+    const Picture opaque(SDL_ConvertSurface(tileset.get(), SDL_PIXELFORMAT_RGB24));
+    ASSERT_TRUE(IMG_SavePNG(opaque.get(), "opaque.png"));
+    write_file("layer.csv", "1,1,1\n1," + std::to_string(TILE_FLIP_D | 2) + ",1\n1,1,1\n");
+    for (const int tile_w : {TILE, 2 * TILE}) { // turned about its centre, an oblong tile does not cover its cell
+        ASSERT_TRUE(tilemap_load_tileset(map, engine_renderer(), "opaque.png", tile_w, TILE, 1));
+        ASSERT_TRUE(tilemap_load_csv(map, "layer.csv"));
+        render_grid_cleanup(&grid);
+        grid = tilemap_to_render_grid(engine_renderer(), map, 3);
+        clear();
+        ASSERT_TRUE(tilemap_draw(engine_renderer(), map, {5, 7}));
+        const Picture tiles = picture();
+        const SDL_Rect turned = {5 + tile_w, 7 + TILE, tile_w, TILE};
+        EXPECT_EQ(count_pixels(tiles, {0, 255, 0, 255}, turned), (tile_w - TILE) * TILE);
+        clear();
+        ASSERT_TRUE(render_grid_draw(engine_renderer(), grid, {5, 7}, 1));
+        EXPECT_TRUE(same_pixels(picture(), tiles)) << "tiles " << tile_w << " wide";
+    }
+}
+
 TEST_F(TilemapTest, LoadingChecksTilesetAndLayerAgainstEachOther) {
     const struct {
         const char *path;

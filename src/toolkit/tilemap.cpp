@@ -178,10 +178,12 @@ bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin)
 static bool _tilemap_fills(const Tilemap *map, TileRange rows, TileRange cols) {
     if (rows.end > map->layer->rows || cols.end > map->layer->cols) return false;
     if (SDL_ISPIXELFORMAT_ALPHA(map->tileset->format)) return false;
+    const bool oblong = map->tile_w != map->tile_h;
     for (int row = rows.first; row < rows.end; row++) {
         for (int col = cols.first; col < cols.end; col++) {
             const Uint32 gid = tile_grid_gid(map->layer, row, col);
             if (tile_decode_gid(gid, map->first_gid, map->columns).index < 0) return false;
+            if (oblong && (gid & TILE_FLIP_D)) return false; // turned about its centre, it leaves gaps in its cell
         }
     }
     return true;
