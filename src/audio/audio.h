@@ -1,6 +1,6 @@
 // audio: one mixer on the default playback device, one music track, sixteen effect tracks and three volume buses,
 // whose levels live in the configuration. Main thread only, and only between audio_setup and audio_cleanup; before
-// that, actions fail or do nothing and nothing plays.
+// that, nothing plays, and actions fail or do nothing, but for the levels, which the configuration keeps.
 // Without a playback device the program runs on, silently, on SDL's dummy driver.
 #pragma once
 
