@@ -2,6 +2,7 @@
 // when a step fails.
 
 #include "app/args.h"
+#include "diagnostics/profiler_internal.h"
 #include "engine/drawing_space.h"
 #include "engine/engine.h"
 #include "engine/frame.h"
@@ -64,6 +65,7 @@ TEST_F(EngineSetupTest, QuestionsWithoutAnEngineFindNothing) {
         EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
         EXPECT_STREQ(engine_get_title(), "");
         EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "");
+        EXPECT_EQ(profiler_resolve_budget_ms(), 0);
         engine_view_size(&width, &height);
         EXPECT_TRUE(width == 0 && height == 0);
         engine_text_size(nullptr, &width, &height);

@@ -110,6 +110,7 @@ void profiler_toggle_freeze() {
 // --- what the panel is drawn for ---
 
 double profiler_resolve_budget_ms() {
+    if (!profiler) return 0;
     const int limit = cfg_get_fps_limit();
     if (limit >= 1) return MS_PER_SECOND / limit;
     int interval = 0; // in refreshes; adaptive vsync is negative
@@ -299,6 +300,7 @@ static void _profiler_draw_statistics(SDL_Renderer *renderer, const FrameStats *
 }
 
 void profiler_draw_legend(SDL_Renderer *renderer, float x, float y, float right_limit) {
+    if (!profiler) return;
     for (int phase = 0; phase < PHASE_COUNT; phase++) {
         const char *name = PHASE_NAMES[phase];
         const float width = CHAR_SIZE * static_cast<float>(SDL_strlen(name)) + SWATCH_PITCH + LEGEND_GAP;
