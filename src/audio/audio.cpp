@@ -3,6 +3,7 @@
 #include "audio/audio_internal.h"
 #include "core/error.h"
 
+#include <SDL3/SDL_audio.h>
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_init.h>
@@ -106,33 +107,47 @@ void audio_cleanup() {
 
 // --- sounds ---
 
-// The library takes samples of a size that it then has no room for.
-static bool _audio_is_aiff(SDL_IOStream *file) {
+static MIX_Mixer *_audio_preferred_mixer() { return audio ? audio->mixer : nullptr; }
+
+static bool _audio_starts_with(SDL_IOStream *file, const char *magic) {
     char head[4] = {};
-    const bool aiff = SDL_ReadIO(file, head, sizeof head) == sizeof head && SDL_memcmp(head, "FORM", sizeof head) == 0;
+    const bool same = SDL_ReadIO(file, head, sizeof head) == sizeof head && SDL_memcmp(head, magic, sizeof head) == 0;
     SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
-    return aiff;
+    return same;
 }
 
-// The loops a file itself asks for are left out: here the caller says what is repeated, and the library reads beyond
-// the end of a WAV's list of them when it is shorter than it says.
-static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
-    SDL_IOStream *file = SDL_IOFromFile(path, "rb");
-    if (!file) return nullptr;
-    if (_audio_is_aiff(file)) {
-        SDL_CloseIO(file);
-        SDL_SetError("AIFF is not supported: save it as WAV, FLAC, Ogg or MP3");
-        return nullptr;
-    }
+// SDL's own reader: the mixer library's divides by the channels of a header that claims 256 of them.
+static MIX_Audio *_audio_load_wav(SDL_IOStream *file) {
+    SDL_AudioSpec spec = {};
+    Uint8 *samples = nullptr;
+    Uint32 length = 0;
+    if (!SDL_LoadWAV_IO(file, true, &spec, &samples, &length)) return nullptr;
+    MIX_Audio *sound = MIX_LoadRawAudio(_audio_preferred_mixer(), samples, length, &spec);
+    SDL_free(samples);
+    return sound;
+}
+
+static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, bool predecode) {
     const SDL_PropertiesID options = SDL_CreateProperties();
     SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
-    SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, audio ? audio->mixer : nullptr);
+    SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, _audio_preferred_mixer());
     SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_CLOSEIO_BOOLEAN, true); // in any case
     SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_PREDECODE_BOOLEAN, predecode);
+    // Here the caller says what is repeated, not the file.
     SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_IGNORE_LOOPS_BOOLEAN, true);
     MIX_Audio *sound = MIX_LoadAudioWithProperties(options);
     SDL_DestroyProperties(options);
     return sound;
+}
+
+static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
+    SDL_IOStream *file = SDL_IOFromFile(path, "rb");
+    if (!file) return nullptr;
+    if (_audio_starts_with(file, "RIFF")) return _audio_load_wav(file);
+    if (!_audio_starts_with(file, "FORM")) return _audio_load_encoded(file, predecode);
+    SDL_CloseIO(file); // the library takes samples of a size that it then has no room for
+    SDL_SetError("AIFF is not supported: save it as WAV, FLAC, Ogg or MP3");
+    return nullptr;
 }
 
 MIX_Audio *audio_load(const char *path, bool predecode) {
@@ -145,7 +160,7 @@ MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels
     const SDL_AudioSpec spec = {.format = SDL_AUDIO_F32, .channels = channels, .freq = sample_rate};
     const size_t length =
         static_cast<size_t>(SDL_max(frame_count, 0)) * static_cast<size_t>(SDL_max(channels, 0)) * sizeof *frames;
-    MIX_Audio *sound = MIX_LoadRawAudio(audio ? audio->mixer : nullptr, frames, length, &spec);
+    MIX_Audio *sound = MIX_LoadRawAudio(_audio_preferred_mixer(), frames, length, &spec);
     if (!sound) engine_error("[AUDIO] Unable to load %d generated frames, error: %s", frame_count, SDL_GetError());
     return sound;
 }
