@@ -205,6 +205,8 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     ASSERT_TRUE(audio_setup());
     write_file("empty.ogg", "");
     write_file("text.wav", "This is not audio.\n");
+    const std::string effect = read_file("assets/audio/sfx/retro/sfx_wpn_laser1.wav");
+    write_file("no-frames.wav", effect.substr(0, 40) + std::string(4, '\0'));
     const std::pair<const char *, const char *> cuts[] = {
         {"sfx/interface/click_001.ogg", "cut.ogg"}, {"sfx/retro/sfx_sounds_fanfare1.wav", "cut.wav"}};
     for (const auto &[source, cut] : cuts) {
@@ -215,7 +217,7 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         EXPECT_EQ(sounds.back() == nullptr, log.errors().size() == 1) << source;
         write_file(cut, whole.substr(0, 24)); // in the middle of its header
     }
-    for (const char *path : {"missing.ogg", "empty.ogg", "text.wav", "cut.ogg", "cut.wav", "."}) {
+    for (const char *path : {"missing.ogg", "empty.ogg", "text.wav", "no-frames.wav", "cut.ogg", "cut.wav", "."}) {
         for (const bool predecode : {false, true}) {
             log.lines.clear();
             EXPECT_EQ(audio_load(path, predecode), nullptr) << path;
@@ -225,6 +227,9 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     log.lines.clear();
     EXPECT_EQ(audio_load_samples(nullptr, 100, 1, 44100), nullptr);
     EXPECT_TRUE(log.has("[AUDIO] Unable to load 100 generated frames, error: "));
+    const float frame = 0;
+    EXPECT_EQ(audio_load_samples(&frame, 0, 1, 44100), nullptr);
+    EXPECT_TRUE(log.has("[AUDIO] Unable to load 0 generated frames, error: there is no sound in it"));
 }
 
 } // namespace

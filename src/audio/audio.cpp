@@ -150,8 +150,16 @@ static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
     return nullptr;
 }
 
+// A sound of no frames, played for ever, would never let the mixing thread go, nor its lock.
+static MIX_Audio *_audio_unless_empty(MIX_Audio *sound) {
+    if (!sound || MIX_GetAudioDuration(sound) != 0) return sound;
+    MIX_DestroyAudio(sound);
+    SDL_SetError("there is no sound in it");
+    return nullptr;
+}
+
 MIX_Audio *audio_load(const char *path, bool predecode) {
-    MIX_Audio *sound = _audio_load_file(path, predecode);
+    MIX_Audio *sound = _audio_unless_empty(_audio_load_file(path, predecode));
     if (!sound) engine_error("[AUDIO] Unable to load %s, error: %s", path, SDL_GetError());
     return sound;
 }
@@ -160,7 +168,7 @@ MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels
     const SDL_AudioSpec spec = {.format = SDL_AUDIO_F32, .channels = channels, .freq = sample_rate};
     const size_t length =
         static_cast<size_t>(SDL_max(frame_count, 0)) * static_cast<size_t>(SDL_max(channels, 0)) * sizeof *frames;
-    MIX_Audio *sound = MIX_LoadRawAudio(_audio_preferred_mixer(), frames, length, &spec);
+    MIX_Audio *sound = _audio_unless_empty(MIX_LoadRawAudio(_audio_preferred_mixer(), frames, length, &spec));
     if (!sound) engine_error("[AUDIO] Unable to load %d generated frames, error: %s", frame_count, SDL_GetError());
     return sound;
 }
