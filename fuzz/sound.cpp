@@ -4,9 +4,11 @@
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 
+#include <SDL3/SDL_properties.h>
 #include <SDL3_mixer/SDL_mixer.h>
 
-// The engine's own mixer runs in real time on its own thread; this one mixes as fast as it is asked to.
+// The engine's own mixer runs in real time on its own thread; this one mixes as fast as it is asked to. Sounds are
+// repeated, as music is: rewound, some break what they did not break at first.
 static void mix(MIX_Audio *sound) {
     constexpr int ROUNDS = 8;
     const SDL_AudioSpec spec = {.format = SDL_AUDIO_F32, .channels = 2, .freq = 44100};
@@ -14,9 +16,12 @@ static void mix(MIX_Audio *sound) {
     MIX_Track *track = MIX_CreateTrack(mixer);
     fuzz_check(track != nullptr, "a mixer without a device opens");
     float frames[2 * 2048];
-    if (MIX_SetTrackAudio(track, sound) && MIX_PlayTrack(track, 0)) {
+    const SDL_PropertiesID options = SDL_CreateProperties();
+    SDL_SetNumberProperty(options, MIX_PROP_PLAY_LOOPS_NUMBER, -1);
+    if (MIX_SetTrackAudio(track, sound) && MIX_PlayTrack(track, options)) {
         for (int i = 0; i < ROUNDS && MIX_TrackPlaying(track); i++) MIX_Generate(mixer, frames, sizeof frames);
     }
+    SDL_DestroyProperties(options);
     MIX_DestroyMixer(mixer); // and its track
 }
 

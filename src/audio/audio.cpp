@@ -15,6 +15,7 @@
 static constexpr const char *TAG_MUSIC = "music";
 static constexpr const char *TAG_SFX = "sfx";
 static constexpr int LOOP_FOREVER = -1;
+static constexpr const char *AUDIO_NO_FRAMES = "there is no sound in it";
 
 AudioState *audio;
 
@@ -127,7 +128,27 @@ static MIX_Audio *_audio_load_wav(SDL_IOStream *file) {
     return sound;
 }
 
+// A sound of no frames, played for ever, would keep the mixing thread, and its lock, for good; rewound, it crashes the
+// Vorbis library. Lengths in headers are believed only of what was decoded here: otherwise try the beginning.
+static bool _audio_has_frames(SDL_IOStream *file) {
+    MIX_AudioDecoder *decoder = MIX_CreateAudioDecoder_IO(file, false, 0);
+    SDL_AudioSpec spec = {};
+    Uint8 begin[4096];
+    int decoded = 0;
+    if (decoder && MIX_GetAudioDecoderFormat(decoder, &spec)) {
+        decoded = MIX_DecodeAudio(decoder, begin, sizeof begin, &spec);
+        if (decoded <= 0) SDL_SetError("%s", AUDIO_NO_FRAMES);
+    }
+    MIX_DestroyAudioDecoder(decoder); // null is fine
+    SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
+    return decoded > 0;
+}
+
 static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, bool predecode) {
+    if (!predecode && !_audio_has_frames(file)) {
+        SDL_CloseIO(file);
+        return nullptr;
+    }
     const SDL_PropertiesID options = SDL_CreateProperties();
     SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
     SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, _audio_preferred_mixer());
@@ -150,11 +171,10 @@ static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
     return nullptr;
 }
 
-// A sound of no frames, played for ever, would never let the mixing thread go, nor its lock.
 static MIX_Audio *_audio_unless_empty(MIX_Audio *sound) {
     if (!sound || MIX_GetAudioDuration(sound) != 0) return sound;
     MIX_DestroyAudio(sound);
-    SDL_SetError("there is no sound in it");
+    SDL_SetError("%s", AUDIO_NO_FRAMES);
     return nullptr;
 }
 
