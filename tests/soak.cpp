@@ -342,6 +342,7 @@ TEST_F(Soak, SurvivesEverythingAUserMayDo) {
     }
     EXPECT_EQ(frames_done, frames) << "the long run ended by itself";
     end();
+    std::printf("soak: one long run, %d controllers plugged\n", plugged);
     expect_no_growth(
         "in the long run's menu", running, GROWTH_RUNNING_MAX + GROWTH_PER_GAMEPAD * static_cast<size_t>(plugged));
 }

@@ -207,6 +207,7 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     write_file("text.wav", "This is not audio.\n");
     const std::string effect = read_file("assets/audio/sfx/retro/sfx_wpn_laser1.wav");
     write_file("no-frames.wav", effect.substr(0, 40) + std::string(4, '\0'));
+    write_file("gigahertz.wav", effect.substr(0, 27) + '\x40' + effect.substr(28));
     const std::pair<const char *, const char *> cuts[] = {
         {"sfx/interface/click_001.ogg", "cut.ogg"}, {"sfx/retro/sfx_sounds_fanfare1.wav", "cut.wav"}};
     for (const auto &[source, cut] : cuts) {
@@ -217,7 +218,8 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         EXPECT_EQ(sounds.back() == nullptr, log.errors().size() == 1) << source;
         write_file(cut, whole.substr(0, 24)); // in the middle of its header
     }
-    for (const char *path : {"missing.ogg", "empty.ogg", "text.wav", "no-frames.wav", "cut.ogg", "cut.wav", "."}) {
+    for (const char *path :
+         {"missing.ogg", "empty.ogg", "text.wav", "no-frames.wav", "gigahertz.wav", "cut.ogg", "cut.wav", "."}) {
         for (const bool predecode : {false, true}) {
             log.lines.clear();
             EXPECT_EQ(audio_load(path, predecode), nullptr) << path;

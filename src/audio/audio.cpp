@@ -15,6 +15,7 @@
 static constexpr const char *TAG_MUSIC = "music";
 static constexpr const char *TAG_SFX = "sfx";
 static constexpr int LOOP_FOREVER = -1;
+static constexpr int AUDIO_RATE_MAX = 768000; // Hz
 static constexpr const char *AUDIO_NO_FRAMES = "there is no sound in it";
 
 AudioState *audio;
@@ -171,15 +172,22 @@ static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
     return nullptr;
 }
 
-static MIX_Audio *_audio_unless_empty(MIX_Audio *sound) {
-    if (!sound || MIX_GetAudioDuration(sound) != 0) return sound;
+// False, with an error set: repeated for ever, it would keep the mixing thread too long.
+static bool _audio_can_be_mixed(MIX_Audio *sound) {
+    SDL_AudioSpec spec = {};
+    if (MIX_GetAudioDuration(sound) == 0) return SDL_SetError("%s", AUDIO_NO_FRAMES);
+    if (!MIX_GetAudioFormat(sound, &spec) || spec.freq <= AUDIO_RATE_MAX) return true;
+    return SDL_SetError("%d Hz is more than the %d supported", spec.freq, AUDIO_RATE_MAX);
+}
+
+static MIX_Audio *_audio_if_mixable(MIX_Audio *sound) {
+    if (!sound || _audio_can_be_mixed(sound)) return sound;
     MIX_DestroyAudio(sound);
-    SDL_SetError("%s", AUDIO_NO_FRAMES);
     return nullptr;
 }
 
 MIX_Audio *audio_load(const char *path, bool predecode) {
-    MIX_Audio *sound = _audio_unless_empty(_audio_load_file(path, predecode));
+    MIX_Audio *sound = _audio_if_mixable(_audio_load_file(path, predecode));
     if (!sound) engine_error("[AUDIO] Unable to load %s, error: %s", path, SDL_GetError());
     return sound;
 }
@@ -188,7 +196,7 @@ MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels
     const SDL_AudioSpec spec = {.format = SDL_AUDIO_F32, .channels = channels, .freq = sample_rate};
     const size_t length =
         static_cast<size_t>(SDL_max(frame_count, 0)) * static_cast<size_t>(SDL_max(channels, 0)) * sizeof *frames;
-    MIX_Audio *sound = _audio_unless_empty(MIX_LoadRawAudio(_audio_preferred_mixer(), frames, length, &spec));
+    MIX_Audio *sound = _audio_if_mixable(MIX_LoadRawAudio(_audio_preferred_mixer(), frames, length, &spec));
     if (!sound) engine_error("[AUDIO] Unable to load %d generated frames, error: %s", frame_count, SDL_GetError());
     return sound;
 }
