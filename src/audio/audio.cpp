@@ -16,7 +16,8 @@ static constexpr const char *TAG_MUSIC = "music";
 static constexpr const char *TAG_SFX = "sfx";
 static constexpr int LOOP_FOREVER = -1;
 static constexpr int AUDIO_RATE_MAX = 768000; // Hz
-static constexpr const char *AUDIO_NO_FRAMES = "there is no sound in it";
+static constexpr int AUDIO_FRAMES_MIN = 2;
+static constexpr const char *AUDIO_TOO_SHORT = "there is no sound in it";
 
 AudioState *audio;
 
@@ -129,20 +130,21 @@ static MIX_Audio *_audio_load_wav(SDL_IOStream *file) {
     return sound;
 }
 
-// A sound of no frames, played for ever, would keep the mixing thread, and its lock, for good; rewound, it crashes the
-// Vorbis library. Lengths in headers are believed only of what was decoded here: otherwise try the beginning.
+// A sound of no frames or one, played for ever, would keep the mixing thread, and its lock, for good; one of none, when
+// rewound, crashes the Vorbis library. A header's length is no proof: what is not decoded here is begun.
 static bool _audio_has_frames(SDL_IOStream *file) {
     MIX_AudioDecoder *decoder = MIX_CreateAudioDecoder_IO(file, false, 0);
     SDL_AudioSpec spec = {};
     Uint8 begin[4096];
-    int decoded = 0;
+    bool enough = false;
     if (decoder && MIX_GetAudioDecoderFormat(decoder, &spec)) {
-        decoded = MIX_DecodeAudio(decoder, begin, sizeof begin, &spec);
-        if (decoded <= 0) SDL_SetError("%s", AUDIO_NO_FRAMES);
+        const int decoded = MIX_DecodeAudio(decoder, begin, sizeof begin, &spec); // bytes
+        enough = decoded > 0 && decoded >= AUDIO_FRAMES_MIN * static_cast<int>(SDL_AUDIO_FRAMESIZE(spec));
+        if (!enough) SDL_SetError("%s", AUDIO_TOO_SHORT);
     }
     MIX_DestroyAudioDecoder(decoder); // null is fine
     SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
-    return decoded > 0;
+    return enough;
 }
 
 static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, bool predecode) {
@@ -175,7 +177,8 @@ static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
 // False, with an error set: repeated for ever, it would keep the mixing thread too long.
 static bool _audio_can_be_mixed(MIX_Audio *sound) {
     SDL_AudioSpec spec = {};
-    if (MIX_GetAudioDuration(sound) == 0) return SDL_SetError("%s", AUDIO_NO_FRAMES);
+    const Sint64 frames = MIX_GetAudioDuration(sound); // negative: not known before it was played
+    if (frames >= 0 && frames < AUDIO_FRAMES_MIN) return SDL_SetError("%s", AUDIO_TOO_SHORT);
     if (!MIX_GetAudioFormat(sound, &spec) || spec.freq <= AUDIO_RATE_MAX) return true;
     return SDL_SetError("%d Hz is more than the %d supported", spec.freq, AUDIO_RATE_MAX);
 }

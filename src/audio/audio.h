@@ -15,10 +15,10 @@ void audio_cleanup(); // safe twice. Free the loaded sounds before: they go with
 // --- sounds: the caller owns them and gives them back to audio_free ---
 // Predecoded, a file is decoded here and starts at no cost (effects); otherwise it is decoded while it plays (music).
 // A WAV file is decoded here in any case. Loops a file asks for itself are not followed. Null: reported, as is a file
-// in AIFF, one that decodes to nothing, or one of more than 768,000 Hz.
+// in AIFF, one that decodes to less than two frames, or one of more than 768,000 Hz.
 MIX_Audio *audio_load(const char *path, bool predecode);
-// Interleaved frames of `channels` floats each, copied. The rate is in Hz, at most 768,000. Null: reported, as are no
-// frames.
+// Interleaved frames of `channels` floats each, copied. The rate is in Hz, at most 768,000. Null: reported, as are less
+// than two frames.
 MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels, int sample_rate);
 void audio_free(MIX_Audio **sound); // sets the handle to null; does nothing when it is already
 
