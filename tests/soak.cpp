@@ -11,8 +11,6 @@
 #include "support/log_kinds.h"
 #include "support/virtual_gamepad.h"
 
-#include <SDL3/SDL_keyboard.h>
-#include <SDL3/SDL_timer.h>
 #include <SDL3/SDL_video.h>
 
 #include <algorithm>
@@ -71,11 +69,10 @@ void expect_no_growth(const char *what, const std::vector<size_t> &samples, size
     EXPECT_LE(after, before + allowed) << what << ": memory grew";
 }
 
-// The keys some screen or the engine looks at.
-constexpr SDL_Keycode KEYS[] = {SDLK_LEFT,  SDLK_RIGHT,  SDLK_UP,     SDLK_DOWN,   SDLK_A, SDLK_D, SDLK_W,
-                                SDLK_S,     SDLK_SPACE,  SDLK_RETURN, SDLK_Z,      SDLK_X, SDLK_J, SDLK_K,
-                                SDLK_L,     SDLK_U,      SDLK_I,      SDLK_H,      SDLK_P, SDLK_R, SDLK_F,
-                                SDLK_COMMA, SDLK_PERIOD, SDLK_1,      SDLK_LSHIFT, SDLK_2, SDLK_Q, SDLK_TAB};
+// The keys some screen or the engine looks at, as scripts name them.
+constexpr const char *KEYS[] = {"Left", "Right", "Up", "Down", "A", "D", "W", "S", "Space", "Return",
+                                "Z",    "X",     "J",  "K",    "L", "U", "I", "H", "P",     "R",
+                                "F",    "key:,", ".",  "key:1", "key:2", "Left_Shift", "Q", "Tab"};
 
 constexpr Uint32 ODD_EVENTS[] = {
     SDL_EVENT_RENDER_TARGETS_RESET, SDL_EVENT_RENDER_DEVICE_RESET, SDL_EVENT_DISPLAY_ORIENTATION,
@@ -98,23 +95,6 @@ protected:
 
     // --- what may happen ---
 
-    static void push(SDL_Event event) {
-        event.common.timestamp = SDL_GetTicksNS();
-        event.window.windowID = SDL_GetWindowID(engine->window); // in the same place in all that have one
-        SDL_PushEvent(&event);
-    }
-
-    static void push_type(Uint32 type) {
-        SDL_Event event = {};
-        event.type = type;
-        push(event);
-    }
-
-    void press(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE) {
-        key_down(key, mod, one_in(8));
-        const_cast<bool *>(SDL_GetKeyboardState(nullptr))[SDL_GetScancodeFromKey(key, nullptr)] = true;
-    }
-
     // The menu sees the events of this frame, or Escape will find it.
     static bool in_menu() {
         return engine_get_state() == GAME_STATE_MAIN_MENU || engine_get_prev_state() == GAME_STATE_MAIN_MENU;
@@ -122,37 +102,31 @@ protected:
     bool stays() { return lasting && in_menu(); }
 
     void press_key() {
-        const SDL_Keycode key = any_of(KEYS);
-        if (key != SDLK_RETURN || !stays()) press(key);
+        const std::string key = any_of(KEYS);
+        if (key == "Return" && stays()) return;
+        play(one_in(8) ? "~" + key.substr(key.starts_with("key:") ? 4 : 0) : key);
+        if (one_in(2) && !key.starts_with("key:")) play("+" + key);
     }
 
     void release_keys() {
-        const SDL_Keycode key = any_of(KEYS);
-        SDL_Event event = {};
-        event.type = SDL_EVENT_KEY_UP;
-        event.key.key = key;
-        event.key.scancode = SDL_GetScancodeFromKey(key, nullptr);
-        push(event);
+        play(std::string("-") + any_of({"Left", "Right", "A", "D", "S", "Left_Shift"}));
         hold({});
     }
 
-    void press_function_key() {
-        constexpr SDL_Keycode FUNCTION_KEYS[] = {SDLK_F3, SDLK_F3, SDLK_F3, SDLK_F4, SDLK_F4, SDLK_F5, SDLK_F12};
-        key_down(any_of(FUNCTION_KEYS));
-    }
+    void press_function_key() { play(any_of({"F3", "F3", "F3", "F4", "F4", "F5", "F12"})); }
 
     void press_escape() { // in the menu it ends the program: seldom, or runs would be all menu
-        if (!in_menu() || (!lasting && one_in(20))) key_down(SDLK_ESCAPE);
+        if (!in_menu() || (!lasting && one_in(20))) play("Escape");
     }
 
     void use_mouse() {
         int width = 0, height = 0;
         SDL_GetWindowSize(engine->window, &width, &height);
-        const int x = below(width + 40) - 20, y = below(height + 40) - 20;
-        mouse_move(x, y);
-        if (one_in(4) && !stays()) mouse_up(x, y, static_cast<Uint8>(1 + below(3)));
-        if (one_in(10)) push_type(SDL_EVENT_MOUSE_WHEEL);
-        if (one_in(10)) push_type(SDL_EVENT_MOUSE_BUTTON_DOWN);
+        const std::string at = std::to_string(below(width + 40) - 20) + "," + std::to_string(below(height + 40) - 20);
+        play("move:" + at);
+        if (one_in(4) && !stays()) play((one_in(3) ? "rclick:" : "click:") + at);
+        if (one_in(10)) push_event(SDL_EVENT_MOUSE_WHEEL);
+        if (one_in(10)) play("drop:" + at);
     }
 
     void plug_gamepad() {
@@ -190,10 +164,10 @@ protected:
                                     SDL_EVENT_WINDOW_EXPOSED,    SDL_EVENT_WINDOW_MOUSE_LEAVE,
                                     SDL_EVENT_WINDOW_OCCLUDED,   SDL_EVENT_WINDOW_DISPLAY_CHANGED};
         hold({}); // SDL releases the keys when the focus goes
-        push_type(any_of(TYPES));
+        push_event(any_of(TYPES));
     }
 
-    void send_odd_event() { push_type(any_of(ODD_EVENTS)); }
+    void send_odd_event() { push_event(any_of(ODD_EVENTS)); }
 
     GameState any_screen() { return GAME_STATE_MAIN_MENU + below(GAME_STATE_PHYSICS_DEMO - GAME_STATE_MAIN_MENU + 1); }
 
@@ -201,11 +175,7 @@ protected:
 
     void quit() {
         if (lasting) return;
-        if (one_in(2)) {
-            key_down(SDLK_Q, SDL_KMOD_LCTRL);
-        } else {
-            push_type(SDL_EVENT_QUIT);
-        }
+        one_in(2) ? play("ctrl:Q") : push_event(SDL_EVENT_QUIT);
     }
 
     void let_something_happen() {

@@ -85,16 +85,11 @@ TEST_F(CaptureTest, PathsCarryTheTimeAndTheFrame) {
 TEST_F(CaptureTest, OneFileToAFrameWhateverAsksForIt) {
     config += "[capture]\ndirectory = deep/er\n";
     ASSERT_TRUE(start({"--capture-at", "4", "--capture-every", "4"}));
-    frames(3);
+    play("3");
     EXPECT_TRUE(files("deep/er").empty());
-    key_down(SDLK_F12);
-    key_down(SDLK_F12, SDL_KMOD_NONE, true);
-    frames(3); // frame 4 for three reasons
-    key_down(SDLK_F12);
-    frames(3); // frame 7 by key, frame 8 in turn
+    play("F12 ~F12 3 F12 3"); // frame 4 for three reasons, frame 7 by key, frame 8 in turn
     engine->frame_number = 1'234'566;
-    key_down(SDLK_F12);
-    frame();
+    play("F12 1");
     std::vector<std::string> numbers;
     for (const std::string &file : files("deep/er")) {
         const std::string prefix = "deep/er/capture-dddddddd-dddddd-";
@@ -163,14 +158,12 @@ TEST_F(CaptureTest, ADirectoryThatCannotBeMadeIsReportedOnce) {
     write_file("taken", "a file");
     config += "[capture]\ndirectory = taken/below\n";
     ASSERT_TRUE(start());
-    key_down(SDLK_F12);
-    EXPECT_TRUE(frame());
-    EXPECT_TRUE(frame());
+    play("F12");
+    EXPECT_TRUE(frame() && frame());
     ASSERT_TRUE(log.only_error_starts("[CAPTURE] Unable to create directory: taken/below, error: "));
     EXPECT_EQ(engine_get_error(), log.errors().front());
     fs::remove("taken");
-    key_down(SDLK_F12);
-    EXPECT_TRUE(frame());
+    play("F12 1");
     EXPECT_EQ(files("taken/below").size(), 1u);
     EXPECT_EQ(log.errors().size(), 1u);
 }

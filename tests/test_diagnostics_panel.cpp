@@ -1,4 +1,4 @@
-// The profiler: what the main loop records, and the panel drawn from a history made up here, read back as pixels.
+// The profiler: what the main loop records, and the panel drawn from a history made up here, against stored pictures.
 
 #include "config/config.h"
 #include "diagnostics/profiler.h"
@@ -7,6 +7,7 @@
 #include "engine/engine.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
+#include "support/stored_pictures.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
@@ -14,8 +15,6 @@
 #include <cmath>
 
 namespace {
-
-constexpr SDL_Color BLACK = {0, 0, 0, 255};
 
 struct Slice {
     FrameProfilePhase phase;
@@ -45,26 +44,20 @@ protected:
             frame_profile_boundary(live, clock);
         }
     }
+    void feed_history() { // the newest last
+        feed({{PHASE_TICK, 2}}, 70, 300);
+        feed({{PHASE_TICK, 3}}, 1);
+        feed({{PHASE_TICK, 4}}, 2);
+        feed({{PHASE_TICK, 4}}, 1);
+        feed({{PHASE_EVT, 2}, {PHASE_TICK, 4}, {PHASE_PRES, 2}}, 0);
+    }
 
     static Picture draw() {
         engine_use_ui_space();
-        SDL_SetRenderDrawColor(engine_renderer(), 0, 0, 0, 255);
+        SDL_SetRenderDrawColor(engine_renderer(), 90, 60, 30, 255);
         SDL_RenderClear(engine_renderer());
         profiler_tick();
         return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
-    }
-
-    static bool filled(const Picture &picture, SDL_Rect area, SDL_Color color) {
-        return count_pixels(picture, color, area) == area.w * area.h;
-    }
-
-    // On the panel's backdrop, with nothing behind it.
-    static bool panel_shows(int x, int y, const std::string &text, SDL_Color color = TEXT_COLOR) {
-        const SDL_Color backdrop = pixel_at(draw(), 0, y);
-        return shows(static_cast<float>(x), static_cast<float>(y), color, text + " ", backdrop);
-    }
-    static bool shows_label(int y, const std::string &text, SDL_Color color = TEXT_COLOR) { // left of the chart
-        return panel_shows(46 - 8 * static_cast<int>(text.size()), y, " " + text, color);
     }
 
     uint64_t clock = SDL_NS_PER_SECOND;
@@ -74,13 +67,11 @@ protected:
 
 TEST_F(PanelTest, TheLoopMarksItsPhases) {
     ASSERT_TRUE(start());
-    frame();
+    play("1");
     frame(3.5 / 60);
-    key_down(SDLK_F3);
-    frame();
+    play("F3 1");
     engine_set_state(GAME_STATE_TEXT_DEMO);
-    frame();
-    frame();
+    play("1 1");
     const FrameProfile *live = &profiler->live;
     ASSERT_EQ(live->count, 4);
     EXPECT_EQ(frame_profile_at(live, 2)->steps, 3);
@@ -92,33 +83,20 @@ TEST_F(PanelTest, TheLoopMarksItsPhases) {
         EXPECT_EQ(ns[PHASE_PANEL] > 0, age < 2) << "only while it is shown, age " << age;
         EXPECT_EQ(ns[PHASE_SWAP] > 0, age == 0) << "only in the frame that switches, age " << age;
     }
-    key_down(SDLK_F4);
-    frame();
+    play("F4 1");
     EXPECT_TRUE(profiler->frozen);
+    EXPECT_TRUE(log.has("[PROFILER] DEBUG: Toggled: frozen: 1"));
     frame();
     EXPECT_EQ(live->count, profiler->frozen_copy.count + 1) << "recording goes on";
 }
 
-// --- tiers ---
+// --- pictures ---
 
-TEST_F(PanelTest, ThePanelIsAsHighAsItsTier) {
-    const struct {
-        int width, height, panel, chart, strips;
-    } cases[] = {{640, 208, 83, 60, 0}, {640, 389, 83, 60, 0}, {640, 390, 156, 100, 1}, {1280, 720, 156, 100, 1}};
-    for (const auto &c : cases) {
-        SCOPED_TRACE(std::to_string(c.width) + " x " + std::to_string(c.height));
-        ASSERT_TRUE(start_view(c.width, c.height));
-        feed({{PHASE_TICK, 1}}, 1, 512);
-        const Picture shown = draw();
-        const int top = c.height - c.panel, chart_top = top + 17, chart_bottom = chart_top + c.chart;
-        EXPECT_TRUE(filled(shown, {0, 0, c.width, top}, BLACK));
-        EXPECT_EQ(count_pixels(shown, BLACK, {0, top, c.width, c.panel}), 0);
-        EXPECT_EQ(bounds_of(shown, GRIDLINE_COLOR), (PictureBounds{62, chart_top, c.width - 7, chart_bottom}));
-        const PictureBounds bars = bounds_of(shown, PHASE_COLORS[PHASE_TICK]);
-        EXPECT_EQ(bars.top, chart_top + c.chart / 2) << "1 ms at a scale of 2";
-        EXPECT_EQ(bars.bottom, chart_bottom - 1 + c.strips * 32) << "the legend's swatch, if there is one";
-        const std::string win = std::to_string(std::min((c.width - 68) / 2, 512));
-        EXPECT_TRUE(panel_shows(6, top + 6, "avg 1.0  min 1.0  max 1.0  1% low 1.0 ms   win " + win + "f   uncapped"));
+TEST_F(PanelTest, EachTierHasItsLayout) {
+    for (const auto &[width, height] : {std::pair{640, 208}, {640, 389}, {640, 390}, {1100, 500}, {211, 400}}) {
+        ASSERT_TRUE(start_view(width, height));
+        feed_history();
+        EXPECT_TRUE(matches_stored(draw(), "panel_" + std::to_string(width) + "x" + std::to_string(height)));
     }
 }
 
@@ -126,184 +104,66 @@ TEST_F(PanelTest, AViewTooSmallShowsNothingAndSaysSoOncePerEpisode) {
     ASSERT_TRUE(start_view(199, 600));
     const struct {
         int width, height, told;
-    } views[] = {{199, 600, 1}, {199, 600, 1}, {640, 207, 1}, {640, 360, 1}, {640, 207, 2}};
+    } views[] = {{199, 600, 1}, {199, 600, 1}, {200, 207, 1}, {200, 208, 1}, {640, 207, 2}};
     for (const auto &view : views) {
         resize(view.width, view.height);
-        EXPECT_EQ(filled(draw(), {0, 0, view.width, view.height}, BLACK), view.height != 360);
+        const Picture drawn = draw();
+        EXPECT_EQ(count_pixels(drawn, {90, 60, 30, 255}) == drawn->w * drawn->h, view.height != 208);
         EXPECT_EQ(log.count("too small for the panel, which needs at least 200x208."), view.told);
     }
     EXPECT_EQ(log.count("[PROFILER] Window is 199x600, too small"), 1);
-    EXPECT_EQ(log.count("[PROFILER] Window is 640x207, too small"), 1);
 }
 
-// --- the full panel ---
-
-bool is_dark(const Picture &picture, SDL_Rect area) {
-    for (int y = area.y; y < area.y + area.h; y++) {
-        for (int x = area.x; x < area.x + area.w; x++) {
-            if (pixel_at(picture, x, y).r >= 50) return false;
-        }
-    }
-    return true;
-}
-
-class HistoryTest : public PanelTest { // 640 x 400: the chart goes from 62 to 634 and from 261 to 361
-protected:
-    static constexpr int TOP = 244, CHART_TOP = 261, CHART_BOTTOM = 361, STEPS = 364, JITTER = 375, LEGEND = 386;
-
-    void feed_history() { // the newest last
-        feed({{PHASE_TICK, 2}}, 70, 300);
-        feed({{PHASE_TICK, 3}}, 1);
-        feed({{PHASE_TICK, 4}}, 2);
-        feed({{PHASE_TICK, 4}}, 1);
-        feed({{PHASE_EVT, 2}, {PHASE_TICK, 4}, {PHASE_PRES, 2}}, 0);
-    }
-    static int column(int age) { return 632 - 2 * age; } // its left pixel
-};
-
-TEST_F(HistoryTest, ColumnsAndStripsShowTheHistory) {
-    ASSERT_TRUE(start_view(640, 400));
-    feed_history();
-    const Picture shown = draw();
-    EXPECT_EQ(profiler->scale_ms, 8.0);
+TEST_F(PanelTest, TheBudgetIsADashedLineWithALabelWhereThereIsRoom) {
     const struct {
-        int age;
-        FrameProfilePhase phase;
-        int top, bottom; // rows, the last one included
-    } bars[] = {{0, PHASE_EVT, 336, 360},  {0, PHASE_TICK, 286, 335}, {0, PHASE_PRES, 262, 285},
-                {1, PHASE_TICK, 311, 360}, {4, PHASE_TICK, 336, 360}, {285, PHASE_TICK, 336, 360}};
-    for (const auto &bar : bars) {
-        const SDL_Rect area = {column(bar.age), bar.top, 2, bar.bottom - bar.top + 1};
-        EXPECT_TRUE(filled(shown, area, PHASE_COLORS[bar.phase])) << "age " << bar.age;
-        const SDL_Rect all = {area.x, CHART_TOP, 2, CHART_BOTTOM - CHART_TOP};
-        EXPECT_EQ(count_pixels(shown, PHASE_COLORS[bar.phase], all), area.w * area.h) << "age " << bar.age;
-    }
-    struct Strip {
-        int age, steps, jitter;
-    };
-    for (const Strip &strip : {Strip{0, 0, 2}, {1, 1, 0}, {2, 2, 1}, {3, 1, 1}, {4, 3, 0}, {285, 3, 0}}) {
-        EXPECT_TRUE(filled(shown, {column(strip.age), STEPS, 2, 8}, STEP_COLORS[strip.steps])) << strip.age;
-        EXPECT_TRUE(filled(shown, {column(strip.age), JITTER, 2, 8}, JITTER_COLORS[strip.jitter])) << strip.age;
-    }
-    EXPECT_TRUE(panel_shows(6, TOP + 6, "avg 2.0  min 2.0  max 8.0  1% low 6.0 ms   win 286f   uncapped"));
-    for (const auto &[label, y] :
-         {std::pair{"8.0", CHART_TOP}, {"0", CHART_BOTTOM - 8}, {"steps", STEPS}, {"jitter", JITTER}}) {
-        EXPECT_TRUE(shows_label(y, label)) << label;
+        const char *picture;
+        int fps;
+        double slowest_ms;
+    } cases[] = {{"panel_budget", 250, 7.9}, {"panel_budget_at_top", 60, 16}, {"panel_budget_above", 59, 16}};
+    for (const auto &c : cases) {
+        ASSERT_TRUE(start_view(637, 400, "fps_limit = " + std::to_string(c.fps) + "\n"));
+        feed({{PHASE_TICK, 2}}, 1, 300);
+        feed({{PHASE_TICK, c.slowest_ms}});
+        EXPECT_TRUE(matches_stored(draw(), c.picture));
     }
 }
 
-TEST_F(HistoryTest, TheBudgetIsADashedLineWithALabel) {
-    ASSERT_TRUE(start_view(640, 400, "fps_limit = 250\n"));
-    feed({{PHASE_TICK, 2}}, 1, 300);
-    feed({{PHASE_TICK, 7.9}}, 1, 1);
-    const Picture shown = draw(); // 4 of 8 ms: half-way
-    for (int x = 62; x < 632; x++) {
-        const bool dash = (x - 62) % 8 < 4;
-        EXPECT_EQ(pixel_at(shown, x, 311).r > 150, dash) << x;
-        EXPECT_LT(pixel_at(shown, x, 310).r, 50) << x;
-        EXPECT_LT(pixel_at(shown, x, 312).r, 50) << x;
-    }
-    EXPECT_TRUE(shows_label(307, "4.0", pixel_at(shown, 62, 311)));
-
-    const auto limit_to = [](int fps) {
-        cfg_set_fps_limit(fps);
-        profiler->budget_ms = profiler_resolve_budget_ms();
-    };
-    limit_to(60);
-    feed({{PHASE_TICK, 16}});
-    EXPECT_GT(pixel_at(draw(), 62, 261).r, 150) << "16.67 of 16.7 ms: right at the top";
-    EXPECT_TRUE(is_dark(draw(), {0, 258, 62, 3})) << "and without a label";
-    limit_to(59);
-    EXPECT_TRUE(is_dark(draw(), {0, 258, 640, 3})) << "above the scale there is no line";
-
-    ASSERT_TRUE(start_view(638, 400, "fps_limit = 1000\n"));
-    const Picture cut = draw();
-    EXPECT_GT(pixel_at(cut, 631, 311).r, 150);
-    EXPECT_LT(pixel_at(cut, 632, 311).r, 50) << "the last dash ends with the chart";
-}
-
-TEST_F(HistoryTest, ASlowFrameGetsAPipAndTheWholeScale) {
+TEST_F(PanelTest, ASlowFrameGetsAPipAndTheWholeScale) {
     ASSERT_TRUE(start_view(640, 400));
-    feed({{PHASE_TICK, 250}}, 1, 2);
+    feed({{PHASE_TICK, 250}}, 1, 2); // not slow yet
     feed({{PHASE_TICK, 300}});
-    const Picture shown = draw();
-    EXPECT_EQ(profiler->scale_ms, 200.0);
-    EXPECT_TRUE(filled(shown, {632, 262, 2, 2}, PIP_COLOR)) << "under the grid line";
-    EXPECT_TRUE(filled(shown, {632, 264, 2, 97}, PHASE_COLORS[PHASE_TICK]));
-    EXPECT_EQ(count_pixels(shown, PIP_COLOR, {62, CHART_TOP, 572, 100}), 4) << "250 ms is not slow yet";
     feed({{PHASE_EVT, 150}, {PHASE_TICK, 150}, {PHASE_PRES, 150}});
-    const Picture over = draw();
-    EXPECT_TRUE(filled(over, {632, 286, 2, 75}, PHASE_COLORS[PHASE_EVT]));
-    EXPECT_TRUE(filled(over, {632, 264, 2, 22}, PHASE_COLORS[PHASE_TICK]));
-    EXPECT_TRUE(is_dark(over, {632, 258, 2, 3})) << "nothing rises above the chart";
-    feed({{PHASE_TICK, 99}}, 1, 286); // now it is out of sight
+    EXPECT_TRUE(matches_stored(draw(), "panel_slow"));
+    EXPECT_EQ(profiler->scale_ms, 200.0);
+    feed({{PHASE_TICK, 99}}, 1, 286); // now they are out of sight
     draw();
     EXPECT_EQ(profiler->scale_ms, 100.0);
 }
 
-TEST_F(HistoryTest, FreezingKeepsThePictureWhileRecordingGoesOn) {
-    ASSERT_TRUE(start_view(640, 400));
+TEST_F(PanelTest, FreezingKeepsThePictureWhileRecordingGoesOn) {
+    ASSERT_TRUE(start_view(640, 400, "vsync_enable = true\n", 2));
     feed_history();
-    const Picture live = draw();
     profiler_toggle_freeze();
-    EXPECT_TRUE(log.has("[PROFILER] DEBUG: Toggled: frozen: 1"));
     frame_profile_init(&profiler->live);
     feed({{PHASE_PRES, 30}}, 2, 300);
-    const Picture frozen = draw();
-    const SDL_Rect word = {634 - 48, 250, 48, 8};
-    EXPECT_TRUE(panel_shows(word.x, word.y, "FROZEN", FROZEN_COLOR));
-    for (const Picture *picture : {&live, &frozen}) SDL_FillSurfaceRect(picture->get(), &word, 0);
-    EXPECT_TRUE(same_pixels(live, frozen));
+    EXPECT_TRUE(matches_stored(draw(), "panel_frozen_twice"));
     profiler_toggle_freeze();
-    EXPECT_TRUE(panel_shows(6, 250, "avg 30.0  min 30.0  max 30.0  1% low 30.0 ms   win 286f   uncapped"))
-        << "back to what was recorded meanwhile";
-    EXPECT_EQ(count_pixels(draw(), FROZEN_COLOR, word), 0);
+    EXPECT_TRUE(matches_stored(draw(), "panel_thawed_twice")); // what was recorded meanwhile
 }
 
-TEST_F(HistoryTest, TwiceTheUiScaleIsTheSamePictureTwiceAsLarge) {
-    std::vector<SDL_Color> single; // a surface cannot be read any more once SDL has quit
-    for (const int scale : {1, 2}) {
-        ASSERT_TRUE(start_view(640, 400, "fps_limit = 250\n", scale));
-        feed({{PHASE_TICK, 2}}, 70, 300); // heights are whole units: a half would show only at the larger scale
-        feed({{PHASE_EVT, 2}, {PHASE_TICK, 4}, {PHASE_PRES, 2}}, 0, 2);
-        const Picture shown = draw();
-        for (int i = 0; i < shown->w * shown->h; i++) {
-            const int x = i % shown->w, y = i / shown->w;
-            const SDL_Color color = pixel_at(shown, x, y);
-            if (scale == 1) single.push_back(color);
-            ASSERT_TRUE(same_color(color, single[static_cast<size_t>(y / scale * 640 + x / scale)])) << x << ", " << y;
-        }
-    }
-}
+// --- budget ---
 
-TEST_F(HistoryTest, TheLegendDropsWhatDoesNotFit) {
-    for (const auto &[width, items] : {std::pair{436, 8}, {435, 7}, {212, 4}, {211, 3}, {200, 3}}) {
-        ASSERT_TRUE(start_view(width, 400));
-        const Picture shown = draw();
-        for (int phase = 0; phase < PHASE_COUNT; phase++) {
-            const int found = count_pixels(shown, PHASE_COLORS[phase], {0, LEGEND, width, 14});
-            EXPECT_EQ(found, phase < items ? 36 : 0) << width << " " << phase;
-        }
-    }
-}
-
-// --- budget and mode ---
-
-TEST_F(HistoryTest, BudgetAndModeComeFromTheSettings) {
+TEST_F(PanelTest, TheBudgetComesFromTheSettingsAndFollowsTheDisplay) {
     const struct {
         const char *graphics;
         double budget_ms;
-        const char *mode;
     } cases[] = {
-        {"fps_limit = 60\n", 1000.0 / 60, "limit 60"},
-        {"fps_limit = 30\nvsync_enable = true\n", 1000.0 / 30, "vsync"},
-        {"fps_limit = 0\n", 0, "uncapped"}};
+        {"fps_limit = 60\n", 1000.0 / 60}, {"fps_limit = 30\nvsync_enable = true\n", 1000.0 / 30}, {"fps_limit = 0\n", 0}};
     for (const auto &c : cases) {
         ASSERT_TRUE(start_view(640, 400, c.graphics));
         EXPECT_EQ(profiler->budget_ms, c.budget_ms) << c.graphics;
-        EXPECT_TRUE(
-            panel_shows(6, TOP + 6, std::string("avg 0.0  min 0.0  max 0.0  1% low 0.0 ms   win 0f   ") + c.mode));
     }
+    draw();
     cfg_set_fps_limit(50);
     draw();
     EXPECT_EQ(profiler->budget_ms, 0);

@@ -1,5 +1,6 @@
 // A frame: game state, event callbacks, hot keys, fixed steps and the frame clock.
 
+#include "engine/drawing_space.h"
 #include "engine/engine.h"
 #include "engine/frame.h"
 #include "engine/transition.h"
@@ -29,20 +30,22 @@ protected:
 
 // --- game state ---
 
-TEST_F(FrameTest, RequestsChainAndAreAcknowledged) {
+TEST_F(FrameTest, RequestsChainAndTheirHandlingRestartsTheClock) {
     ASSERT_TRUE(start());
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     EXPECT_EQ(engine_get_prev_state(), GAME_STATE_MAIN_MENU);
     log.lines.clear();
     engine_set_state(GAME_STATE_MAIN_MENU);
-    EXPECT_TRUE(log.lines.empty()) << "a request for the current state says nothing";
+    EXPECT_TRUE(log.lines.empty()) << "a request for the current state is ignored";
     engine_set_state(GAME_STATE_TEXT_DEMO);
     engine_set_state(GAME_STATE_TEXTURE_DEMO);
     EXPECT_EQ(engine_get_prev_state(), GAME_STATE_TEXT_DEMO);
     engine->timestep.accumulator = 0.1;
+    engine->last_frame_ticks = 0;
     engine_state_change_handled();
     EXPECT_EQ(engine_get_prev_state(), GAME_STATE_TEXTURE_DEMO);
     EXPECT_EQ(engine->timestep.accumulator, 0.0);
+    EXPECT_GT(engine->last_frame_ticks, 0u);
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE: 3 -> 4"));
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE HANDLED: 5"));
     engine_set_state(GAME_STATE_MAIN_MENU); // the menu's screen is the one that is set up
@@ -54,12 +57,12 @@ TEST_F(FrameTest, RequestsChainAndAreAcknowledged) {
 TEST_F(FrameTest, AChainRunsInOrderUntilOneEndsIt) {
     ASSERT_TRUE(start());
     frame(); // takes the events of the start, the audio devices' among them
-    for (const EventCallback cb : {note_a, note_a, note_c_and_end, note_b}) {
+    for (const EventCallback cb : {note_a, note_b, note_a, note_c_and_end, note_b}) {
         ASSERT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, cb));
     }
-    key_down(SDLK_F3);
-    frame();
-    EXPECT_EQ(g_calls, "aac");
+    EXPECT_EQ(callback_array_index_of(&engine->callbacks[SDL_EVENT_KEY_DOWN], note_b), 2) << "behind the menu's own";
+    play("F3 1");
+    EXPECT_EQ(g_calls, "abac");
     EXPECT_TRUE(engine_get_show_frame_time_graph()) << "the engine's own keys are heard all the same";
     EXPECT_EQ(engine_event().type, static_cast<Uint32>(SDL_EVENT_KEY_DOWN));
 
@@ -67,9 +70,8 @@ TEST_F(FrameTest, AChainRunsInOrderUntilOneEndsIt) {
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end));
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_a));
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end)) << "not there is no failure";
-    key_down(SDLK_F5);
-    frame();
-    EXPECT_EQ(g_calls.size(), 2u) << "one a and the b are left, their order is free";
+    play("F5 1");
+    EXPECT_EQ(g_calls.size(), 3u) << "one a and both b are left, their order is free";
 }
 
 TEST_F(FrameTest, EventTypesBeyondTheTableReachNobody) {
@@ -79,11 +81,7 @@ TEST_F(FrameTest, EventTypesBeyondTheTableReachNobody) {
     EXPECT_FALSE(engine_remove_callback(SDL_EVENT_USER, note_a));
     EXPECT_TRUE(log.has("[ENGINE] Attempting to add a callback for a type that is not supported: 0x1308"));
     EXPECT_TRUE(log.has("[ENGINE] Attempting to remove a callback for a type that is not supported: 0x8000"));
-    for (const Uint32 type : {0x1307u, 0x1308u, static_cast<Uint32>(SDL_EVENT_USER), 0xFFFFu}) {
-        SDL_Event event = {};
-        event.type = type;
-        ASSERT_TRUE(SDL_PushEvent(&event));
-    }
+    for (const Uint32 type : {0x1307u, 0x1308u, static_cast<Uint32>(SDL_EVENT_USER), 0xFFFFu}) push_event(type);
     frame();
     EXPECT_EQ(g_calls, "a");
 }
@@ -92,42 +90,34 @@ TEST_F(FrameTest, PointerPositionsArriveInTheCurrentSpace) {
     config += "ui_scale = 2\n";
     ASSERT_TRUE(start());
     ASSERT_TRUE(engine_add_callback(SDL_EVENT_MOUSE_MOTION, note_a));
-    mouse_move(100, 60);
-    frame();
+    play("move:100,60 1");
     EXPECT_TRUE(g_seen.motion.x == 50 && g_seen.motion.y == 30);
 }
 
 // --- hot keys ---
 
-TEST_F(FrameTest, CtrlQQuitsFromAnywhere) {
-    for (const int mod : {SDL_KMOD_LCTRL, SDL_KMOD_RCTRL | SDL_KMOD_LSHIFT}) {
-        ASSERT_TRUE(start({"--screen", "text-demo"}));
-        key_down(SDLK_Q);
-        EXPECT_TRUE(frame()) << "Q alone does nothing";
-        key_down(SDLK_Q, static_cast<SDL_Keymod>(mod), true);
-        EXPECT_FALSE(frame()) << mod;
-    }
-}
-
-TEST_F(FrameTest, EscapeQuitsInTheMenuAndFadesBackElsewhere) {
-    ASSERT_TRUE(start());
-    key_down(SDLK_ESCAPE);
-    EXPECT_FALSE(frame());
+TEST_F(FrameTest, CtrlQAndEscapeQuitOrFadeBack) {
     ASSERT_TRUE(start({"--screen", "texture-demo"}));
-    key_down(SDLK_ESCAPE);
-    key_down(SDLK_ESCAPE);
-    EXPECT_TRUE(frame(0.1));
+    play("Q 1 Escape Escape 6");
     EXPECT_NEAR(transition_cover(1), 0.4, 1e-9) << "the second press does not start it again";
-    for (int i = 0; i < 10; i++) ASSERT_TRUE(frame(0.1));
+    play("40");
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     EXPECT_EQ(transition_cover(1), 0.0);
+    play("Escape");
+    EXPECT_FALSE(frame());
+    ASSERT_TRUE(start({"--screen", "text-demo"}));
+    play("ctrl:Q");
+    EXPECT_FALSE(frame());
+    ASSERT_TRUE(start({"--screen", "text-demo"}));
+    push_event(SDL_EVENT_QUIT);
+    EXPECT_FALSE(frame());
 }
 
 // --- frame clock ---
 
-TEST_F(FrameTest, CountsFramesAndUpdatesTheReadOutOnceASecond) {
+TEST_F(FrameTest, TheReadOutIsUpdatedOnceASecond) {
     ASSERT_TRUE(start());
-    EXPECT_EQ(engine_frame_number(), 0u);
+    EXPECT_TRUE(engine_frame_number() == 0 && engine->fps_color.a == 0);
     engine->fps_window_start = SDL_GetTicksNS();
     frames(3);
     EXPECT_EQ(engine_frame_number(), 3u);
@@ -137,8 +127,10 @@ TEST_F(FrameTest, CountsFramesAndUpdatesTheReadOutOnceASecond) {
     frame();
     EXPECT_EQ(engine->fps, 29);
     EXPECT_EQ(std::string(engine->fps_text).find("FPS: 29, delta: 0."), 0u);
-    EXPECT_GT(engine_fps_delta(), 0.0);
     EXPECT_EQ(engine->frames, 0);
+    engine->fps = 7;
+    frame();
+    EXPECT_EQ(engine->fps, 7) << "the next second has begun";
 }
 
 TEST_F(FrameTest, TheFrameRateLimitWaitsAndCanBeLifted) {
@@ -147,19 +139,44 @@ TEST_F(FrameTest, TheFrameRateLimitWaitsAndCanBeLifted) {
     const Uint64 before = SDL_GetTicksNS();
     frames(4);
     EXPECT_GE(SDL_GetTicksNS() - before, 4 * SDL_NS_PER_SECOND / 50 - 1000);
+    EXPECT_GE(engine_fps_delta(), 0.02) << "the whole frame, its wait included";
+    EXPECT_LT(engine_fps_delta(), 0.5);
     engine_set_target_fps(0);
     EXPECT_EQ(engine->frame_period, 0u);
 }
 
-TEST_F(FrameTest, AStallReachesTheSimulationAsAQuarterSecond) {
-    config += "[simulation]\nfixed_step_hz = 64\n";
+TEST_F(FrameTest, RealTimeReachesTheSimulationAndAStallAsAQuarterSecond) {
+    const struct {
+        int hz;
+        Uint64 ms;
+        int steps;
+    } cases[] = {{64, 2000, 16}, {5, 210, 1}, {3, 200, 0}};
+    for (const auto &c : cases) {
+        config += "[simulation]\nfixed_step_hz = " + std::to_string(c.hz) + "\n";
+        ASSERT_TRUE(start());
+        engine->last_frame_ticks = SDL_GetTicksNS() - SDL_MS_TO_NS(c.ms);
+        engine_frame_start();
+        int steps = 0;
+        while (engine_fixed_step_consume()) steps++;
+        EXPECT_EQ(steps, c.steps) << c.hz;
+    }
+    EXPECT_TRUE(engine_fixed_alpha() >= 0.6 && engine_fixed_alpha() <= 0.75);
     ASSERT_TRUE(start());
-    engine->last_frame_ticks = SDL_GetTicksNS() - 2 * SDL_NS_PER_SECOND;
+    engine->last_frame_ticks = 0; // the first frame
     engine_frame_start();
-    int steps = 0;
-    while (engine_fixed_step_consume()) steps++;
-    EXPECT_EQ(steps, 16);
-    EXPECT_EQ(engine_fixed_alpha(), 0.0);
+    EXPECT_EQ(engine->timestep.accumulator, 0);
+    EXPECT_GT(engine->last_frame_ticks, 0u);
+}
+
+TEST_F(FrameTest, AScreensLogicalSizeGoesWithIt) {
+    ASSERT_TRUE(start_screen("logical-demo"));
+    EXPECT_TRUE(engine_in_logical_space());
+    engine_set_state(GAME_STATE_TEXT_DEMO);
+    frame();
+    EXPECT_FALSE(engine_in_logical_space());
+    float width = 0;
+    engine_view_size(&width, nullptr);
+    EXPECT_EQ(width, 800);
 }
 
 } // namespace

@@ -53,6 +53,7 @@ TEST(TimestepTest, UnevenFramesLoseAndInventNoTime) {
         Timestep ts = {};
         timestep_init(&ts, hz);
         timestep_advance(&ts, 2); // a stall costs all but a quarter second
+        EXPECT_EQ(ts.accumulator, 0.25);
         double elapsed = 0.25;
         int steps = steps_due(&ts);
         for (int i = 0; i < 5000; i++) {

@@ -11,11 +11,13 @@
 #include "input/input.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
+#include "support/sdl_calls.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_init.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
+#include <SDL3_ttf/SDL_ttf.h>
 
 namespace {
 
@@ -23,13 +25,17 @@ constexpr const char *CONFIG_PATH = "config/lumarind-engine.ini";
 
 class EngineSetupTest : public EngineTest {
 protected:
+    void TearDown() override {
+        failing_sdl_call.clear();
+        EngineTest::TearDown();
+    }
     static void expect_saved(std::initializer_list<const char *> lines) {
         const std::string file = read_file(CONFIG_PATH);
         for (const char *line : lines) EXPECT_NE(file.find(line), file.npos) << line;
     }
 };
 
-TEST_F(EngineSetupTest, StartsOnceAndSaysWhatItFound) {
+TEST_F(EngineSetupTest, StartsOnceAndQuitsEveryLibrary) {
     ASSERT_TRUE(start());
     const Engine *first = engine;
     EXPECT_TRUE(engine_start("another")) << "a second start changes nothing";
@@ -39,17 +45,20 @@ TEST_F(EngineSetupTest, StartsOnceAndSaysWhatItFound) {
     EXPECT_STREQ(engine_get_title(), "renamed");
     engine_set_system_cursor(SDL_SYSTEM_CURSOR_CROSSHAIR);
     EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT) << "there are two";
-    EXPECT_TRUE(log.has("[ENGINE] Video driver: dummy, renderer: software"));
-    EXPECT_TRUE(log.has("[ENGINE] Display scale: 1.00, UI scale: 1"));
+    for (const char *line :
+         {"[ENGINE] Video driver: dummy, renderer: software", "[ENGINE] Display scale: 1.00, UI scale: 1",
+          "[ENGINE] Base path: /", "[ENGINE] Running dir: /", "[ENGINE] Window title: Lumarind Engine v0.0.1"}) {
+        EXPECT_TRUE(log.has(line)) << line;
+    }
     EXPECT_TRUE(log.errors().empty());
     stop();
     EXPECT_EQ(engine, nullptr);
     engine_stop();
     EXPECT_EQ(log.lines.back().text, "[ENGINE] SDL3 shutdown");
-    EXPECT_EQ(SDL_WasInit(0), 0u);
+    EXPECT_EQ(SDL_WasInit(0) + static_cast<Uint32>(TTF_WasInit()), 0u);
 }
 
-TEST_F(EngineSetupTest, QuestionsWithoutAnEngineFindNothing) {
+TEST_F(EngineSetupTest, GettersWithoutAnEngineReturnNothing) {
     float width = 1, height = 1;
     for (const bool stopped : {false, true}) {
         if (stopped) {
@@ -67,37 +76,54 @@ TEST_F(EngineSetupTest, QuestionsWithoutAnEngineFindNothing) {
         EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "");
         EXPECT_EQ(profiler_resolve_budget_ms(), 0);
         engine_view_size(&width, &height);
-        EXPECT_TRUE(width == 0 && height == 0);
         engine_text_size(nullptr, &width, &height);
         EXPECT_TRUE(width == 0 && height == 0);
     }
 }
 
-TEST_F(EngineSetupTest, WritesGeometryAndPanelFlagBackAndLeavesTheRest) {
+// --- the window ---
+
+TEST_F(EngineSetupTest, TheWindowIsMadeAsConfigured) {
+    const std::string all = "resizable=1 borderless=0 density=1 create; ", cursors = "cursor 0; cursor 11; ";
+    const struct {
+        const char *settings;
+        const char *size; // of the command line
+        std::string calls;
+    } cases[] = {
+        {"x = 11\ny = 22\nwidth = 640\nheight = 360\n", nullptr,
+         "x=11 y=22 width=640 height=360 " + all + "place 11 22; " + cursors},
+        {"x = 11\ny = 22\nresizable = false\nborderless = true\n", "300x200",
+         "x=11 y=22 width=300 height=200 resizable=0 borderless=1 density=1 create; place 11 22; " + cursors},
+        {"x = 1\ny = 2\nmaximized = true\nfullscreen = true\n", nullptr, "x=1 y=2 " + all + "maximize; " + cursors},
+        {"x = 1\ny = 2\nfullscreen = true\n", nullptr, "x=1 y=2 " + all + "fullscreen 1; " + cursors},
+        {"x = 1\ny = 2\nmaximized = true\n", "300x200", "x=1 y=2 width=300 height=200 " + all + cursors},
+    };
+    for (const auto &c : cases) {
+        config = std::string("[graphics]\nvsync_enable = false\n[window]\n") + c.settings;
+        sdl_calls.clear();
+        ASSERT_TRUE(c.size ? start({"--window-size", c.size}) : start());
+        EXPECT_EQ(sdl_calls, c.calls) << c.settings;
+    }
+}
+
+TEST_F(EngineSetupTest, GeometryAndPanelFlagAreWrittenBackAndTheRestStays) {
     config = "[graphics]\nvsync_enable = false\nui_scale = 2\n[window]\nwidth = 640\nheight = 360\nborderless = true\n"
              "[input]\njump = K, nonsense\n";
     ASSERT_TRUE(start());
     EXPECT_EQ(engine_ui_scale(), 2);
-    EXPECT_TRUE(SDL_GetWindowFlags(engine_window()) & SDL_WINDOW_BORDERLESS);
-    resize(700, 400);
-    key_down(SDLK_F3);
-    frame();
+    SDL_SetWindowPosition(engine->window, 77, 88);
+    play("size:700x400 F3 1");
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: Toggled: show_frame_time_graph: 1"));
     stop();
     expect_saved(
-        {"width = 700", "height = 400", "show_frame_time_graph = true", "borderless = true", "ui_scale = 2",
-         "vsync_enable = false", "jump = K, nonsense"});
+        {"x = 77", "y = 88", "width = 700", "height = 400", "show_frame_time_graph = true", "borderless = true",
+         "ui_scale = 2", "vsync_enable = false", "jump = K, nonsense"});
 }
 
 TEST_F(EngineSetupTest, TheCommandLineSizeIsForThisRunOnly) {
     config = "[graphics]\nvsync_enable = false\nui_scale = 2\n[window]\nx = 11\ny = 22\nwidth = 640\nheight = 360\n"
              "maximized = true\n";
     ASSERT_TRUE(start({"--window-size", "801x450", "--ui-scale", "3"}));
-    int width = 0, height = 0;
-    SDL_GetWindowSize(engine_window(), &width, &height);
-    EXPECT_TRUE(width == 801 && height == 450) << width << " x " << height;
-    EXPECT_FALSE(SDL_GetWindowFlags(engine_window()) & SDL_WINDOW_MAXIMIZED);
-    EXPECT_EQ(engine_ui_scale(), 3);
     float view_width = 0;
     engine_view_size(&view_width, nullptr);
     EXPECT_EQ(view_width, 267);
@@ -113,6 +139,7 @@ TEST_F(EngineSetupTest, VsyncWinsOverTheFrameRateLimit) {
     } cases[] = {
         {"vsync_enable = true\nfps_limit = 120\n", 1, 0},
         {"vsync_enable = false\nfps_limit = 60\n", 0, 16'666'666},
+        {"vsync_enable = false\nfps_limit = 1\n", 0, 1'000'000'000},
         {"vsync_enable = false\nfps_limit = -1\n", 0, 0}};
     for (const auto &c : cases) {
         config = std::string("[graphics]\n") + c.graphics + "[simulation]\nfixed_step_hz = 0\n";
@@ -125,28 +152,34 @@ TEST_F(EngineSetupTest, VsyncWinsOverTheFrameRateLimit) {
     }
 }
 
-TEST_F(EngineSetupTest, ARefusedVsyncFailsWithItsOwnLine) {
-    ASSERT_TRUE(start());
-    EXPECT_FALSE(engine_set_vsync_mode(7));
-    EXPECT_TRUE(log.only_error_starts("[GAME] SDL3: Setting V-Sync mode failed, mode: 7, error: "));
-}
+// --- failures ---
 
-TEST_F(EngineSetupTest, NoVideoDriverIsReportedAndNothingIsLeft) {
-    choose_driver(SDL_HINT_VIDEO_DRIVER, "none-such");
-    EXPECT_FALSE(start());
-    EXPECT_EQ(engine, nullptr);
-    EXPECT_TRUE(log.only_error_starts("[ENGINE] SDL3 initialization failed, error: "));
-    EXPECT_EQ(read_file(CONFIG_PATH), config) << "a start that never read the settings does not write them";
-    choose_driver(SDL_HINT_VIDEO_DRIVER, "dummy");
+TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
+    config = "[graphics]\nshow_frame_time_graph = true\n";
+    const struct {
+        const char *hint, *driver, *call;
+        std::string error;
+    } cases[] = {
+        {SDL_HINT_VIDEO_DRIVER, "none-such", "", "[ENGINE] SDL3 initialization failed, error: "},
+        {SDL_HINT_RENDER_DRIVER, "none-such", "", "[ENGINE] SDL3: Renderer creation failed, error: "},
+        {SDL_HINT_VIDEO_DRIVER, "dummy", "create", "[ENGINE] SDL3: Window creation failed, error: create was made"},
+        {SDL_HINT_VIDEO_DRIVER, "dummy", "vsync",
+         "[GAME] SDL3: Setting V-Sync mode failed, mode: 1, error: vsync was made to fail"},
+    };
+    for (const auto &c : cases) {
+        choose_driver(c.hint, c.driver);
+        failing_sdl_call = c.call;
+        log.lines.clear();
+        EXPECT_FALSE(start()) << c.error;
+        EXPECT_EQ(engine, nullptr);
+        EXPECT_EQ(SDL_WasInit(0), 0u);
+        EXPECT_TRUE(log.only_error_starts(c.error));
+        expect_saved({"show_frame_time_graph = true"});
+        failing_sdl_call.clear();
+        choose_driver(c.hint, std::string(c.hint) == SDL_HINT_RENDER_DRIVER ? "software" : "dummy");
+        config = "[graphics]\nvsync_enable = true\nshow_frame_time_graph = true\n";
+    }
     EXPECT_TRUE(start());
-}
-
-TEST_F(EngineSetupTest, AFailedStartKeepsThePanelFlag) {
-    config = "[graphics]\nvsync_enable = false\nshow_frame_time_graph = true\n";
-    choose_driver(SDL_HINT_RENDER_DRIVER, "none-such");
-    EXPECT_FALSE(start());
-    EXPECT_TRUE(log.has("[ENGINE] SDL3: Renderer creation failed, error: "));
-    expect_saved({"show_frame_time_graph = true"});
 }
 
 TEST_F(EngineSetupTest, SurvivesEachAllocationFailing) {

@@ -1,8 +1,11 @@
 // The fade between screens, through the running program.
 
+#include "engine/drawing_space.h"
 #include "engine/engine.h"
 #include "engine/transition.h"
 #include "support/engine_fixture.h"
+
+#include <SDL3/SDL_render.h>
 
 #include <algorithm>
 #include <vector>
@@ -28,11 +31,12 @@ TEST_F(TransitionTest, SwitchesBehindABlackFrameAndUncoversTheNewScreen) {
     EXPECT_FALSE(all_black());
     ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
     std::vector<GameState> states;
-    std::vector<double> covers;
+    std::vector<double> covers, drawn;
     for (int i = 0; i < 40; i++) {
         ASSERT_TRUE(frame(STEP * 1.0001));
         states.push_back(engine_get_state());
         covers.push_back(transition_cover(1));
+        drawn.push_back(transition_cover(0));
         if (states.back() == GAME_STATE_TEXT_DEMO && engine_get_prev_state() == GAME_STATE_MAIN_MENU) {
             EXPECT_TRUE(all_black()) << "the last frame of the old screen";
         }
@@ -41,6 +45,7 @@ TEST_F(TransitionTest, SwitchesBehindABlackFrameAndUncoversTheNewScreen) {
     EXPECT_EQ(turn, 14) << "the fifteenth frame has run fifteen steps";
     EXPECT_EQ(covers[14], 1.0);
     EXPECT_EQ(covers[15], 1.0) << "the new screen's first frame: the switch took no simulated time";
+    EXPECT_EQ(drawn[15], 1.0) << "nor is it drawn partly open";
     EXPECT_NEAR(covers[16], 14.0 / 15, 1e-9);
     EXPECT_EQ(covers.back(), 0.0);
     EXPECT_FALSE(all_black());
@@ -64,6 +69,26 @@ TEST_F(TransitionTest, ARequestWhileUncoveringCoversFromThere) {
     EXPECT_NEAR(transition_cover(1), 11.0 / 15, 1e-9);
     transition_screen_changed(GAME_STATE_QUIT);
     EXPECT_EQ(transition_cover(1), 0.0) << "another switch than the one faded to ends the fade";
+}
+
+TEST_F(TransitionTest, TheCoverFillsTheWindowAndLeavesTheRenderersColour) {
+    ASSERT_TRUE(start());
+    SDL_Renderer *renderer = engine_renderer();
+    engine_set_logical_size(256, 144);
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.1));
+    steps(6);
+    engine_apply_space(true);
+    SDL_SetRenderDrawColor(renderer, 255, 0, 0, 255);
+    SDL_RenderClear(renderer);
+    engine_apply_space(false);
+    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_ADD);
+    transition_tick();
+    EXPECT_TRUE(all_black());
+    SDL_BlendMode blend = SDL_BLENDMODE_NONE;
+    SDL_Color color = {};
+    SDL_GetRenderDrawBlendMode(renderer, &blend);
+    SDL_GetRenderDrawColor(renderer, &color.r, &color.g, &color.b, &color.a);
+    EXPECT_TRUE(blend == SDL_BLENDMODE_ADD && same_color(color, {255, 0, 0, 255}) && color.a == 255);
 }
 
 } // namespace

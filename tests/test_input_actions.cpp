@@ -9,10 +9,12 @@
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 
+#include <SDL3/SDL_keyboard.h>
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -109,6 +111,15 @@ TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {
     ASSERT_TRUE(input_setup());
     EXPECT_EQ(log.count("[INPUT] Some bindings for \"jump\" were not recognised"), 1);
     EXPECT_FALSE(input_bind(INPUT_ACTION_COUNT, "A"));
+    ASSERT_TRUE(input_bind(INPUT_ACTION_JUMP, "A")); // B to D are bound no longer
+    auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
+    state[SDL_SCANCODE_B] = true;
+    EXPECT_FALSE(input_held(INPUT_ACTION_JUMP));
+    std::swap(state[SDL_SCANCODE_B], state[SDL_SCANCODE_A]);
+    EXPECT_TRUE(input_held(INPUT_ACTION_JUMP));
+    state[SDL_SCANCODE_A] = false;
+    key(SDL_SCANCODE_B);
+    EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP));
     EXPECT_STREQ(input_bindings_text(-1), "");
 }
 

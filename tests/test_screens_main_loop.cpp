@@ -1,15 +1,25 @@
-// The program's spine: start screens, switches, quitting, and every failed start.
+// The program's spine: start screens, switches, quitting, every failed start, and screens without their assets.
 
+#include "app/main_loop.h"
 #include "app/screen_registry.h"
 #include "engine/engine.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
+#include "support/sdl_calls.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-class MainLoopTest : public EngineTest {};
+class MainLoopTest : public EngineTest {
+protected:
+    static int run(std::vector<std::string> words) { // the whole program; its exit code
+        std::vector<char *> argv;
+        for (std::string &word : words) argv.push_back(word.data());
+        sdl_calls.clear();
+        return SDL_main(static_cast<int>(argv.size()), argv.data());
+    }
+};
 
 TEST_F(MainLoopTest, StatesWithoutAScreenDoNothing) {
     for (const GameState state : {-1, 0, 1, 2, 14, 1000}) {
@@ -21,20 +31,38 @@ TEST_F(MainLoopTest, StatesWithoutAScreenDoNothing) {
     screen_cleanup();
 }
 
-TEST_F(MainLoopTest, AnUnknownScreenIsRefusedWithTheNames) {
-    EXPECT_FALSE(start({"--screen", "Main-Menu"}));
-    EXPECT_EQ(log.errors(), std::vector<std::string>{"[MAIN] Unknown screen: Main-Menu"});
-    ASSERT_EQ(log.lines.size(), 13u);
-    EXPECT_EQ(log.lines[1].text, "Valid --screen names:");
-    EXPECT_EQ(log.lines[2].text, "  main-menu");
-    EXPECT_EQ(log.lines[12].text, "  physics-demo");
-    EXPECT_EQ(read_file("lumarind-engine.log").find("ERROR: [MAIN] Unknown screen: Main-Menu\nValid"), 0u);
+TEST_F(MainLoopTest, RunsEndWithTheirExitCodeAndCloseTheLog) {
+    const std::string box = "Lumarind Engine v0.0.1: Lumarind Engine could not start. See lumarind-engine.log in this "
+                            "folder for the reason. box 16; ";
+    const struct {
+        std::vector<std::string> words;
+        int code;
+        std::string box;
+        const char *last_line;
+    } cases[] = {
+        {{"L", "--help"}, 0, "", ""},
+        {{"L", "--quit-at", "3"}, 0, "", "[ENGINE] SDL3 shutdown\n"},
+        {{"L", "--quit-at"}, 1, box, "ERROR: [ARGS] Missing value for: --quit-at\n"},
+        {{"L", "--screen", "Main-Menu"}, 1, box, "  physics-demo\n"},
+    };
+    for (const auto &c : cases) {
+        ::testing::internal::CaptureStdout(); // the usage
+        EXPECT_EQ(run(c.words), c.code) << c.words.back();
+        ::testing::internal::GetCapturedStdout();
+        EXPECT_EQ(sdl_calls.substr(c.box.empty() ? sdl_calls.size() : sdl_calls.find(c.box)), c.box);
+        EXPECT_EQ(sdl_calls.find("box") != sdl_calls.npos, !c.box.empty());
+        SDL_Log("after the run");
+        EXPECT_TRUE(read_file("lumarind-engine.log").ends_with(c.last_line)) << c.words.back();
+        EXPECT_EQ(read_file("lumarind-engine.log").find("after"), std::string::npos);
+    }
+    EXPECT_EQ(log.errors().back(), "[MAIN] Unknown screen: Main-Menu");
+    EXPECT_EQ(log.count("Valid --screen names:"), 1);
+    EXPECT_EQ(log.count("-demo"), 10);
 }
 
 TEST_F(MainLoopTest, QuitAtEndsAfterThatFrame) {
     ASSERT_TRUE(start({"--quit-at", "3"}));
-    EXPECT_TRUE(frame());
-    EXPECT_TRUE(frame());
+    EXPECT_TRUE(frame() && frame());
     EXPECT_FALSE(frame());
     EXPECT_EQ(engine_frame_number(), 3u);
 }
@@ -55,26 +83,39 @@ TEST_F(MainLoopTest, SwitchesWithinAFrameSetTheScreenUpAgain) {
     EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 0) << "the menu took its callbacks along";
 }
 
-TEST_F(MainLoopTest, AScreenThatFailsLaterEndsTheLoopInPeace) {
-    ASSERT_TRUE(start());
-    frame();
-    fs::remove("assets");
-    engine_set_state(GAME_STATE_TEXTURE_DEMO);
-    EXPECT_FALSE(frame());
+TEST_F(MainLoopTest, MissingAndBrokenAssetsFailTheirScreenByName) {
+    const struct {
+        const char *screen, *file, *content, *error; // no content: the file is missing
+    } cases[] = {
+        {"main-menu", "fonts/EuroStyle Normal.ttf", nullptr, "[FONTS] Font file not found (assets/fonts/EuroStyle "},
+        {"main-menu", "fonts/EuroStyle Normal.ttf", "noise", "[FONTS] Font loading failed, error: "},
+        {"text-demo", "fonts/Perfect DOS VGA 437 Win.ttf", nullptr, "[FONTS] Font file not found (assets/fonts/Perfe"},
+        {"texture-demo", "texture_demo/texture_a.png", nullptr,
+         "[TEXTURE_DEMO] IMG_LoadTexture failed, error: Couldn't open assets/texture_demo/texture_a.png: No such "},
+        {"texture-demo", "texture_demo/texture_b.png", "\x89PNG\r\n\x1a\nno",
+         "[TEXTURE_DEMO] IMG_LoadTexture failed, error: the file ends before the picture's size: assets/texture_demo/textu"},
+        {"audio-demo", "audio/music/FluffyTail.mp3", nullptr, "[AUDIO] Unable to load assets/audio/music/FluffyTail.m"},
+        {"audio-demo", "audio/sfx/retro/sfx_sounds_fanfare1.wav", "no sound",
+         "[AUDIO] Unable to load assets/audio/sfx/retro/sfx_sounds_fanfare1.wav, error: "},
+        {"sprite-demo", "fireknight/sprites/fireknight_288x128.png", nullptr, "[SPRITE_SHEET] IMG_LoadTexture failed "},
+        {"tilemap-demo", "fireknight/tilemaps/old-dark-castle-interior-tileset.png", nullptr, "[TILEMAP] IMG_LoadText"},
+    };
+    const fs::path real = fs::canonical("assets");
+    for (const auto &c : cases) {
+        fs::remove_all("assets");
+        fs::copy(real, "assets", fs::copy_options::recursive);
+        fs::remove(fs::path("assets") / c.file);
+        if (c.content) write_file(fs::path("assets") / c.file, c.content);
+        log.lines.clear();
+        EXPECT_FALSE(start({"--screen", c.screen})) << c.file;
+        EXPECT_EQ(engine, nullptr);
+        EXPECT_TRUE(log.only_error_starts(c.error)) << log.errors().at(0);
+    }
+    ASSERT_TRUE(start()) << "the menu needs none of the last";
+    engine_set_state(GAME_STATE_TILEMAP_DEMO);
+    EXPECT_FALSE(frame()) << "a screen that fails later ends the loop in peace";
     stop();
-    EXPECT_EQ(log.errors().size(), 1u);
     EXPECT_TRUE(log.has("[CONFIG] Config file saved"));
-}
-
-TEST_F(MainLoopTest, WithoutTheUiFontThereIsNoStart) {
-    fs::remove("assets");
-    EXPECT_FALSE(start());
-    EXPECT_EQ(
-        log.errors(), std::vector<std::string>{"[FONTS] Font file not found (assets/fonts/EuroStyle Normal.ttf)"});
-    write_file("assets/fonts/EuroStyle Normal.ttf", "noise");
-    EXPECT_FALSE(start());
-    EXPECT_EQ(log.count("[FONTS] Font loading failed, error: "), 1);
-    EXPECT_EQ(engine, nullptr);
 }
 
 // Without the platformer, whose level takes an allocation to a line: it has a shorter one in its own tests.

@@ -1,10 +1,8 @@
-// The playable castle, read from the outlines it draws: where the body is, and where the camera looks.
+// The playable castle: latched presses, health, falls, and levels that cannot be played.
 
 #include "app/screen_registry.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-
-#include <cmath>
 
 namespace fs = std::filesystem;
 
@@ -14,12 +12,8 @@ constexpr SDL_Color BODY = {80, 255, 112, 255};
 
 class PlatformerTest : public EngineTest {
 protected:
-    bool start_level() { return start_screen("platformer-demo", "1280x720"); }
-    void play(double seconds) {
-        for (int i = 0; i < static_cast<int>(std::lround(seconds * 60)); i++) frame(1.0001 / 60);
-    }
     PictureBounds body() { return bounds_of(shown(), BODY); } // its outline in the window, and the feet line
-    // The level's files in the test's own folder, to be changed there.
+    // A level in the test's own folder.
     void use_own_level(const std::string &collisions) {
         const fs::path real = fs::canonical("assets");
         fs::remove("assets");
@@ -37,69 +31,35 @@ protected:
     }
 };
 
-TEST_F(PlatformerTest, TheCameraStartsClampedAndFollowsBeyondItsDeadZone) {
-    ASSERT_TRUE(start_level());
-    EXPECT_TRUE(log.has("slopes from assets/fireknight/tilemaps/castle-tilemap-collisions.csv"));
-    EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360}))
-        << "feet (100, 416), camera (0, 296), three units to a pixel";
-    hold({SDL_SCANCODE_LEFT, SDL_SCANCODE_D});
-    play(0.5);
-    EXPECT_EQ(body().left, 270) << "both ways is no way";
-    hold({SDL_SCANCODE_RIGHT});
-    play(0.5);
-    EXPECT_NEAR(body().left, 270 + 3 * 125, 16) << "half a second at 250";
-
+TEST_F(PlatformerTest, TheCameraFollowsBeyondItsDeadZoneUpToTheWorldsEnd) {
     start_own_level("0,416,1920,16\n1910,0,10,416\n"); // level ground, and a wall at its end
-    hold({SDL_SCANCODE_RIGHT});
-    play(1.5);
-    const PictureBounds at = body();
-    EXPECT_NEAR((at.left + at.right) / 2, 0.65 * 1280, 2) << "held at the dead zone's edge";
-    play(7);
-    hold({});
-    play(0.1);
+    EXPECT_TRUE(log.has("Loaded 2 rect colliders and 0 slopes from assets/fireknight/tilemaps/castle-tilemap-coll"));
+    EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360})) << "feet (100, 416), camera (0, 296), thrice as large";
+    play("+Right 90");
+    EXPECT_NEAR((body().left + body().right) / 2, 0.65 * 1280, 2) << "held at the dead zone's edge";
+    play("420 -Right 6");
     EXPECT_EQ(body().right, 1250) << "the camera stops at the world's end, ten pixels beyond the wall";
+    play("+Left 90");
+    EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "and at the other edge on the way back";
 }
 
 TEST_F(PlatformerTest, PressesWaitForOneStepAndRepeatsDoNothing) {
     config += "[simulation]\nfixed_step_hz = 10\n";
-    ASSERT_TRUE(start_level());
+    start_own_level("0,416,1920,16\n");
     const int ground = body().bottom;
-    key_down(SDLK_SPACE, SDL_KMOD_NONE, true);
-    key_down(SDLK_I); // an air attack on the ground
-    play(0.4);
+    play("~Space I 24"); // the latter an air attack on the ground
     EXPECT_EQ(body().bottom, ground);
-    key_down(SDLK_Z);
-    frame(0.001); // a frame without a step
-    frame(0.12);
-    play(0.3);
+    play("Z 0.1 7 18"); // a frame without a step comes first
     EXPECT_LT(body().bottom, ground - 60) << "the press was not lost";
-    play(1.6);
+    play("100");
     EXPECT_EQ(body().bottom, 432) << "one jump: the feet are back, on the dead zone's lower edge";
 }
 
-TEST_F(PlatformerTest, ThreeHitsOrAFallLeadBackToTheSpawn) {
-    ASSERT_TRUE(start_level());
-    hold({SDL_SCANCODE_RIGHT});
-    play(0.4);
-    hold({});
-    play(0.1);
-    const int away = body().left;
-    for (int hit = 0; hit < 3; hit++) {
-        EXPECT_EQ(body().left, away) << "hit " << hit;
-        key_down(SDLK_H);
-        play(0.1);
-        key_down(SDLK_H); // while hurt: ignored
-        play(0.7);
-    }
-    play(0.8);
-    EXPECT_EQ(body().left, 270) << "the death clip is over";
-
+TEST_F(PlatformerTest, AFallLeadsBackToTheSpawn) {
     start_own_level("0,416,200,16\n"); // a floor that ends
-    hold({SDL_SCANCODE_RIGHT});
-    play(0.6);
+    play("+Right 36");
     EXPECT_GT(body().left, 500);
-    hold({});
-    play(1.2);
+    play("-Right 72");
     EXPECT_EQ(body().left, 270);
 }
 

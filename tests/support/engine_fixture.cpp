@@ -10,72 +10,10 @@
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
-
-// --- pictures ---
-
-SDL_Color pixel_at(const Picture &picture, int x, int y) {
-    SDL_Color color = {};
-    EXPECT_TRUE(SDL_ReadSurfacePixel(picture.get(), x, y, &color.r, &color.g, &color.b, &color.a)) << x << ", " << y;
-    return color;
-}
-
-bool same_color(SDL_Color a, SDL_Color b) { return a.r == b.r && a.g == b.g && a.b == b.b; }
-
-void PrintTo(const PictureBounds &bounds, std::ostream *out) {
-    *out << bounds.left << ", " << bounds.top << " to " << bounds.right << ", " << bounds.bottom;
-}
-
-static Picture as_rgb(const Picture &picture) {
-    return Picture(SDL_ConvertSurface(picture.get(), SDL_PIXELFORMAT_RGB24));
-}
-
-static const Uint8 *row_of(const Picture &rgb, int y) {
-    return static_cast<const Uint8 *>(rgb->pixels) + static_cast<size_t>(y) * static_cast<size_t>(rgb->pitch);
-}
-
-template <typename Visit> static void each_pixel_of(const Picture &picture, SDL_Color color, Visit visit) {
-    const Picture rgb = as_rgb(picture);
-    for (int y = 0; y < rgb->h; y++) {
-        const Uint8 *found = row_of(rgb, y);
-        for (int x = 0; x < rgb->w; x++, found += 3) {
-            if (found[0] == color.r && found[1] == color.g && found[2] == color.b) visit(x, y);
-        }
-    }
-}
-
-PictureBounds bounds_of(const Picture &picture, SDL_Color color) {
-    PictureBounds bounds = {picture->w, picture->h, -1, -1};
-    each_pixel_of(picture, color, [&](int x, int y) {
-        bounds.left = SDL_min(bounds.left, x);
-        bounds.right = SDL_max(bounds.right, x);
-        bounds.top = SDL_min(bounds.top, y);
-        bounds.bottom = SDL_max(bounds.bottom, y);
-    });
-    return bounds;
-}
-
-int count_pixels(const Picture &picture, SDL_Color color) {
-    return count_pixels(picture, color, {0, 0, picture->w, picture->h});
-}
-
-int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area) {
-    int count = 0;
-    each_pixel_of(picture, color, [&](int x, int y) {
-        const SDL_Point pixel = {x, y};
-        count += SDL_PointInRect(&pixel, &area) ? 1 : 0;
-    });
-    return count;
-}
-
-bool same_pixels(const Picture &a, const Picture &b) {
-    const Picture x = as_rgb(a), y = as_rgb(b);
-    if (x->w != y->w || x->h != y->h) return false;
-    for (int row = 0; row < x->h; row++) {
-        if (SDL_memcmp(row_of(x, row), row_of(y, row), static_cast<size_t>(x->w) * 3) != 0) return false;
-    }
-    return true;
-}
+#include <sstream>
 
 // --- the program ---
 
@@ -83,6 +21,8 @@ void EngineTest::SetUp() {
     choose_driver(SDL_HINT_VIDEO_DRIVER, "dummy");
     choose_driver(SDL_HINT_AUDIO_DRIVER, "dummy");
     choose_driver(SDL_HINT_RENDER_DRIVER, "software");
+    choose_driver(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
+    SDL_srand(1);
     directory.link_assets();
 }
 
@@ -91,6 +31,7 @@ void EngineTest::TearDown() {
         for (const LogLine &line : log.lines) std::fprintf(stderr, "log: %s\n", line.text.c_str());
     }
     hold({});
+    pad_.reset();
     if (running_) stop();
     log_cleanup();
 }
@@ -165,56 +106,101 @@ bool EngineTest::shows(float x, float y, SDL_Color color, const std::string &tex
     return same_pixels(before, after);
 }
 
-// --- events ---
+// --- scripts ---
 
-void EngineTest::key_down(SDL_Keycode key, SDL_Keymod mod, bool repeat) const {
-    SDL_Event event = {};
-    event.key.type = SDL_EVENT_KEY_DOWN;
-    event.key.windowID = SDL_GetWindowID(engine->window);
-    event.key.key = key;
-    event.key.scancode = SDL_GetScancodeFromKey(key, nullptr);
-    event.key.mod = mod;
-    event.key.down = true;
-    event.key.repeat = repeat;
+static void _push(SDL_Event event) {
+    event.window.windowID = SDL_GetWindowID(engine->window); // in the same place in all events that have one
     ASSERT_TRUE(SDL_PushEvent(&event));
+}
+
+void EngineTest::push_event(Uint32 type) {
+    SDL_Event event = {};
+    event.type = type;
+    _push(event);
 }
 
 // Pushed key events do not reach SDL's keyboard state, so the test writes it.
-void EngineTest::hold(std::initializer_list<SDL_Scancode> keys) {
+void EngineTest::hold(const std::set<SDL_Scancode> &keys) {
     auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
-    for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = false;
-    for (const SDL_Scancode key : keys) state[key] = true;
+    for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = keys.contains(static_cast<SDL_Scancode>(i));
 }
 
-void EngineTest::mouse_move(int x, int y) const {
+void EngineTest::play(const std::string &script) {
+    std::istringstream words(script);
+    for (std::string word; words >> word;) play_word(word);
+}
+
+static void _play_mouse(const std::string &action, float x, float y) {
     SDL_Event event = {};
-    event.motion.type = SDL_EVENT_MOUSE_MOTION;
-    event.motion.windowID = SDL_GetWindowID(engine->window);
-    event.motion.x = static_cast<float>(x);
-    event.motion.y = static_cast<float>(y);
-    ASSERT_TRUE(SDL_PushEvent(&event));
+    if (action == "move") {
+        event.type = SDL_EVENT_MOUSE_MOTION;
+        event.motion.x = x;
+        event.motion.y = y;
+    } else {
+        event.type = action == "drop" ? SDL_EVENT_MOUSE_BUTTON_DOWN : SDL_EVENT_MOUSE_BUTTON_UP;
+        event.button.button = action == "rclick" ? SDL_BUTTON_RIGHT : SDL_BUTTON_LEFT;
+        event.button.x = x;
+        event.button.y = y;
+    }
+    _push(event);
 }
 
-void EngineTest::mouse_button(SDL_EventType type, int x, int y, Uint8 button) const {
+void EngineTest::play_word(const std::string &word) {
+    SCOPED_TRACE("script word " + word);
+    int x = 0, y = 0;
+    double time = 0;
+    char action[8] = "";
+    if (std::sscanf(word.c_str(), "%7[a-z]:%d%*[,x]%d", action, &x, &y) == 3) {
+        const bool size = std::string(action) == "size";
+        size ? resize(x, y) : _play_mouse(action, static_cast<float>(x), static_cast<float>(y));
+    } else if (word.starts_with("pad:")) {
+        play_pad(word.substr(4));
+    } else if (std::sscanf(word.c_str(), "%lf", &time) == 1) {
+        frames(static_cast<int>(time), 1.0 / 60);
+        if (time != std::floor(time)) frame((time - std::floor(time)) / 60);
+    } else {
+        play_key(word);
+    }
+}
+
+void EngineTest::play_key(std::string word) {
+    const char sign = word[0];
+    const bool repeat = sign == '~', ctrl = word.starts_with("ctrl:"), holds = sign == '+', releases = sign == '-';
+    word.erase(0, repeat || holds || releases ? 1 : ctrl || word.starts_with("key:") ? word.find(':') + 1 : 0);
+    std::replace(word.begin(), word.end(), '_', ' ');
+    const SDL_Keycode key = SDL_GetKeyFromName(word.c_str());
+    ASSERT_NE(key, SDLK_UNKNOWN);
+    const SDL_Scancode scancode = SDL_GetScancodeFromKey(key, nullptr);
+    if (holds) held_.insert(scancode);
+    if (releases) held_.erase(scancode);
+    if (holds || releases) hold(held_);
     SDL_Event event = {};
-    event.button.type = type;
-    event.button.windowID = SDL_GetWindowID(engine->window);
-    event.button.button = button;
-    event.button.x = static_cast<float>(x);
-    event.button.y = static_cast<float>(y);
-    ASSERT_TRUE(SDL_PushEvent(&event));
+    event.type = releases ? SDL_EVENT_KEY_UP : SDL_EVENT_KEY_DOWN;
+    event.key.key = key;
+    event.key.scancode = scancode;
+    event.key.mod = ctrl ? SDL_KMOD_LCTRL : SDL_KMOD_NONE;
+    event.key.down = !releases;
+    event.key.repeat = repeat;
+    _push(event);
 }
 
-void EngineTest::mouse_down(int x, int y, Uint8 button) const {
-    mouse_button(SDL_EVENT_MOUSE_BUTTON_DOWN, x, y, button);
-}
-
-void EngineTest::mouse_up(int x, int y, Uint8 button) const { mouse_button(SDL_EVENT_MOUSE_BUTTON_UP, x, y, button); }
-
-void EngineTest::gamepad_down(SDL_GamepadButton button) const {
-    SDL_Event event = {};
-    event.gbutton.type = SDL_EVENT_GAMEPAD_BUTTON_DOWN;
-    event.gbutton.button = static_cast<Uint8>(button);
-    event.gbutton.down = true;
-    ASSERT_TRUE(SDL_PushEvent(&event));
+void EngineTest::play_pad(const std::string &control) {
+    const size_t sign = control.find('=');
+    const std::string name = control.substr(0, sign);
+    const SDL_GamepadButton button = SDL_GetGamepadButtonFromString(name.c_str());
+    if (control == "plug") {
+        pad_ = std::make_unique<VirtualGamepad>("Script Pad");
+    } else if (control == "unplug") {
+        pad_.reset();
+    } else if (sign == control.npos) {
+        SDL_Event event = {};
+        event.type = SDL_EVENT_GAMEPAD_BUTTON_DOWN;
+        event.gbutton.button = static_cast<Uint8>(button);
+        event.gbutton.down = true;
+        _push(event);
+    } else if (button != SDL_GAMEPAD_BUTTON_INVALID) {
+        pad_->set(button, control[sign + 1] == '1');
+    } else {
+        pad_->set(SDL_GetGamepadAxisFromString(name.c_str()), std::stof(control.substr(sign + 1)));
+    }
 }

@@ -4,38 +4,19 @@
 
 #include "engine/engine_record.h"
 #include "support/log_capture.h"
+#include "support/picture.h"
 #include "support/temporary_directory.h"
+#include "support/virtual_gamepad.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_scancode.h>
-#include <SDL3/SDL_surface.h>
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-#include <iosfwd>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
-
-struct SurfaceDeleter {
-    void operator()(SDL_Surface *surface) const { SDL_DestroySurface(surface); }
-};
-using Picture = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
-
-struct PictureBounds {
-    int left, top, right, bottom; // inclusive; right below left: nothing there
-    bool operator==(const PictureBounds &) const = default;
-};
-void PrintTo(const PictureBounds &bounds, std::ostream *out);
-
-// Colours are compared without what stands for alpha.
-SDL_Color pixel_at(const Picture &picture, int x, int y);
-bool same_color(SDL_Color a, SDL_Color b);
-PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of the pixels of exactly this colour
-int count_pixels(const Picture &picture, SDL_Color color);
-int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area);
-bool same_pixels(const Picture &a, const Picture &b); // in size and colour
 
 class EngineTest : public ::testing::Test {
 protected:
@@ -58,20 +39,29 @@ protected:
     // Debug text in the last picture, at UI scale 1. A space at its end has to be there, too.
     static bool shows(float x, float y, SDL_Color color, const std::string &text, SDL_Color background);
 
-    // Puts an event into SDL's queue, for the next frame.
-    void key_down(SDL_Keycode key, SDL_Keymod mod = SDL_KMOD_NONE, bool repeat = false) const;
-    static void hold(std::initializer_list<SDL_Scancode> keys); // these and no others, until the end of the test
-    void mouse_move(int x, int y) const;                        // window coordinates, as below
-    void mouse_down(int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
-    void mouse_up(int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
-    void gamepad_down(SDL_GamepadButton button) const;
+    // Plays a user by script, words separated by blanks. Events reach SDL's queue, for the next frame.
+    //   30 2.5            frames of a sixtieth of a second; a last, shorter one for the fraction
+    //   Down Left_Shift   key presses, as SDL names keys, with "_" for blanks; key:1 where the name is a number
+    //   ~Down ctrl:Q      an automatic repeat; a press with Ctrl
+    //   +Right -Right     a key held from now on, and released
+    //   pad:a             a button of no particular controller
+    //   pad:plug pad:a=1 pad:leftx=.5 pad:unplug  a controller of the script's own
+    //   move:3,4 click:3,4 rclick:3,4 drop:3,4    the mouse in window coordinates; drop is a button down alone
+    //   size:640x360      resizes the window
+    void play(const std::string &script);
+    static void hold(const std::set<SDL_Scancode> &keys); // these and no others, until the end of the test
+    static void push_event(Uint32 type);                  // one that carries nothing
 
     TemporaryDirectory directory;
     LogCapture log;
 
 private:
-    void mouse_button(SDL_EventType type, int x, int y, Uint8 button) const;
+    void play_word(const std::string &word);
+    void play_key(std::string word);
+    void play_pad(const std::string &control);
 
+    std::set<SDL_Scancode> held_;
+    std::unique_ptr<VirtualGamepad> pad_;
     bool running_ = false;
     std::map<std::string, std::string> drivers_;
 };

@@ -1,0 +1,71 @@
+#include "support/sdl_calls.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_messagebox.h>
+#include <SDL3/SDL_mouse.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_video.h>
+
+std::string sdl_calls, failing_sdl_call;
+
+// Records a call; false: it is to fail.
+template <typename... Values> static bool _record(const char *name, const Values &...values) {
+    sdl_calls += name;
+    ((sdl_calls += ' ' + std::to_string(values)), ...);
+    sdl_calls += "; ";
+    return failing_sdl_call != name || SDL_SetError("%s was made to fail", name);
+}
+
+// A property with its name and value, if it is set.
+static void _record_property(const char *name, SDL_PropertiesID id, const char *key) {
+    if (!SDL_HasProperty(id, key)) return;
+    const bool flag = SDL_GetPropertyType(id, key) == SDL_PROPERTY_TYPE_BOOLEAN;
+    const Sint64 number = flag ? SDL_GetBooleanProperty(id, key, false) : SDL_GetNumberProperty(id, key, -1);
+    sdl_calls += std::string(name) + "=" + std::to_string(number) + " ";
+}
+
+// The linker sends the project's calls of these functions here (--wrap).
+extern "C" {
+SDL_Window *__real_SDL_CreateWindowWithProperties(SDL_PropertiesID props);
+bool __real_SDL_MaximizeWindow(SDL_Window *window);
+bool __real_SDL_SetWindowFullscreen(SDL_Window *window, bool fullscreen);
+bool __real_SDL_SetWindowPosition(SDL_Window *window, int x, int y);
+bool __real_SDL_SetRenderVSync(SDL_Renderer *renderer, int interval);
+SDL_Cursor *__real_SDL_CreateSystemCursor(SDL_SystemCursor type);
+
+SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {
+    _record_property("x", props, SDL_PROP_WINDOW_CREATE_X_NUMBER);
+    _record_property("y", props, SDL_PROP_WINDOW_CREATE_Y_NUMBER);
+    _record_property("width", props, SDL_PROP_WINDOW_CREATE_WIDTH_NUMBER);
+    _record_property("height", props, SDL_PROP_WINDOW_CREATE_HEIGHT_NUMBER);
+    _record_property("resizable", props, SDL_PROP_WINDOW_CREATE_RESIZABLE_BOOLEAN);
+    _record_property("borderless", props, SDL_PROP_WINDOW_CREATE_BORDERLESS_BOOLEAN);
+    _record_property("density", props, SDL_PROP_WINDOW_CREATE_HIGH_PIXEL_DENSITY_BOOLEAN);
+    return _record("create") ? __real_SDL_CreateWindowWithProperties(props) : nullptr;
+}
+
+bool __wrap_SDL_MaximizeWindow(SDL_Window *window) {
+    return _record("maximize") && __real_SDL_MaximizeWindow(window);
+}
+
+bool __wrap_SDL_SetWindowFullscreen(SDL_Window *window, bool fullscreen) {
+    return _record("fullscreen", fullscreen) && __real_SDL_SetWindowFullscreen(window, fullscreen);
+}
+
+bool __wrap_SDL_SetWindowPosition(SDL_Window *window, int x, int y) {
+    return _record("place", x, y) && __real_SDL_SetWindowPosition(window, x, y);
+}
+
+bool __wrap_SDL_SetRenderVSync(SDL_Renderer *renderer, int interval) {
+    return _record("vsync", interval) && __real_SDL_SetRenderVSync(renderer, interval);
+}
+
+SDL_Cursor *__wrap_SDL_CreateSystemCursor(SDL_SystemCursor type) {
+    return _record("cursor", static_cast<int>(type)) ? __real_SDL_CreateSystemCursor(type) : nullptr;
+}
+
+bool __wrap_SDL_ShowSimpleMessageBox(SDL_MessageBoxFlags flags, const char *title, const char *message, SDL_Window *) {
+    sdl_calls += std::string(title) + ": " + message + " ";
+    return _record("box", flags);
+}
+}

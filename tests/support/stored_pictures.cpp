@@ -1,0 +1,66 @@
+#include "support/stored_pictures.h"
+
+#include <SDL3/SDL_filesystem.h>
+#include <SDL3_image/SDL_image.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+static constexpr int RASTERISER_STEP = 48; // of 255, a channel
+
+// The largest difference of two pixels' channels.
+static int _distance(const Uint8 *a, const Uint8 *b) {
+    int largest = 0;
+    for (int i = 0; i < 3; i++) largest = std::max(largest, std::abs(a[i] - b[i]));
+    return largest;
+}
+
+// Whether the pixel lies between a lighter and a darker neighbour, as anti-aliased ones do.
+static bool _is_between(const Picture &picture, int x, int y) {
+    const auto light = [&](int at_x, int at_y) {
+        const Uint8 *pixel = row_of(picture, std::clamp(at_y, 0, picture->h - 1)) + 3 * std::clamp(at_x, 0, picture->w - 1);
+        return pixel[0] + pixel[1] + pixel[2];
+    };
+    bool lighter = false, darker = false;
+    for (int i = 0; i < 9; i++) {
+        const int there = light(x - 1 + i % 3, y - 1 + i / 3), here = light(x, y);
+        lighter |= there > here;
+        darker |= there < here;
+    }
+    return lighter && darker;
+}
+
+// Marks the pixels that differ in a dimmed copy of the stored picture, and returns their number.
+static int _mark_differences(const Picture &shown, const Picture &stored, const Picture &marked) {
+    int count = 0;
+    for (int y = 0; y < stored->h; y++) {
+        const Uint8 *is = row_of(shown, y), *should = row_of(stored, y);
+        auto *out = const_cast<Uint8 *>(row_of(marked, y));
+        for (int x = 0; x < stored->w; x++, is += 3, should += 3, out += 3) {
+            const int distance = _distance(is, should);
+            const bool same = distance == 0 || (distance <= RASTERISER_STEP && _is_between(stored, x, y));
+            for (int i = 0; i < 3; i++) out[i] = same ? should[i] / 4 : i == 0 ? 255 : 0;
+            count += same ? 0 : 1;
+        }
+    }
+    return count;
+}
+
+testing::AssertionResult matches_stored(const Picture &picture, const std::string &name) {
+    const std::string written = PICTURES_WRITTEN "/" + name;
+    const Picture shown = as_rgb(picture), loaded(IMG_Load((PICTURES_STORED "/" + name + ".png").c_str()));
+    const auto failed = [&](const std::string &why) {
+        SDL_CreateDirectory(PICTURES_WRITTEN);
+        IMG_SavePNG(shown.get(), (written + ".png").c_str());
+        return testing::AssertionFailure() << name << ".png " << why << "; what was drawn: " << written << ".png";
+    };
+    if (!loaded) return failed("is not stored");
+    const Picture stored = as_rgb(loaded);
+    if (shown->w != stored->w || shown->h != stored->h) return failed("has another size");
+    const Picture marked(SDL_CreateSurface(stored->w, stored->h, SDL_PIXELFORMAT_RGB24));
+    const int count = _mark_differences(shown, stored, marked);
+    if (count == 0) return testing::AssertionSuccess();
+    const auto result = failed("differs in " + std::to_string(count) + " pixels");
+    IMG_SavePNG(marked.get(), (written + ".difference.png").c_str());
+    return result;
+}

@@ -1,0 +1,96 @@
+// Every screen as a user's script leaves it, compared with the stored pictures.
+
+#include "support/engine_fixture.h"
+#include "support/stored_pictures.h"
+
+namespace {
+
+struct Scene {
+    const char *name;
+    const char *screen;
+    const char *size;
+    const char *script;
+    const char *settings = ""; // added to the configuration
+};
+void PrintTo(const Scene &scene, std::ostream *out) { *out << scene.script; }
+
+constexpr const char *TWICE = "ui_scale = 2\n", *SLOW = "[simulation]\nfixed_step_hz = 4\n";
+
+constexpr Scene SCENES[] = {
+    {"menu", "main-menu", "800x450", "1"},
+    {"menu_columns", "main-menu", "1280x420", "1 size:1200x300 1 Down Right Right 1 Left pad:dpdown 1"},
+    {"menu_twice", "main-menu", "900x900", "1 Up 1 move:100,330 1", TWICE},
+    {"menu_fade", "main-menu", "800x450", "1 pad:dpup Up Return 8"},
+    {"menu_reached", "text-demo", "800x450", "2 Escape 30 Down 7"},
+
+    {"text", "text-demo", "800x450", "1"},
+    {"text_twice", "text-demo", "801x321", "1", TWICE},
+
+    {"texture", "texture-demo", "480x300", "20.5"},
+    {"texture_twice", "texture-demo", "900x501", "95", TWICE},
+    {"texture_between", "texture-demo", "480x300", "20 5", SLOW},
+
+    {"tilemap", "tilemap-demo", "640x360", "75.5"},
+    {"tilemap_small_view", "tilemap-demo", "301x200", "400", TWICE},
+    {"tilemap_wide", "tilemap-demo", "1600x200", "4 size:640x600 4"},
+
+    {"logical", "logical-demo", "640x360", "60.5"},
+    {"logical_large", "logical-demo", "1100x700", "5 size:1024x600 60"},
+    {"logical_paused", "logical-demo", "700x500", "30 P 30 P 30 pad:start 30", TWICE},
+    {"logical_left", "logical-demo", "640x360", "5 Escape 20"},
+
+    {"sprite", "sprite-demo", "1280x720", "10"},
+    {"sprite_keys", "sprite-demo", "800x450", "3 Right Right 9 . . key:, F key:1 1"},
+    {"sprite_cycle", "sprite-demo", "640x500", "181"},
+    {"sprite_finished", "sprite-demo", "1000x620", "Left Space key:2 100"},
+    {"sprite_again", "sprite-demo", "640x360", "Left Space 100 Space 33 Space 5"},
+    {"sprite_resumed", "sprite-demo", "640x360", "Right Space 30 R 10", TWICE},
+
+    {"platformer", "platformer-demo", "800x450", "1"},
+    {"platformer_run", "platformer-demo", "800x450", "+Right 40.5"},
+    {"platformer_jump", "platformer-demo", "640x360", "+D 20 Z 25 I 12"},
+    {"platformer_roll", "platformer-demo", "640x360", "+Right 20 Left_Shift 12 -Right +S 10"},
+    {"platformer_back", "platformer-demo", "1280x720", "+Right 60 -Right +A 30 -A X 30 L 60"},
+    {"platformer_attacks", "platformer-demo", "640x360", "J 20 K 30 K 60 U 30", TWICE},
+    {"platformer_hurt", "platformer-demo", "640x360", "2 H 90 +S 10 H 10"},
+    {"platformer_dead", "platformer-demo", "640x360", "2 H 90 H 90 H 70"},
+
+    {"gamepad_none", "gamepad-demo", "800x450", "R 1", "[gamepad]\ndeadzone = 0.5\n"},
+    {"gamepad", "gamepad-demo", "800x450",
+     "pad:plug 2 pad:a=1 pad:leftshoulder=1 pad:rightstick=1 pad:leftx=.3 pad:lefty=-.2 pad:rightx=-.7 pad:righty=.55 "
+     "pad:righttrigger=.7 pad:lefttrigger=.4 R 2"},
+    {"gamepad_held", "gamepad-demo", "1600x900",
+     "pad:plug 2 pad:dpup=1 pad:dpleft=1 pad:start=1 pad:back=1 pad:guide=1 pad:leftstick=1 pad:x=1 pad:y=1 pad:b=1 "
+     "pad:leftx=1 pad:lefty=1 2",
+     TWICE},
+
+    {"input", "input-demo", "640x400", "2 Space 2 Space +Right +Up 12.5", "[input]\njump = Space, F9\n"},
+    {"input_paused", "input-demo", "800x450", "pad:plug 2 +Left_Shift +Left 30 P 2 +Down 9 J 1"},
+    {"input_edge", "input-demo", "640x400", "+D +X 200 size:400x300 3"},
+
+    {"audio", "audio-demo", "800x450", "2"},
+    {"audio_music", "audio-demo", "800x450", "2 Space 2 Down Space 2"},
+    {"audio_volumes", "audio-demo", "1000x420",
+     "2 Down 1 Down 1 Left 1 Left 1 Down 1 D 1 D 1 D 1 D 1 D 1 Down 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1"},
+    {"audio_seeds", "audio-demo", "800x450", "2 W 1 W 1 Z 5 Up 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 Right 1 Right 14 D 1"},
+
+    {"physics", "physics-demo", "800x450", "1"},
+    {"physics_thrown", "physics-demo", "640x360", "2 Space 10 drop:300,40 2 drop:420,60 +Left 8.5", TWICE},
+    {"physics_asleep", "physics-demo", "1280x720", "70 +D 10"},
+};
+
+class PictureTest : public EngineTest, public testing::WithParamInterface<Scene> {};
+
+TEST_P(PictureTest, MatchesTheStoredOne) {
+    const Scene &scene = GetParam();
+    config += scene.settings;
+    ASSERT_TRUE(start({"--screen", scene.screen, "--window-size", scene.size}));
+    play(scene.script);
+    EXPECT_TRUE(matches_stored(picture(), scene.name));
+    EXPECT_TRUE(log.errors().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, PictureTest, testing::ValuesIn(SCENES), [](const auto &test) { return std::string(test.param.name); });
+
+} // namespace
