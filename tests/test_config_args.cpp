@@ -45,7 +45,9 @@ TEST_F(ArgsTest, TakesEveryOptionAndTheLastOfRepeatedOnes) {
     EXPECT_FALSE(args_config_save_enabled());
     int width = 0, height = 0;
     ASSERT_TRUE(args_window_size(&width, &height));
-    EXPECT_TRUE(width == 800 && height == 450);
+    EXPECT_TRUE(width == 800 && height == 450 && args_window_size(nullptr, nullptr));
+    int number = 0; // of a number too large the lowest 32 bits count
+    EXPECT_TRUE(args_take_positive_int("", "4294967297", &number) && number == 1);
 
     ASSERT_EQ(parse({}), ARGS_RUN) << "a new parse starts from nothing";
     EXPECT_TRUE(args_config_save_enabled());
@@ -64,6 +66,7 @@ TEST_F(ArgsTest, RefusesBadWordsWithAMessageAndTheUsage) {
         {{"--capture-every", "0"}, "--capture-every expects a positive number: 0"},
         {{"--capture-at", "-3"}, "--capture-at expects a positive number: -3"},
         {{"--quit-at", "soon"}, "--quit-at expects a positive number: soon"},
+        {{"--quit-at", "4294967296"}, "--quit-at expects a positive number: 4294967296"},
         {{"--window-size", "800X450"}, size + "800X450"},
         {{"--window-size", "800"}, size + "800"},
         {{"--window-size", "0x450"}, size + "0x450"},

@@ -4,6 +4,7 @@
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 
+#include <SDL3/SDL_hints.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -50,9 +51,14 @@ TEST_F(LogTest, EachStartBeginsAnewAndCleanupEndsIt) {
     EXPECT_EQ(previous.lines.size(), 3u) << "each line once to the output before";
 }
 
-TEST_F(LogTest, AFileThatCannotBeOpenedIsNoFailure) {
+TEST_F(LogTest, AFileThatCannotBeOpenedIsNoFailureAndTheUsersPrioritiesStay) {
     std::filesystem::create_directory(LOG_FILE);
+    SDL_SetHint(SDL_HINT_LOGGING, "error=error");
+    SDL_ResetLogPriorities();
     log_setup();
+    SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "not heard");
+    SDL_ResetHint(SDL_HINT_LOGGING);
+    SDL_ResetLogPriorities();
     SDL_Log("still heard");
     log_cleanup();
     EXPECT_EQ(previous.lines.size(), 1u);

@@ -199,6 +199,15 @@ TEST_F(PanelTest, SetupSurvivesEachAllocationFailing) {
     profiler_count_step();
     profiler_toggle_freeze();
     profiler_tick();
+    ProfilerRects *rects = profiler_rects_new(1, 1);
+    const SDL_FRect square = {0, 0, 50, 50};
+    profiler_rects_add(rects, &square);
+    const Picture before = picture();
+    profiler_set_color(engine_renderer(), PIP_COLOR);
+    profiler_flush_rects(engine_renderer(), rects, PIP_COLOR);
+    profiler_debug_text_right(engine_renderer(), 50, 0, "shown");
+    EXPECT_TRUE(rects->count == 1 && same_pixels(before, picture()));
+    profiler_free_rects(&rects);
     expect_allocation_faults_survived(&log, profiler_setup, profiler_cleanup);
 }
 

@@ -72,9 +72,23 @@ TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
     write_file("own.ttf", read_file(PIXEL_FONT));
     TTF_Font *font = font_open("own.ttf", 20), *beside = font_open("own.ttf", 20);
     EXPECT_NE(font, beside) << "two owners share none";
-    font_cleanup(beside);
+    const auto settings = [](TTF_Font *of) {
+        return std::tuple(
+            TTF_GetFontStyle(of), TTF_GetFontKerning(of), TTF_GetFontWrapAlignment(of), TTF_GetFontLineSkip(of),
+            TTF_GetFontDirection(of), TTF_GetFontScript(of));
+    };
+    const auto as_new = settings(font);
+    TTF_SetFontStyle(font, TTF_STYLE_UNDERLINE);
+    TTF_SetFontKerning(font, false);
+    TTF_SetFontWrapAlignment(font, TTF_HORIZONTAL_ALIGN_CENTER);
+    TTF_SetFontLineSkip(font, 99);
+    TTF_SetFontDirection(font, TTF_DIRECTION_RTL);
+    TTF_SetFontScript(font, TTF_StringToTag("Arab"));
+    TTF_AddFallbackFont(font, beside);
     font_cleanup(font);
+    font_cleanup(beside);
     EXPECT_EQ(font_open("own.ttf", 20), font);
+    EXPECT_EQ(settings(font), as_new);
     TTF_Font *larger = font_open("own.ttf", 21);
     EXPECT_EQ(TTF_GetFontSize(larger), 21);
     font_set_size(font, 40);

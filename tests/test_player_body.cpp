@@ -197,6 +197,12 @@ TEST_F(PlayerBodyTest, ASlopeDoesNotPressItIntoACeiling) {
     put(32, 99.5f, true);
     player_body_snap_to_slope(&body, &rects, &tris);
     EXPECT_EQ(body.pos.y, 99.5f) << "it stays where it was";
+    constexpr float FAR = 1 << 25; // where a pixel more is the same number
+    add(SDL_FRect{-64, FAR, 128, FAR});
+    add(Tri{{-64, FAR + 64}, {64, FAR + 64}, {64, FAR + 64}});
+    put(-16, FAR + 128, true);
+    player_body_snap_to_slope(&body, &rects, &tris);
+    EXPECT_EQ(body.pos.y, FAR + 128);
 }
 
 } // namespace

@@ -19,9 +19,10 @@ protected:
     std::string load(const std::string &content) {
         write_file("picture", content);
         SDL_Texture *texture = image_load_texture(renderer.get(), "picture");
-        const std::string error = texture ? "" : SDL_GetError();
+        const std::string error = texture ? "picture: " : SDL_GetError();
         SDL_DestroyTexture(texture); // null is fine
-        return error;
+        EXPECT_TRUE(error.starts_with("picture: ")) << error;
+        return error.substr(9);
     }
 
     TemporaryDirectory directory;

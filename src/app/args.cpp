@@ -5,9 +5,7 @@
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_stdinc.h>
 
-#include <climits>
 #include <cstdio>
-#include <cstdlib>
 
 struct Args {
     bool config_save = true;
@@ -17,12 +15,6 @@ struct Args {
     Sint32 ui_scale = 0;
 };
 static Args args;
-
-// The number at the start of the text, 0 for none. It saturates, as in the configuration.
-static Sint32 _args_read_int(const char *text, char **end) {
-    const long number = std::strtol(text, end, 10);
-    return static_cast<Sint32>(SDL_clamp(number, static_cast<long>(INT_MIN), static_cast<long>(INT_MAX)));
-}
 
 // --- options, one operation each: the value is null for those without one ---
 
@@ -51,10 +43,8 @@ static bool _args_quit_at(const char *option, const char *value) {
 }
 
 static bool _args_window_size(const char *option, const char *value) {
-    char *end = nullptr;
-    const int width = _args_read_int(value, &end);
-    const int height = *end == 'x' ? _args_read_int(end + 1, &end) : 0;
-    if (width <= 0 || height <= 0) {
+    int width = 0, height = 0;
+    if (SDL_sscanf(value, "%dx%d", &width, &height) != 2 || width <= 0 || height <= 0) {
         SDL_LogError(SDL_LOG_CATEGORY_APPLICATION, "[ARGS] %s expects WxH, e.g. 800x450: %s", option, value);
         return false;
     }
@@ -147,9 +137,8 @@ const char *args_take_value(const char *option, int argc, char *argv[], int *ind
 }
 
 bool args_take_positive_int(const char *option, const char *value, int *out) {
-    char *end = nullptr;
-    const int number = _args_read_int(value, &end);
-    if (number <= 0) {
+    int number = 0;
+    if (SDL_sscanf(value, "%d", &number) != 1 || number <= 0) {
         SDL_LogError(SDL_LOG_CATEGORY_APPLICATION, "[ARGS] %s expects a positive number: %s", option, value);
         return false;
     }
@@ -166,7 +155,7 @@ int args_ui_scale() { return args.ui_scale; }
 
 bool args_window_size(int *width, int *height) {
     if (args.window_width <= 0 || args.window_height <= 0) return false;
-    *width = args.window_width;
-    *height = args.window_height;
+    if (width) *width = args.window_width;
+    if (height) *height = args.window_height;
     return true;
 }

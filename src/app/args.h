@@ -14,8 +14,8 @@ void args_print_usage(); // to standard output
 
 // The value after option argv[*index], advancing the index; null: reported as missing.
 const char *args_take_value(const char *option, int argc, char *argv[], int *index);
-// Reads a number above 0 into *out; text behind the number is ignored, and one too large becomes the largest. False:
-// reported.
+// Reads a number above 0 into *out, as SDL_sscanf reads it with "%d": text behind the number is ignored, and of one too
+// large for 32 bits the lowest 32 count. False: reported.
 bool args_take_positive_int(const char *option, const char *value, int *out);
 
 // --- questions: 0 or null when not given ---
@@ -25,4 +25,4 @@ int args_capture_at();
 int args_capture_every();
 int args_quit_at();
 int args_ui_scale();
-bool args_window_size(int *width, int *height); // false, and nothing written, when not given
+bool args_window_size(int *width, int *height); // false, and nothing written, when not given; either may be null

@@ -112,11 +112,32 @@ void audio_cleanup() {
 
 static MIX_Mixer *_audio_preferred_mixer() { return audio ? audio->mixer : nullptr; }
 
-static bool _audio_starts_with(SDL_IOStream *file, const char *magic) {
-    char head[4] = {};
-    const bool same = SDL_ReadIO(file, head, sizeof head) == sizeof head && SDL_memcmp(head, magic, sizeof head) == 0;
-    SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
-    return same;
+// The first four bytes of a sound, as a big-endian number, and what may decode it, by the names the library has in its
+// several builds. Left to itself the library tries its readers of WAV and AIFF as well, on what follows a tag.
+struct AudioKind {
+    Uint32 magic, mask;
+    const char *decoders[3];
+};
+static constexpr AudioKind AUDIO_KINDS[] = {
+    {0x4F676753, 0xFFFFFFFF, {"VORBIS", "STBVORBIS", "OPUS"}}, // OggS
+    {0x664C6143, 0xFFFFFFFF, {"FLAC", "DRFLAC"}},              // fLaC
+    {0xFFE00000, 0xFFE00000, {"MPG123", "DRMP3"}},             // MP3: 11 set bits
+};
+static constexpr Uint32 MAGIC_RIFF = 0x52494646;
+static constexpr Uint32 MAGIC_FORM = 0x464F524D;
+
+// To where the sound begins: behind an ID3v2 tag in front, and the zeros that fill it up.
+static void _audio_skip_tag(SDL_IOStream *file) {
+    Uint8 head[10] = {};
+    Sint64 at = 0;
+    if (SDL_ReadIO(file, head, sizeof head) == sizeof head && SDL_memcmp(head, "ID3", 3) == 0) {
+        const bool has_footer = (head[5] & 0x10) != 0;
+        for (int i = 6; i < 10; i++) at = at << 7 | (head[i] & 0x7F); // seven bits a byte
+        at += static_cast<Sint64>(has_footer ? 2 * sizeof head : sizeof head);
+        SDL_SeekIO(file, at, SDL_IO_SEEK_SET);
+        for (Uint8 byte = 0; SDL_ReadU8(file, &byte) && byte == 0;) at++;
+    }
+    SDL_SeekIO(file, at, SDL_IO_SEEK_SET);
 }
 
 // SDL's own reader: the mixer library's divides by the channels of a header that claims 256 of them.
@@ -124,54 +145,84 @@ static MIX_Audio *_audio_load_wav(SDL_IOStream *file) {
     SDL_AudioSpec spec = {};
     Uint8 *samples = nullptr;
     Uint32 length = 0;
-    if (!SDL_LoadWAV_IO(file, true, &spec, &samples, &length)) return nullptr;
+    if (!SDL_LoadWAV_IO(file, false, &spec, &samples, &length)) return nullptr;
     MIX_Audio *sound = MIX_LoadRawAudio(_audio_preferred_mixer(), samples, length, &spec);
     SDL_free(samples);
     return sound;
 }
 
-// A sound of no frames or one, played for ever, would keep the mixing thread, and its lock, for good; one of none, when
-// rewound, crashes the Vorbis library. A header's length is no proof: what is not decoded here is begun.
-static bool _audio_has_frames(SDL_IOStream *file) {
-    MIX_AudioDecoder *decoder = MIX_CreateAudioDecoder_IO(file, false, 0);
-    SDL_AudioSpec spec = {};
-    Uint8 begin[4096];
-    bool enough = false;
-    if (decoder && MIX_GetAudioDecoderFormat(decoder, &spec)) {
-        const int decoded = MIX_DecodeAudio(decoder, begin, sizeof begin, &spec); // bytes
-        enough = decoded > 0 && decoded >= AUDIO_FRAMES_MIN * static_cast<int>(SDL_AUDIO_FRAMESIZE(spec));
-        if (!enough) SDL_SetError("%s", AUDIO_TOO_SHORT);
+// The decoder that takes the file; `options` then name it. Null, with an error set: none does.
+static MIX_AudioDecoder *_audio_open_decoder(SDL_IOStream *file, const AudioKind &kind, SDL_PropertiesID options) {
+    for (const char *name : kind.decoders) {
+        if (!name) break;
+        SDL_SetStringProperty(options, MIX_PROP_AUDIO_DECODER_STRING, name);
+        SDL_SeekIO(file, 0, SDL_IO_SEEK_SET); // tags are for the library to pass over
+        MIX_AudioDecoder *decoder = MIX_CreateAudioDecoder_IO(file, false, options);
+        if (decoder) return decoder;
     }
-    MIX_DestroyAudioDecoder(decoder); // null is fine
-    SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
-    return enough;
+    return nullptr;
 }
 
-static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, bool predecode) {
-    if (!predecode && !_audio_has_frames(file)) {
-        SDL_CloseIO(file);
-        return nullptr;
-    }
+// A sound of no frames or one, played for ever, would keep the mixing thread, and its lock, for good; one of none, when
+// rewound, crashes the Vorbis library. A header's length is no proof: what is not decoded here is begun.
+static bool _audio_has_frames(MIX_AudioDecoder *decoder) {
+    SDL_AudioSpec spec = {};
+    Uint8 begin[4096];
+    if (!MIX_GetAudioDecoderFormat(decoder, &spec)) return false;
+    const int decoded = MIX_DecodeAudio(decoder, begin, sizeof begin, &spec); // bytes
+    return (decoded > 0 && decoded >= AUDIO_FRAMES_MIN * static_cast<int>(SDL_AUDIO_FRAMESIZE(spec))) ||
+           SDL_SetError("%s", AUDIO_TOO_SHORT);
+}
+
+static bool
+_audio_choose_decoder(SDL_IOStream *file, const AudioKind &kind, bool predecode, SDL_PropertiesID options) {
+    MIX_AudioDecoder *decoder = _audio_open_decoder(file, kind, options);
+    if (!decoder) return false; // destroying none would set another error
+    const bool usable = predecode || _audio_has_frames(decoder);
+    MIX_DestroyAudioDecoder(decoder);
+    SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
+    return usable;
+}
+
+static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, const AudioKind &kind, bool predecode) {
     const SDL_PropertiesID options = SDL_CreateProperties();
-    SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
-    SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, _audio_preferred_mixer());
-    SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_CLOSEIO_BOOLEAN, true); // in any case
-    SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_PREDECODE_BOOLEAN, predecode);
-    // Here the caller says what is repeated, not the file.
-    SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_IGNORE_LOOPS_BOOLEAN, true);
-    MIX_Audio *sound = MIX_LoadAudioWithProperties(options);
+    MIX_Audio *sound = nullptr;
+    if (_audio_choose_decoder(file, kind, predecode, options)) {
+        SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
+        SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, _audio_preferred_mixer());
+        SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_PREDECODE_BOOLEAN, predecode);
+        // Here the caller says what is repeated, not the file.
+        SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_IGNORE_LOOPS_BOOLEAN, true);
+        sound = MIX_LoadAudioWithProperties(options);
+    }
     SDL_DestroyProperties(options);
     return sound;
+}
+
+static MIX_Audio *_audio_load_io(SDL_IOStream *file, bool predecode) {
+    Uint32 magic = 0;
+    _audio_skip_tag(file);
+    const Sint64 begin = SDL_TellIO(file);
+    if (!SDL_ReadU32BE(file, &magic)) {
+        if (SDL_GetIOStatus(file) == SDL_IO_STATUS_EOF) SDL_SetError("%s", AUDIO_TOO_SHORT);
+        return nullptr;
+    }
+    if (SDL_SeekIO(file, begin, SDL_IO_SEEK_SET) != begin) return nullptr;
+    if (magic == MAGIC_RIFF) return _audio_load_wav(file);
+    for (const AudioKind &kind : AUDIO_KINDS) {
+        if ((magic & kind.mask) == kind.magic) return _audio_load_encoded(file, kind, predecode);
+    }
+    // The library takes samples of a size in AIFF that it then has no room for.
+    SDL_SetError("%s is not supported: save it as WAV, FLAC, Ogg or MP3", magic == MAGIC_FORM ? "AIFF" : "this format");
+    return nullptr;
 }
 
 static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
     SDL_IOStream *file = SDL_IOFromFile(path, "rb");
     if (!file) return nullptr;
-    if (_audio_starts_with(file, "RIFF")) return _audio_load_wav(file);
-    if (!_audio_starts_with(file, "FORM")) return _audio_load_encoded(file, predecode);
-    SDL_CloseIO(file); // the library takes samples of a size that it then has no room for
-    SDL_SetError("AIFF is not supported: save it as WAV, FLAC, Ogg or MP3");
-    return nullptr;
+    MIX_Audio *sound = _audio_load_io(file, predecode);
+    SDL_CloseIO(file);
+    return sound;
 }
 
 // False, with an error set: repeated for ever, it would keep the mixing thread too long.
@@ -245,9 +296,6 @@ bool audio_play_music(MIX_Audio *sound, int fade_in_ms) {
 void audio_stop_music(int fade_out_ms) {
     if (!audio_music_playing()) return;
     const Sint64 frames = MIX_TrackMSToFrames(audio->music, fade_out_ms); // a track fades in frames of its own sound
-    // A fade always starts at full level: one under way (its rest counts below zero) is left to end by itself.
-    const Sint64 fading = MIX_GetTrackFadeFrames(audio->music);
-    if (fading < 0 && -fading <= frames) return;
     MIX_StopTrack(audio->music, frames);
 }
 

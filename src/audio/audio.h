@@ -14,8 +14,9 @@ void audio_cleanup(); // safe twice. Free the loaded sounds before: they go with
 
 // --- sounds: the caller owns them and gives them back to audio_free ---
 // Predecoded, a file is decoded here and starts at no cost (effects); otherwise it is decoded while it plays (music).
-// A WAV file is decoded here in any case. Loops a file asks for itself are not followed. Null: reported, as is a file
-// in AIFF, one that decodes to less than two frames, or one of more than 768,000 Hz.
+// WAV (but not of 64-bit floats), FLAC, Ogg and MP3; a tag in front is passed over. A WAV file is
+// decoded here in any case. Loops a file asks for itself are not followed. Null: reported, as is a file of another
+// kind, one that decodes to less than two frames, or one of more than 768,000 Hz.
 MIX_Audio *audio_load(const char *path, bool predecode);
 // Interleaved frames of `channels` floats each, copied. The rate is in Hz, at most 768,000. Null: reported, as are less
 // than two frames.

@@ -10,7 +10,9 @@
 #include <SDL3/SDL_log.h>
 #include <ini.h>
 
+#include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
@@ -99,6 +101,7 @@ void cfg_set_defaults() {
         .deadzone = 0.15f,
         .bindings = {},
         .volumes = {0.8f, 0.6f, 0.8f},
+        .load_failed = config->load_failed,
     };
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
         cfg_set_input_bindings(action, input_default_bindings_text(action));
@@ -184,17 +187,23 @@ int cfg_load_handler(void *user, const char *section, const char *name, const ch
     return 1;
 }
 
+// Opened once: a look beforehand could fail, or find, what the opening does not.
 bool cfg_load() {
     cfg_set_defaults();
-    if (!SDL_GetPathInfo(CFG_PATH, nullptr)) {
+    std::FILE *file = std::fopen(CFG_PATH, "r");
+    config->load_failed = !file && errno != ENOENT;
+    if (!file && !config->load_failed) {
         SDL_Log("[CONFIG] Config file not found: %s", CFG_PATH);
         if (args_config_save_enabled()) SDL_Log("[CONFIG] Creating new config file: %s", CFG_PATH);
         cfg_save(); // a first start that cannot write goes on with the defaults
         return true;
     }
     SDL_Log("[CONFIG] Loading config file: %s", CFG_PATH);
-    if (ini_parse(CFG_PATH, cfg_load_handler, config) >= 0) return true;
-    return engine_error("[CONFIG] Error loading/parsing config file: %s", CFG_PATH);
+    if (file) { // to the reader a failing read is the file's end
+        config->load_failed = ini_parse_file(file, cfg_load_handler, config) < 0 || std::ferror(file);
+        std::fclose(file);
+    }
+    return !config->load_failed || engine_error("[CONFIG] Error loading/parsing config file: %s", CFG_PATH);
 }
 
 // --- saving ---
@@ -202,22 +211,25 @@ bool cfg_load() {
 namespace fs = std::filesystem;
 
 // The file that is to be replaced: where a symbolic link leads, through further links, also to a file not yet there.
-static fs::path _cfg_resolve_links(fs::path path) {
+// False: a link cannot be followed.
+static bool _cfg_resolve_links(fs::path *path) {
     constexpr int LINKS_MAX = 40; // a ring of links has no end
-    std::error_code error;
-    for (int i = 0; i < LINKS_MAX && fs::is_symlink(path, error); i++) {
-        const fs::path target = fs::read_symlink(path, error);
-        if (error) break;
-        path = path.parent_path() / target; // an absolute target replaces the whole
+    for (int i = 0; i < LINKS_MAX; i++) {
+        std::error_code error;
+        const fs::file_type type = fs::symlink_status(*path, error).type();
+        if (type != fs::file_type::symlink) return type != fs::file_type::none;
+        const fs::path target = fs::read_symlink(*path, error);
+        if (error) return false;
+        *path = path->parent_path() / target; // an absolute target replaces the whole
     }
-    return path;
+    return false;
 }
 
 // Writing beside and renaming would pass over a file's own write protection, and put a file in the place of a device,
 // so it is asked first: SDL opens writable regular files only.
-static bool _cfg_may_write(const fs::path &path) {
-    std::error_code error;
-    if (!fs::exists(path, error)) return true;
+static bool _cfg_may_write(const fs::path &path, fs::file_type type) {
+    if (type == fs::file_type::not_found) return true;
+    if (type == fs::file_type::none) return false; // it could not be looked at
     SDL_IOStream *file = SDL_IOFromFile(path.string().c_str(), "r+");
     return file && SDL_CloseIO(file);
 }
@@ -298,22 +310,27 @@ static bool _cfg_write_file(SDL_IOStream *file) { // null: it could not be opene
 // that takes no other file, or a file that cannot be renamed over (a mount of its own), has it written in place.
 static bool _cfg_replace_file() {
     std::error_code error;
-    const fs::path path = _cfg_resolve_links(CFG_PATH);
-    if (!_cfg_may_write(path)) return false;
+    fs::path path = CFG_PATH;
+    if (!_cfg_resolve_links(&path)) return false;
     const fs::file_status old = fs::status(path, error);
+    if (!_cfg_may_write(path, old.type())) return false;
     fs::path beside = path;
     beside += ".new";
     SDL_IOStream *file = _cfg_open(beside);
-    if (!file) return _cfg_write_file(_cfg_open(path));
     const bool written = _cfg_write_file(file);
     if (written && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
     if (written && SDL_RenamePath(beside.string().c_str(), path.string().c_str())) return true;
-    fs::remove(beside, error); // first: on a full disk its room is needed
-    return written && _cfg_write_file(_cfg_open(path));
+    // First: on a full disk its room is needed. It may be there without having been opened.
+    if (fs::is_regular_file(beside, error)) fs::remove(beside, error);
+    return (written || !file) && _cfg_write_file(_cfg_open(path));
 }
 
 bool cfg_save() {
     if (!config) return false;
+    if (config->load_failed) {
+        SDL_Log("[CONFIG] The settings were not read, not writing: %s", CFG_PATH);
+        return false;
+    }
     if (!args_config_save_enabled()) {
         SDL_Log("[CONFIG] --no-config-save given, not writing: %s", CFG_PATH);
         return true;

@@ -30,12 +30,13 @@ void cfg_cleanup();
 void cfg_set_defaults();
 
 // Defaults, then the file's values over them. A missing file is made, unless saving is switched off; lines that are
-// not understood are ignored, numbers that are not count as 0 with a warning. False, reported: the file exists and
-// cannot be opened.
+// not understood are ignored, numbers that are not count as 0 with a warning. False, reported: anything but a missing
+// file keeps it from being opened and read to its end.
 bool cfg_load();
 
 // Writes the whole record. The file is replaced whole or not at all, where its folder lets it be replaced; a symbolic
-// link to it stays one. True as well when saving is switched off. False: reported, or, silently, there is no record.
+// link to it stays one. True as well when saving is switched off. False: reported, or there is no record, or the last
+// cfg_load failed: then nothing is written.
 bool cfg_save();
 
 // --- settings ---

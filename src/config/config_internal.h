@@ -25,6 +25,7 @@ struct Config {
     float deadzone;
     char bindings[INPUT_ACTION_COUNT][CFG_BINDINGS_SIZE];
     float volumes[AUDIO_BUS_COUNT];
+    bool load_failed; // the file holds settings that are not in here: it is not written
 };
 extern Config *config; // null: not set up
 extern const char *const cfg_audio_volume_keys[AUDIO_BUS_COUNT];

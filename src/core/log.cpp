@@ -1,5 +1,6 @@
 #include "core/log.h"
 
+#include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_iostream.h>
 #include <SDL3/SDL_log.h>
 
@@ -31,14 +32,16 @@ static void SDLCALL _output(void *, int category, SDL_LogPriority priority, cons
     SDL_FlushIO(log_state.file); // on disk even if the process ends abruptly
 }
 
-// Categories this program warns in. SDL lets only errors through in them unless told otherwise.
+// Categories this program warns in. SDL lets only errors through in them unless told otherwise;
+// what the user tells it in SDL_LOGGING stays.
 static constexpr SDL_LogCategory WARNING_CATEGORIES[] = {
     SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT};
 
 void log_setup() {
     if (log_state.file) return;
+    const bool user_decides = SDL_GetHint(SDL_HINT_LOGGING) != nullptr;
     for (const SDL_LogCategory category : WARNING_CATEGORIES) {
-        if (SDL_GetLogPriority(category) > SDL_LOG_PRIORITY_WARN) SDL_SetLogPriority(category, SDL_LOG_PRIORITY_WARN);
+        if (!user_decides && SDL_GetLogPriority(category) > SDL_LOG_PRIORITY_WARN) SDL_SetLogPriority(category, SDL_LOG_PRIORITY_WARN);
     }
     log_state.file = SDL_IOFromFile("lumarind-engine.log", "w");
     if (!log_state.file) return;

@@ -79,9 +79,14 @@ static bool _capture_write(SDL_Surface *surface, Uint64 frame) {
     if (!capture_build_path(path, sizeof path, directory, &time, frame, format)) {
         return engine_error("[CAPTURE] Path too long for directory: %s", directory);
     }
+    SDL_ClearError(); // a write that comes up short gives no reason
     const bool saved = format == CAPTURE_FORMAT_JPEG ? _capture_save_jpeg(surface, path, cfg_get_capture_jpeg_quality())
                                                      : IMG_SavePNG(surface, path);
-    if (!saved) return engine_error("[CAPTURE] Saving failed: %s, error: %s", path, SDL_GetError());
+    if (!saved) {
+        const char *reason = SDL_GetError();
+        return engine_error(
+            "[CAPTURE] Saving failed: %s, error: %s", path, *reason ? reason : "the file could not be written");
+    }
     SDL_Log("[CAPTURE] Saved: %s", path);
     return true;
 }

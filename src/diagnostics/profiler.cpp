@@ -211,10 +211,11 @@ void profiler_build_strips(
 // --- drawing ---
 
 void profiler_set_color(SDL_Renderer *renderer, SDL_Color color) {
-    SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, color.a);
+    if (profiler) SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, color.a);
 }
 
 void profiler_flush_rects(SDL_Renderer *renderer, ProfilerRects *rects, SDL_Color color) {
+    if (!profiler) return;
     if (rects->count > 0) {
         profiler_set_color(renderer, color);
         SDL_RenderFillRects(renderer, rects->items, rects->count);
@@ -223,6 +224,7 @@ void profiler_flush_rects(SDL_Renderer *renderer, ProfilerRects *rects, SDL_Colo
 }
 
 void profiler_debug_text_right(SDL_Renderer *renderer, float right_x, float y, const char *text) {
+    if (!profiler) return;
     SDL_RenderDebugText(renderer, right_x - CHAR_SIZE * static_cast<float>(SDL_strlen(text)), y, text);
 }
 

@@ -34,7 +34,8 @@ struct KeptFont {
     float size; // points, with the UI scale
     Uint64 file_size;
     SDL_Time file_time;
-    Uint32 generation; // of the font when it was new; another one: its owner changed it
+    Uint32 generation; // of the font when it was new; another one: its owner changed its size or look
+    int line_skip;     // of the font when it was new, px
     TTF_Font *font;    // null: the place is free
     bool lent;         // an owner has it; else it is the engine's
 };

@@ -47,6 +47,7 @@ static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_P
         .file_size = file.size,
         .file_time = file.modify_time,
         .generation = TTF_GetFontGeneration(font),
+        .line_skip = TTF_GetFontLineSkip(font),
         .font = font,
         .lent = true,
     };
@@ -83,13 +84,30 @@ bool font_set_size(TTF_Font *font, float size) {
     return engine_error("[FONTS] Unable to change font size, error: %s", SDL_GetError());
 }
 
+// Takes back what an owner may have set without the font's generation showing it.
+static void _font_renew(KeptFont *kept) {
+    TTF_Font *font = kept->font;
+    TTF_ClearFallbackFonts(font);
+    TTF_SetFontStyle(font, TTF_STYLE_NORMAL);
+    TTF_SetFontKerning(font, true);
+    TTF_SetFontWrapAlignment(font, TTF_HORIZONTAL_ALIGN_LEFT);
+    TTF_SetFontLineSkip(font, kept->line_skip);
+    TTF_SetFontDirection(font, TTF_DIRECTION_INVALID); // as are the next two: found out from the text
+    TTF_SetFontScript(font, 0);
+    TTF_SetFontLanguage(font, nullptr);
+    kept->generation = TTF_GetFontGeneration(font);
+}
+
 void font_cleanup(TTF_Font *font) {
     if (!font) return;
     for (KeptFont &kept : engine->kept_fonts) {
         if (kept.font != font) continue;
         kept.lent = false;
-        if (TTF_GetFontGeneration(font) == kept.generation) return;
-        kept.font = nullptr; // not what the next owner would expect
+        if (TTF_GetFontGeneration(font) == kept.generation) {
+            _font_renew(&kept);
+            return;
+        }
+        kept.font = nullptr; // of another size or look
     }
     TTF_CloseFont(font);
 }

@@ -33,18 +33,12 @@ static bool _input_is_trigger(SDL_GamepadAxis axis) {
     return axis == SDL_GAMEPAD_AXIS_LEFT_TRIGGER || axis == SDL_GAMEPAD_AXIS_RIGHT_TRIGGER;
 }
 
-// SDL itself passes over a sign in front of an axis name; here a sign stands behind it and nowhere else.
-static SDL_GamepadAxis _input_axis_from_name(const char *name) {
-    const bool sign_in_front = name[0] == '+' || name[0] == '-';
-    return sign_in_front ? SDL_GAMEPAD_AXIS_INVALID : SDL_GetGamepadAxisFromString(name);
-}
-
 // A stick axis from its name, whose last character is the sign. The sign is cut off `name`.
 static bool _input_parse_stick(char *name, InputBinding *binding) {
     char *sign = name + SDL_strlen(name) - 1;
     const int direction = *sign == '+' ? 1 : -1;
     *sign = '\0';
-    const SDL_GamepadAxis axis = _input_axis_from_name(name);
+    const SDL_GamepadAxis axis = SDL_GetGamepadAxisFromString(name);
     if (axis == SDL_GAMEPAD_AXIS_INVALID || _input_is_trigger(axis)) return false;
     *binding = {.kind = INPUT_BINDING_AXIS, .code = axis, .direction = direction};
     return true;
@@ -58,7 +52,7 @@ static bool _input_parse_pad(char *name, InputBinding *binding) {
         *binding = {.kind = INPUT_BINDING_BUTTON, .code = button, .direction = 0};
         return true;
     }
-    const SDL_GamepadAxis axis = _input_axis_from_name(name);
+    const SDL_GamepadAxis axis = SDL_GetGamepadAxisFromString(name);
     if (axis == SDL_GAMEPAD_AXIS_INVALID || !_input_is_trigger(axis)) return false;
     *binding = {.kind = INPUT_BINDING_AXIS, .code = axis, .direction = 1};
     return true;

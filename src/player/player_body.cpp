@@ -111,10 +111,12 @@ bool player_body_slope_surface_y(const ColliderTris *tris, float x, float *surfa
     return found;
 }
 
-// Towards `y` a pixel at a time, until no rectangle is in the way.
+// Towards `y` a pixel at a time, until no rectangle is in the way. Beyond 2^24 px a pixel is too small a step to change
+// the number: then all the way.
 static void _player_body_back_out(PlayerBody *body, float y, const ColliderRects *rects) {
     while (body->pos.y != y && _player_body_blocked(body, rects)) {
-        body->pos.y = body->pos.y > y ? SDL_max(body->pos.y - 1, y) : SDL_min(body->pos.y + 1, y);
+        const float next = body->pos.y > y ? SDL_max(body->pos.y - 1, y) : SDL_min(body->pos.y + 1, y);
+        body->pos.y = next == body->pos.y ? y : next;
     }
 }
 

@@ -41,12 +41,7 @@ static SDL_Texture *_texture_demo_load(SDL_Renderer *renderer, const char *file)
         engine_error("[TEXTURE_DEMO] SDL_asprintf memory allocation failed, error: %s", SDL_GetError());
     }
     SDL_Texture *texture = image_load_texture(renderer, path);
-    if (!texture) { // the library names a file that is missing, but not one that is broken
-        const bool named = !path || SDL_strstr(SDL_GetError(), path);
-        engine_error(
-            "[TEXTURE_DEMO] IMG_LoadTexture failed, error: %s%s%s", SDL_GetError(), named ? "" : ": ",
-            named ? "" : path);
-    }
+    if (!texture) engine_error("[TEXTURE_DEMO] IMG_LoadTexture failed, error: %s", SDL_GetError());
     SDL_free(path);
     return texture;
 }

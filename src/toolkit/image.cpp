@@ -106,6 +106,13 @@ static SDL_Surface *_image_load(SDL_IOStream *file) {
     return nullptr;
 }
 
+// The libraries name a file that is missing, but not one that is broken.
+static void _image_name_in_error(const char *path) {
+    char reason[256]; // a copy, because the error's text is overwritten while it is put together
+    SDL_strlcpy(reason, SDL_GetError(), sizeof reason);
+    SDL_SetError("%s: %s", path, reason);
+}
+
 SDL_Texture *image_load_texture(SDL_Renderer *renderer, const char *path) {
     SDL_IOStream *file = SDL_IOFromFile(path, "rb");
     if (!file) return nullptr;
@@ -113,5 +120,6 @@ SDL_Texture *image_load_texture(SDL_Renderer *renderer, const char *path) {
     SDL_CloseIO(file);
     SDL_Texture *texture = surface ? SDL_CreateTextureFromSurface(renderer, surface) : nullptr;
     SDL_DestroySurface(surface); // null is fine
+    if (!texture) _image_name_in_error(path);
     return texture;
 }
