@@ -70,8 +70,8 @@ void expect_no_growth(const char *what, const std::vector<size_t> &samples, size
 }
 
 // The keys some screen or the engine looks at, as scripts name them.
-constexpr const char *KEYS[] = {"Left", "Right", "Up", "Down", "A", "D", "W", "S", "Space", "Return",
-                                "Z",    "X",     "J",  "K",    "L", "U", "I", "H", "P",     "R",
+constexpr const char *KEYS[] = {"Left", "Right", "Up", "Down",  "A",     "D",          "W", "S",  "Space", "Return",
+                                "Z",    "X",     "J",  "K",     "L",     "U",          "I", "H",  "P",     "R",
                                 "F",    "key:,", ".",  "key:1", "key:2", "Left_Shift", "Q", "Tab"};
 
 constexpr Uint32 ODD_EVENTS[] = {
@@ -114,7 +114,6 @@ protected:
     }
 
     void press_function_key() { play(any_of({"F3", "F3", "F3", "F4", "F4", "F5", "F12"})); }
-
     void press_escape() { // in the menu it ends the program: seldom, or runs would be all menu
         if (!in_menu() || (!lasting && one_in(20))) play("Escape");
     }

@@ -50,7 +50,7 @@ TEST(TypedArray, GrowsByItsStepAndByOneWithoutAStep) {
     EXPECT_EQ(content(array), std::vector<int>(21, 7));
 }
 
-TEST(TypedArray, FailedAllocationsAreNamedAndLeaveTheContent) {
+TEST(TypedArray, AllocationFaultsAreNamedAndLeaveTheContent) {
     allocation_faults_install();
     const LogCapture log;
     for (const int nth : {1, 2}) {
@@ -74,7 +74,7 @@ TEST(TypedArray, FailedAllocationsAreNamedAndLeaveTheContent) {
 
 // --- elements ---
 
-TEST(TypedArray, RemovalMovesTheLastElementIntoTheGap) {
+TEST(TypedArray, RemovalAndMoveCloseTheGapWithTheLastElement) {
     const auto array = numbers_of({1, 2, 3});
     for (const int out : {-1, 3, 100}) numbers_remove(array.get(), out);
     EXPECT_EQ(content(array), (std::vector{1, 2, 3}));
@@ -83,9 +83,6 @@ TEST(TypedArray, RemovalMovesTheLastElementIntoTheGap) {
     numbers_remove(array.get(), 1);
     const int wanted[] = {0, 3, 0};
     for (int i = -1; i <= 1; i++) EXPECT_EQ(numbers_get(array.get(), i), wanted[i + 1]) << i;
-}
-
-TEST(TypedArray, MovePassesAnElementOn) {
     const auto src = numbers_of({1, 2, 3}), dst = numbers_of({9});
     for (const int out : {-1, 3}) EXPECT_FALSE(numbers_move(src.get(), out, dst.get()));
     EXPECT_TRUE(numbers_move(src.get(), 0, dst.get()));

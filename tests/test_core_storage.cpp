@@ -76,7 +76,7 @@ TEST_F(StorageTest, LinesAreCutAtNewlinesOnly) {
     for (const char *none : {"", "\n\n\n"}) EXPECT_EQ(lines_of(none), Lines{});
 }
 
-TEST_F(StorageTest, SurvivesEachAllocationFailing) {
+TEST_F(StorageTest, SurvivesAllocationFaults) {
     expect_allocation_faults_survived(&log, storage_setup, storage_cleanup);
     ASSERT_TRUE(storage_setup());
     char *text = nullptr;

@@ -39,15 +39,10 @@ protected:
         return names;
     }
 
-    static Picture only_picture() {
-        const std::vector<std::string> found = files();
-        EXPECT_EQ(found.size(), 1u);
-        return Picture(found.empty() ? nullptr : IMG_Load(found.front().c_str()));
-    }
-
-    // The end of a frame whose screen has drawn every pixel differently, and what the window showed before and after
-    // the overlays.
-    void finish_patterned_frame(Picture *bare) const {
+    // The end of a frame that is captured and whose screen has drawn every pixel differently. Returns what the window
+    // showed before the overlays.
+    Picture capture_pattern() const {
+        capture_request();
         engine_use_ui_space();
         const Picture pattern(SDL_CreateSurface(WIDTH, HEIGHT, SDL_PIXELFORMAT_RGB24));
         for (int y = 0; y < HEIGHT; y++) {
@@ -56,10 +51,11 @@ protected:
         }
         SDL_Texture *texture = SDL_CreateTextureFromSurface(engine_renderer(), pattern.get());
         SDL_RenderTexture(engine_renderer(), texture, nullptr, nullptr);
-        *bare = picture();
+        Picture bare = picture();
         SDL_DestroyTexture(texture);
         engine_apply_space(false);
         engine_tick();
+        return bare;
     }
 };
 
@@ -82,7 +78,7 @@ TEST_F(CaptureTest, PathsCarryTheTimeAndTheFrame) {
 
 // --- which frames ---
 
-TEST_F(CaptureTest, OneFileToAFrameWhateverAsksForIt) {
+TEST_F(CaptureTest, AFrameIsSavedOnceWhateverAsksForIt) {
     config += "[capture]\ndirectory = deep/er\n";
     ASSERT_TRUE(start({"--capture-at", "4", "--capture-every", "4"}));
     play("3");
@@ -107,47 +103,36 @@ TEST_F(CaptureTest, OneFileToAFrameWhateverAsksForIt) {
 // --- what is in them ---
 
 TEST_F(CaptureTest, APngHoldsTheRenderersPixelsWithAndWithoutOverlays) {
-    for (const bool overlays : {false, true}) {
-        for (const bool logical : {false, true}) {
-            SCOPED_TRACE(std::string(overlays ? "with overlays" : "without") + (logical ? ", logical size" : ""));
-            config +=
-                "[graphics]\nshow_fps = true\nui_scale = 2\nshow_frame_time_graph = true\n[capture]\ninclude_fps = ";
-            config += overlays ? "true\n" : "false\n";
-            ASSERT_TRUE(start());
-            frames(2);
-            if (logical) engine_set_logical_size(256, 144); // 512 × 288 in the middle of the window
-            engine_update_fps();
-            capture_request();
-            Picture bare;
-            finish_patterned_frame(&bare);
-            ASSERT_EQ(bare->w, WIDTH);
-            const Picture saved = only_picture();
-            ASSERT_NE(saved, nullptr);
-            EXPECT_EQ(saved->format, SDL_PIXELFORMAT_RGB24) << "no alpha channel";
-            engine_use_ui_space();
-            const Picture shown = picture();
-            EXPECT_TRUE(same_pixels(saved, overlays ? shown : bare));
-            EXPECT_FALSE(same_pixels(bare, shown)) << "there were overlays";
-            fs::remove_all("captures");
-        }
+    for (const int round : {0, 1, 2, 3}) {
+        const bool overlays = round % 2, logical = round / 2;
+        SCOPED_TRACE(round);
+        config += "[graphics]\nshow_fps = true\nui_scale = 2\nshow_frame_time_graph = true\n[capture]\ninclude_fps = ";
+        config += overlays ? "true\n" : "false\n";
+        ASSERT_TRUE(start());
+        frames(2);
+        if (logical) engine_set_logical_size(256, 144); // 512 × 288 in the middle of the window
+        engine_update_fps();
+        const Picture bare = capture_pattern();
+        ASSERT_EQ(files().size(), 1u);
+        const Picture saved(IMG_Load(files().front().c_str()));
+        EXPECT_EQ(saved->format, SDL_PIXELFORMAT_RGB24) << "no alpha channel";
+        const Picture shown = picture();
+        EXPECT_TRUE(same_pixels(saved, overlays ? shown : bare));
+        EXPECT_FALSE(same_pixels(bare, shown)) << "there were overlays";
+        fs::remove_all("captures");
     }
 }
 
 TEST_F(CaptureTest, AJpegHasTheConfiguredQuality) {
     for (const char *quality : {"20", "90"}) {
         config += std::string("[capture]\nformat = JPEG\njpeg_quality = ") + quality + "\n";
-        ASSERT_TRUE(start());
-        frame();
-        capture_request();
-        Picture bare;
-        finish_patterned_frame(&bare);
+        ASSERT_TRUE(start_screen("text-demo", "640x420"));
+        const Picture bare = capture_pattern();
         ASSERT_EQ(files().size(), 1u);
-        const std::string file = files().front();
-        EXPECT_TRUE(file.ends_with(".jpg"));
+        EXPECT_TRUE(files().front().ends_with(".jpg"));
         // The library's own result for these pixels at that quality is what is expected, byte for byte.
-        const Picture rgb(SDL_ConvertSurface(bare.get(), SDL_PIXELFORMAT_RGB24));
-        ASSERT_TRUE(IMG_SaveJPG(rgb.get(), "expected.jpg", std::stoi(quality)));
-        EXPECT_TRUE(read_file(file) == read_file("expected.jpg")) << quality;
+        ASSERT_TRUE(IMG_SaveJPG(as_rgb(bare).get(), "expected.jpg", std::stoi(quality)));
+        EXPECT_TRUE(read_file(files().front()) == read_file("expected.jpg")) << quality;
         fs::remove_all("captures");
     }
 }
@@ -180,9 +165,7 @@ TEST_F(CaptureTest, AFullDiskAndADirectoryThatTakesNoFilesAreReported) {
             const auto old_handler = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
             const rlimit small = {.rlim_cur = 8192, .rlim_max = old.rlim_max};
             setrlimit(RLIMIT_FSIZE, &small);
-            capture_request();
-            Picture bare;
-            finish_patterned_frame(&bare);
+            capture_pattern();
             setrlimit(RLIMIT_FSIZE, &old);
             std::signal(SIGXFSZ, old_handler);
             EXPECT_TRUE(log.only_error_starts(std::string("[CAPTURE] Saving failed: ") + folder + "/capture-"));

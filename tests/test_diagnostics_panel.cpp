@@ -158,7 +158,9 @@ TEST_F(PanelTest, TheBudgetComesFromTheSettingsAndFollowsTheDisplay) {
         const char *graphics;
         double budget_ms;
     } cases[] = {
-        {"fps_limit = 60\n", 1000.0 / 60}, {"fps_limit = 30\nvsync_enable = true\n", 1000.0 / 30}, {"fps_limit = 0\n", 0}};
+        {"fps_limit = 60\n", 1000.0 / 60},
+        {"fps_limit = 30\nvsync_enable = true\n", 1000.0 / 30},
+        {"fps_limit = 0\n", 0}};
     for (const auto &c : cases) {
         ASSERT_TRUE(start_view(640, 400, c.graphics));
         EXPECT_EQ(profiler->budget_ms, c.budget_ms) << c.graphics;
@@ -190,7 +192,7 @@ TEST_F(PanelTest, ShownFramesAllocateNothingAndKeepTheBlendMode) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-TEST_F(PanelTest, SetupSurvivesEachAllocationFailing) {
+TEST_F(PanelTest, SetupSurvivesAllocationFaults) {
     ASSERT_TRUE(start());
     profiler_cleanup();
     profiler_cleanup();

@@ -182,7 +182,7 @@ TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
     EXPECT_TRUE(start());
 }
 
-TEST_F(EngineSetupTest, SurvivesEachAllocationFailing) {
+TEST_F(EngineSetupTest, SurvivesAllocationFaults) {
     write_file(CONFIG_PATH, config);
     char name[] = "LumarindEngine";
     char *argv[] = {name};

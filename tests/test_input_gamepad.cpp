@@ -153,7 +153,7 @@ TEST_F(GamepadTest, SticksMotorsAndLabelsAreTheControllersOwn) {
     EXPECT_TRUE(matches_stored(shown(), "gamepad_shapes"));
 }
 
-TEST_F(GamepadTest, SetUpSurvivesEachAllocationFailing) {
+TEST_F(GamepadTest, SetUpSurvivesAllocationFaults) {
     ASSERT_TRUE(start());
     gamepad_cleanup();
     expect_allocation_faults_survived(&log, gamepad_setup, gamepad_cleanup);

@@ -36,7 +36,7 @@ protected:
         waitpid(child_, nullptr, 0);
     }
 
-    void launch(const std::vector<std::string> &arguments, const std::function<void()> &before_exec = [] {}) {
+    void launch(const std::vector<std::string> &arguments) {
         std::vector<std::string> words = arguments;
         words.insert(words.begin(), std::string(SDL_GetBasePath()) + "LumarindEngine");
         std::vector<char *> argv;
@@ -48,7 +48,6 @@ protected:
         const int output = open("output.txt", O_WRONLY | O_CREAT | O_TRUNC, 0644);
         dup2(output, STDOUT_FILENO);
         dup2(output, STDERR_FILENO);
-        before_exec();
         execv(argv[0], argv.data());
         _exit(126);
     }
@@ -148,15 +147,6 @@ TEST_F(ProgramTest, HelpAndBadStartsHaveTheirExitCodes) {
     EXPECT_EQ(exit_code([&] { xdotool("key --window " + box + " Return"); }), 1);
 }
 
-TEST_F(ProgramTest, WithoutAnyVideoDriverItEndsWithTheReason) {
-    launch({}, [] {
-        unsetenv("DISPLAY");
-        unsetenv("WAYLAND_DISPLAY");
-    });
-    EXPECT_EQ(exit_code(), 1);
-    EXPECT_NE(log().find("ERROR: [ENGINE] SDL3 initialization failed, error: "), log().npos);
-}
-
 TEST_F(ProgramTest, ClosingTheWindowAndBeingAskedToEndQuit) {
     for (const bool by_window : {true, false}) {
         launch({"--screen", "texture-demo"});
@@ -170,12 +160,6 @@ TEST_F(ProgramTest, ClosingTheWindowAndBeingAskedToEndQuit) {
         EXPECT_NE(log().find("GAME STATE: 5 -> 2\n"), log().npos);
         std::filesystem::remove("lumarind-engine.log");
     }
-}
-
-TEST_F(ProgramTest, QuitAtEndsByItself) {
-    launch({"--screen", "text-demo", "--quit-at", "5", "--no-config-save"});
-    EXPECT_EQ(exit_code(), 0);
-    EXPECT_NE(log().find("GAME STATE: 4 -> 2\n"), log().npos);
 }
 
 } // namespace

@@ -24,28 +24,21 @@ struct Asset {
     const char *missing = ""; // what is logged without it
     bool needed_to_start = false;
 };
+constexpr GameState TEXT = GAME_STATE_TEXT_DEMO, TEXTURE = GAME_STATE_TEXTURE_DEMO, TILEMAP = GAME_STATE_TILEMAP_DEMO,
+                    SPRITE = GAME_STATE_SPRITE_DEMO, PLATFORMER = GAME_STATE_PLATFORMER_DEMO,
+                    LOGICAL = GAME_STATE_LOGICAL_DEMO, AUDIO = GAME_STATE_AUDIO_DEMO;
 const Asset ASSETS[] = {
-    {.file = "fonts/EuroStyle Normal.ttf", .missing = "[FONTS] Font file not found (*)", .needed_to_start = true},
-    {.file = "fonts/Perfect DOS VGA 437 Win.ttf",
-     .readers = {GAME_STATE_TEXT_DEMO},
-     .missing = "[FONTS] Font file not found (*)"},
-    {.file = "audio/", .readers = {GAME_STATE_AUDIO_DEMO}, .missing = "[AUDIO] Unable to load *, error: *"},
-    {.file = "fireknight/sprites/",
-     .readers = {GAME_STATE_SPRITE_DEMO, GAME_STATE_PLATFORMER_DEMO},
-     .missing = "[SPRITE_SHEET] IMG_LoadTexture failed for *"},
-    {.file = "fireknight/tilemaps/castle-tilemap-collisions.csv",
-     .readers = {GAME_STATE_PLATFORMER_DEMO},
-     .missing = "[STORAGE] Error reading file: *"},
-    {.file = "fireknight/tilemaps/castle-tilemap.csv",
-     .readers = {GAME_STATE_TILEMAP_DEMO, GAME_STATE_LOGICAL_DEMO, GAME_STATE_PLATFORMER_DEMO},
-     .missing = "[STORAGE] Error reading file: *"},
-    {.file = "fireknight/tilemaps/old-dark-castle-interior-tileset.png",
-     .readers = {GAME_STATE_TILEMAP_DEMO, GAME_STATE_LOGICAL_DEMO, GAME_STATE_PLATFORMER_DEMO},
-     .missing = "[TILEMAP] IMG_LoadTexture failed for *"},
-    {.file = "fireknight/tilemaps/", .readers = {}}, // the map editor's own files
-    {.file = "texture_demo/",
-     .readers = {GAME_STATE_TEXTURE_DEMO},
-     .missing = "[TEXTURE_DEMO] IMG_LoadTexture failed, error: *"},
+    {"fonts/EuroStyle Normal.ttf", {}, "[FONTS] Font file not found (*)", true},
+    {"fonts/Perfect DOS VGA 437 Win.ttf", {TEXT}, "[FONTS] Font file not found (*)"},
+    {"audio/", {AUDIO}, "[AUDIO] Unable to load *, error: *"},
+    {"fireknight/sprites/", {SPRITE, PLATFORMER}, "[SPRITE_SHEET] IMG_LoadTexture failed for *"},
+    {"fireknight/tilemaps/castle-tilemap-collisions.csv", {PLATFORMER}, "[STORAGE] Error reading file: *"},
+    {"fireknight/tilemaps/castle-tilemap.csv", {TILEMAP, LOGICAL, PLATFORMER}, "[STORAGE] Error reading file: *"},
+    {"fireknight/tilemaps/old-dark-castle-interior-tileset.png",
+     {TILEMAP, LOGICAL, PLATFORMER},
+     "[TILEMAP] IMG_LoadTexture failed for *"},
+    {"fireknight/tilemaps/", {}}, // the map editor's own files
+    {"texture_demo/", {TEXTURE}, "[TEXTURE_DEMO] IMG_LoadTexture failed, error: *"},
 };
 
 const Asset &asset_of(const std::string &file) {
@@ -193,11 +186,11 @@ protected:
     }
 };
 
-TEST_F(DamageTest, RemovedAssetsAreSaidAndStayWithTheirReaders) { expect_survived(nullptr); }
-TEST_F(DamageTest, EmptyAssetsAreSaid) { expect_survived(make_empty); }
-TEST_F(DamageTest, AssetsCutShortAreSaidOrStillGood) { expect_survived(cut_short); }
-TEST_F(DamageTest, NoiseIsSaid) { expect_survived(fill_with_noise); }
-TEST_F(DamageTest, NoiseBehindTheHeaderIsSaidOrShown) { expect_survived(fill_with_noise_behind_the_header); }
-TEST_F(DamageTest, ScratchedAssetsAreSaidOrShown) { expect_survived(scratch); }
+TEST_F(DamageTest, RemovedAssetsAreReportedAndStayWithTheirReaders) { expect_survived(nullptr); }
+TEST_F(DamageTest, EmptyAssetsAreReported) { expect_survived(make_empty); }
+TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(cut_short); }
+TEST_F(DamageTest, NoiseIsReported) { expect_survived(fill_with_noise); }
+TEST_F(DamageTest, NoiseBehindTheHeaderIsReportedOrShown) { expect_survived(fill_with_noise_behind_the_header); }
+TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(scratch); }
 
 } // namespace

@@ -93,7 +93,8 @@ TEST_F(MainLoopTest, MissingAndBrokenAssetsFailTheirScreenByName) {
         {"texture-demo", "texture_demo/texture_a.png", nullptr,
          "[TEXTURE_DEMO] IMG_LoadTexture failed, error: Couldn't open assets/texture_demo/texture_a.png: No such "},
         {"texture-demo", "texture_demo/texture_b.png", "\x89PNG\r\n\x1a\nno",
-         "[TEXTURE_DEMO] IMG_LoadTexture failed, error: the file ends before the picture's size: assets/texture_demo/textu"},
+         "[TEXTURE_DEMO] IMG_LoadTexture failed, error: the file ends before the picture's size: "
+         "assets/texture_demo/textu"},
         {"audio-demo", "audio/music/FluffyTail.mp3", nullptr, "[AUDIO] Unable to load assets/audio/music/FluffyTail.m"},
         {"audio-demo", "audio/sfx/retro/sfx_sounds_fanfare1.wav", "no sound",
          "[AUDIO] Unable to load assets/audio/sfx/retro/sfx_sounds_fanfare1.wav, error: "},
@@ -119,7 +120,7 @@ TEST_F(MainLoopTest, MissingAndBrokenAssetsFailTheirScreenByName) {
 }
 
 // Without the platformer, whose level takes an allocation to a line: it has a shorter one in its own tests.
-TEST_F(MainLoopTest, ScreensSurviveEachAllocationFailingAndTakeTheirCallbacksAlong) {
+TEST_F(MainLoopTest, ScreensSurviveAllocationFaultsAndTakeTheirCallbacksAlong) {
     ASSERT_TRUE(start());
     screen_cleanup();
     for (GameState state = GAME_STATE_MAIN_MENU; screen_for(state); state++) {
@@ -130,7 +131,7 @@ TEST_F(MainLoopTest, ScreensSurviveEachAllocationFailingAndTakeTheirCallbacksAlo
     }
 }
 
-TEST_F(MainLoopTest, TheWholeStartSurvivesEachAllocationFailing) {
+TEST_F(MainLoopTest, TheWholeStartSurvivesAllocationFaults) {
     expect_allocation_faults_survived(
         &log, [&] { return start(); },
         [&] {

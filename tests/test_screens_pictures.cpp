@@ -72,7 +72,8 @@ constexpr Scene SCENES[] = {
     {"audio_music", "audio-demo", "800x450", "2 Space 2 Down Space 2"},
     {"audio_volumes", "audio-demo", "1000x420",
      "2 Down 1 Down 1 Left 1 Left 1 Down 1 D 1 D 1 D 1 D 1 D 1 Down 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1 A 1"},
-    {"audio_seeds", "audio-demo", "800x450", "2 W 1 W 1 Z 5 Up 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 Right 1 Right 14 D 1"},
+    {"audio_seeds", "audio-demo", "800x450",
+     "2 W 1 W 1 Z 5 Up 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 Right 1 Right 14 D 1"},
 
     {"physics", "physics-demo", "800x450", "1"},
     {"physics_thrown", "physics-demo", "640x360", "2 Space 10 drop:300,40 2 drop:420,60 +Left 8.5", TWICE},
@@ -90,7 +91,8 @@ TEST_P(PictureTest, MatchesTheStoredOne) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Of, PictureTest, testing::ValuesIn(SCENES), [](const auto &test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(Of, PictureTest, testing::ValuesIn(SCENES), [](const auto &test) {
+    return std::string(test.param.name);
+});
 
 } // namespace

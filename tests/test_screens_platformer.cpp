@@ -76,7 +76,7 @@ TEST_F(PlatformerTest, ASpawnInsideAColliderIsRefused) {
     screen->cleanup();
 }
 
-TEST_F(PlatformerTest, SetUpSurvivesEachAllocationFailing) {
+TEST_F(PlatformerTest, SetUpSurvivesAllocationFaults) {
     ASSERT_TRUE(start({"--screen", "text-demo"}));
     use_own_level("0,416,200,16\n0,0,8,0,8,8\n"); // a short file: each of its lines is an allocation
     const Screen *screen = screen_for(GAME_STATE_PLATFORMER_DEMO);

@@ -17,9 +17,7 @@ void PrintTo(const PictureBounds &bounds, std::ostream *out) {
     *out << bounds.left << ", " << bounds.top << " to " << bounds.right << ", " << bounds.bottom;
 }
 
-Picture as_rgb(const Picture &picture) {
-    return Picture(SDL_ConvertSurface(picture.get(), SDL_PIXELFORMAT_RGB24));
-}
+Picture as_rgb(const Picture &picture) { return Picture(SDL_ConvertSurface(picture.get(), SDL_PIXELFORMAT_RGB24)); }
 
 const Uint8 *row_of(const Picture &rgb, int y) {
     return static_cast<const Uint8 *>(rgb->pixels) + static_cast<size_t>(y) * static_cast<size_t>(rgb->pitch);

@@ -44,9 +44,7 @@ SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {
     return _record("create") ? __real_SDL_CreateWindowWithProperties(props) : nullptr;
 }
 
-bool __wrap_SDL_MaximizeWindow(SDL_Window *window) {
-    return _record("maximize") && __real_SDL_MaximizeWindow(window);
-}
+bool __wrap_SDL_MaximizeWindow(SDL_Window *window) { return _record("maximize") && __real_SDL_MaximizeWindow(window); }
 
 bool __wrap_SDL_SetWindowFullscreen(SDL_Window *window, bool fullscreen) {
     return _record("fullscreen", fullscreen) && __real_SDL_SetWindowFullscreen(window, fullscreen);

@@ -18,7 +18,8 @@ static int _distance(const Uint8 *a, const Uint8 *b) {
 // Whether the pixel lies between a lighter and a darker neighbour, as anti-aliased ones do.
 static bool _is_between(const Picture &picture, int x, int y) {
     const auto light = [&](int at_x, int at_y) {
-        const Uint8 *pixel = row_of(picture, std::clamp(at_y, 0, picture->h - 1)) + 3 * std::clamp(at_x, 0, picture->w - 1);
+        const Uint8 *pixel =
+            row_of(picture, std::clamp(at_y, 0, picture->h - 1)) + 3 * std::clamp(at_x, 0, picture->w - 1);
         return pixel[0] + pixel[1] + pixel[2];
     };
     bool lighter = false, darker = false;
