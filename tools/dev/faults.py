@@ -30,7 +30,7 @@ LOG = "lumarind-engine.log"
 CAPTURE = "captures/CAPTURE"  # stands for the capture, whose name holds the time
 FOLDER = "FOLDER"  # for the run folder's own path
 TIMEOUT_S = 60
-WORKERS = 2 * (os.cpu_count() or 1)  # half of a run is waiting for the sound device
+WORKERS = 4 * (os.cpu_count() or 1)  # most of a run is waiting for the sound device
 NOT_TRACED = 77
 
 # Not as the program writes it, so that what was saved can be told from what was not.
