@@ -174,8 +174,7 @@ static bool _audio_has_frames(MIX_AudioDecoder *decoder) {
            SDL_SetError("%s", AUDIO_TOO_SHORT);
 }
 
-static bool
-_audio_choose_decoder(SDL_IOStream *file, const AudioKind &kind, bool predecode, SDL_PropertiesID options) {
+static bool _audio_choose_decoder(SDL_IOStream *file, const AudioKind &kind, bool predecode, SDL_PropertiesID options) {
     MIX_AudioDecoder *decoder = _audio_open_decoder(file, kind, options);
     if (!decoder) return false; // destroying none would set another error
     const bool usable = predecode || _audio_has_frames(decoder);

@@ -41,7 +41,8 @@ void log_setup() {
     if (log_state.file) return;
     const bool user_decides = SDL_GetHint(SDL_HINT_LOGGING) != nullptr;
     for (const SDL_LogCategory category : WARNING_CATEGORIES) {
-        if (!user_decides && SDL_GetLogPriority(category) > SDL_LOG_PRIORITY_WARN) SDL_SetLogPriority(category, SDL_LOG_PRIORITY_WARN);
+        if (!user_decides && SDL_GetLogPriority(category) > SDL_LOG_PRIORITY_WARN)
+            SDL_SetLogPriority(category, SDL_LOG_PRIORITY_WARN);
     }
     log_state.file = SDL_IOFromFile("lumarind-engine.log", "w");
     if (!log_state.file) return;

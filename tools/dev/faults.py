@@ -1,0 +1,284 @@
+#!/usr/bin/env python3
+"""Lets every system call of the program on its own files fail once: faults.py RUN_FOLDER ERRORS SCREEN...
+
+RUN_FOLDER is a build's; ERRORS are names such as EIO,ENOSPC. For each screen the program runs once under strace, which
+lists its calls on the files of its folder: assets, configuration, captures, log. Then it runs once more for each call
+and error, from the same state, with strace letting that call fail. Wanted of each run: exit code 0 or 1, a reason in
+the log when it is 1, no hang, the settings as they were before or as they are saved, no temporary file, and no capture
+called saved that is not whole. lseek is left out: it is most of the calls.
+
+Prints a line for each screen and one for each run that was not as wanted. Exit code: 1 if there was one, 77 where
+strace may not trace.
+"""
+
+import collections
+import concurrent.futures
+import os
+import pathlib
+import queue
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+PROGRAM = "LumarindEngine"
+SETTINGS = "config/lumarind-engine.ini"
+LOG = "lumarind-engine.log"
+CAPTURE = "captures/CAPTURE"  # stands for the capture, whose name holds the time
+FOLDER = "FOLDER"  # for the run folder's own path
+TIMEOUT_S = 60
+WORKERS = 4 * (os.cpu_count() or 1)  # most of a run is waiting for the sound device
+NOT_TRACED = 77
+
+# Not as the program writes it, so that what was saved can be told from what was not.
+SETTINGS_BEFORE = """; written by hand
+[window]
+width = 320
+height = 240
+[graphics]
+ui_scale = 1
+vsync_enable = false
+show_frame_time_graph = true
+[capture]
+format = {format}
+[input]
+jump = Space
+[audio]
+music_volume = 0.25
+"""
+
+Call = collections.namedtuple("Call", "name path number")  # the number-th call of this name on this path
+
+
+class Finding(Exception):
+    pass
+
+
+def environment(folder):
+    """Dummy drivers; the user's data in the folder; sanitizers that can be told from a failed start."""
+    kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
+    return kept | {
+        "SDL_VIDEO_DRIVER": "dummy", "SDL_AUDIO_DRIVER": "dummy", "SDL_RENDER_DRIVER": "software",
+        "HOME": str(folder), "XDG_DATA_HOME": str(folder / "data"), "TZ": "UTC", "LC_ALL": "C.UTF-8",
+        "ASAN_OPTIONS": "detect_leaks=0:exitcode=99", "UBSAN_OPTIONS": "halt_on_error=1:exitcode=99",
+    }
+
+
+# --- one run ---
+
+
+class Folder:
+    """A run folder of its own, brought into the same state before each run."""
+
+    def __init__(self, parent, build, picture_format):
+        self.path = pathlib.Path(tempfile.mkdtemp(dir=parent))
+        shutil.copy(build / PROGRAM, self.path)
+        shutil.copytree(build / "assets", self.path / "assets")
+        self.before = SETTINGS_BEFORE.format(format=picture_format)
+
+    def reset(self):
+        for name in ("captures", "config", "data"):
+            shutil.rmtree(self.path / name, ignore_errors=True)
+        for name in (LOG, "trace"):
+            (self.path / name).unlink(missing_ok=True)
+        (self.path / "config").mkdir()
+        (self.path / SETTINGS).write_text(self.before)
+        (self.path / "config/gamecontrollerdb.txt").write_text("# none\n")
+        (self.path / "data/lumarind").mkdir(parents=True)
+
+    def run(self, screen, strace_options):
+        """Returns exit code, standard error and trace."""
+        self.reset()
+        command = ["strace", "-f", "-y", "--quiet=path-resolution", "--kill-on-exit", "-o", "trace", *strace_options]
+        command += [f"./{PROGRAM}", "--screen", screen, "--capture-at", "2", "--quit-at", "3"]
+        process = subprocess.Popen(
+            command, cwd=self.path, env=environment(self.path), start_new_session=True, stdin=subprocess.DEVNULL,
+            stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+        try:
+            errors = process.communicate(timeout=TIMEOUT_S)[1]
+        except subprocess.TimeoutExpired as late:
+            os.killpg(process.pid, signal.SIGKILL)
+            process.communicate()
+            raise Finding(f"still running after {TIMEOUT_S} s") from late
+        trace = self.path / "trace"
+        return process.returncode, errors.decode(errors="replace"), trace.read_text() if trace.exists() else ""
+
+    def capture_paths(self):
+        """What a capture can be called that is taken soon, as strace is to know it: relative and absolute."""
+        now = int(time.time())
+        for second in range(now, now + 15):
+            stamp = time.strftime("%Y%m%d-%H%M%S", time.gmtime(second))
+            for suffix in ("png", "jpg"):
+                name = f"captures/capture-{stamp}-000002.{suffix}"
+                yield name
+                yield str(self.path / name)
+
+
+# --- the calls on our files ---
+
+CALL_LINE = re.compile(r"^\d+ +(\w+)\((.*)")
+FIRST_DESCRIPTOR = re.compile(r"^\d+<([^>]*)>")
+FIRST_TEXT = re.compile(r'"([^"]*)"')
+WORKING_FOLDER = re.compile(r"^AT_FDCWD<[^>]*>, ")
+
+
+def own_file(folder, text):
+    """The path below the folder, or None: the program's own files and not what is there for it to run."""
+    if not text or re.match(r"\w+:", text):  # "socket:[1]", "pipe:[2]"
+        return None
+    path = os.path.relpath(os.path.join(folder, text), folder)
+    if path.startswith("..") or path in (".", PROGRAM, "trace"):
+        return None
+    return CAPTURE if path.startswith("captures/") else path
+
+
+def list_calls(folder, trace):
+    """Every call on our files, and how each path is written. A descriptor is written "3</path>"; a call that another
+    thread's interrupted goes on in a line of its own, which does not count."""
+    counts = collections.Counter()
+    spellings = collections.defaultdict(set)
+    for line in trace.splitlines():
+        call = CALL_LINE.match(line)
+        if not call or call[1] == "lseek":
+            continue
+        name, arguments = call[1], WORKING_FOLDER.sub("", call[2])
+        found = FIRST_DESCRIPTOR.match(arguments) or (name in PATH_CALLS and FIRST_TEXT.search(arguments))
+        path = own_file(folder, found[1]) if found else None
+        if path:
+            counts[(name, path)] += 1
+            spellings[path].add(found[1].replace(str(folder), FOLDER))
+    calls = [Call(name, path, n + 1) for (name, path), count in counts.items() for n in range(count)]
+    return calls, spellings
+
+
+PATH_CALLS = frozenset(
+    "access chmod creat faccessat faccessat2 fchmodat fchmodat2 lstat mkdir mkdirat newfstatat open openat readlink "
+    "readlinkat rename renameat renameat2 rmdir stat statx symlink truncate unlink unlinkat utimensat".split())
+
+
+# --- judging a run ---
+
+
+def settings(text):
+    """The text's settings by section and key."""
+    section, found = "", {}
+    for line in text.splitlines():
+        if line.startswith("["):
+            section = line
+        elif "=" in line and not line.startswith(";"):
+            key, value = line.split("=", 1)
+            found[(section, key.strip())] = value.strip()
+    return found
+
+
+def check_files(folder, saved):
+    path = folder.path
+    present = (path / SETTINGS).read_text() if (path / SETTINGS).is_file() else None
+    if present is None or (present != folder.before and settings(present) != settings(saved)):
+        raise Finding("the settings are neither as before nor as saved")
+    for place, names in ((".", {PROGRAM, "assets", "captures", "config", "data", LOG, "trace"}),
+                         ("config", {"lumarind-engine.ini", "gamecontrollerdb.txt"})):
+        for extra in {entry.name for entry in (path / place).iterdir()} - names:
+            raise Finding(f"a file was left: {place}/{extra}")
+
+
+def check_capture(folder, errors):
+    for name in re.findall(r"\[CAPTURE\] Saved: (\S+)", errors):
+        picture = folder.path / name
+        end = picture.read_bytes()[-12:] if picture.is_file() else b""
+        if b"IEND" not in end and not end.endswith(b"\xff\xd9"):
+            raise Finding(f"called saved, but not whole: {name}")
+
+
+def check_run(folder, saved, code, errors):
+    if code not in (0, 1):
+        raise Finding(f"exit code {code}: {errors.strip()[-2000:]}")
+    for line in errors.splitlines():
+        if "Sanitizer" in line or "runtime error" in line:
+            raise Finding(line)
+        if line.startswith("ERROR: ") and line.endswith(": "):
+            raise Finding(f"an error without a reason: {line}")
+    if code == 1 and not re.search(r"^ERROR: \[", errors, re.MULTILINE):
+        raise Finding("it did not start and gave no reason")
+    check_files(folder, saved)
+    check_capture(folder, errors)
+
+
+# --- a screen ---
+
+
+class Screen:
+    def __init__(self, name, parent, build, picture_format):
+        self.name, self.findings = name, []
+        self.codes = collections.Counter()
+        self.folders = queue.Queue()
+        for _ in range(WORKERS):
+            self.folders.put(Folder(parent, build, picture_format))
+        folder = self.folders.get()
+        code, errors, trace = folder.run(name, [])
+        if code != 0:
+            raise SystemExit(f"faults: {name} does not even run without a fault: {errors}")
+        self.saved = (folder.path / SETTINGS).read_text()
+        self.calls, self.spellings = list_calls(folder.path, trace)
+        self.folders.put(folder)
+
+    def fail(self, call, error):
+        """Runs once with this call failing."""
+        folder = self.folders.get()
+        paths = {path.replace(FOLDER, str(folder.path)) for path in self.spellings[call.path]}
+        if call.path == CAPTURE:
+            paths = folder.capture_paths()
+        # In the trace is only what is to fail: a filter in the kernel keeps all other calls at their full speed.
+        options = ["--seccomp-bpf", f"--trace={call.name}", f"--inject={call.name}:error={error}:when={call.number}"]
+        options += [f"--trace-path={path}" for path in paths]
+        try:
+            code, errors, trace = folder.run(self.name, options)
+            self.codes[code] += 1
+            check_run(folder, self.saved, code, errors)
+            if "(INJECTED)" not in trace:
+                raise Finding("the call did not come up again")
+        except Finding as finding:
+            self.findings.append(f"  {error} of {call.name} {call.number} on {call.path}: {finding}")
+        finally:
+            self.folders.put(folder)
+
+    def fail_all(self, errors):
+        start = time.monotonic()
+        with concurrent.futures.ThreadPoolExecutor(WORKERS) as pool:
+            runs = [pool.submit(self.fail, call, error) for call in self.calls for error in errors]
+            for run in runs:
+                run.result()
+        print(f"{self.name:<16} {len(self.calls):>5} calls {len(runs):>6} runs {self.codes[0]:>6} exit 0 "
+              f"{self.codes[1]:>6} exit 1 {len(self.findings):>4} findings {time.monotonic() - start:>5.0f} s",
+              flush=True)
+        for finding in sorted(self.findings):
+            print(finding, flush=True)
+
+
+def may_trace():
+    try:
+        return subprocess.run(["strace", "-o", "/dev/null", "true"], check=False, capture_output=True).returncode == 0
+    except FileNotFoundError:
+        return False
+
+
+def main():
+    build, errors, screens = pathlib.Path(sys.argv[1]), sys.argv[2].split(","), sys.argv[3:]
+    if not may_trace():
+        print("faults: strace may not trace here", file=sys.stderr)
+        return NOT_TRACED
+    memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None  # in memory where there is room
+    findings = 0
+    for i, name in enumerate(screens):
+        with tempfile.TemporaryDirectory(dir=memory, prefix="faults-") as parent:
+            screen = Screen(name, parent, build, "jpg" if i % 2 else "png")
+            screen.fail_all(errors)
+            findings += len(screen.findings)
+    return 1 if findings else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
