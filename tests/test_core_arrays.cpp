@@ -46,6 +46,12 @@ TEST(TypedArray, GrowsByItsStepAndByOneWithoutAStep) {
         EXPECT_EQ(array->items == nullptr, c.expected_capacity == 0);
     }
     const auto array = numbers_of({7});
+    for (int i = 0; i < 2; i++) {
+        numbers_cleanup(array.get());
+        EXPECT_TRUE(!array->items && array->capacity == 0 && array->count == 0);
+    }
+    const int seven = 7;
+    EXPECT_TRUE(numbers_add(array.get(), &seven)) << "it can be used again";
     for (int i = 0; i < 20; i++) ASSERT_TRUE(numbers_add(array.get(), &array->items[0])) << "from its own buffer";
     EXPECT_EQ(content(array), std::vector<int>(21, 7));
 }
@@ -90,19 +96,6 @@ TEST(TypedArray, RemovalAndMoveCloseTheGapWithTheLastElement) {
     EXPECT_EQ(content(dst), (std::vector{9, 1}));
     EXPECT_TRUE(numbers_move(dst.get(), 0, dst.get())) << "to its own end";
     EXPECT_EQ(content(dst), (std::vector{9, 1}));
-}
-
-TEST(TypedArray, CleanupTwiceAndUseAgain) {
-    const auto array = numbers_of({1, 2}, 4, 3);
-    numbers_reset(array.get());
-    EXPECT_TRUE(array->count == 0 && array->capacity == 4);
-    for (int i = 0; i < 2; i++) {
-        numbers_cleanup(array.get());
-        EXPECT_TRUE(!array->items && array->capacity == 0 && array->grow_by == 3);
-    }
-    const int five = 5;
-    EXPECT_TRUE(numbers_add(array.get(), &five));
-    EXPECT_EQ(array->capacity, 3);
 }
 
 // --- an instance that owns what it holds ---

@@ -46,11 +46,11 @@ TEST_F(StorageTest, ReadsAWholeFileAndEndsItWithZero) {
     EXPECT_EQ(storage_read_file(files, "empty.csv"), nullptr);
     EXPECT_EQ(storage_read_file(files, "missing.csv"), nullptr);
     EXPECT_EQ(storage_read_file(nullptr, "data.csv"), nullptr);
-    EXPECT_EQ(
-        log.errors(), (std::vector<std::string>{
-                          "[STORAGE] Error determining file size or file is empty: empty.csv",
-                          "[STORAGE] Error reading file: missing.csv, file not found or permission error.",
-                          "[STORAGE] Storage is NULL, can't read file: data.csv"}));
+    const std::vector<std::string> errors = {
+        "[STORAGE] Error determining file size or file is empty: empty.csv",
+        "[STORAGE] Error reading file: missing.csv, file not found or permission error.",
+        "[STORAGE] Storage is NULL, can't read file: data.csv"};
+    EXPECT_EQ(log.errors(), errors);
     SDL_CloseStorage(files);
 }
 
@@ -64,6 +64,11 @@ TEST_F(StorageTest, GameFilesAreReadBesideTheExecutable) {
     EXPECT_NE(font, nullptr);
     SDL_free(font);
     EXPECT_EQ(storage_read_user_file("nothing"), nullptr);
+    EXPECT_EQ(storage_read_user_file("assets/fonts/EuroStyle Normal.ttf"), nullptr) << "the game's";
+    write_file("lumarind/LumarindEngine/save", "mine");
+    char *own = storage_read_user_file("save");
+    EXPECT_STREQ(own, "mine");
+    SDL_free(own);
     storage_cleanup();
     storage_cleanup();
     EXPECT_EQ(storage_user(), nullptr);

@@ -1,6 +1,5 @@
 // A frame: game state, event callbacks, hot keys, fixed steps and the frame clock.
 
-#include "engine/drawing_space.h"
 #include "engine/engine.h"
 #include "engine/frame.h"
 #include "engine/transition.h"
@@ -11,12 +10,8 @@
 namespace {
 
 std::string g_calls;
-SDL_Event g_seen;
 
-bool note_a(SDL_Event *event) {
-    g_seen = *event;
-    return g_calls += 'a', true;
-}
+bool note_a(SDL_Event *) { return g_calls += 'a', true; }
 bool note_b(SDL_Event *) { return g_calls += 'b', true; }
 bool note_c_and_end(SDL_Event *) { return g_calls += 'c', false; }
 
@@ -84,14 +79,6 @@ TEST_F(FrameTest, EventTypesBeyondTheTableReachNobody) {
     for (const Uint32 type : {0x1307u, 0x1308u, static_cast<Uint32>(SDL_EVENT_USER), 0xFFFFu}) push_event(type);
     frame();
     EXPECT_EQ(g_calls, "a");
-}
-
-TEST_F(FrameTest, PointerPositionsArriveInTheCurrentSpace) {
-    config += "ui_scale = 2\n";
-    ASSERT_TRUE(start());
-    ASSERT_TRUE(engine_add_callback(SDL_EVENT_MOUSE_MOTION, note_a));
-    play("move:100,60 1");
-    EXPECT_TRUE(g_seen.motion.x == 50 && g_seen.motion.y == 30);
 }
 
 // --- hot keys ---
@@ -166,17 +153,6 @@ TEST_F(FrameTest, RealTimeReachesTheSimulationAndAStallAsAQuarterSecond) {
     engine_frame_start();
     EXPECT_EQ(engine->timestep.accumulator, 0);
     EXPECT_GT(engine->last_frame_ticks, 0u);
-}
-
-TEST_F(FrameTest, AScreensLogicalSizeGoesWithIt) {
-    ASSERT_TRUE(start_screen("logical-demo"));
-    EXPECT_TRUE(engine_in_logical_space());
-    engine_set_state(GAME_STATE_TEXT_DEMO);
-    frame();
-    EXPECT_FALSE(engine_in_logical_space());
-    float width = 0;
-    engine_view_size(&width, nullptr);
-    EXPECT_EQ(width, 800);
 }
 
 } // namespace

@@ -93,9 +93,6 @@ TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
         for (const std::string &name : c.skipped) lines.push_back("[INPUT] Unknown binding \"" + name + "\", skipped");
         EXPECT_EQ(log.at_least(SDL_LOG_PRIORITY_INFO), lines) << c.text;
     }
-    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
-        EXPECT_TRUE(input_bind(action, input_default_bindings_text(action))) << action;
-    }
 }
 
 TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {

@@ -97,26 +97,27 @@ TEST_F(GamepadTest, ALeavingControllerLeavesNothingHeld) {
     }
 }
 
-TEST_F(GamepadTest, TheDeadzoneIsClampedOnce) {
-    const std::pair<const char *, float> cases[] = {
-        {"-0.5", 0}, {"0.95", 0.9f}, {"0.9", 0.9f}, {"nan", 0}, {"0.2", 0.2f}};
-    for (const auto &[text, expected] : cases) {
-        config += std::string("[gamepad]\ndeadzone = ") + text + "\n";
-        ASSERT_TRUE(start_demo());
-        EXPECT_EQ(gamepad_deadzone(), expected) << text;
-    }
-}
-
-TEST_F(GamepadTest, MappingsBesideTheConfigurationAreUsedAndBrokenOnesReported) {
+TEST_F(GamepadTest, TheDeadzoneIsClampedAndMappingsBesideTheConfigurationAreUsed) {
     const char *path = "config/gamecontrollerdb.txt";
-    write_file(path, "# a comment\n03000000abcd0000cdef000000000000,Odd Pad,a:b3,b:b1,platform:Linux,\n");
-    ASSERT_TRUE(start_demo());
-    EXPECT_TRUE(log.has("[GAMEPAD] Controller mappings added: 1 from config/gamecontrollerdb.txt"));
-    for (const std::string &noise : {std::string("no mapping at all\n"), std::string(5000, '\xEE'), std::string()}) {
-        write_file(path, noise);
-        ASSERT_TRUE(start_demo());
-        EXPECT_TRUE(log.has("[GAMEPAD] No controller mapping for this platform in: config/gamecontrollerdb.txt"));
+    const std::string mapping = "03000000abcd0000cdef000000000000,Odd Pad,a:b3,b:b1,platform:Linux,\n";
+    const struct {
+        const char *deadzone;
+        float clamped;
+        std::string mappings, line;
+    } cases[] = {
+        {"-0.5", 0, "# a comment\n" + mapping,
+         "[GAMEPAD] Controller mappings added: 1 from config/gamecontrollerdb.txt"},
+        {"0.95", 0.9f, "no mapping\n",
+         "[GAMEPAD] No controller mapping for this platform in: config/gamecontrollerdb.t"},
+        {"nan", 0, std::string(5000, '\xEE'), "[GAMEPAD] No controller mapping for this platform in: config/"},
+        {"0.2", 0.2f, "", "[GAMEPAD] No controller mapping for this platform in: config/gamecontrollerdb.txt"}};
+    for (const auto &c : cases) {
+        config += std::string("[gamepad]\ndeadzone = ") + c.deadzone + "\n";
+        write_file(path, c.mappings);
         log.lines.clear();
+        ASSERT_TRUE(start_demo());
+        EXPECT_EQ(gamepad_deadzone(), c.clamped) << c.deadzone;
+        EXPECT_TRUE(log.has(c.line)) << c.line;
     }
     std::filesystem::remove(path);
     std::filesystem::create_directory(path);

@@ -10,7 +10,7 @@ namespace {
 
 class InputWindowTest : public EngineTest {
 protected:
-    static constexpr SDL_Color MARKER = {120, 216, 254, 255}, BODY = {80, 255, 112, 255};
+    static constexpr SDL_Color BODY = {80, 255, 112, 255};
 
     void SetUp() override {
         EngineTest::SetUp();
@@ -29,13 +29,6 @@ protected:
         frames(5, 0.02);
         return !window.empty();
     }
-    PictureBounds marker(SDL_Color color = MARKER) const { // in the arena: the table has the same colours
-        const Picture window = picture();
-        const SDL_Rect inside = {0, 203, window->w, window->h - 244};
-        Picture arena(SDL_CreateSurface(inside.w, inside.h, SDL_PIXELFORMAT_RGBA32));
-        SDL_BlitSurface(window.get(), &inside, arena.get(), nullptr);
-        return bounds_of(arena, color);
-    }
 };
 
 TEST_F(InputWindowTest, TwentyTapsAreTwentyStepsAndTwentyTicks) {
@@ -50,23 +43,6 @@ TEST_F(InputWindowTest, TwentyTapsAreTwentyStepsAndTwentyTicks) {
         }
         stop();
     }
-}
-
-TEST_F(InputWindowTest, RightAndShiftRunTheMarkerToTheArenasEdge) {
-    ASSERT_TRUE(start_focused("input-demo", "640x400"));
-    const int centre = marker().left;
-    xdotool("keydown Right");
-    frames(5, 0.02);
-    EXPECT_GT(marker().left, centre);
-    xdotool("keydown Shift_L");
-    frames(100, 0.02);
-    EXPECT_EQ(marker().right, 640 - 16 - 1);
-    xdotool("keyup Right keyup Shift_L");
-    frames(2, 0.02);
-    xdotool("keydown Left");
-    frames(5, 0.02);
-    xdotool("keyup Left");
-    EXPECT_LT(marker().right, 640 - 16 - 1) << "and back";
 }
 
 TEST_F(InputWindowTest, RightAndJumpMoveThePlayer) {

@@ -37,7 +37,7 @@ constexpr Scene SCENES[] = {
     {"logical", "logical-demo", "640x360", "60.5"},
     {"logical_large", "logical-demo", "1100x700", "5 size:1024x600 60"},
     {"logical_paused", "logical-demo", "700x500", "30 P 30 P 30 pad:start 30", TWICE},
-    {"logical_left", "logical-demo", "640x360", "5 Escape 20"},
+    {"logical_left", "logical-demo", "640x360", "5 Escape 27"},
 
     {"sprite", "sprite-demo", "1280x720", "10"},
     {"sprite_keys", "sprite-demo", "800x450", "3 Right Right 9 . . key:, F key:1 1"},

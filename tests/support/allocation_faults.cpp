@@ -127,37 +127,20 @@ int allocation_faults_live() {
 
 // --- the linker sends this project's calls of SDL's allocating functions here (--wrap) ---
 
+#define WRAPPED(Result, name, parameters, ...)                                                                         \
+    Result __real_SDL_##name parameters;                                                                               \
+    Result __wrap_SDL_##name parameters;                                                                               \
+    Result __wrap_SDL_##name parameters {                                                                              \
+        const OwnCall call;                                                                                            \
+        return __real_SDL_##name(__VA_ARGS__);                                                                         \
+    }
+
 extern "C" {
-void *__real_SDL_malloc(size_t size);
-void *__real_SDL_calloc(size_t count, size_t size);
-void *__real_SDL_realloc(void *memory, size_t size);
-char *__real_SDL_strdup(const char *text);
-int __real_SDL_vasprintf(char **text, const char *fmt, va_list args);
-
-void *__wrap_SDL_malloc(size_t size) {
-    const OwnCall call;
-    return __real_SDL_malloc(size);
-}
-
-void *__wrap_SDL_calloc(size_t count, size_t size) {
-    const OwnCall call;
-    return __real_SDL_calloc(count, size);
-}
-
-void *__wrap_SDL_realloc(void *memory, size_t size) {
-    const OwnCall call;
-    return __real_SDL_realloc(memory, size);
-}
-
-char *__wrap_SDL_strdup(const char *text) {
-    const OwnCall call;
-    return __real_SDL_strdup(text);
-}
-
-int __wrap_SDL_vasprintf(char **text, const char *fmt, va_list args) {
-    const OwnCall call;
-    return __real_SDL_vasprintf(text, fmt, args);
-}
+WRAPPED(void *, malloc, (size_t size), size)
+WRAPPED(void *, calloc, (size_t count, size_t size), count, size)
+WRAPPED(void *, realloc, (void *memory, size_t size), memory, size)
+WRAPPED(char *, strdup, (const char *text), text)
+WRAPPED(int, vasprintf, (char **text, const char *fmt, va_list args), text, fmt, args)
 
 int __wrap_SDL_asprintf(char **text, const char *fmt, ...) {
     va_list args;
