@@ -1,15 +1,20 @@
 // Animation clips, and sprite sheets that do or do not fit their set.
 
-#include "engine/engine.h"
 #include "support/allocation_faults.h"
-#include "support/engine_fixture.h"
+#include "support/picture.h"
+#include "support/temporary_directory.h"
 #include "toolkit/fireknight.h"
 #include "toolkit/sprite_sheet.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3_image/SDL_image.h>
+#include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -30,55 +35,53 @@ Animation playing(const AnimationSet *set, int clip) {
 
 // --- animation ---
 
-TEST(AnimationTest, TheFireknightsClipsAreWhereTheSheetHasThem) {
-    const AnimationSet *set = &fireknight_animations;
-    ASSERT_EQ(set->clip_count, 14);
-    for (int clip = 0; clip < set->clip_count; clip++) {
-        const AnimationClip *row = &set->clips[clip];
-        EXPECT_EQ(row->first_frame, 28 * clip);
-        EXPECT_LE(row->frame_count, 28);
-        EXPECT_EQ(animation_find_clip(set, row->name), clip);
+TEST(AnimationTest, TimeMovesFramesOnceThroughTheClipAtMost) {
+    const struct {
+        int clip, ms, frame, elapsed_ms;
+    } rows[] = {{0, 99, 0, 99},   {0, 100, 1, 0},  {0, 149, 1, 49}, {0, 150, 2, 0},    {0, 350, 0, 0},
+                {0, 10000, 0, 0}, {1, 250, 2, 50}, {1, 300, 2, 0},  {2, 10000, 3, 30}, {3, 1000, 0, 0}};
+    for (const auto &row : rows) {
+        Animation anim = playing(&SET, row.clip);
+        animation_advance(&anim, row.ms / 1000.0);
+        const bool over = row.clip == 1 && row.ms == 300;
+        EXPECT_TRUE(anim.frame == row.frame && anim.finished == over && anim.playing == !over) << &row - rows;
+        EXPECT_NEAR(anim.elapsed_ms, row.elapsed_ms, 1e-9) << &row - rows;
     }
-    EXPECT_EQ(animation_find_clip(set, "dance"), -1);
-    EXPECT_EQ(animation_find_clip(nullptr, "x") + animation_find_clip(set, nullptr), -2);
-    Animation anim = playing(set, FIREKNIGHT_JUMP);
-    animation_set_frame(&anim, 3);
-    EXPECT_EQ(animation_sheet_frame(&anim), 115);
-    const SDL_FRect rect = animation_frame_rect(&anim);
-    EXPECT_TRUE(rect.x == 864 && rect.y == 512 && rect.w == 288 && rect.h == 128);
 }
 
-TEST(AnimationTest, TimeMovesFramesOnceThroughTheClipAtMost) {
-    Animation idle = playing(&fireknight_animations, FIREKNIGHT_IDLE);
-    animation_advance(&idle, 0.25);
-    EXPECT_TRUE(idle.frame == 2 && std::abs(idle.elapsed_ms - 50) < 1e-9);
-    animation_restart(&idle);
-    animation_advance(&idle, 10);
-    EXPECT_TRUE(idle.frame == 0 && idle.elapsed_ms == 0);
-    animation_advance(&idle, 0.1);
-    EXPECT_EQ(idle.frame, 1) << "exactly one duration is one frame";
-
-    Animation roll = playing(&fireknight_animations, FIREKNIGHT_ROLL);
-    animation_advance(&roll, 0.8);
-    EXPECT_TRUE(roll.frame == 7 && roll.finished && !roll.playing && roll.elapsed_ms == 0);
-    animation_play(&roll);
-    animation_pause(&roll);
-    for (const double dt : {1.0, 0.0, -1.0, static_cast<double>(NAN)}) animation_advance(&roll, dt);
-    EXPECT_EQ(roll.frame, 7);
-    animation_next_frame(&roll);
-    EXPECT_EQ(roll.frame, 0);
-    animation_prev_frame(&roll);
-    EXPECT_TRUE(roll.frame == 7 && !roll.finished);
-    animation_set_frame(&roll, 8);
-    EXPECT_EQ(roll.frame, 7);
-    for (const auto &[ms, frame] : {std::pair{99.0, 0}, {100, 1}, {149, 1}, {150, 2}, {349, 2}, {350, 0}}) {
-        Animation uneven = playing(&SET, 0);
-        animation_advance(&uneven, ms / 1000);
-        EXPECT_EQ(uneven.frame, frame) << ms;
+TEST(AnimationTest, AWalkThroughAllOperationsIsAsRecorded) {
+    const LogCapture log;
+    constexpr Uint64 RECORDS[] = {0x97d41f7023364b8b, 0x5d93ce09b74b6823};
+    for (const AnimationSet *set : {&SET, &fireknight_animations}) {
+        std::mt19937 random(3);
+        Uint64 record = 0;
+        Animation anim = playing(set, 0);
+        int number = 0;
+        const auto advance = [&] { animation_advance(&anim, number < 0 ? double(NAN) : number * 0.025); };
+        const std::function<void()> operations[] = {
+            advance,
+            advance,
+            advance,
+            [&] { animation_next_frame(&anim); },
+            [&] { animation_prev_frame(&anim); },
+            [&] { animation_select_clip(&anim, number); },
+            [&] { animation_set_frame(&anim, number); },
+            [&] { number < 4 ? animation_pause(&anim) : animation_play(&anim); },
+            [&] { animation_restart(&anim); }};
+        for (int i = 0; i < 20000; i++) {
+            number = static_cast<int>(random() % 30) - 1;
+            operations[random() % std::size(operations)]();
+            const SDL_FRect rect = animation_frame_rect(&anim);
+            for (const double part :
+                 {double(anim.clip), double(anim.frame), std::round(anim.elapsed_ms), double(anim.playing),
+                  double(anim.finished), double(animation_sheet_frame(&anim)), double(rect.x), double(rect.y),
+                  double(rect.w), double(rect.h)}) {
+                record = (record ^ static_cast<Uint64>(part)) * 1099511628211u;
+            }
+        }
+        EXPECT_EQ(record, RECORDS[set != &SET]) << std::hex << "0x" << record;
+        for (int i = 0; i < set->clip_count; i++) EXPECT_EQ(animation_find_clip(set, set->clips[i].name), i);
     }
-    Animation holds = playing(&SET, 2);
-    animation_advance(&holds, 100);
-    EXPECT_EQ(holds.frame, 3) << "a frame without a duration holds";
 }
 
 TEST(AnimationTest, WhatIsNoAnimationIsRefusedOrLeftAlone) {
@@ -94,93 +97,55 @@ TEST(AnimationTest, WhatIsNoAnimationIsRefusedOrLeftAlone) {
                           "[ANIMATION] Set '(unnamed)' holds no clips",
                           "[ANIMATION] Set 'flat' has a 2x3 grid of 8x0 frames, which has no cells",
                           "[ANIMATION] No animation to select a clip on"}));
-    anim = playing(&fireknight_animations, FIREKNIGHT_RUN);
-    EXPECT_FALSE(animation_select_clip(&anim, 14));
-    EXPECT_TRUE(
-        log.has("[ANIMATION] Clip 14 is outside the 14 clips of 'assets/fireknight/sprites/fireknight_288x128.png'"));
-    EXPECT_EQ(anim.clip, FIREKNIGHT_RUN);
+    anim = playing(&SET, 1);
+    EXPECT_FALSE(animation_select_clip(&anim, 4));
+    EXPECT_TRUE(log.has("[ANIMATION] Clip 4 is outside the 4 clips of 'sheet.png'"));
+    EXPECT_EQ(
+        animation_find_clip(&SET, "dance") + animation_find_clip(nullptr, "x") + animation_find_clip(&SET, nullptr),
+        -3);
     for (const auto operation : {animation_play, animation_pause, animation_restart}) operation(nullptr);
     animation_advance(nullptr, 1);
-    Animation bare = playing(&SET, 3);
-    animation_advance(&bare, 1);
-    EXPECT_EQ(bare.frame, 0);
-    EXPECT_EQ(animation_sheet_frame(nullptr), -1);
-    EXPECT_EQ(animation_frame_rect(nullptr).w, 0);
+    EXPECT_TRUE(animation_sheet_frame(nullptr) == -1 && animation_frame_rect(nullptr).w == 0);
 }
 
 // --- sheets ---
 
-class SheetTest : public EngineTest {
-protected:
-    void SetUp() override {
-        EngineTest::SetUp();
-        ASSERT_TRUE(start({"--screen", "text-demo"}));
-    }
-    void TearDown() override {
-        sprite_sheet_cleanup(&sheet);
-        EngineTest::TearDown();
-    }
-    static void save_sheet(int width, int height) { // each frame in a colour of its own, its left half darker
-        const Picture image(SDL_CreateSurface(width, height, SDL_PIXELFORMAT_RGBA32));
-        for (int y = 0; y < height; y++) {
-            for (int x = 0; x < width; x++) {
-                const int frame = y / 4 * 2 + x / 8;
-                SDL_WriteSurfacePixel(
-                    image.get(), x, y, static_cast<Uint8>(40 * frame + 20), x % 8 < 4 ? 100 : 200, 50, 255);
-            }
-        }
-        ASSERT_TRUE(IMG_SavePNG(image.get(), "sheet.png"));
-    }
+TEST(SpriteSheetTest, AnImageThatDoesNotFitAndAnAnimationOfAnotherSetAreRefusedByName) {
+    const TemporaryDirectory directory;
+    LogCapture log;
+    const Picture target(SDL_CreateSurface(64, 64, SDL_PIXELFORMAT_RGB24));
+    SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
     SpriteSheet *sheet = nullptr;
-};
-
-TEST_F(SheetTest, DrawsTheCurrentFrameSharpAndFlipped) {
-    save_sheet(16, 12);
-    sheet = sprite_sheet_new(engine_renderer(), &SET);
-    ASSERT_NE(sheet, nullptr);
-    Animation anim = playing(&SET, 1); // its first frame is the sheet's second
-    animation_next_frame(&anim);
-    for (const bool flipped : {false, true}) {
-        SDL_SetRenderDrawColor(engine_renderer(), 0, 0, 0, 255);
-        SDL_RenderClear(engine_renderer());
-        ASSERT_TRUE(sprite_sheet_draw(
-            engine_renderer(), sheet, &anim, {10, 20}, 3, flipped ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE));
-        sprite_sheet_draw_frame_outline(engine_renderer(), sheet, {10, 20}, 3, {255, 255, 255, 255});
-        const Picture drawn = picture();
-        const PictureBounds dark = bounds_of(drawn, {100, 100, 50, 255}), light = bounds_of(drawn, {100, 200, 50, 255});
-        const PictureBounds left = {10, 20, 21, 31}, right = {22, 20, 33, 31};
-        EXPECT_EQ(dark, flipped ? right : left);
-        EXPECT_EQ(light, flipped ? left : right);
-        EXPECT_EQ(bounds_of(drawn, {255, 255, 255, 255}), (PictureBounds{9, 19, 34, 32})) << "the outline";
+    const AnimationSet twin = SET, no_cells = {"flat", 8, 4, 0, 3, CLIPS, 4};
+    for (const int size : {1, 0}) {
+        const Picture image(SDL_CreateSurface(16 + size, 12 - size, SDL_PIXELFORMAT_RGBA32));
+        ASSERT_TRUE(IMG_SavePNG(image.get(), "sheet.png"));
+        sheet = sprite_sheet_new(renderer, &SET);
+        EXPECT_EQ(sheet == nullptr, size == 1);
     }
-    const AnimationSet twin = SET;
-    const Animation other = playing(&twin, 1);
-    EXPECT_FALSE(sprite_sheet_draw(engine_renderer(), sheet, &other, {0, 0}, 1, SDL_FLIP_NONE));
-    EXPECT_TRUE(log.has("[SPRITE_SHEET] The animation is playing a different set from sheet.png"));
-    EXPECT_FALSE(sprite_sheet_draw(engine_renderer(), nullptr, &anim, {0, 0}, 1, SDL_FLIP_NONE));
+    EXPECT_FALSE(sprite_sheet_new(nullptr, &SET) || sprite_sheet_new(renderer, &no_cells));
+    Animation anim = playing(&SET, 1), other = playing(&twin, 1);
+    const auto draw = [&](const Animation *shown) {
+        return sprite_sheet_draw(renderer, sheet, shown, {0, 0}, 1, SDL_FLIP_NONE);
+    };
+    EXPECT_TRUE(draw(&anim));
     anim.clip = 99;
-    EXPECT_FALSE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
-    EXPECT_TRUE(log.has("[SPRITE_SHEET] The animation has no current frame"));
-    EXPECT_EQ(sprite_sheet_dest_rect(nullptr, {1, 1}, 2).w, 0);
-}
-
-TEST_F(SheetTest, AnImageThatDoesNotFitIsRefusedByName) {
-    save_sheet(16, 11);
-    EXPECT_EQ(sprite_sheet_new(engine_renderer(), &SET), nullptr);
-    EXPECT_TRUE(log.has(
-        "[SPRITE_SHEET] sheet.png is 16x11, but its set describes a 2x3 grid of 8x4 frames, which is "
-        "16x12. Regenerate it with tools/aseprite_json_to_c"));
-    for (const char *content : {"", "no picture at all", "\x89PNG\r\n\x1a\n\0\0\0\rIHDR"}) {
-        write_file("sheet.png", content);
-        log.lines.clear();
-        EXPECT_EQ(sprite_sheet_new(engine_renderer(), &SET), nullptr);
-        EXPECT_TRUE(log.has("[SPRITE_SHEET] IMG_LoadTexture failed for sheet.png, error: "));
-    }
-    EXPECT_EQ(sprite_sheet_new(nullptr, &SET), nullptr);
-    save_sheet(16, 12);
+    EXPECT_FALSE(draw(&other) || draw(&anim) || draw(nullptr));
+    EXPECT_EQ(
+        log.errors(),
+        (std::vector<std::string>{
+            "[SPRITE_SHEET] sheet.png is 17x11, but its set describes a 2x3 grid of 8x4 frames, which is 16x12. "
+            "Regenerate it with tools/aseprite_json_to_c",
+            "[SPRITE_SHEET] No renderer or no animation set given",
+            "[SPRITE_SHEET] Set 'flat' has a 0x3 grid of 8x4 frames, which has no cells",
+            "[SPRITE_SHEET] The animation is playing a different set from sheet.png",
+            "[SPRITE_SHEET] The animation has no current frame", "[SPRITE_SHEET] Nothing to draw"}));
+    sprite_sheet_cleanup(&sheet);
+    EXPECT_EQ(sprite_sheet_dest_rect(sheet, {1, 1}, 2).w, 0);
     expect_allocation_faults_survived(
-        &log, [&] { return (sheet = sprite_sheet_new(engine_renderer(), &SET)) != nullptr; },
+        &log, [&] { return (sheet = sprite_sheet_new(renderer, &SET)) != nullptr; },
         [&] { sprite_sheet_cleanup(&sheet); });
+    SDL_DestroyRenderer(renderer);
 }
 
 } // namespace

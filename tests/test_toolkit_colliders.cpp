@@ -1,71 +1,19 @@
-// Geometry and its edge rules, collider sets, and the collision file.
+// The collision file, the questions asked of what is in it, and its outlines.
 
 #include "core/storage.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
+#include "support/stored_pictures.h"
 #include "support/temporary_directory.h"
 #include "toolkit/colliders.h"
 
-#include <gtest/gtest.h>
+#include <SDL3/SDL_render.h>
 
 #include <random>
 #include <string>
 #include <vector>
 
 namespace {
-
-// --- geometry ---
-
-TEST(Geometry, EdgesOfShapesCountAsInside) {
-    const SDL_FRect rect = {10, 20, 30, 40};
-    for (const SDL_FPoint p : {SDL_FPoint{10, 20}, {40, 60}, {40, 20}, {25, 60}}) EXPECT_TRUE(point_in_rect(&p, &rect));
-    for (const SDL_FPoint p : {SDL_FPoint{9.99f, 30}, {40.01f, 30}, {25, 19.99f}, {25, 60.01f}}) {
-        EXPECT_FALSE(point_in_rect(&p, &rect)) << p.x << ", " << p.y;
-    }
-    const Circle circle = {0, 0, 5};
-    const SDL_FPoint on = {3, 4}, off = {3, 4.01f}, origin = {0, 0};
-    EXPECT_TRUE(point_in_circle(&on, &circle) && point_near_point(&on, &origin, 5));
-    EXPECT_FALSE(point_in_circle(&off, &circle) || point_near_point(&off, &origin, 5));
-}
-
-TEST(Geometry, RectanglesThatOnlyTouchDoNotIntersect) {
-    const SDL_FRect a = {0, 0, 16, 16};
-    const struct {
-        SDL_FRect b;
-        bool hit;
-    } cases[] = {
-        {{16, 0, 16, 16}, false}, {{15.999f, 0, 16, 16}, true},  {{-16, 0, 16, 16}, false},
-        {{0, 16, 16, 16}, false}, {{0, -15.999f, 16, 16}, true}, {{16, 16, 1, 1}, false},
-        {{4, 4, 2, 2}, true},     {{-5, -5, 100, 100}, true},    {{4, 4, 0, 0}, true},
-    };
-    for (const auto &c : cases) {
-        EXPECT_EQ(rect_intersect_rect(&a, &c.b), c.hit) << c.b.x << ", " << c.b.y;
-        EXPECT_EQ(rect_intersect_rect(&c.b, &a), c.hit) << c.b.x << ", " << c.b.y << " the other way round";
-    }
-}
-
-TEST(Geometry, TrianglesHoldTheirEdgesInBothWindings) {
-    for (const Tri &tri : {Tri{{0, 0}, {10, 0}, {0, 10}}, {{0, 0}, {0, 10}, {10, 0}}}) {
-        for (const SDL_FPoint p : {SDL_FPoint{0, 0}, {5, 5}, {5, 0}, {0, 10}, {2, 3}})
-            EXPECT_TRUE(point_in_tri(&p, &tri));
-        for (const SDL_FPoint p : {SDL_FPoint{5.1f, 5}, {-0.1f, 5}, {5, -0.1f}}) EXPECT_FALSE(point_in_tri(&p, &tri));
-    }
-    const Tri flat = {{0, 0}, {5, 5}, {10, 10}};
-    const SDL_FPoint on = {7, 7}, off = {7, 8};
-    EXPECT_TRUE(point_in_tri(&on, &flat));
-    EXPECT_FALSE(point_in_tri(&off, &flat));
-}
-
-TEST(Geometry, SlopesKnowTheirHighestAndLowestCorner) {
-    const auto top = [](Tri t) { return colliders_tri_top_point(&t); };
-    const auto bottom = [](Tri t) { return colliders_tri_bottom_point(&t); };
-    EXPECT_EQ(top({{0, 10}, {5, 0}, {10, 0}}).x, 5) << "the earlier of two equally high ones";
-    EXPECT_EQ(bottom({{0, 10}, {10, 10}, {5, 0}}).x, 0);
-    EXPECT_EQ(top({{0, 3}, {1, 2}, {2, 1}}).x, 2);
-    EXPECT_EQ(bottom({{0, 1}, {1, 2}, {2, 3}}).x, 2);
-}
-
-// --- sets ---
 
 class CollidersTest : public ::testing::Test {
 protected:
@@ -75,110 +23,128 @@ protected:
         directory.use_as_game_files();
     }
     ~CollidersTest() override {
-        const auto destroy = [](auto cleanup, auto *set) {
-            cleanup(set);
-            SDL_free(set);
-        };
-        destroy(colliders_rects_cleanup, rects);
-        destroy(colliders_tris_cleanup, tris);
-        destroy(colliders_circles_cleanup, circles);
-        destroy(colliders_points_cleanup, points);
+        const auto destroy = [](auto cleanup, auto... sets) { (..., (cleanup(sets), SDL_free(sets))); };
+        destroy(colliders_rects_cleanup, rects, found_rects);
+        destroy(colliders_tris_cleanup, tris, found_tris);
+        destroy(colliders_circles_cleanup, circles, found_circles);
+        destroy(colliders_points_cleanup, points, found_points);
         storage_cleanup();
     }
-
     bool load(const std::string &content, float scale = 1) {
         write_file("level.csv", content);
         return colliders_load_csv(rects, tris, circles, points, "level.csv", scale);
     }
     std::vector<int> counts() const { return {points->count, circles->count, rects->count, tris->count}; }
+    // Which shape holds the point, or is up to 5 px away, or overlaps a box of 2 px there. All of them are recorded.
+    std::vector<int> ask(SDL_FPoint p) {
+        const SDL_FRect box = {p.x, p.y, 2, 2};
+        keep(colliders_point_near_points(&p, points, found_points, 5), found_points);
+        keep(colliders_point_inside_circles(&p, circles, found_circles), found_circles);
+        keep(colliders_point_inside_tris(&p, tris, found_tris), found_tris);
+        keep(colliders_point_inside_rects(&p, rects, found_rects), found_rects);
+        keep(colliders_rect_inside_rects(&box, rects, found_rects), found_rects);
+        return {
+            colliders_point_near_point(&p, points, 5), colliders_point_inside_circle(&p, circles),
+            colliders_point_inside_rect(&p, rects), colliders_point_inside_tri(&p, tris),
+            colliders_rect_inside_rect(&box, rects)};
+    }
+    void keep(int number) { record = (record ^ static_cast<Uint64>(number)) * 1099511628211u; }
+    template <typename Set> void keep(int hits, const Set *found) { // a shape is a record of floats and nothing else
+        const auto *numbers = reinterpret_cast<const float *>(found->items);
+        keep(hits);
+        for (size_t i = 0; i < static_cast<size_t>(hits) * sizeof *found->items / 4; i++)
+            keep(static_cast<int>(numbers[i]));
+    }
 
+    Uint64 record = 0;
     TemporaryDirectory directory;
     LogCapture log;
-    ColliderRects *rects = colliders_new_rects();
-    ColliderTris *tris = colliders_new_tris();
-    ColliderCircles *circles = colliders_new_circles();
-    ColliderPoints *points = colliders_new_points();
+    ColliderRects *rects = colliders_new_rects(), *found_rects = colliders_new_rects();
+    ColliderTris *tris = colliders_new_tris(), *found_tris = colliders_new_tris();
+    ColliderCircles *circles = colliders_new_circles(), *found_circles = colliders_new_circles();
+    ColliderPoints *points = colliders_new_points(), *found_points = colliders_new_points();
 };
 
-TEST_F(CollidersTest, FirstHitAndAllHitsAgreeWithAPlainScan) {
-    std::mt19937 random(7);
-    const auto number = [&] { return static_cast<float>(random() % 40); };
-    ColliderRects *found = colliders_new_rects();
-    for (int round = 0; round < 200; round++) {
-        colliders_rects_reset(rects);
-        for (int i = 0; i < 12; i++) {
-            const SDL_FRect rect = {number(), number(), number() / 2, number() / 2};
-            ASSERT_TRUE(colliders_rects_add(rects, &rect));
-        }
-        const SDL_FPoint p = {number(), number()};
-        std::vector<int> expected;
-        for (int i = 0; i < rects->count; i++) {
-            if (point_in_rect(&p, &rects->items[i])) expected.push_back(i);
-        }
-        EXPECT_EQ(colliders_point_inside_rect(&p, rects), expected.empty() ? -1 : expected[0]);
-        ASSERT_EQ(colliders_point_inside_rects(&p, rects, found), static_cast<int>(expected.size()));
-        for (size_t i = 0; i < expected.size(); i++) EXPECT_EQ(found->items[i].x, rects->items[expected[i]].x);
-    }
-    colliders_rects_cleanup(found);
-    SDL_free(found);
+// --- questions ---
+
+TEST_F(CollidersTest, EdgesCountAsInsideButRectanglesThatOnlyTouchDoNotOverlap) {
+    ASSERT_TRUE(load("50,50\n0,0,5\n0,0,16,16\n0,0,10,0,0,10\n0,0,0,10,10,0\n60,60,65,65,70,70\n"));
+    const std::pair<SDL_FPoint, std::vector<int>> cases[] = {
+        // a point near, a circle, a rectangle, a triangle; a rectangle that overlaps a box
+        {{3, 4}, {-1, 0, 0, 0, 0}},      {{3, 4.01f}, {-1, -1, 0, 0, 0}},  {{5, 5}, {-1, -1, 0, 0, 0}},
+        {{5.1f, 5}, {-1, -1, 0, -1, 0}}, {{16, 8}, {-1, -1, 0, -1, -1}},   {{16.01f, 8}, {-1, -1, -1, -1, -1}},
+        {{8, 16}, {-1, -1, 0, -1, -1}},  {{-2, 5}, {-1, -1, -1, -1, -1}},  {{-1.9f, 5}, {-1, -1, -1, -1, 0}},
+        {{5, -2}, {-1, -1, -1, -1, -1}}, {{53, 54}, {0, -1, -1, -1, -1}},  {{53, 54.01f}, {-1, -1, -1, -1, -1}},
+        {{67, 67}, {-1, -1, -1, 2, -1}}, {{67, 68}, {-1, -1, -1, -1, -1}},
+    };
+    for (const auto &[p, hits] : cases) EXPECT_EQ(ask(p), hits) << p.x << ", " << p.y;
 }
 
-TEST_F(CollidersTest, EachKindOfQuestionUsesItsOwnTest) {
-    ASSERT_TRUE(load("5,5\n50,50\n0,0,3\n9,0,3\n0,0,16,16\n16,0,16,16\n0,0,10,0,0,10\n"));
-    const SDL_FPoint p = {16, 8}, near_five = {6, 5}, far = {100, 100};
-    const SDL_FRect touching = {32, 0, 4, 4}, across = {15, 2, 2, 2};
-    ColliderPoints *near = colliders_new_points();
-    EXPECT_EQ(colliders_point_inside_rect(&p, rects), 0);
-    EXPECT_EQ(colliders_rect_inside_rect(&touching, rects), -1);
-    EXPECT_EQ(colliders_rect_inside_rect(&across, rects), 0);
-    EXPECT_EQ(colliders_point_inside_tri(&near_five, tris), -1);
-    EXPECT_EQ(colliders_point_inside_circle(&far, circles), -1);
-    EXPECT_EQ(colliders_point_near_point(&near_five, points, 1), 0);
-    EXPECT_EQ(colliders_point_near_point(&near_five, points, 0.9f), -1);
-    EXPECT_EQ(colliders_point_near_points(&near_five, points, near, 100), 2);
-    EXPECT_EQ(colliders_point_near_points(&near_five, points, near, 0), 0) << "the output is emptied first";
-    colliders_points_cleanup(near);
-    SDL_free(near);
+TEST_F(CollidersTest, AnswersOnRandomLevelsAreAsRecorded) { // whole numbers: many edges meet, and nothing is rounded
+    std::mt19937 random(7);
+    for (int level = 0; level < 60; level++) {
+        std::string text;
+        for (int line = 0; line < 12; line++) {
+            for (int left = 2 + static_cast<int>(random() % 5); left > 0; left--)
+                text += std::to_string(static_cast<int>(random() % 20)) + ",";
+            text += "\n";
+        }
+        ASSERT_TRUE(load(text));
+        for (int i = 0; i < 144; i++) {
+            for (const int hit : ask({float(i % 12 * 2 - 1), float(i / 12 * 2 - 1)})) keep(hit);
+        }
+        for (int i = 0; i < tris->count; i++) {
+            const SDL_FPoint top = colliders_tri_top_point(&tris->items[i]);
+            const SDL_FPoint low = colliders_tri_bottom_point(&tris->items[i]);
+            for (const float part : {top.x, top.y, low.x, low.y}) keep(static_cast<int>(part));
+        }
+    }
+    EXPECT_EQ(record, 0x459401d91a0b3e3bu) << std::hex << "0x" << record;
 }
 
 // --- the collision file ---
 
-TEST_F(CollidersTest, TheNumberOfFieldsDecidesTheShape) {
-    ASSERT_TRUE(
-        load("0,0,16,16\n1,2\n1,2,3\n0,0,1,0,0,1\n1\n1,2,3,4,5\n1,2,3,4,5,6,7\n1,,2\n,3,4,\n\n  5\t, 6e1 \n", 3));
-    EXPECT_EQ(counts(), (std::vector{4, 1, 1, 1}));
-    EXPECT_EQ(rects->items[0].w, 48);
-    EXPECT_EQ(circles->items[0].r, 9);
-    EXPECT_EQ(points->items[1].y, 6) << "a run of commas separates once";
-    EXPECT_EQ(points->items[3].y, 180);
-    EXPECT_EQ(tris->items[0].c.y, 3);
-}
-
-TEST_F(CollidersTest, WordsReadAsZeroAndLineEndsDoNotMatter) {
-    ASSERT_TRUE(load("x,y,width,height\r\n1,2,3px,0x\r\n"));
-    EXPECT_EQ(counts(), (std::vector{0, 0, 2, 0}));
-    EXPECT_EQ(rects->items[0].w, 0);
-    EXPECT_EQ(rects->items[1].w, 3);
-    ASSERT_TRUE(load("1,2,3,4\r\n"));
-    EXPECT_EQ(rects->items[0].h, 4);
-}
-
-TEST_F(CollidersTest, SetsThatAreNotWantedAreSkippedAndOthersEmptiedFirst) {
-    ASSERT_TRUE(load("1,2,3,4\n0,0,1,0,0,1\n"));
+TEST_F(CollidersTest, TheNumberOfFieldsDecidesTheShapeAndWordsReadAsZero) {
+    ASSERT_TRUE(load(
+        "0,0,16,16\r\n1,2\n1,2,3\n0,0,1,0,0,1\n1\n1,2,3,4,5\n1,2,3,4,5,6,7\n1,,2\n,3,4,\n\n  5\t, 6e1 \n"
+        "x,info,2px,0x\n-9e9,9e9\n",
+        3));
+    EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1}));
+    EXPECT_TRUE(rects->items[0].w == 48 && rects->items[0].h == 48 && circles->items[0].r == 9);
+    EXPECT_TRUE(rects->items[1].x == 0 && rects->items[1].y == 0 && rects->items[1].w == 6 && rects->items[1].h == 0);
+    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "a run of commas separates once";
+    EXPECT_TRUE(points->items[3].x == 15 && points->items[3].y == 180 && tris->items[0].c.y == 3);
+    EXPECT_TRUE(points->items[4].x == -COLLIDERS_REACH && points->items[4].y == COLLIDERS_REACH);
     ASSERT_TRUE(colliders_load_csv(rects, nullptr, nullptr, nullptr, "level.csv", 2));
-    EXPECT_EQ(counts(), (std::vector{0, 0, 1, 1}));
+    EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1})) << "sets that are not wanted stay, others are emptied first";
     EXPECT_FALSE(colliders_load_csv(rects, tris, circles, points, "missing.csv", 1));
     EXPECT_EQ(counts(), (std::vector{0, 0, 0, 0})) << "a failed load leaves the sets empty";
     EXPECT_TRUE(log.has("[STORAGE] Error reading file: missing.csv"));
 }
 
+TEST_F(CollidersTest, OutlinesLieOnTheShapes) {
+    const Picture target(SDL_CreateSurface(120, 60, SDL_PIXELFORMAT_XRGB8888));
+    SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
+    ASSERT_TRUE(load("5,5\n8,5\n30,30,20\n60,5,20,30\n90,10,110,40,80,50\n70,40,6\n"));
+    colliders_points_debug_draw(renderer, points);
+    SDL_SetRenderDrawColor(renderer, 0, 255, 0, 255);
+    colliders_tris_debug_draw(renderer, tris);
+    colliders_circles_debug_draw(renderer, circles);
+    SDL_SetRenderDrawColor(renderer, 0, 255, 0, 255);
+    colliders_rects_debug_draw(renderer, rects);
+    EXPECT_TRUE(matches_stored(Picture(SDL_RenderReadPixels(renderer, nullptr)), "colliders"));
+    SDL_DestroyRenderer(renderer);
+}
+
 TEST_F(CollidersTest, SurvivesEachAllocationFailing) {
     write_file("level.csv", "1,2,3,4\n");
-    expect_allocation_faults_survived(
-        &log, [&] { return colliders_load_csv(rects, tris, circles, points, "level.csv", 1); }, [] {});
     ColliderRects *made = nullptr;
     expect_allocation_faults_survived(
-        &log, [&] { return (made = colliders_new_rects()) != nullptr; },
+        &log,
+        [&] {
+            made = colliders_new_rects();
+            return made && colliders_load_csv(made, tris, circles, points, "level.csv", 1);
+        },
         [&] {
             if (made) colliders_rects_cleanup(made);
             SDL_free(made);
