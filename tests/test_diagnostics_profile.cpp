@@ -20,11 +20,6 @@ class FrameProfileTest : public ::testing::Test {
 protected:
     void SetUp() override { frame_profile_init(&profile); }
 
-    void frame_of(uint64_t ns) {
-        if (!profile.started) frame_profile_boundary(&profile, now);
-        frame_profile_boundary(&profile, now += ns);
-    }
-
     FrameProfile profile;
     uint64_t now = 1'000 * MS;
 };
@@ -99,10 +94,7 @@ TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
                 const uint64_t ns = few_values ? below(3) * 1'000 : below(longest);
                 reference.add(open, ns);
                 open = static_cast<int>(below(PHASE_COUNT));
-                if (marks > 1)
-                    frame_profile_mark(&profile, open, now += ns);
-                else
-                    frame_profile_boundary(&profile, now += ns);
+                marks > 1 ? frame_profile_mark(&profile, open, now += ns) : frame_profile_boundary(&profile, now += ns);
             }
             reference.complete();
         }

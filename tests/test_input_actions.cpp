@@ -1,74 +1,34 @@
 // Bindings from text, and the delivery of presses: each once to the frame, once to the fixed steps.
 
 #include "config/config.h"
-#include "core/log.h"
 #include "engine/timestep.h"
-#include "input/gamepad.h"
 #include "input/input.h"
 #include "support/allocation_faults.h"
-#include "support/log_capture.h"
-#include "support/temporary_directory.h"
+#include "support/engine_fixture.h"
 
 #include <SDL3/SDL_keyboard.h>
-#include <gtest/gtest.h>
 
 #include <random>
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace {
 
-class InputTest : public ::testing::Test {
+class InputTest : public EngineTest {
 protected:
-    void SetUp() override {
-        log_setup(); // lets warnings through
-        ASSERT_TRUE(cfg_setup());
-        cfg_set_defaults();
-        ASSERT_TRUE(gamepad_setup());
-        ASSERT_TRUE(input_setup());
-        log.lines.clear();
-    }
-    ~InputTest() override {
-        input_cleanup();
-        gamepad_cleanup();
-        cfg_cleanup();
-        log_cleanup();
-    }
-
-    static void key(SDL_Scancode scancode, bool repeat = false, SDL_EventType type = SDL_EVENT_KEY_DOWN) {
-        SDL_Event event = {};
-        event.key.type = type;
-        event.key.scancode = scancode;
-        event.key.repeat = repeat;
-        input_handle_event(&event);
-    }
-    static void axis(int axis, float value) {
-        SDL_Event event = {};
-        event.gaxis.type = SDL_EVENT_GAMEPAD_AXIS_MOTION;
-        event.gaxis.axis = static_cast<Uint8>(axis);
-        event.gaxis.value = static_cast<Sint16>(value * 32767);
-        input_handle_event(&event);
-    }
-    static bool pressed_since(int action) { // in the frame so far; a new one begins
-        const bool pressed = input_pressed(action);
-        input_frame_start();
+    std::set<int> pressed_after(const std::string &word) { // in the frame that sees it
+        play(word);
+        frame();
+        std::set<int> pressed;
+        for (int action = -1; action <= INPUT_ACTION_COUNT; action++) {
+            if (input_pressed(action)) pressed.insert(action);
+        }
         return pressed;
     }
-    static bool pressed_in_a_step(int action) {
-        input_fixed_step_begin();
-        const bool pressed = input_pressed(action);
-        input_fixed_step_end();
-        return pressed;
-    }
-
-    TemporaryDirectory directory;
-    LogCapture log;
 };
 
 // --- binding texts ---
 
 TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
+    ASSERT_TRUE(start());
     using Names = std::vector<std::string>;
     const struct {
         std::string text;
@@ -96,81 +56,64 @@ TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
 }
 
 TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {
-    EXPECT_FALSE(input_bind(INPUT_ACTION_JUMP, "A,B,C,D, E ,nonsense"));
-    EXPECT_TRUE(log.has("[INPUT] More than 4 bindings, \"E\" skipped"));
-    EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "A,B,C,D, E ,nonsense");
-    key(SDL_SCANCODE_D);
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_JUMP));
-    key(SDL_SCANCODE_E);
-    EXPECT_FALSE(pressed_since(INPUT_ACTION_JUMP));
-
-    input_cleanup();
-    ASSERT_TRUE(input_setup());
+    config += "[input]\njump = A,B,C,D, E ,nonsense\n";
+    ASSERT_TRUE(start_screen("input-demo"));
     EXPECT_EQ(log.count("[INPUT] Some bindings for \"jump\" were not recognised"), 1);
-    EXPECT_FALSE(input_bind(INPUT_ACTION_COUNT, "A"));
+    EXPECT_EQ(log.count("[INPUT] More than 4 bindings, \"E\" skipped"), 1);
+    EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "A,B,C,D, E ,nonsense");
+    EXPECT_TRUE(pressed_after("D").contains(INPUT_ACTION_JUMP));
+    EXPECT_TRUE(pressed_after("E").empty());
     ASSERT_TRUE(input_bind(INPUT_ACTION_JUMP, "A")); // B to D are bound no longer
-    auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
-    state[SDL_SCANCODE_B] = true;
+    EXPECT_FALSE(input_bind(INPUT_ACTION_JUMP, "A, nonsense"));
+    EXPECT_TRUE(pressed_after("+B").empty());
     EXPECT_FALSE(input_held(INPUT_ACTION_JUMP));
-    std::swap(state[SDL_SCANCODE_B], state[SDL_SCANCODE_A]);
+    EXPECT_TRUE(pressed_after("+A").contains(INPUT_ACTION_JUMP));
     EXPECT_TRUE(input_held(INPUT_ACTION_JUMP));
-    state[SDL_SCANCODE_A] = false;
-    key(SDL_SCANCODE_B);
-    EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP));
-    EXPECT_STREQ(input_bindings_text(-1), "");
+    for (const int none : {-1, static_cast<int>(INPUT_ACTION_COUNT)}) {
+        EXPECT_TRUE(!input_bind(none, "A") && !input_held(none) && !*input_bindings_text(none));
+    }
 }
 
 // --- presses ---
 
-TEST_F(InputTest, APressIsAnEdgeOfOneOfTheActionsKeys) {
-    key(SDL_SCANCODE_SPACE, true);
-    key(SDL_SCANCODE_SPACE, false, SDL_EVENT_KEY_UP);
-    key(SDL_SCANCODE_F9);
-    for (int action = 0; action < INPUT_ACTION_COUNT; action++) EXPECT_FALSE(input_pressed(action)) << action;
-    input_bind(INPUT_ACTION_RUN, "Space");
-    key(SDL_SCANCODE_SPACE);
-    EXPECT_TRUE(input_pressed(INPUT_ACTION_RUN)) << "one key may belong to two actions";
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_JUMP));
-    EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP));
-    EXPECT_FALSE(input_pressed(-1) || input_pressed(INPUT_ACTION_COUNT) || input_held(INPUT_ACTION_COUNT));
+TEST_F(InputTest, PressesAreEdgesOfKeysButtonsAndAxes) {
+    config += "[input]\nrun = Space, pad:b\nattack = pad:righttrigger\n";
+    ASSERT_TRUE(start_screen("input-demo"));
+    constexpr int LEFT = INPUT_ACTION_LEFT, RIGHT = INPUT_ACTION_RIGHT;
+    const std::pair<const char *, std::set<int>> cases[] = {
+        {"Space", {INPUT_ACTION_JUMP, INPUT_ACTION_RUN}}, // one key may belong to two actions
+        {"~Space", {}},
+        {"-Space", {}},
+        {"F9", {}},
+        {"pad:b", {INPUT_ACTION_RUN}},
+        {"pad:plug", {}},
+        {"pad:leftx=.55", {}}, // 0.47 behind the deadzone
+        {"pad:leftx=.66", {RIGHT}},
+        {"pad:leftx=.9", {}},
+        {"pad:leftx=.66", {}},
+        {"pad:leftx=.49", {}},
+        {"pad:leftx=.66", {RIGHT}},
+        {"pad:leftx=-1", {LEFT}}, // from one end to the other
+        {"pad:leftx=1", {RIGHT}},
+        {"pad:righttrigger=.5", {}}, // triggers have no deadzone
+        {"pad:righttrigger=.51", {INPUT_ACTION_ATTACK}},
+        {"pad:unplug pad:plug 1 pad:leftx=1", {RIGHT}}, // a new controller starts from rest
+    };
+    for (const auto &[word, pressed] : cases) EXPECT_EQ(pressed_after(word), pressed) << word;
+    EXPECT_TRUE(input_held(RIGHT) && !input_held(LEFT));
+    play("pad:unplug 1");
+    EXPECT_FALSE(input_held(RIGHT)) << "it goes with its controller";
     input_cleanup();
-    key(SDL_SCANCODE_SPACE);
-    EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP) || input_held(INPUT_ACTION_JUMP));
-}
-
-TEST_F(InputTest, AStickPressesWhenItCrossesBehindTheDeadzone) {
-    const auto raw_for = [](float value) { return value * 0.85f + 0.15f; }; // undoes the deadzone's stretch
-    const SDL_GamepadAxis x = SDL_GAMEPAD_AXIS_LEFTX;
-    axis(x, 0.55f); // 0.47 behind the deadzone
-    EXPECT_FALSE(pressed_since(INPUT_ACTION_RIGHT));
-    axis(x, raw_for(0.6f));
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_RIGHT));
-    for (const float value : {0.9f, 0.6f, 0.8f}) axis(x, raw_for(value));
-    EXPECT_FALSE(pressed_since(INPUT_ACTION_RIGHT)) << "wobbling beyond the threshold";
-    axis(x, raw_for(0.4f));
-    axis(x, raw_for(0.6f));
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_RIGHT));
-    axis(x, -1);
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_LEFT)) << "from one end to the other";
-    axis(x, 1);
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_RIGHT));
-    SDL_Event removed = {};
-    removed.type = SDL_EVENT_GAMEPAD_REMOVED;
-    input_handle_event(&removed);
-    axis(x, 1);
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_RIGHT)) << "a new controller starts from rest";
-    axis(77, 1);
-
-    ASSERT_TRUE(input_bind(INPUT_ACTION_ATTACK, "pad:righttrigger"));
-    axis(SDL_GAMEPAD_AXIS_RIGHT_TRIGGER, 0.5f);
-    EXPECT_FALSE(pressed_since(INPUT_ACTION_ATTACK)) << "triggers have no deadzone";
-    axis(SDL_GAMEPAD_AXIS_RIGHT_TRIGGER, 0.51f);
-    EXPECT_TRUE(pressed_since(INPUT_ACTION_ATTACK));
+    EXPECT_TRUE(pressed_after("+Space").empty() && !input_held(INPUT_ACTION_JUMP));
 }
 
 // Presses far enough apart to be told apart by frames and steps are each counted once by both, at any pair of rates,
 // with stalls, and with three events in a frame; those in a frame that changes the screen by neither.
 TEST_F(InputTest, EveryPressIsCountedOnceByTicksAndOnceBySteps) {
+    ASSERT_TRUE(start());
+    SDL_Event space = {};
+    space.type = SDL_EVENT_KEY_DOWN;
+    space.key.scancode = SDL_SCANCODE_SPACE;
     std::mt19937 random(11);
     for (const double frames_per_step : {0.1, 0.37, 0.5, 1.0, 1.6, 3.0, 10.0}) {
         constexpr double STEP = 1.0 / 60;
@@ -178,26 +121,26 @@ TEST_F(InputTest, EveryPressIsCountedOnceByTicksAndOnceBySteps) {
         timestep_init(&ts, 60);
         int presses = 0, ticks = 0, steps = 0;
         double quiet = 1; // s since the last press
-        const auto one_frame = [&](bool may_press) {
+        for (int i = 0; i < 20'000; i++) {
             const double dt =
                 random() % 50 == 0 ? 0.3 : STEP / frames_per_step * (0.5 + static_cast<double>(random() % 1000) / 1000);
             timestep_advance(&ts, dt);
             quiet += dt;
             input_frame_start();
-            if (may_press && quiet > 0.6 && random() % 3 == 0) { // longer than any frame and any step
-                for (unsigned i = 0; i <= random() % 3; i++) key(SDL_SCANCODE_SPACE);
+            if (i < 19'900 && quiet > 0.6 && random() % 3 == 0) { // longer than any frame and any step
+                for (unsigned events = 0; events <= random() % 3; events++) input_handle_event(&space);
                 quiet = 0;
-                if (random() % 5 == 0) {
-                    input_clear_presses();
-                } else {
-                    presses++;
-                }
+                const bool screen_changes = random() % 5 == 0;
+                if (screen_changes) input_clear_presses();
+                presses += !screen_changes;
             }
-            while (timestep_consume_step(&ts)) steps += pressed_in_a_step(INPUT_ACTION_JUMP) ? 1 : 0;
-            ticks += input_pressed(INPUT_ACTION_JUMP) ? 1 : 0;
-        };
-        for (int i = 0; i < 20'000; i++) one_frame(true);
-        for (int i = 0; i < 50; i++) one_frame(false); // the last press reaches its step
+            while (timestep_consume_step(&ts)) {
+                input_fixed_step_begin();
+                steps += input_pressed(INPUT_ACTION_JUMP);
+                input_fixed_step_end();
+            }
+            ticks += input_pressed(INPUT_ACTION_JUMP);
+        }
         EXPECT_GT(presses, 20) << frames_per_step;
         EXPECT_EQ(ticks, presses) << frames_per_step;
         EXPECT_EQ(steps, presses) << frames_per_step;
@@ -205,6 +148,7 @@ TEST_F(InputTest, EveryPressIsCountedOnceByTicksAndOnceBySteps) {
 }
 
 TEST_F(InputTest, SetUpSurvivesAllocationFaults) {
+    ASSERT_TRUE(start());
     input_cleanup();
     expect_allocation_faults_survived(&log, input_setup, input_cleanup);
 }
