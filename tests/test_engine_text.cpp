@@ -9,6 +9,7 @@
 #include <SDL3_ttf/SDL_ttf.h>
 
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -78,7 +79,7 @@ TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
             TTF_GetFontDirection(of), TTF_GetFontScript(of));
     };
     const auto as_new = settings(font);
-    TTF_SetFontStyle(font, TTF_STYLE_UNDERLINE);
+    TTF_SetFontStyle(font, TTF_STYLE_UNDERLINE); // what an owner may do without the generation showing it
     TTF_SetFontKerning(font, false);
     TTF_SetFontWrapAlignment(font, TTF_HORIZONTAL_ALIGN_CENTER);
     TTF_SetFontLineSkip(font, 99);

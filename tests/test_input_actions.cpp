@@ -112,19 +112,6 @@ TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {
     EXPECT_STREQ(input_bindings_text(-1), "");
 }
 
-TEST_F(InputTest, NoiseIsNeverMoreThanFourBindings) {
-    std::mt19937 random(5);
-    const std::string alphabet = ",, pad:leftx+-\x80\xFF\tAbZ";
-    for (int round = 0; round < 400; round++) {
-        std::string text(random() % 200, '\0');
-        for (char &c : text) c = alphabet[random() % alphabet.size()];
-        InputBinding bindings[INPUT_MAX_BINDINGS + 1];
-        bindings[INPUT_MAX_BINDINGS].code = 0x5AFE;
-        EXPECT_LE(input_parse_bindings(text.c_str(), bindings, INPUT_MAX_BINDINGS), INPUT_MAX_BINDINGS);
-        ASSERT_EQ(bindings[INPUT_MAX_BINDINGS].code, 0x5AFE);
-    }
-}
-
 // --- presses ---
 
 TEST_F(InputTest, APressIsAnEdgeOfOneOfTheActionsKeys) {
