@@ -5,8 +5,6 @@
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 
-#include <algorithm>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -24,15 +22,15 @@ static std::vector<std::string> split_words(const uint8_t *data, size_t size) {
     return words;
 }
 
-// What a number option was given last, as far as an int holds it; 0: not at all.
-static long long last_value(const std::vector<std::string> &words, const char *option) {
+// The lowest 32 bits of what a number option was given last; 0: not at all.
+static int last_value(const std::vector<std::string> &words, const char *option) {
     long long value = 0;
     for (size_t i = 1; i < words.size(); i++) {
         if (words[i] == "--no-config-save") continue;
         if (i + 1 < words.size() && words[i] == option) value = std::strtoll(words[i + 1].c_str(), nullptr, 10);
         i++; // every other option has a value
     }
-    return std::min(value, static_cast<long long>(INT_MAX));
+    return static_cast<int>(value);
 }
 
 static void check_taken(const std::vector<std::string> &words) {
