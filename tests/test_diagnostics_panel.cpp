@@ -92,12 +92,46 @@ TEST_F(PanelTest, TheLoopMarksItsPhases) {
 
 // --- pictures ---
 
-TEST_F(PanelTest, EachTierHasItsLayout) {
-    for (const auto &[width, height] : {std::pair{640, 208}, {640, 389}, {640, 390}, {1100, 500}, {211, 400}}) {
-        ASSERT_TRUE(start_view(width, height));
-        feed_history();
-        EXPECT_TRUE(matches_stored(draw(), "panel_" + std::to_string(width) + "x" + std::to_string(height)));
+struct Scene {
+    const char *name;
+    int width, height;
+    std::vector<Slice> newest; // the slices of the last frame; none: a history of its own
+    std::string graphics;
+    int ui_scale = 1;
+    double scale_ms = 8; // of the chart
+};
+const std::vector<Slice> OVERFULL = {{PHASE_EVT, 150}, {PHASE_TICK, 150}, {PHASE_PRES, 150}};
+const Scene SCENES[] = {
+    {"panel_640x208", 640, 208, {}, ""},
+    {"panel_640x389", 640, 389, {}, ""},
+    {"panel_640x390", 640, 390, {}, "vsync_enable = true\n"},
+    {"panel_1100x500", 1100, 500, {}, ""},
+    {"panel_211x400", 211, 400, {}, ""},
+    {"panel_twice", 640, 400, {}, "fps_limit = 250\n", 2},
+    {"panel_budget", 637, 400, {{PHASE_TICK, 7.9}}, "fps_limit = 250\n"},
+    {"panel_budget_at_top", 637, 400, {{PHASE_TICK, 16}}, "fps_limit = 60\n", 1, 16.7},
+    {"panel_budget_above", 637, 400, {{PHASE_TICK, 16}}, "fps_limit = 59\n", 1, 16.7},
+    {"panel_not_slow", 640, 400, {{PHASE_TICK, 250}}, "", 1, 200},
+    {"panel_slow", 640, 400, OVERFULL, "", 1, 200},
+};
+
+TEST_F(PanelTest, ScenesMatchTheirStoredPictures) {
+    for (const Scene &scene : SCENES) {
+        ASSERT_TRUE(start_view(scene.width, scene.height, scene.graphics, scene.ui_scale));
+        if (scene.newest.empty()) feed_history();
+        if (!scene.newest.empty()) feed({{PHASE_TICK, 2}}, 1, 300);
+        if (!scene.newest.empty()) feed(scene.newest);
+        EXPECT_TRUE(matches_stored(draw(), scene.name));
+        EXPECT_EQ(profiler->scale_ms, scene.scale_ms);
     }
+    feed({{PHASE_TICK, 99}}, 1, 286); // the slow ones are out of sight
+    draw();
+    EXPECT_EQ(profiler->scale_ms, 100.0);
+    profiler_toggle_freeze();
+    feed({{PHASE_PRES, 30}}, 2, 300);
+    EXPECT_TRUE(matches_stored(draw(), "panel_frozen"));
+    profiler_toggle_freeze();
+    EXPECT_TRUE(matches_stored(draw(), "panel_thawed")); // what was recorded meanwhile
 }
 
 TEST_F(PanelTest, AViewTooSmallShowsNothingAndSaysSoOncePerEpisode) {
@@ -114,57 +148,8 @@ TEST_F(PanelTest, AViewTooSmallShowsNothingAndSaysSoOncePerEpisode) {
     EXPECT_EQ(log.count("[PROFILER] Window is 199x600, too small"), 1);
 }
 
-TEST_F(PanelTest, TheBudgetIsADashedLineWithALabelWhereThereIsRoom) {
-    const struct {
-        const char *picture;
-        int fps;
-        double slowest_ms;
-    } cases[] = {{"panel_budget", 250, 7.9}, {"panel_budget_at_top", 60, 16}, {"panel_budget_above", 59, 16}};
-    for (const auto &c : cases) {
-        ASSERT_TRUE(start_view(637, 400, "fps_limit = " + std::to_string(c.fps) + "\n"));
-        feed({{PHASE_TICK, 2}}, 1, 300);
-        feed({{PHASE_TICK, c.slowest_ms}});
-        EXPECT_TRUE(matches_stored(draw(), c.picture));
-    }
-}
-
-TEST_F(PanelTest, ASlowFrameGetsAPipAndTheWholeScale) {
-    ASSERT_TRUE(start_view(640, 400));
-    feed({{PHASE_TICK, 250}}, 1, 2); // not slow yet
-    feed({{PHASE_TICK, 300}});
-    feed({{PHASE_EVT, 150}, {PHASE_TICK, 150}, {PHASE_PRES, 150}});
-    EXPECT_TRUE(matches_stored(draw(), "panel_slow"));
-    EXPECT_EQ(profiler->scale_ms, 200.0);
-    feed({{PHASE_TICK, 99}}, 1, 286); // now they are out of sight
-    draw();
-    EXPECT_EQ(profiler->scale_ms, 100.0);
-}
-
-TEST_F(PanelTest, FreezingKeepsThePictureWhileRecordingGoesOn) {
-    ASSERT_TRUE(start_view(640, 400, "vsync_enable = true\n", 2));
-    feed_history();
-    profiler_toggle_freeze();
-    frame_profile_init(&profiler->live);
-    feed({{PHASE_PRES, 30}}, 2, 300);
-    EXPECT_TRUE(matches_stored(draw(), "panel_frozen_twice"));
-    profiler_toggle_freeze();
-    EXPECT_TRUE(matches_stored(draw(), "panel_thawed_twice")); // what was recorded meanwhile
-}
-
-// --- budget ---
-
-TEST_F(PanelTest, TheBudgetComesFromTheSettingsAndFollowsTheDisplay) {
-    const struct {
-        const char *graphics;
-        double budget_ms;
-    } cases[] = {
-        {"fps_limit = 60\n", 1000.0 / 60},
-        {"fps_limit = 30\nvsync_enable = true\n", 1000.0 / 30},
-        {"fps_limit = 0\n", 0}};
-    for (const auto &c : cases) {
-        ASSERT_TRUE(start_view(640, 400, c.graphics));
-        EXPECT_EQ(profiler->budget_ms, c.budget_ms) << c.graphics;
-    }
+TEST_F(PanelTest, TheBudgetFollowsTheDisplay) {
+    ASSERT_TRUE(start_view(640, 400, "fps_limit = 0\n"));
     draw();
     cfg_set_fps_limit(50);
     draw();
