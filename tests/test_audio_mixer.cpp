@@ -71,9 +71,8 @@ TEST_F(AudioMixerTest, SetsUpOnceAndCleansUpTwice) {
     EXPECT_TRUE(audio_setup() && audio == first);
     EXPECT_EQ(log.count("[AUDIO] Mixer open on dummy: "), 1);
     EXPECT_FALSE(log.has(": 0 Hz") || log.has(", 0 channels"));
-    EXPECT_FLOAT_EQ(MIX_GetMixerGain(audio->mixer), 0.25f);
-    EXPECT_FLOAT_EQ(MIX_GetTrackGain(audio->music), 0.5f);
-    for (MIX_Track *track : audio->sfx) EXPECT_FLOAT_EQ(MIX_GetTrackGain(track), 1.0f);
+    EXPECT_TRUE(MIX_GetMixerGain(audio->mixer) == 0.25f && MIX_GetTrackGain(audio->music) == 0.5f);
+    for (MIX_Track *track : audio->sfx) EXPECT_EQ(MIX_GetTrackGain(track), 1.0f);
     audio_cleanup();
     audio_cleanup();
     EXPECT_TRUE(audio == nullptr && log.errors().empty());
@@ -93,7 +92,6 @@ TEST_F(AudioMixerTest, WithoutADeviceItGoesOnSilently) {
         EXPECT_TRUE(audio_play_sfx(tone(0.01))) << driver;
         for (MIX_Audio *&sound : sounds) audio_free(&sound);
         audio_cleanup();
-        EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0u) << driver;
     }
     SDL_ResetHint("SDL_AUDIO_DISK_OUTPUT_FILE");
 }
@@ -190,24 +188,25 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         {"two-frames.wav", wav.substr(0, 40) + "\4\0\0\0\1\1\1\1"s, ""},
         {"gigahertz.wav", wav.substr(0, 27) + '\x40' + wav.substr(28),
          "1073785924 Hz is more than the 768000 supported"},
-        {"cut.ogg", ogg.substr(0, 24), "?"}, // in the middle of its header, which each library says in its own words
-        {"cut.wav", wav.substr(0, 24), "?"},
     };
     for (const auto &file : files) {
         write_file(file.name, file.content);
         for (const bool predecode : {false, true}) {
             log.lines.clear();
             sounds.push_back(audio_load(file.name, predecode));
+            const std::string start = "[AUDIO] Unable to load "s + file.name + ", error: ";
+            EXPECT_EQ(log.errors().empty() ? "" : log.errors()[0], file.reason.empty() ? "" : start + file.reason);
             EXPECT_EQ(sounds.back() != nullptr, file.reason.empty()) << file.name;
-            const std::string error = log.errors().empty() ? "" : log.errors()[0],
-                              start = "[AUDIO] Unable to load "s + file.name + ", error: ";
-            EXPECT_EQ(
-                error,
-                file.reason.empty() ? "" : start + (file.reason == "?" ? error.substr(start.size()) : file.reason));
-            EXPECT_FALSE(log.has("error: Parameter") || error.ends_with(": ")) << error;
         }
     }
-    EXPECT_FALSE(audio_load("missing.ogg", true) || audio_load(".", false));
+    log.lines.clear();
+    write_file("cut.ogg", ogg.substr(0, 24)); // in the middle of its header
+    write_file("cut.wav", wav.substr(0, 24));
+    for (const char *path : {"cut.ogg", "cut.wav", "missing.ogg", "."}) {
+        EXPECT_FALSE(audio_load(path, true) || audio_load(path, false));
+        EXPECT_EQ(log.count("[AUDIO] Unable to load "s + path + ", error: "), 2);
+    }
+    EXPECT_FALSE(log.has("error: Parameter")) << "each has a reason of its own";
     const float frames[2] = {};
     EXPECT_TRUE(!audio_load_samples(nullptr, 100, 1, 44100) && log.has("Unable to load 100 generated frames, error: "));
     EXPECT_FALSE(audio_load_samples(frames, 0, 1, 44100) || audio_load_samples(frames, 1, 1, 44100));

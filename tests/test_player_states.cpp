@@ -126,7 +126,7 @@ TEST_F(PlayerStatesTest, StatesHaveTheirNamesAndClips) {
 // --- when and where ---
 
 // Plays words of keys, ":" and thirtieths of a second. Returns the states in the order in which they were entered, each
-// with its step, and what the player is like at the end.
+// with its step, and how it ends: from and at which x, y, speed, which way it faces, health, and the clip's frame.
 std::string PlayerStatesTest::play(const std::string &script) {
     std::istringstream words(script);
     std::ostringstream trace;
@@ -147,9 +147,8 @@ std::string PlayerStatesTest::play(const std::string &script) {
         EXPECT_EQ(player.history[i % 8], entered[i]) << script;
     }
     const PlayerBody &body = player.body;
-    trace << "| " << body.prev_pos.x << " to " << body.pos.x << ", " << body.pos.y << ", speed " << body.vel.x << " "
-          << body.vel.y << ", facing " << body.facing << ", health " << player.health << ", frame "
-          << player.anim.frame;
+    trace << "| " << body.prev_pos.x << ">" << body.pos.x << " " << body.pos.y << " v " << body.vel.x << " "
+          << body.vel.y << " " << body.facing << " h" << player.health << " #" << player.anim.frame;
     return trace.str();
 }
 
@@ -160,39 +159,32 @@ TEST_F(PlayerStatesTest, AScriptLeadsThroughItsStatesAtItsTimesAndPlaces) {
     } rows[] = {
         // moves last as long as their clips, the roll 0.8 s; the third hit is the end
         {30, "1:40 2:60 3:90 s:60 o:30 .:14",
-         "ATK1:0 IDLE:33 ATK2:40 IDLE:97 ATK3:100 IDLE:184 SPATK:190 IDLE:244 ROLL:250 IDLE:275 | 360 to 360, 416, "
-         "speed 0 0, facing 1, health 3, frame 6"},
+         "ATK1:0 IDLE:33 ATK2:40 IDLE:97 ATK3:100 IDLE:184 SPATK:190 IDLE:244 ROLL:250 IDLE:275 | 360>360 416 v 0 0 1 "
+         "h3 #6"},
         {240, "1:40 2:60 3:90 s:60 o:30 .:14",
-         "ATK1:0 IDLE:264 ATK2:320 IDLE:776 ATK3:800 IDLE:1472 SPATK:1520 IDLE:1952 ROLL:2000 IDLE:2193 | 342 to 343, "
-         "416, speed 0 0, facing 1, health 3, frame 6"},
+         "ATK1:0 IDLE:264 ATK2:320 IDLE:776 ATK3:800 IDLE:1472 SPATK:1520 IDLE:1952 ROLL:2000 IDLE:2193 | 342>343 416 "
+         "v 0 0 1 h3 #6"},
         {60, "h:10 h:8 .:10 h:30 hr:90 rjo:10",
-         "HURT:0 IDLE:36 HURT:56 IDLE:92 DEATH:116 | 100 to 100, 416, speed 0 6.66667, facing 1, health 0, frame 12"},
+         "HURT:0 IDLE:36 HURT:56 IDLE:92 DEATH:116 | 100>100 416 v 0 6.66667 1 h0 #12"},
         // a jump, its height, and one under a ceiling
-        {60, "q:5 r:2 rj:60 .:9",
-         "RUN:0 JUMP:14 FALL:56 RUN:96 FALL:117 | 582 to 582, 498, speed 0 253.333, facing 1, health 3, frame 2"},
-        {60, "r:13 j:50",
-         "RUN:0 JUMP:26 FALL:31 IDLE:50 | 208 to 208, 416, speed 0 6.66667, facing 1, health 3, frame 4"},
+        {60, "q:5 r:2 rj:60 .:9", "RUN:0 JUMP:14 FALL:56 RUN:96 FALL:117 | 582>582 498 v 0 253.333 1 h3 #2"},
+        {60, "r:13 j:50", "RUN:0 JUMP:26 FALL:31 IDLE:50 | 208>208 416 v 0 6.66667 1 h3 #4"},
         // a press is remembered until landing for 0.12 s, and the ledge for 0.1 s
-        {60, "j:38 j:9", "JUMP:0 FALL:42 JUMP:82 | 100 to 100, 370, speed 0 -195, facing 1, health 3, frame 2"},
-        {60, "j:37 j:9", "JUMP:0 FALL:42 IDLE:82 | 100 to 100, 416, speed 0 6.66667, facing 1, health 3, frame 1"},
-        {120, "r:52 rj:9", "RUN:0 FALL:197 JUMP:208 | 606 to 608, 356, speed 250 -155, facing 1, health 3, frame 2"},
-        {120, "r:53 rj:9", "RUN:0 FALL:197 | 615 to 617, 460, speed 250 186.667, facing 1, health 3, frame 1"},
+        {60, "j:38 j:9", "JUMP:0 FALL:42 JUMP:82 | 100>100 370 v 0 -195 1 h3 #2"},
+        {60, "j:37 j:9", "JUMP:0 FALL:42 IDLE:82 | 100>100 416 v 0 6.66667 1 h3 #1"},
+        {120, "r:52 rj:9", "RUN:0 FALL:197 JUMP:208 | 606>608 356 v 250 -155 1 h3 #2"},
+        {120, "r:53 rj:9", "RUN:0 FALL:197 | 615>617 460 v 250 186.667 1 h3 #1"},
         // cancelling an attack: turned round, into a roll, and not with the direction held before
         {60, "1:8 lo:30 .:2 2:7 r:3 .:1 s:8 lj:3",
-         "ATK1:0 ROLL:16 FALL:64 AIRAT:80 RUN:98 IDLE:100 SPATK:102 JUMP:118 | -187 to -191, 391, speed -250 -235, "
-         "facing -1, health 3, frame 1"},
+         "ATK1:0 ROLL:16 FALL:64 AIRAT:80 RUN:98 IDLE:100 SPATK:102 JUMP:118 | -187>-191 391 v -250 -235 -1 h3 #1"},
         {60, "r:3 r3:12 ro:3 r:40 l3:10 r:3",
-         "RUN:0 ATK3:6 ROLL:30 RUN:78 FALL:113 AIRAT:116 | 531 to 535, 471, speed 250 206.667, facing 1, health 3, "
-         "frame 4"},
+         "RUN:0 ATK3:6 ROLL:30 RUN:78 FALL:113 AIRAT:116 | 531>535 471 v 250 206.667 1 h3 #4"},
         // in the air: an attack, and the long fall
-        {60, "r:52 rs:30 r:60",
-         "RUN:0 FALL:99 AIRAT:104 FALL:152 | 1279 to 1283, 1851, speed 250 600, facing 1, health 3, frame 1"},
-        {60, "j:5 l1:50",
-         "JUMP:0 AIRAT:10 RUN:54 FALL:59 RUN:100 | -312 to -317, 416, speed -250 0, facing -1, health 3, frame 1"},
+        {60, "r:52 rs:30 r:60", "RUN:0 FALL:99 AIRAT:104 FALL:152 | 1279>1283 1851 v 250 600 1 h3 #1"},
+        {60, "j:5 l1:50", "JUMP:0 AIRAT:10 RUN:54 FALL:59 RUN:100 | -312>-317 416 v -250 0 -1 h3 #1"},
         // defending, and a walk up a slope and down
-        {60, "d:9 ld:9 l:40 .:5",
-         "DEFND:0 RUN:36 FALL:86 | -229 to -229, 411, speed 0 273.333, facing -1, health 3, frame 0"},
-        {60, "l:30 r:20", "RUN:0 FALL:49 RUN:72 | 13 to 17, 416, speed 250 0, facing 1, health 3, frame 4"},
+        {60, "d:9 ld:9 l:40 .:5", "DEFND:0 RUN:36 FALL:86 | -229>-229 411 v 0 273.333 -1 h3 #0"},
+        {60, "l:30 r:20", "RUN:0 FALL:49 RUN:72 | 13>17 416 v 250 0 1 h3 #4"},
     };
     for (const auto &row : rows) {
         put();

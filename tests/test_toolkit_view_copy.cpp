@@ -42,14 +42,13 @@ TEST_F(ViewCopyTest, DrawsThePixelsOfAWholeCopyWhereverItLies) {
         return static_cast<float>(low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)));
     };
     for (int i = 0; i < 400; i++) {
-        const int flip = i % 3; // none, horizontal, vertical
         const SDL_FRect src = {number(2000, 2090), number(200, 260), number(3, 13), number(3, 9)};
         const float texels[] = {1, 2, 8, 64, 2.5f, 0.5f};
         const float w = src.w * texels[random() % 6], h = src.h * texels[random() % 6];
         const float fraction = random() % 4 ? 0 : 0.25f;
         const SDL_FRect dst = {
             number(-static_cast<int>(w) - 9, 180) + fraction, number(-static_cast<int>(h) - 9, 100), w, h};
-        const auto mode = static_cast<SDL_FlipMode>(flip);
+        const auto mode = static_cast<SDL_FlipMode>(i % 3); // none, horizontal, vertical
         const float render_scale = i % 5 ? 1 : number(2, 4);
         const Picture cut =
             drawn([&] { EXPECT_TRUE(copy_texture_in_view(renderer, sheet->texture, &src, &dst, mode)); }, render_scale);
@@ -70,8 +69,11 @@ TEST_F(ViewCopyTest, TheDebugSheetShowsThePixelsOfTheSheetAtEverySizeAndMarksThe
         SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, 255);
         SDL_RenderRect(renderer, &around);
     };
-    for (const float scale : {0.01f, 0.02f, 0.02f, 0.013f, 1.0f}) {
-        for (const Animation *marked : {&anim, static_cast<Animation *>(nullptr)}) {
+    for (const bool logical : {false, true}) {
+        for (const float scale : {0.01f, 0.02f, 0.02f, 0.013f, 1.0f}) {
+            const Animation *marked = scale == 0.02f ? nullptr : &anim;
+            const auto mode = logical ? SDL_LOGICAL_PRESENTATION_LETTERBOX : SDL_LOGICAL_PRESENTATION_DISABLED;
+            SDL_SetRenderLogicalPresentation(renderer, 160, 90, mode);
             const Picture shown =
                 drawn([&] { sprite_sheet_draw_debug_sheet(renderer, sheet, marked, pos, scale, RED, GREEN); });
             const Picture expected = drawn([&] {
