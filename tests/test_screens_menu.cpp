@@ -25,7 +25,7 @@ TEST_F(MenuTest, EveryWayOfChoosingOpensTheChosenScreen) {
     for (const auto &[script, state] : cases) {
         ASSERT_TRUE(start({"--window-size", "800x450"}) && frame());
         play(std::string(script) + " 1");
-        if (state != GAME_STATE_QUIT) play("20");
+        if (state != GAME_STATE_QUIT) play("0.5s 1");
         EXPECT_EQ(engine_get_state(), state) << script;
     }
     EXPECT_TRUE(log.errors().empty());

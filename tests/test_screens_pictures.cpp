@@ -27,33 +27,33 @@ constexpr Scene SCENES[] = {
     {"text_twice", "text-demo", "801x321", "1", TWICE},
 
     {"texture", "texture-demo", "480x300", "20.5"},
-    {"texture_twice", "texture-demo", "900x501", "95", TWICE},
+    {"texture_twice", "texture-demo", "900x501", "1.5s 5", TWICE},
     {"texture_between", "texture-demo", "480x300", "20 5", SLOW},
 
-    {"tilemap", "tilemap-demo", "640x360", "75.5"},
-    {"tilemap_small_view", "tilemap-demo", "301x200", "400", TWICE},
+    {"tilemap", "tilemap-demo", "640x360", "1s 15.5"},
+    {"tilemap_small_view", "tilemap-demo", "301x200", "6.5s 10", TWICE},
     {"tilemap_wide", "tilemap-demo", "1600x200", "4 size:640x600 4"},
 
-    {"logical", "logical-demo", "640x360", "60.5"},
-    {"logical_large", "logical-demo", "1100x700", "5 size:1024x600 60"},
-    {"logical_paused", "logical-demo", "700x500", "30 P 30 P 30 pad:start 30", TWICE},
+    {"logical", "logical-demo", "640x360", "1s .5"},
+    {"logical_large", "logical-demo", "1100x700", "5 size:1024x600 1s"},
+    {"logical_paused", "logical-demo", "700x500", "0.5s P 0.5s P 0.5s pad:start 0.5s", TWICE},
     {"logical_left", "logical-demo", "640x360", "5 Escape 27"},
 
     {"sprite", "sprite-demo", "1280x720", "10"},
     {"sprite_keys", "sprite-demo", "800x450", "3 Right Right 9 . . key:, F key:1 1"},
-    {"sprite_cycle", "sprite-demo", "640x500", "181"},
-    {"sprite_finished", "sprite-demo", "1000x620", "Left Space key:2 100"},
-    {"sprite_again", "sprite-demo", "640x360", "Left Space 100 Space 33 Space 5"},
-    {"sprite_resumed", "sprite-demo", "640x360", "Right Space 30 R 10", TWICE},
+    {"sprite_cycle", "sprite-demo", "640x500", "3s 1"},
+    {"sprite_finished", "sprite-demo", "1000x620", "Left Space key:2 1.5s 10"},
+    {"sprite_again", "sprite-demo", "640x360", "Left Space 1.5s Space 0.5s 3 Space 5"},
+    {"sprite_resumed", "sprite-demo", "640x360", "Right Space 0.5s R 10", TWICE},
 
     {"platformer", "platformer-demo", "800x450", "1"},
     {"platformer_run", "platformer-demo", "800x450", "+Right 40.5"},
     {"platformer_jump", "platformer-demo", "640x360", "+D 20 Z 25 I 12"},
     {"platformer_roll", "platformer-demo", "640x360", "+Right 20 Left_Shift 12 -Right +S 10"},
-    {"platformer_back", "platformer-demo", "1280x720", "+Right 60 -Right +A 30 -A X 30 L 60"},
-    {"platformer_attacks", "platformer-demo", "640x360", "J 20 K 30 K 60 U 30", TWICE},
-    {"platformer_hurt", "platformer-demo", "640x360", "2 H 90 +S 10 H 10"},
-    {"platformer_dead", "platformer-demo", "640x360", "2 H 90 H 90 H 70"},
+    {"platformer_back", "platformer-demo", "1280x720", "+Right 1s -Right +A 0.5s -A X 0.5s L 1s"},
+    {"platformer_attacks", "platformer-demo", "640x360", "J 20 K 0.5s K 1s U 0.5s", TWICE},
+    {"platformer_hurt", "platformer-demo", "640x360", "2 H 1.5s +S 10 H 10"},
+    {"platformer_dead", "platformer-demo", "640x360", "2 H 1.5s H 1.5s H 1s 10"},
 
     {"gamepad_none", "gamepad-demo", "800x450", "R 1", "[gamepad]\ndeadzone = 0.5\n"},
     {"gamepad", "gamepad-demo", "800x450",
@@ -66,7 +66,7 @@ constexpr Scene SCENES[] = {
 
     {"input", "input-demo", "640x400", "2 Space 2 Space +Right +Up 12.5", "[input]\njump = Space, F9\n"},
     {"input_paused", "input-demo", "800x450", "pad:plug 2 +Left_Shift +Left 30 P 2 +Down 9 J 1"},
-    {"input_edge", "input-demo", "640x400", "+D +X 200 size:400x300 3"},
+    {"input_edge", "input-demo", "640x400", "+D +X 3s size:400x300 3"},
 
     {"audio", "audio-demo", "800x450", "2"},
     {"audio_music", "audio-demo", "800x450", "2 Space 2 Down Space 2"},
@@ -77,7 +77,7 @@ constexpr Scene SCENES[] = {
 
     {"physics", "physics-demo", "800x450", "1"},
     {"physics_thrown", "physics-demo", "640x360", "2 Space 10 drop:300,40 2 drop:420,60 +Left 8.5", TWICE},
-    {"physics_asleep", "physics-demo", "1280x720", "70 +D 10"},
+    {"physics_asleep", "physics-demo", "1280x720", "1s 10 +D 10"},
 };
 
 class PictureTest : public EngineTest, public testing::WithParamInterface<Scene> {};

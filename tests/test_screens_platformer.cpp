@@ -35,11 +35,11 @@ TEST_F(PlatformerTest, TheCameraFollowsBeyondItsDeadZoneUpToTheWorldsEnd) {
     start_own_level("0,416,1920,16\n1910,0,10,416\n"); // level ground, and a wall at its end
     EXPECT_TRUE(log.has("Loaded 2 rect colliders and 0 slopes from assets/fireknight/tilemaps/castle-tilemap-coll"));
     EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360})) << "feet (100, 416), camera (0, 296), thrice as large";
-    play("+Right 90");
+    play("+Right 1.5s");
     EXPECT_NEAR((body().left + body().right) / 2, 0.65 * 1280, 2) << "held at the dead zone's edge";
-    play("420 -Right 6");
+    play("7s -Right 6");
     EXPECT_EQ(body().right, 1250) << "the camera stops at the world's end, ten pixels beyond the wall";
-    play("+Left 90");
+    play("+Left 1.5s");
     EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "and at the other edge on the way back";
 }
 
@@ -47,11 +47,11 @@ TEST_F(PlatformerTest, PressesWaitForOneStepAndRepeatsDoNothing) {
     config += "[simulation]\nfixed_step_hz = 10\n";
     start_own_level("0,416,1920,16\n");
     const int ground = body().bottom;
-    play("~Space I 24"); // the latter an air attack on the ground
+    play("~Space I 0.25s"); // the latter an air attack on the ground
     EXPECT_EQ(body().bottom, ground);
     play("Z 0.1 7 18"); // a frame without a step comes first
     EXPECT_LT(body().bottom, ground - 60) << "the press was not lost";
-    play("100");
+    play("1.75s");
     EXPECT_EQ(body().bottom, 432) << "one jump: the feet are back, on the dead zone's lower edge";
 }
 
@@ -59,7 +59,7 @@ TEST_F(PlatformerTest, AFallLeadsBackToTheSpawn) {
     start_own_level("0,416,200,16\n"); // a floor that ends
     play("+Right 36");
     EXPECT_GT(body().left, 500);
-    play("-Right 72");
+    play("-Right 1.25s");
     EXPECT_EQ(body().left, 270);
 }
 

@@ -155,6 +155,8 @@ void EngineTest::play_word(const std::string &word) {
         size ? resize(x, y) : _play_mouse(action, static_cast<float>(x), static_cast<float>(y));
     } else if (word.starts_with("pad:")) {
         play_pad(word.substr(4));
+    } else if (std::sscanf(word.c_str(), "%lf", &time) == 1 && word.back() == 's') {
+        frames(static_cast<int>(4 * time), 0.25);
     } else if (std::sscanf(word.c_str(), "%lf", &time) == 1) {
         frames(static_cast<int>(time), 1.0 / 60);
         if (time != std::floor(time)) frame((time - std::floor(time)) / 60);
