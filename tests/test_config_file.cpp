@@ -187,21 +187,20 @@ TEST_F(ConfigTest, AFullDiskCostsNothing) {
     expect_save_fails(CANNOT_WRITE);
 }
 
-TEST_F(ConfigTest, WhatStandsInTheWayIsReported) {
+TEST_F(ConfigTest, WhatStandsInTheWayIsReportedAndStays) {
     ASSERT_TRUE(load());
     fs::remove(CFG_PATH);
     fs::create_directory(CFG_PATH);
     expect_save_fails(CANNOT_WRITE);
     EXPECT_EQ(files_in("config"), 1);
+    fs::remove(CFG_PATH);
+    fs::create_symlink("/dev/null", CFG_PATH); // a device is not replaced by a file
+    expect_save_fails(CANNOT_WRITE);
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
     fs::remove_all("config");
     write_file("config", "a file");
     expect_save_fails("[CONFIG] Unable to create directory: config, error: ");
     EXPECT_EQ(read_file("config"), "a file");
-    fs::remove("config");
-    fs::create_directory("config");
-    fs::create_symlink("/dev/null", CFG_PATH); // a device is not replaced by a file
-    expect_save_fails(CANNOT_WRITE);
-    EXPECT_TRUE(fs::is_character_file("/dev/null"));
 }
 
 TEST_F(ConfigTest, ASymbolicLinkStaysOne) {
