@@ -16,10 +16,10 @@ protected:
     ~ArgsTest() override { parse({}); }
 
     ArgsResult parse(std::vector<std::string> words) {
-        kept_ = std::move(words);
-        kept_.insert(kept_.begin(), "LumarindEngine");
+        kept = std::move(words);
+        kept.insert(kept.begin(), "LumarindEngine");
         std::vector<char *> argv;
-        for (std::string &word : kept_) argv.push_back(word.data());
+        for (std::string &word : kept) argv.push_back(word.data());
         ::testing::internal::CaptureStdout();
         const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
         output = ::testing::internal::GetCapturedStdout();
@@ -28,9 +28,7 @@ protected:
 
     LogCapture log;
     std::string output;
-
-private:
-    std::vector<std::string> kept_;
+    std::vector<std::string> kept; // the parsed arguments borrow from it
 };
 
 TEST_F(ArgsTest, TakesEveryOptionAndTheLastOfRepeatedOnes) {
@@ -50,8 +48,7 @@ TEST_F(ArgsTest, TakesEveryOptionAndTheLastOfRepeatedOnes) {
     EXPECT_TRUE(args_take_positive_int("", "4294967297", &number) && number == 1);
 
     ASSERT_EQ(parse({}), ARGS_RUN) << "a new parse starts from nothing";
-    EXPECT_TRUE(args_config_save_enabled());
-    EXPECT_EQ(args_start_screen(), nullptr);
+    EXPECT_TRUE(args_config_save_enabled() && !args_start_screen());
     EXPECT_EQ(args_capture_at() + args_capture_every() + args_quit_at() + args_ui_scale(), 0);
     EXPECT_FALSE(args_window_size(&width, &height));
     EXPECT_EQ(width, 800) << "nothing is written when there is nothing to say";
@@ -62,19 +59,14 @@ TEST_F(ArgsTest, RefusesBadWordsWithAMessageAndTheUsage) {
     const std::string size = "--window-size expects WxH, e.g. 800x450: ";
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"--quit-at"}, "Missing value for: --quit-at"},
-        {{"--screen"}, "Missing value for: --screen"},
         {{"--capture-every", "0"}, "--capture-every expects a positive number: 0"},
-        {{"--capture-at", "-3"}, "--capture-at expects a positive number: -3"},
         {{"--quit-at", "soon"}, "--quit-at expects a positive number: soon"},
         {{"--quit-at", "4294967296"}, "--quit-at expects a positive number: 4294967296"},
-        {{"--window-size", "800X450"}, size + "800X450"},
         {{"--window-size", "800"}, size + "800"},
         {{"--window-size", "0x450"}, size + "0x450"},
         {{"--window-size", "800x-1"}, size + "800x-1"},
         {{"--ui-scale", "9"}, "--ui-scale expects 1 to 8: 9"},
-        {{"--ui-scale", "0"}, "--ui-scale expects a positive number: 0"},
         {{"--screen=x"}, "Unknown argument: --screen=x"},
-        {{""}, "Unknown argument: "},
     };
     for (const auto &[words, message] : cases) {
         log.lines.clear();

@@ -1,7 +1,8 @@
-// The log file behind SDL's log.
+// The log file behind SDL's log, and the error report.
 
+#include "core/error.h"
 #include "core/log.h"
-#include "support/log_capture.h"
+#include "support/allocation_faults.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_hints.h>
@@ -18,27 +19,8 @@ protected:
     LogCapture previous; // stands for SDL's own output, which has to go on
 };
 
-TEST_F(LogTest, PrefixesWarningsAndErrorsAndFlushesEveryLine) {
-    log_setup();
-    const int priorities[] = {
-        SDL_LOG_PRIORITY_INFO, SDL_LOG_PRIORITY_WARN, SDL_LOG_PRIORITY_ERROR, SDL_LOG_PRIORITY_CRITICAL};
-    for (const int priority : priorities) {
-        SDL_LogMessage(SDL_LOG_CATEGORY_APPLICATION, static_cast<SDL_LogPriority>(priority), "x %d%%", priority);
-    }
-    SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[TEST] DEBUG: gets through");
-    EXPECT_EQ(read_file(LOG_FILE), "x 4%\nWARNING: x 5%\nERROR: x 6%\nERROR: x 7%\n[TEST] DEBUG: gets through\n")
-        << "read while the file is still open";
-    EXPECT_EQ(previous.lines.size(), 5u);
-    EXPECT_EQ(previous.lines[1].text, "x 5%");
-    for (const int category : {SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT}) {
-        SDL_LogWarn(category, "heard");
-    }
-    EXPECT_EQ(previous.lines.size(), 8u) << "warnings get through in the categories they are given in";
-}
-
-TEST_F(LogTest, EachStartBeginsAnewAndCleanupEndsIt) {
+TEST_F(LogTest, EachStartBeginsAFileAnewThatHoldsEveryLineAtOnce) {
     log_cleanup();
-    log_setup();
     log_setup();
     SDL_Log("first run");
     log_cleanup();
@@ -46,9 +28,17 @@ TEST_F(LogTest, EachStartBeginsAnewAndCleanupEndsIt) {
     SDL_Log("between");
     EXPECT_EQ(read_file(LOG_FILE), "first run\n");
     log_setup();
-    SDL_Log("second run");
-    EXPECT_EQ(read_file(LOG_FILE), "second run\n");
-    EXPECT_EQ(previous.lines.size(), 3u) << "each line once to the output before";
+    log_setup();
+    for (int priority = SDL_LOG_PRIORITY_INFO; priority <= SDL_LOG_PRIORITY_CRITICAL; priority++) {
+        SDL_LogMessage(SDL_LOG_CATEGORY_APPLICATION, static_cast<SDL_LogPriority>(priority), "x %d%%", priority);
+    }
+    SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[TEST] DEBUG: gets through");
+    EXPECT_EQ(read_file(LOG_FILE), "x 4%\nWARNING: x 5%\nERROR: x 6%\nERROR: x 7%\n[TEST] DEBUG: gets through\n");
+    for (const int category : {SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT}) {
+        SDL_LogWarn(category, "heard");
+    }
+    EXPECT_EQ(previous.lines.size(), 10u) << "each line once, warnings in the categories they are given in too";
+    EXPECT_EQ(previous.lines[3].text, "x 5%");
 }
 
 TEST_F(LogTest, AFileThatCannotBeOpenedIsNoFailureAndTheUsersPrioritiesStay) {
@@ -62,6 +52,27 @@ TEST_F(LogTest, AFileThatCannotBeOpenedIsNoFailureAndTheUsersPrioritiesStay) {
     SDL_Log("still heard");
     log_cleanup();
     EXPECT_EQ(previous.lines.size(), 1u);
+}
+
+TEST_F(LogTest, ErrorsAreLoggedEvenWithoutMemoryAndTheLastTextIsKept) {
+    allocation_faults_install();
+    EXPECT_FALSE(engine_error("[TEST] %s is %d", "x", 3) || engine_has_error()) << "without a slot it only logs";
+    char *slot = nullptr;
+    engine_error_attach(&slot);
+    engine_error("[TEST] first");
+    engine_error("[TEST] second after %s", engine_get_error());
+    EXPECT_STREQ(engine_get_error(), "[TEST] second after [TEST] first");
+    allocation_faults_arm(1, true);
+    EXPECT_FALSE(engine_error("[TEST] %s", "third"));
+    EXPECT_GT(allocation_faults_disarm(), 0);
+    EXPECT_FALSE(engine_has_error()) << "the old text must not stand for the new failure";
+    engine_error("[TEST] last");
+    engine_clear_error();
+    EXPECT_FALSE(engine_has_error());
+    engine_error_attach(nullptr);
+    const std::vector<std::string> logged = {
+        "[TEST] x is 3", "[TEST] first", "[TEST] second after [TEST] first", "[TEST] third", "[TEST] last"};
+    EXPECT_EQ(previous.errors(), logged);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -29,7 +30,6 @@ TEST(UiScale, CommandLineThenConfigurationThenDisplay) {
 TEST(MenuLayout, RowsAndStepsAcrossColumns) {
     EXPECT_EQ(menu_layout_rows(505, 35), 14);
     EXPECT_EQ(menu_layout_rows(20, 35), 1);
-    EXPECT_EQ(menu_layout_rows(-100, 35), 1);
     const struct {
         int index, rows, delta, expected;
     } cases[] = {{9, 4, -1, 5}, {5, 4, 1, 9},   {7, 4, 1, 10},  {2, 4, -1, 2},  {9, 4, 1, 9},
@@ -41,26 +41,18 @@ TEST(MenuLayout, RowsAndStepsAcrossColumns) {
 
 // --- timestep ---
 
-int steps_due(Timestep *ts) {
-    int steps = 0;
-    while (timestep_consume_step(ts)) steps++;
-    return steps;
-}
-
 TEST(TimestepTest, UnevenFramesLoseAndInventNoTime) {
     std::mt19937 random(3);
     for (const int hz : {1, 30, 60, 144, 1000}) {
         Timestep ts = {};
         timestep_init(&ts, hz);
-        timestep_advance(&ts, 2); // a stall costs all but a quarter second
-        EXPECT_EQ(ts.accumulator, 0.25);
-        double elapsed = 0.25;
-        int steps = steps_due(&ts);
+        double elapsed = 0;
+        int steps = 0;
         for (int i = 0; i < 5000; i++) {
-            const double dt = static_cast<double>(random() % 100'000) / 1e6;
-            elapsed += dt;
+            const double dt = i == 0 ? 2 : static_cast<double>(random() % 100'000) / 1e6;
+            elapsed += std::min(dt, 0.25); // a stall costs all but a quarter second
             timestep_advance(&ts, dt);
-            steps += steps_due(&ts);
+            while (timestep_consume_step(&ts)) steps++;
             ASSERT_GE(timestep_alpha(&ts), 0.0);
             ASSERT_LT(timestep_alpha(&ts), 1.0);
         }

@@ -16,8 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int SCREENS_END = GAME_STATE_PHYSICS_DEMO + 1;
-
 struct Asset {
     const char *file = ""; // within assets; one row stands for all files in its folder where it ends in /
     std::initializer_list<GameState> readers = {};
@@ -49,69 +47,49 @@ const Asset &asset_of(const std::string &file) {
     throw std::runtime_error("no row for " + file);
 }
 
-bool is_reader(GameState screen, const Asset &asset) {
-    return std::find(asset.readers.begin(), asset.readers.end(), screen) != asset.readers.end();
-}
+Uint64 g_random;
+
+size_t below(size_t limit) { return static_cast<size_t>(SDL_rand_r(&g_random, static_cast<Sint32>(limit))); }
 
 // How a file's content is damaged. Null: the file is removed.
-using Damage = void (*)(std::string *content, Uint64 *random);
+using Damage = void (*)(std::string *content);
 
-int below(Uint64 *random, size_t limit) { return SDL_rand_r(random, static_cast<Sint32>(limit)); }
+void make_empty(std::string *content) { content->clear(); }
 
-void make_empty(std::string *content, Uint64 *) { content->clear(); }
+void cut_short(std::string *content) { content->resize(below(content->size())); }
 
-void cut_short(std::string *content, Uint64 *random) {
-    content->resize(static_cast<size_t>(below(random, content->size())));
+void fill_with_noise_from(std::string *content, size_t first) {
+    for (size_t i = first; i < content->size(); i++) (*content)[i] = static_cast<char>(below(256));
 }
+void fill_with_noise(std::string *content) { fill_with_noise_from(content, 0); }
+void fill_behind_the_header(std::string *content) { fill_with_noise_from(content, 64); } // taken for what it was
 
-void fill_with_noise(std::string *content, Uint64 *random) {
-    for (char &byte : *content) byte = static_cast<char>(below(random, 256));
-}
-
-void fill_with_noise_behind_the_header(std::string *content, Uint64 *random) {
-    const std::string header = content->substr(0, 64); // enough to be taken for what the file was
-    fill_with_noise(content, random);
-    content->replace(0, header.size(), header);
-}
-
-void scratch(std::string *content, Uint64 *random) {
-    for (int i = 0; i < 20; i++) {
-        char &byte = (*content)[static_cast<size_t>(below(random, content->size()))];
-        byte = static_cast<char>(byte ^ 1 << below(random, 8));
-    }
+void scratch(std::string *content) {
+    for (int i = 0; i < 20; i++) (*content)[below(content->size())] ^= static_cast<char>(1 << below(8));
 }
 
 class DamageTest : public EngineTest {
 protected:
     fs::path intact;
-    Uint64 random = 1;
     Damage damage = nullptr;
-    bool everywhere = false;
+    const bool everywhere = std::getenv("LUMARIND_DAMAGE_EVERYWHERE") != nullptr;
 
     void SetUp() override {
         EngineTest::SetUp();
         intact = fs::canonical("assets");
-        if (const char *seed = std::getenv("LUMARIND_DAMAGE_SEED")) random = std::strtoull(seed, nullptr, 10);
-        everywhere = std::getenv("LUMARIND_DAMAGE_EVERYWHERE") != nullptr;
+        const char *seed = std::getenv("LUMARIND_DAMAGE_SEED");
+        g_random = seed ? std::strtoull(seed, nullptr, 10) : 1;
     }
 
     // assets becomes a folder of links to the real files, but for the one.
     void damage_file(const std::string &file) {
         fs::remove_all("assets");
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
-            const fs::path there = fs::path("assets") / fs::relative(entry.path(), intact);
-            if (entry.is_directory()) {
-                fs::create_directories(there);
-            } else {
-                fs::create_directories(there.parent_path());
-                fs::create_symlink(entry.path(), there);
-            }
-        }
+        fs::copy(intact, "assets", fs::copy_options::recursive | fs::copy_options::create_symlinks);
         const fs::path victim = fs::path("assets") / file;
         std::string content = read_file(victim);
         fs::remove(victim);
         if (!damage) return;
-        damage(&content, &random);
+        damage(&content);
         write_file(victim, content);
     }
 
@@ -121,30 +99,24 @@ protected:
         return frame();
     }
 
-    bool survives(GameState screen) {
-        engine_set_state(screen);
-        for (int i = 0; i < 4; i++) {
-            if (!frame(1 / 60.0)) return false;
-        }
-        return true;
-    }
-
-    void expect_known_lines() const {
+    // Failures are said, and in known words.
+    void expect_log_of(bool success) const {
         for (const LogLine &line : log.lines) EXPECT_EQ(unknown_line(line), "");
+        EXPECT_EQ(success, log.errors().empty());
     }
 
-    // Opens a screen from the menu, and a new menu when that ends the program.
-    void visit(GameState screen, const Asset &asset) {
+    // Opens a screen from the menu, and a new menu when that ends the program. No error: it does not read the file.
+    void visit(GameState screen, const char *error_of_missing) {
         SCOPED_TRACE(testing::Message() << "screen " << screen);
-        const bool reader = is_reader(screen, asset);
         log.lines.clear();
-        const bool survived = survives(screen);
-        expect_known_lines();
-        EXPECT_EQ(survived, log.errors().empty());
-        EXPECT_TRUE(survived || reader) << "fails, though it does not read the file";
-        if (reader && !damage) {
+        engine_set_state(screen);
+        bool survived = true;
+        for (int i = 0; i < 4 && survived; i++) survived = frame(1 / 60.0);
+        expect_log_of(survived);
+        EXPECT_TRUE(survived || error_of_missing) << "fails, though it does not read the file";
+        if (error_of_missing && !damage) {
             EXPECT_FALSE(survived);
-            EXPECT_TRUE(matches(log.errors().at(0), asset.missing)) << log.errors().at(0);
+            EXPECT_TRUE(matches(log.errors().at(0), error_of_missing)) << log.errors().at(0);
         }
         if (survived) return;
         stop();
@@ -152,13 +124,10 @@ protected:
     }
 
     // Screens that do not read the file are visited as well, but seldom: two of them take half a second to load.
-    bool is_visited(GameState screen, const Asset &asset) {
-        return everywhere || is_reader(screen, asset) || (!damage && below(&random, 4) == 0);
-    }
-
     void visit_screens(const Asset &asset) {
-        for (GameState screen = GAME_STATE_TEXT_DEMO; screen < SCREENS_END; screen++) {
-            if (is_visited(screen, asset)) visit(screen, asset);
+        for (GameState screen = GAME_STATE_TEXT_DEMO; screen <= GAME_STATE_PHYSICS_DEMO; screen++) {
+            const bool reader = std::ranges::count(asset.readers, screen) > 0;
+            if (everywhere || reader || (!damage && below(4) == 0)) visit(screen, reader ? asset.missing : nullptr);
         }
     }
 
@@ -174,8 +143,7 @@ protected:
             damage_file(file);
             log.lines.clear();
             const bool started = start_on_damaged();
-            expect_known_lines();
-            EXPECT_EQ(started, log.errors().empty());
+            expect_log_of(started);
             EXPECT_TRUE(started || asset.needed_to_start);
             EXPECT_FALSE(started && asset.needed_to_start && !damage);
             if (!started) continue;
@@ -190,7 +158,7 @@ TEST_F(DamageTest, RemovedAssetsAreReportedAndStayWithTheirReaders) { expect_sur
 TEST_F(DamageTest, EmptyAssetsAreReported) { expect_survived(make_empty); }
 TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(cut_short); }
 TEST_F(DamageTest, NoiseIsReported) { expect_survived(fill_with_noise); }
-TEST_F(DamageTest, NoiseBehindTheHeaderIsReportedOrShown) { expect_survived(fill_with_noise_behind_the_header); }
+TEST_F(DamageTest, NoiseBehindTheHeaderIsReportedOrShown) { expect_survived(fill_behind_the_header); }
 TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(scratch); }
 
 } // namespace

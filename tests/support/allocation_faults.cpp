@@ -13,7 +13,6 @@
 namespace {
 
 struct Faults {
-    SDL_malloc_func malloc = nullptr;
     SDL_calloc_func calloc = nullptr;
     SDL_realloc_func realloc = nullptr;
     SDL_free_func free = nullptr;
@@ -28,14 +27,9 @@ Faults g_faults;
 // allocate, for its error text say, is SDL's.
 thread_local bool g_own_call;
 
-struct OwnCall {
-    OwnCall() { g_own_call = true; }
-    ~OwnCall() { g_own_call = false; }
-};
-
 bool should_fail() { // call with the mutex held
-    if (!g_faults.armed || --g_faults.countdown > 0) return false;
-    if (g_faults.countdown < 0 && !g_faults.and_all_after) return false;
+    if (!g_faults.armed || --g_faults.countdown > 0 || (g_faults.countdown < 0 && !g_faults.and_all_after))
+        return false;
     g_faults.failed++;
     return true;
 }
@@ -51,10 +45,6 @@ template <typename Allocate> void *allocate_or_fail(Allocate allocate) {
     return memory;
 }
 
-void *SDLCALL hook_malloc(size_t size) {
-    return allocate_or_fail([=] { return g_faults.malloc(size); });
-}
-
 void *SDLCALL hook_calloc(size_t count, size_t size) {
     return allocate_or_fail([=] { return g_faults.calloc(count, size); });
 }
@@ -66,6 +56,8 @@ void *SDLCALL hook_realloc(void *memory, size_t size) {
     });
 }
 
+void *SDLCALL hook_malloc(size_t size) { return hook_realloc(nullptr, size); }
+
 void SDLCALL hook_free(void *memory) {
     {
         const std::lock_guard lock(g_faults.mutex);
@@ -74,34 +66,33 @@ void SDLCALL hook_free(void *memory) {
     g_faults.free(memory);
 }
 
-void run_with_fault(
+// False: there is no n-th allocation, or something was amiss.
+bool run_with_fault(
     LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup, int nth,
-    bool and_all_after, bool *reached) {
+    bool and_all_after) {
     SCOPED_TRACE("allocation " + std::to_string(nth) + (and_all_after ? " and all after it fail" : " fails"));
     engine_clear_error(); // a text that a running engine keeps is not the set-up's
     const int live_before = allocation_faults_live();
     log->lines.clear();
     allocation_faults_arm(nth, and_all_after);
     const bool ok = setup();
-    *reached = allocation_faults_disarm() > 0;
+    const bool reached = allocation_faults_disarm() > 0;
     const bool reported = !log->errors().empty();
     cleanup();
     engine_clear_error();
     EXPECT_EQ(allocation_faults_live(), live_before) << "own allocations left behind";
-    if (!*reached) {
-        EXPECT_TRUE(ok) << "failed without a fault: " << (reported ? log->errors().front() : "");
-        return;
-    }
-    EXPECT_TRUE(reported) << "a failed allocation was not reported";
+    EXPECT_TRUE(reached || ok) << "failed without a fault: " << (reported ? log->errors().front() : "");
+    EXPECT_TRUE(reported || !reached) << "a failed allocation was not reported";
     EXPECT_TRUE(setup()) << "the set-up after a failed one failed";
     cleanup();
+    return reached && !::testing::Test::HasFailure();
 }
 
 } // namespace
 
 void allocation_faults_install() {
-    if (g_faults.malloc) return;
-    SDL_GetOriginalMemoryFunctions(&g_faults.malloc, &g_faults.calloc, &g_faults.realloc, &g_faults.free);
+    if (g_faults.realloc) return;
+    SDL_GetOriginalMemoryFunctions(nullptr, &g_faults.calloc, &g_faults.realloc, &g_faults.free);
     SDL_SetMemoryFunctions(hook_malloc, hook_calloc, hook_realloc, hook_free);
 }
 
@@ -131,8 +122,10 @@ int allocation_faults_live() {
     Result __real_SDL_##name parameters;                                                                               \
     Result __wrap_SDL_##name parameters;                                                                               \
     Result __wrap_SDL_##name parameters {                                                                              \
-        const OwnCall call;                                                                                            \
-        return __real_SDL_##name(__VA_ARGS__);                                                                         \
+        g_own_call = true;                                                                                             \
+        Result result = __real_SDL_##name(__VA_ARGS__);                                                                \
+        g_own_call = false;                                                                                            \
+        return result;                                                                                                 \
     }
 
 extern "C" {
@@ -158,11 +151,7 @@ void expect_allocation_faults_survived(
     cleanup();
     int faults = 0;
     for (const bool and_all_after : {false, true}) {
-        bool reached = true;
-        for (int nth = 1; reached && !::testing::Test::HasFailure(); nth++) {
-            run_with_fault(log, setup, cleanup, nth, and_all_after, &reached);
-            faults += reached ? 1 : 0;
-        }
+        for (int nth = 1; run_with_fault(log, setup, cleanup, nth, and_all_after); nth++) faults++;
     }
     EXPECT_GT(faults, 0) << "no own allocation was seen: this proved nothing";
 }

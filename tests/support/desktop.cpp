@@ -1,6 +1,5 @@
 #include "support/desktop.h"
 
-#include <X11/Xlib.h>
 #include <cstdio>
 #include <thread>
 
@@ -27,25 +26,8 @@ void xdotool(const std::string &words) { output_of("xdotool " + words + " 2>&1")
 std::string find_window(const std::string &name) {
     std::string id;
     wait_until([&] {
-        id = output_of("xdotool search --onlyvisible --name '^" + name + "$' 2>/dev/null | head -n 1");
+        id = output_of("xdotool search --onlyvisible --name '^" + name + "$' 2>/dev/null | head -n 1 | tr -d '\\n'");
         return !id.empty();
     });
-    while (!id.empty() && id.back() == '\n') id.pop_back();
     return id;
-}
-
-bool close_window(const std::string &id) {
-    Display *display = XOpenDisplay(nullptr);
-    if (!display) return false;
-    const Window window = std::stoul(id);
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
-    event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
-    event.xclient.data.l[1] = CurrentTime;
-    const bool sent = XSendEvent(display, window, False, NoEventMask, &event) != 0;
-    XCloseDisplay(display);
-    return sent;
 }

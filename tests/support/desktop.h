@@ -1,4 +1,4 @@
-// The user at the X server the tests run under: xdotool's keys and mouse, and the close button of a window manager.
+// The user at the X server the tests run under: xdotool's keys and mouse.
 #pragma once
 
 #include <chrono>
@@ -10,4 +10,3 @@ bool wait_until(const std::function<bool()> &reached, std::chrono::milliseconds 
 std::string output_of(const std::string &command); // of a shell command, its standard output
 void xdotool(const std::string &words);
 std::string find_window(const std::string &name); // waits for it; its id, or "" after a while
-bool close_window(const std::string &id);         // asks it to close (xdotool can only destroy it)

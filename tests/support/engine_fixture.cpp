@@ -43,13 +43,12 @@ bool EngineTest::start(const std::vector<std::string> &arguments) {
         SDL_SetHintWithPriority(hint.c_str(), driver.c_str(), SDL_HINT_OVERRIDE);
     }
     if (!config.empty()) write_file("config/lumarind-engine.ini", config);
-    std::vector<std::string> words = arguments;
+    static std::vector<std::string> words; // the parsed arguments borrow from it
+    words = arguments;
     words.insert(words.begin(), "LumarindEngine");
     std::vector<char *> argv;
     for (std::string &word : words) argv.push_back(word.data());
-    static std::vector<std::string> kept; // the parsed arguments borrow from it
     running_ = main_loop_start(static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
-    kept = std::move(words);
     return running_;
 }
 
@@ -90,20 +89,6 @@ Picture EngineTest::shown(double seconds) {
 void EngineTest::resize(int width, int height) const {
     SDL_SetWindowSize(engine->window, width, height);
     SDL_SyncWindow(engine->window);
-}
-
-// The text is drawn over the picture once more, on the background it should have, and has to change no pixel.
-bool EngineTest::shows(float x, float y, SDL_Color color, const std::string &text, SDL_Color background) {
-    SDL_Renderer *renderer = engine->renderer;
-    const SDL_Rect area = {static_cast<int>(x), static_cast<int>(y), static_cast<int>(8 * text.size()), 8};
-    const SDL_FRect around = {x, y, static_cast<float>(area.w), 8};
-    const Picture before(SDL_RenderReadPixels(renderer, &area));
-    SDL_SetRenderDrawColor(renderer, background.r, background.g, background.b, 255);
-    SDL_RenderFillRect(renderer, &around);
-    SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, 255);
-    SDL_RenderDebugText(renderer, x, y, text.c_str());
-    const Picture after(SDL_RenderReadPixels(renderer, &area));
-    return same_pixels(before, after);
 }
 
 // --- scripts ---

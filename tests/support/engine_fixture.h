@@ -36,8 +36,6 @@ protected:
     Picture picture() const;           // what was presented last
     Picture shown(double seconds = 0); // after one more frame
     void resize(int width, int height) const;
-    // Debug text in the last picture, at UI scale 1. A space at its end has to be there, too.
-    static bool shows(float x, float y, SDL_Color color, const std::string &text, SDL_Color background);
 
     // Plays a user by script, words separated by blanks. Events reach SDL's queue, for the next frame.
     //   30 2.5            frames of a sixtieth of a second; a last, shorter one for the fraction

@@ -1,7 +1,5 @@
 #include "support/log_capture.h"
 
-#include <algorithm>
-
 static void SDLCALL capture_line(void *userdata, int, SDL_LogPriority priority, const char *message) {
     static_cast<LogCapture *>(userdata)->lines.push_back({priority, message});
 }
@@ -14,8 +12,9 @@ LogCapture::LogCapture() {
 LogCapture::~LogCapture() { SDL_SetLogOutputFunction(previous_, previous_userdata_); }
 
 int LogCapture::count(const std::string &text) const {
-    return static_cast<int>(std::count_if(
-        lines.begin(), lines.end(), [&](const LogLine &line) { return line.text.find(text) != std::string::npos; }));
+    int found = 0;
+    for (const LogLine &line : lines) found += line.text.find(text) != std::string::npos ? 1 : 0;
+    return found;
 }
 
 std::vector<std::string> LogCapture::at_least(SDL_LogPriority priority) const {
@@ -27,6 +26,5 @@ std::vector<std::string> LogCapture::at_least(SDL_LogPriority priority) const {
 }
 
 bool LogCapture::only_error_starts(const std::string &text) const {
-    const std::vector<std::string> texts = errors();
-    return texts.size() == 1 && texts.front().starts_with(text);
+    return errors().size() == 1 && errors().front().starts_with(text);
 }

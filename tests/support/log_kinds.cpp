@@ -36,14 +36,9 @@ static constexpr LineKind LINE_KINDS[] = {
 
 // ? stands for one character.
 static bool _matches(const char *text, const char *pattern) {
-    for (; *pattern && *pattern != '*'; text++, pattern++) {
-        if (!*text || (*pattern != '?' && *pattern != *text)) return false;
-    }
     if (!*pattern) return !*text;
-    for (;; text++) {
-        if (_matches(text, pattern + 1)) return true;
-        if (!*text) return false;
-    }
+    if (*pattern == '*') return _matches(text, pattern + 1) || (*text && _matches(text + 1, pattern));
+    return *text && (*pattern == '?' || *pattern == *text) && _matches(text + 1, pattern + 1);
 }
 
 bool matches(const std::string &text, const char *pattern) { return _matches(text.c_str(), pattern); }

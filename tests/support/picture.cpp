@@ -3,8 +3,6 @@
 #include <SDL3/SDL_error.h>
 #include <gtest/gtest.h>
 
-#include <ostream>
-
 SDL_Color pixel_at(const Picture &picture, int x, int y) {
     SDL_Color color = {};
     EXPECT_TRUE(SDL_ReadSurfacePixel(picture.get(), x, y, &color.r, &color.g, &color.b, &color.a)) << x << ", " << y;
@@ -12,10 +10,6 @@ SDL_Color pixel_at(const Picture &picture, int x, int y) {
 }
 
 bool same_color(SDL_Color a, SDL_Color b) { return a.r == b.r && a.g == b.g && a.b == b.b; }
-
-void PrintTo(const PictureBounds &bounds, std::ostream *out) {
-    *out << bounds.left << ", " << bounds.top << " to " << bounds.right << ", " << bounds.bottom;
-}
 
 Picture as_rgb(const Picture &picture) { return Picture(SDL_ConvertSurface(picture.get(), SDL_PIXELFORMAT_RGB24)); }
 
@@ -45,15 +39,8 @@ PictureBounds bounds_of(const Picture &picture, SDL_Color color) {
 }
 
 int count_pixels(const Picture &picture, SDL_Color color) {
-    return count_pixels(picture, color, {0, 0, picture->w, picture->h});
-}
-
-int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area) {
     int count = 0;
-    each_pixel_of(picture, color, [&](int x, int y) {
-        const SDL_Point pixel = {x, y};
-        count += SDL_PointInRect(&pixel, &area) ? 1 : 0;
-    });
+    each_pixel_of(picture, color, [&](int, int) { count++; });
     return count;
 }
 

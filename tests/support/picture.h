@@ -3,7 +3,6 @@
 
 #include <SDL3/SDL_surface.h>
 
-#include <iosfwd>
 #include <memory>
 
 struct SurfaceDeleter {
@@ -15,13 +14,11 @@ struct PictureBounds {
     int left, top, right, bottom; // inclusive; right below left: nothing there
     bool operator==(const PictureBounds &) const = default;
 };
-void PrintTo(const PictureBounds &bounds, std::ostream *out);
 
 SDL_Color pixel_at(const Picture &picture, int x, int y);
 bool same_color(SDL_Color a, SDL_Color b);
 PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of the pixels of exactly this colour
 int count_pixels(const Picture &picture, SDL_Color color);
-int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area);
 bool same_pixels(const Picture &a, const Picture &b); // in size and colour
 Picture as_rgb(const Picture &picture);               // three bytes a pixel
 const Uint8 *row_of(const Picture &rgb, int y);

@@ -25,14 +25,21 @@ static void _record_property(const char *name, SDL_PropertiesID id, const char *
 }
 
 // The linker sends the project's calls of these functions here (--wrap).
-extern "C" {
-SDL_Window *__real_SDL_CreateWindowWithProperties(SDL_PropertiesID props);
-bool __real_SDL_MaximizeWindow(SDL_Window *window);
-bool __real_SDL_SetWindowFullscreen(SDL_Window *window, bool fullscreen);
-bool __real_SDL_SetWindowPosition(SDL_Window *window, int x, int y);
-bool __real_SDL_SetRenderVSync(SDL_Renderer *renderer, int interval);
-SDL_Cursor *__real_SDL_CreateSystemCursor(SDL_SystemCursor type);
+#define WRAPPED(Result, name, parameters, recorded, ...)                                                               \
+    Result __real_SDL_##name parameters;                                                                               \
+    Result __wrap_SDL_##name parameters {                                                                              \
+        if (!_record recorded) return {};                                                                              \
+        return __real_SDL_##name(__VA_ARGS__);                                                                         \
+    }
 
+extern "C" {
+WRAPPED(bool, MaximizeWindow, (SDL_Window * window), ("maximize"), window)
+WRAPPED(bool, SetWindowFullscreen, (SDL_Window * window, bool on), ("fullscreen", on), window, on)
+WRAPPED(bool, SetWindowPosition, (SDL_Window * window, int x, int y), ("place", x, y), window, x, y)
+WRAPPED(bool, SetRenderVSync, (SDL_Renderer * renderer, int interval), ("vsync", interval), renderer, interval)
+WRAPPED(SDL_Cursor *, CreateSystemCursor, (SDL_SystemCursor type), ("cursor", static_cast<int>(type)), type)
+
+SDL_Window *__real_SDL_CreateWindowWithProperties(SDL_PropertiesID props);
 SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {
     _record_property("x", props, SDL_PROP_WINDOW_CREATE_X_NUMBER);
     _record_property("y", props, SDL_PROP_WINDOW_CREATE_Y_NUMBER);
@@ -42,24 +49,6 @@ SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {
     _record_property("borderless", props, SDL_PROP_WINDOW_CREATE_BORDERLESS_BOOLEAN);
     _record_property("density", props, SDL_PROP_WINDOW_CREATE_HIGH_PIXEL_DENSITY_BOOLEAN);
     return _record("create") ? __real_SDL_CreateWindowWithProperties(props) : nullptr;
-}
-
-bool __wrap_SDL_MaximizeWindow(SDL_Window *window) { return _record("maximize") && __real_SDL_MaximizeWindow(window); }
-
-bool __wrap_SDL_SetWindowFullscreen(SDL_Window *window, bool fullscreen) {
-    return _record("fullscreen", fullscreen) && __real_SDL_SetWindowFullscreen(window, fullscreen);
-}
-
-bool __wrap_SDL_SetWindowPosition(SDL_Window *window, int x, int y) {
-    return _record("place", x, y) && __real_SDL_SetWindowPosition(window, x, y);
-}
-
-bool __wrap_SDL_SetRenderVSync(SDL_Renderer *renderer, int interval) {
-    return _record("vsync", interval) && __real_SDL_SetRenderVSync(renderer, interval);
-}
-
-SDL_Cursor *__wrap_SDL_CreateSystemCursor(SDL_SystemCursor type) {
-    return _record("cursor", static_cast<int>(type)) ? __real_SDL_CreateSystemCursor(type) : nullptr;
 }
 
 bool __wrap_SDL_ShowSimpleMessageBox(SDL_MessageBoxFlags flags, const char *title, const char *message, SDL_Window *) {

@@ -8,18 +8,11 @@
 
 static constexpr int RASTERISER_STEP = 48; // of 255, a channel
 
-// The largest difference of two pixels' channels.
-static int _distance(const Uint8 *a, const Uint8 *b) {
-    int largest = 0;
-    for (int i = 0; i < 3; i++) largest = std::max(largest, std::abs(a[i] - b[i]));
-    return largest;
-}
-
 // Whether the pixel lies between a lighter and a darker neighbour, as anti-aliased ones do.
 static bool _is_between(const Picture &picture, int x, int y) {
-    const auto light = [&](int at_x, int at_y) {
-        const Uint8 *pixel =
-            row_of(picture, std::clamp(at_y, 0, picture->h - 1)) + 3 * std::clamp(at_x, 0, picture->w - 1);
+    const auto light = [&](int near_x, int near_y) {
+        const int column = std::clamp(near_x, 0, picture->w - 1), row = std::clamp(near_y, 0, picture->h - 1);
+        const Uint8 *pixel = row_of(picture, row) + 3 * column;
         return pixel[0] + pixel[1] + pixel[2];
     };
     bool lighter = false, darker = false;
@@ -38,7 +31,8 @@ static int _mark_differences(const Picture &shown, const Picture &stored, const 
         const Uint8 *is = row_of(shown, y), *should = row_of(stored, y);
         auto *out = const_cast<Uint8 *>(row_of(marked, y));
         for (int x = 0; x < stored->w; x++, is += 3, should += 3, out += 3) {
-            const int distance = _distance(is, should);
+            int distance = 0; // the largest of the channels
+            for (int i = 0; i < 3; i++) distance = std::max(distance, std::abs(is[i] - should[i]));
             const bool same = distance == 0 || (distance <= RASTERISER_STEP && _is_between(stored, x, y));
             for (int i = 0; i < 3; i++) out[i] = same ? should[i] / 4 : i == 0 ? 255 : 0;
             count += same ? 0 : 1;
