@@ -76,10 +76,17 @@ struct Room {
     SDL_FRect area;
 };
 constexpr Room ROOMS[] = {
-    {"great hall", {416, 64, 336, 264}},    {"bridge hall", {784, 160, 304, 168}}, {"library", {784, 48, 304, 84}},
-    {"tower", {1136, 48, 192, 280}},        {"gallery", {1360, 144, 160, 184}},    {"upper crypt", {464, 352, 400, 68}},
-    {"lower crypt", {464, 440, 560, 80}},   {"cistern", {1136, 368, 384, 152}},    {"shaft", {1552, 64, 96, 260}},
-    {"antechamber", {1680, 48, 208, 88}},   {"second antechamber", {1680, 160, 208, 84}},
+    {"great hall", {416, 64, 336, 264}},
+    {"bridge hall", {784, 160, 304, 168}},
+    {"library", {784, 48, 304, 84}},
+    {"tower", {1136, 48, 192, 280}},
+    {"gallery", {1360, 144, 160, 184}},
+    {"upper crypt", {464, 352, 400, 68}},
+    {"lower crypt", {464, 440, 560, 80}},
+    {"cistern", {1136, 368, 384, 152}},
+    {"shaft", {1552, 64, 96, 260}},
+    {"antechamber", {1680, 48, 208, 88}},
+    {"second antechamber", {1680, 160, 208, 84}},
     {"throne hall", {1680, 272, 208, 228}},
 };
 
@@ -89,10 +96,12 @@ TEST_F(CastleLevelTest, TwoWaysLeadToTheThroneAndTheyDifferInBetween) {
         std::vector<std::string> rooms;
     };
     const Way ways[] = {
-        {"by the tower", ROUTE_BY_THE_TOWER,
+        {"by the tower",
+         ROUTE_BY_THE_TOWER,
          {"great hall", "bridge hall", "library", "tower", "gallery", "shaft", "antechamber", "second antechamber",
           "throne hall"}},
-        {"by the crypts", ROUTE_BY_THE_CRYPTS,
+        {"by the crypts",
+         ROUTE_BY_THE_CRYPTS,
          {"great hall", "bridge hall", "upper crypt", "lower crypt", "cistern", "shaft", "gallery", "antechamber",
           "second antechamber", "throne hall"}},
     };
@@ -104,7 +113,8 @@ TEST_F(CastleLevelTest, TwoWaysLeadToTheThroneAndTheyDifferInBetween) {
             ASSERT_TRUE(play(*at)) << way.name << ", letter " << letters;
             for (const Room &room : ROOMS) {
                 const bool inside = point_in_rect(&player.body.pos, &room.area);
-                if (inside && std::find(seen.begin(), seen.end(), room.name) == seen.end()) seen.emplace_back(room.name);
+                if (inside && std::find(seen.begin(), seen.end(), room.name) == seen.end())
+                    seen.emplace_back(room.name);
             }
         }
         EXPECT_TRUE(at_throne(player.body)) << way.name << ": " << player.body.pos.x << ", " << player.body.pos.y;
@@ -140,7 +150,8 @@ protected:
         const PlayerBody &body = p.body;
         const bool rolls = p.state == PLAYER_STATE_ROLL;
         const auto kind = rolls ? 4 + static_cast<Uint64>(p.state_time * 10) * 2 + (body.facing > 0) : body.grounded;
-        Uint64 key = static_cast<Uint64>(body.pos.x / PIXELS) << 40 | static_cast<Uint64>(body.pos.y / PIXELS + 64) << 24;
+        Uint64 key = static_cast<Uint64>(body.pos.x / PIXELS) << 40 | static_cast<Uint64>(body.pos.y / PIXELS + 64)
+                                                                          << 24;
         return key | static_cast<Uint64>((body.vel.y + 300) / 20) << 12 | kind << 2 | (p.coyote > 0) << 1;
     }
     static bool worth_trying(const Player &p, char letter) {
@@ -196,7 +207,8 @@ TEST_F(CastleSearchTest, NoWayIsShorterThanEighteenSecondsAndNoPlaceIsATrap) {
     std::printf("%zu places, the throne after %.1f s\n", places.size(), seconds);
     EXPECT_GE(seconds, SHORTEST_WAY);
     mark_what_leads_on();
-    std::map<std::pair<int, int>, bool> floors; // cells somebody stood in, and whether the throne can be reached from there
+    std::map<std::pair<int, int>, bool>
+        floors; // cells somebody stood in, and whether the throne can be reached from there
     for (const Place &place : places) {
         const PlayerBody &body = place.player.body;
         if (!body.grounded) continue;

@@ -1,5 +1,5 @@
-// Two ways to the throne, as somebody in a hurry plays them. A letter is a tenth of a second at 60 fixed steps a second:
-// l and r walk, L and R jump as well, J jumps on the spot, < and > roll, o rolls ahead, . waits.
+// Two ways to the throne, as somebody in a hurry plays them. A letter is a tenth of a second at 60 fixed steps a
+// second: l and r walk, L and R jump as well, J jumps on the spot, < and > roll, o rolls ahead, . waits.
 #pragma once
 
 #include "player/player.h"
