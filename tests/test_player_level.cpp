@@ -1,23 +1,33 @@
-// The castle as it is played: from the spawn to its right end, and by somebody who presses keys at random.
+// The castle as it is played: along both ways to the throne, along every way there is, and by somebody who presses keys
+// at random.
 
 #include "core/storage.h"
 #include "player/player.h"
+#include "support/castle_routes.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
+#include "toolkit/colliders.h"
+#include "toolkit/geometry.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <map>
 #include <random>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace {
 
 constexpr SDL_FPoint SPAWN = {100, 416};
-constexpr float FALLEN_OUT = 544, RIGHT_END = 1850; // of the feet
+constexpr float FALLEN_OUT = 544; // of the feet
 constexpr double DT = 1.0 / 60;
+constexpr double SHORTEST_WAY = 18; // seconds
+
+bool at_throne(const PlayerBody &body) { return body.grounded && body.pos.x >= 1800 && body.pos.y >= 480; }
 
 class CastleLevelTest : public ::testing::Test {
 protected:
@@ -37,6 +47,16 @@ protected:
     }
     void spawn() { player_init(&player, SPAWN, &rects, &tris); }
     void step(const PlayerIntent &intent) { player_fixed_update(&player, &intent, &rects, &tris, DT); }
+    // Plays a letter of a route; false: the player has fallen out of the level.
+    bool play(char letter) {
+        PlayerIntent intent = route_intent(letter);
+        for (int i = 0; i < ROUTE_STEPS_PER_LETTER; i++) {
+            step(intent);
+            intent.jump = intent.roll = false;
+            if (player.body.pos.y > FALLEN_OUT) return false;
+        }
+        return true;
+    }
     bool overlaps() const {
         const SDL_FRect box = player_body_rect(&player.body);
         return colliders_rect_inside_rect(&box, &rects) != -1;
@@ -49,76 +69,155 @@ protected:
     Player player = {};
 };
 
-// --- from end to end ---
+// --- the two ways ---
 
-// A script holds a tenth of a second to a letter: l and r walk, a dot waits, capitals press jump as well (J on the
-// spot). Spaces are for reading. False: the player has fallen out of the level.
-class CastleRouteTest : public CastleLevelTest {
-protected:
-    bool play(const std::string &script) {
-        for (const char letter : script) {
-            if (letter == ' ') continue;
-            PlayerIntent intent = {};
-            intent.move_x = letter == 'r' || letter == 'R' ? 1.0f : letter == 'l' || letter == 'L' ? -1.0f : 0.0f;
-            intent.jump = letter == 'R' || letter == 'L' || letter == 'J';
-            for (int i = 0; i < 6; i++) {
-                step(intent);
-                intent.jump = false;
-                if (player.body.pos.y > FALLEN_OUT) return false;
-            }
-        }
-        return true;
-    }
-    struct Leg {
-        const char *script;
-        float left, right, y; // where it ends, on the ground
-    };
-    void follow(const std::vector<Leg> &legs) {
-        for (const Leg &leg : legs) {
-            ASSERT_TRUE(play(leg.script)) << leg.script;
-            const SDL_FPoint at = player.body.pos;
-            EXPECT_TRUE(player.body.grounded && at.y == leg.y && at.x > leg.left && at.x < leg.right)
-                << leg.script << ": " << at.x << ", " << at.y;
-        }
-    }
+struct Room {
+    const char *name;
+    SDL_FRect area;
+};
+constexpr Room ROOMS[] = {
+    {"great hall", {416, 64, 336, 264}},
+    {"bridge hall", {784, 160, 304, 168}},
+    {"library", {784, 48, 304, 84}},
+    {"tower", {1136, 48, 192, 280}},
+    {"gallery", {1360, 144, 160, 184}},
+    {"upper crypt", {464, 352, 400, 68}},
+    {"lower crypt", {464, 440, 560, 80}},
+    {"cistern", {1136, 368, 384, 152}},
+    {"shaft", {1552, 64, 96, 260}},
+    {"antechamber", {1680, 48, 208, 88}},
+    {"second antechamber", {1680, 160, 208, 84}},
+    {"throne hall", {1680, 272, 208, 228}},
 };
 
-TEST_F(CastleRouteTest, TwoJumpsAreEnough) {
-    ASSERT_TRUE(play("rrrrr Rrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrr"));
-    EXPECT_GT(player.body.pos.x, RIGHT_END);
+TEST_F(CastleLevelTest, TwoWaysLeadToTheThroneAndTheyDifferInBetween) {
+    struct Way {
+        const char *name, *route;
+        std::vector<std::string> rooms;
+    };
+    const Way ways[] = {
+        {"by the tower",
+         ROUTE_BY_THE_TOWER,
+         {"great hall", "bridge hall", "library", "tower", "gallery", "shaft", "antechamber", "second antechamber",
+          "throne hall"}},
+        {"by the crypts",
+         ROUTE_BY_THE_CRYPTS,
+         {"great hall", "bridge hall", "upper crypt", "lower crypt", "cistern", "shaft", "gallery", "antechamber",
+          "second antechamber", "throne hall"}},
+    };
+    for (const Way &way : ways) {
+        spawn();
+        std::vector<std::string> seen;
+        int letters = 0;
+        for (const char *at = way.route; *at && !at_throne(player.body); at++, letters++) {
+            ASSERT_TRUE(play(*at)) << way.name << ", letter " << letters;
+            for (const Room &room : ROOMS) {
+                const bool inside = point_in_rect(&player.body.pos, &room.area);
+                if (inside && std::find(seen.begin(), seen.end(), room.name) == seen.end())
+                    seen.emplace_back(room.name);
+            }
+        }
+        EXPECT_TRUE(at_throne(player.body)) << way.name << ": " << player.body.pos.x << ", " << player.body.pos.y;
+        EXPECT_EQ(seen, way.rooms) << way.name;
+        EXPECT_GE(letters * ROUTE_STEPS_PER_LETTER * DT, SHORTEST_WAY) << way.name;
+    }
 }
 
-TEST_F(CastleRouteTest, ThePlatformOverThePitLeadsOverTheTower) {
-    follow(
-        {{"Rrrrrrrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrl", 960, 1008, 352}, // the platform over the pit
-         {"Rrrrrrrrrrrrrr Rrrrrrrrlll", 1216, 1264, 304},
-         {"Rl.lll", 1136, 1184, 256},
-         {"Rrrllrrr", 1232, 1280, 192},
-         {"rrrrr", 1328, 1584, 208},               // the tower's roof
-         {"Rrrrrrrrrrrrrr...", 1648, 1680, 272}}); // over the merlon
-    ASSERT_TRUE(play("llrrrrrrrrrrrrrrr"));
-    EXPECT_GT(player.body.pos.x, RIGHT_END);
-}
-
-TEST_F(CastleRouteTest, TheBeamsUnderTheCeilingAreReachedToo) {
-    ASSERT_TRUE(play("rrrrr Rrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrrrr Rrrrrrrrll Lrl.ll")); // beside the tower, then back
-    follow(
-        {{"Lrrllrrr Llllllllllllllllllllll Lllll Lllllll Lllllll", 100, 336, 144}, // the ledge above the spawn
-         {"r Rrrrrr Rrrrrrr", 560, 608, 144},
-         {"r Rrrrrr", 704, 1184, 128}}); // the block in the middle
-    ASSERT_TRUE(play("rrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrl.rrrrrrrrrrrr"));
-    EXPECT_GT(player.body.pos.x, RIGHT_END);
-}
-
-TEST_F(CastleRouteTest, BothSidesOfThePitAreFalls) {
-    EXPECT_FALSE(play("Rrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrrr..............."));
-    EXPECT_TRUE(player.body.pos.x > 864 && player.body.pos.x < 960) << player.body.pos.x;
-    spawn();
-    ASSERT_TRUE(play("Rrrrrrrrrrrrrrrrrrrrrrrrrrr Rrrrrrrrrrrrl"));
-    EXPECT_FALSE(play("rr..............."));
-    EXPECT_TRUE(player.body.pos.x > 1008 && player.body.pos.x < 1104) << player.body.pos.x;
+TEST_F(CastleLevelTest, ThePitsAreFalls) {
+    const std::string into_the_first = "rrrrrrrrrrrrrrrrrrrrrrrr";
+    bool on = true;
+    for (const char letter : into_the_first) on = on && play(letter);
+    EXPECT_TRUE(!on && player.body.pos.x > 336 && player.body.pos.x < 416) << player.body.pos.x;
     spawn();
     EXPECT_TRUE(player.state == PLAYER_STATE_IDLE && player.body.grounded && player.health == 3);
+}
+
+// --- every way ---
+
+// All places the player gets to, by ten decisions a second, found in the order of the time they take. Places that are
+// alike to within a few pixels count as one: the times are those of good players, not of perfect ones.
+class CastleSearchTest : public CastleLevelTest {
+protected:
+    struct Place {
+        Player player;
+        std::vector<int> before; // places it is reached from
+        bool leads_on = false;   // to the throne
+    };
+    static constexpr const char *LETTERS = "l.rLJR<o>";
+    static constexpr int SECONDS_MAX = 60;
+
+    static Uint64 key_of(const Player &p) {
+        const PlayerBody &body = p.body;
+        const bool rolls = p.state == PLAYER_STATE_ROLL;
+        const auto kind = rolls ? 4 + static_cast<Uint64>(p.state_time * 10) * 2 + (body.facing > 0) : body.grounded;
+        Uint64 key = static_cast<Uint64>(body.pos.x / PIXELS) << 40 | static_cast<Uint64>(body.pos.y / PIXELS + 64)
+                                                                          << 24;
+        return key | static_cast<Uint64>((body.vel.y + 300) / 20) << 12 | kind << 2 | (p.coyote > 0) << 1;
+    }
+    static bool worth_trying(const Player &p, char letter) {
+        const PlayerIntent intent = route_intent(letter);
+        if (p.state == PLAYER_STATE_ROLL && p.state_time < 0.69) return letter == '.'; // it hears nothing
+        if (intent.jump && p.coyote <= 0 && !p.body.grounded) return false;
+        return !intent.roll || p.body.grounded;
+    }
+    // Returns after how many letters somebody first sat on the throne.
+    int search() {
+        int first = 0;
+        size_t done = 0;
+        places.push_back({player, {}});
+        std::unordered_map<Uint64, int> known = {{key_of(player), 0}};
+        for (int letters = 1; letters < SECONDS_MAX * 10 && done < places.size(); letters++) {
+            for (const size_t end = places.size(); done < end; done++) {
+                for (const char *letter = LETTERS; *letter; letter++) {
+                    player = places[done].player;
+                    if (!worth_trying(player, *letter) || at_throne(player.body) || !play(*letter)) continue;
+                    const auto [at, added] = known.try_emplace(key_of(player), static_cast<int>(places.size()));
+                    if (added) places.push_back({player, {}});
+                    places[static_cast<size_t>(at->second)].before.push_back(static_cast<int>(done));
+                    if (at_throne(player.body) && first == 0) first = letters;
+                }
+            }
+        }
+        return first;
+    }
+    void mark_what_leads_on() {
+        std::vector<size_t> ahead;
+        for (size_t i = 0; i < places.size(); i++) {
+            if (at_throne(places[i].player.body)) ahead.push_back(i);
+        }
+        for (const size_t i : ahead) places[i].leads_on = true;
+        while (!ahead.empty()) {
+            const size_t at = ahead.back();
+            ahead.pop_back();
+            for (const int from : places[at].before) {
+                Place &place = places[static_cast<size_t>(from)];
+                if (place.leads_on) continue;
+                place.leads_on = true;
+                ahead.push_back(static_cast<size_t>(from));
+            }
+        }
+    }
+
+    static constexpr float PIXELS = 6;
+    std::vector<Place> places;
+};
+
+TEST_F(CastleSearchTest, NoWayIsShorterThanEighteenSecondsAndNoPlaceIsATrap) {
+    const double seconds = search() * ROUTE_STEPS_PER_LETTER * DT;
+    std::printf("%zu places, the throne after %.1f s\n", places.size(), seconds);
+    EXPECT_GE(seconds, SHORTEST_WAY);
+    mark_what_leads_on();
+    std::map<std::pair<int, int>, bool>
+        floors; // cells somebody stood in, and whether the throne can be reached from there
+    for (const Place &place : places) {
+        const PlayerBody &body = place.player.body;
+        if (!body.grounded) continue;
+        floors[{static_cast<int>(body.pos.x) / 16, static_cast<int>(body.pos.y) / 16}] |= place.leads_on;
+    }
+    EXPECT_GT(floors.size(), 300U);
+    for (const auto &[cell, leads_on] : floors) {
+        EXPECT_TRUE(leads_on) << "no way out at column " << cell.first << ", row " << cell.second;
+    }
 }
 
 // --- at random ---
@@ -169,7 +268,7 @@ TEST_F(CastleLevelTest, NobodyGetsIntoAWallOrStuck) {
         stillest = std::max(stillest, still);
     }
     EXPECT_LT(stillest, 30 * 60) << "half a minute in one place";
-    EXPECT_TRUE(falls > 10 && deaths > 5 && rightmost > RIGHT_END) << falls << ", " << deaths << ", " << rightmost;
+    EXPECT_TRUE(falls > 10 && deaths > 5 && rightmost > 1000) << falls << ", " << deaths << ", " << rightmost;
 }
 
 } // namespace

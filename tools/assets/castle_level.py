@@ -3,6 +3,7 @@
 The text grid in castle_level.txt has one symbol for each 16 px tile:
 
     .  open           #  solid          -  thin ledge (upper half)    =  half step (lower half)
+    ,  open to the eye only: cells and attics behind walls, which nobody gets into
     /  slope 1:1 up   \\  slope 1:1 down  a b  slope 1:2 up             c d  slope 1:2 down   (seen from left to right)
 
 Picture and colliders both come from this grid, so that they cannot disagree.
@@ -23,8 +24,8 @@ TILE = 16
 HALF = TILE // 2
 COLS, ROWS = 120, 34
 SPAWN = (100, 416)  # feet
-GOAL_X = 1850  # the level's end counts as reached when the feet get past this
-SYMBOLS = ".#-=/\\abcd"
+GOAL_X, GOAL_Y = 1800, 480  # the throne counts as reached when the feet get that far to the right and down
+SYMBOLS = ".,#-=/\\abcd"
 SLOPES = "/\\abcd"
 
 # The body and its speeds, as the player has them.
@@ -48,7 +49,7 @@ def symbol_mask(symbol: str) -> Mask:
     """Which pixels of a tile are solid. A pixel belongs to a slope when its centre is on or under the line."""
     y, x = np.mgrid[0:TILE, 0:TILE] + 0.5
     line = {
-        ".": np.full_like(x, TILE), "#": np.zeros_like(x), "=": np.full_like(x, HALF), "-": np.zeros_like(x),
+        ".": np.full_like(x, TILE), ",": np.full_like(x, TILE), "#": np.zeros_like(x), "=": np.full_like(x, HALF), "-": np.zeros_like(x),
         "/": TILE - x, "\\": x, "a": TILE - x / 2, "b": HALF - x / 2, "c": x / 2, "d": HALF + x / 2,
     }[symbol]
     return (y >= line) & ((symbol != "-") | (y < HALF))
@@ -119,32 +120,25 @@ def triangle_mask(tris: list[Tri]) -> Mask:
 
 
 def rectangles(grid: list[str]) -> list[Rect]:
-    """Covers what the triangles leave of the solid cells, largest rectangle first."""
+    """What the triangles leave of the solid cells, as strips.
+
+    Each reaches from a surface down to the next free room below it and is as wide as both stay level. Drawn as
+    outlines they follow floors, stairs and ceilings, and their upright lines start at corners that one sees.
+    """
     left_over = solid_mask(grid) & ~triangle_mask(triangles(grid))
-    cells = left_over[::HALF, ::HALF].copy()
+    cells = left_over[::HALF, ::HALF]
     rects: list[Rect] = []
-    while cells.any():
-        x, y, w, h = largest_rectangle(cells)
-        cells[y : y + h, x : x + w] = False
-        rects.append((x * HALF, y * HALF, w * HALF, h * HALF))
-    return sorted(rects, key=lambda r: (r[0], r[1]))
-
-
-def largest_rectangle(cells: Mask) -> Rect:
-    """The largest rectangle of set cells, by a histogram of column heights."""
-    best = (0, 0, 0, 0)
-    heights = [0] * cells.shape[1]
-    for y, row in enumerate(cells.tolist()):
-        heights = [h + 1 if set_ else 0 for h, set_ in zip(heights, row)]
-        stack: list[tuple[int, int]] = []  # (start, height), heights rising
-        for x, height in enumerate([*heights, 0]):
-            start = x
-            while stack and stack[-1][1] >= height:
-                start, tall = stack.pop()
-                if (x - start) * tall > best[2] * best[3]:
-                    best = (start, y - tall + 1, x - start, tall)
-            stack.append((start, height))
-    return best
+    open_strips: dict[tuple[int, int], int] = {}  # (top, bottom) -> the column it began in
+    for x in range(cells.shape[1] + 1):
+        column = cells[:, x] if x < cells.shape[1] else np.zeros(cells.shape[0], bool)
+        edges = np.flatnonzero(np.diff(np.concatenate([[0], column.astype(np.int8), [0]])))
+        spans = {(int(top), int(bottom)) for top, bottom in zip(edges[::2], edges[1::2])}
+        for span in set(open_strips) - spans:
+            start = open_strips.pop(span)
+            rects.append((start * HALF, span[0] * HALF, (x - start) * HALF, (span[1] - span[0]) * HALF))
+        for span in spans - set(open_strips):
+            open_strips[span] = x
+    return sorted(rects)
 
 
 class Body:
@@ -283,7 +277,7 @@ def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
     assert covered.max() == 1, "rectangles overlap"
     assert np.array_equal((covered > 0) | triangle_mask(tris), wanted), "colliders differ from the solid cells"
     assert not ((covered > 0) & triangle_mask(tris)).any(), "a triangle overlaps a rectangle"
-    assert len(rects) < 100, f"{len(rects)} rectangles are too many to scan"
+    assert len(rects) < 160, f"{len(rects)} rectangles are too many to scan"
 
     x, y = SPAWN
     assert not wanted[y - BODY_H : y, x - BODY_W // 2 : x + BODY_W // 2].any(), "the spawn is blocked"
@@ -300,11 +294,13 @@ def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
         for col in range(min(left, cap_col), max(right, cap_col + 1)):
             column = "".join(row[col] for row in grid)
             surface = cap_row if col == cap_col else max(column.rfind(symbol) for symbol in SLOPES)
-            assert set(column[surface + 1 :]) <= {"#"}, f"slope {run}: column {col} is open below it"
+            assert set(column[surface + 1 :]) <= {"#", ","}, f"slope {run}: column {col} is open below it"
 
     edges = flood(Body(rects, tris))
-    goals = {place for place in edges if place[0] >= GOAL_X // TILE}
-    assert goals, "the right end cannot be reached"
+    goals = {place for place in edges if place[0] >= GOAL_X // TILE and place[1] >= GOAL_Y}
+    assert goals, "the throne cannot be reached"
+    hidden = {place for place in edges if grid[(place[1] - 1) // TILE][place[0]] == ","}
+    assert not hidden, f"somebody gets into {sorted(hidden)}"
     back: dict[Node, set[Node]] = {}
     for start, ends in edges.items():
         for end in ends:

@@ -12,7 +12,7 @@ TILE = 16
 
 # Character -> colour; a dot leaves the wall as it is.
 LEGEND = {
-    "k": "night.0", "n": "night.1", "b": "night.2", "B": "night.3", "s": "stone.0", "S": "stone.1", "g": "stone.2",
+    "k": "night.0", "n": "night.1", "b": "night.2", "B": "night.3", "v": "shade.1", "s": "stone.0", "S": "stone.1", "g": "stone.2",
     "t": "torchlit.0", "T": "torchlit.1", "d": "wood.1", "m": "wood.2", "M": "wood.3",
     "x": "cloth.0", "q": "cloth.1", "r": "cloth.2", "R": "cloth.3", "o": "flame.1", "y": "flame.2", "w": "flame.3",
     "G": "gold.2", "i": "iron.2", "I": "iron.3", "1": "moss.1", "2": "moss.2",
@@ -85,20 +85,20 @@ SKULL = """
 
 BARREL = """
 ....kkkkkkkk....
-...kdmmddmddk...
-..kSgSSSsSSssk..
-..kdmmkddmktdk..
-.kdmmdkddmktddk.
-.kdmmdkddmktddk.
-.kSgSSkSSsskssk.
-.kdmmdkddmktddk.
-.kdmmdkddmktddk.
-.kdmmdkddmktddk.
-.kSgSSkSSsskssk.
-..kdmmkddmktdk..
-..kdmmkddmktdk..
-..kSgSSSsSSssk..
-...kdmmddmddk...
+...ktddttdttk...
+..kvSvvvnvvnnk..
+..ktddkttdkntk..
+.ktddtkttdknttk.
+.ktddtkttdknttk.
+.kvSvvkvvnnknnk.
+.ktddtkttdknttk.
+.ktddtkttdknttk.
+.ktddtkttdknttk.
+.kvSvvkvvnnknnk.
+..ktddkttdkntk..
+..ktddkttdkntk..
+..kvSvvvnvvnnk..
+...ktddttdttk...
 ....kkkkkkkk....
 """
 
@@ -106,18 +106,18 @@ CRATE = """
 ................
 ................
 .kkkkkkkkkkkkkk.
-.kddddddddddddk.
-.kdkkkkkkkkkkdk.
-.kdkmddddddkkdk.
-.kdkdmddddktkdk.
-.kdkddmddktdkdk.
-.kdkkddmktddkdk.
-.kdktddkmdddkdk.
-.kdkttkddmddkdk.
-.kdktkddddmdkdk.
-.kdkkkkkkkkkkdk.
-.kddtdddddtdddk.
 .kttttttttttttk.
+.ktkkkkkkkkkktk.
+.ktkdttttttkktk.
+.ktktdttttknktk.
+.ktkttdttkntktk.
+.ktkkttdknttktk.
+.ktknttkdtttktk.
+.ktknnkttdttktk.
+.ktknkttttdtktk.
+.ktkkkkkkkkkktk.
+.kttntttttntttk.
+.knnnnnnnnnnnnk.
 .kkkkkkkkkkkkkk.
 """
 
@@ -182,9 +182,16 @@ def arch_half(y: int, half: float, radius: float) -> float:
     return max(0.0, np.sqrt(max(reach * reach - rise * rise * (3 * half * half / (radius * radius)), 0.0)) - half)
 
 
-def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> None:
-    """An arched window of whole tiles: dressed stone frame, lead, night sky with stars and perhaps the moon."""
-    rng = random.Random(width * 100 + height * 10 + moon)
+SKY = [index(f"night.{n}") for n in (1, 2, 3)]
+
+
+def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> np.ndarray:
+    """An arched window of whole tiles: dressed stone frame, lead, and a night sky with what `view` names.
+
+    Returns which pixels are the world outside.
+    """
+    outside = np.zeros(to.shape, bool)
+    rng = random.Random(width * 100 + height * 10 + x)
     centre = x + width / 2
     for dy in range(height):
         for dx in range(width):
@@ -201,36 +208,56 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
                 if -4 < blend < 0 and (dx + dy) % 2 == 0:
                     step += 1
                 to[y + dy, x + dx] = index(f"night.{min(step, 3)}")
+                outside[y + dy, x + dx] = True
                 if off > inner - 1.2:
                     to[y + dy, x + dx] = index("night.0")
             elif off < outer:
                 joint = (dy + (3 if dx < width / 2 else 7)) % 9 == 0
                 rim = off > outer - 1.3
-                name = "night.0" if rim or joint else "night.2" if off < inner + 1.5 else "stone.0"
+                name = "night.0" if rim or joint else "shade.1" if off < inner + 1.5 else "stone.0"
                 to[y + dy, x + dx] = index(name)
-    sky = {index("night.1"), index("night.2"), index("night.3")}
-    for _ in range(width * height // 90):
-        sx, sy = x + rng.randrange(6, width - 6), y + rng.randrange(10, height - 12)
-        if to[sy, sx] in sky:
-            to[sy, sx] = index(rng.choice(["stone.2", "iron.2", "stone.3"]))
-    if moon:
-        mx, my, radius = centre + 9, y + height * 0.42, 5.6
-        for dy in range(-8, 9):
-            for dx in range(-8, 9):
-                px, py = int(mx + dx), int(my + dy)
-                far = np.hypot(dx, dy)
-                if to[py, px] in sky:
-                    if far < radius:
-                        shadow = np.hypot(dx + 3.2, dy + 2) < radius - 0.4
-                        to[py, px] = index("night.3" if shadow else "stone.4" if far < radius - 1 else "stone.3")
-                    elif far < radius + 2 and (px + py) % 2:
-                        to[py, px] = index("night.3")
-    # hills on the horizon
+
+    def put(px: int, py: int, name: str) -> None:
+        """A pixel of what lies outside."""
+        if x <= px < x + width and y <= py < y + height and to[py, px] in SKY:
+            to[py, px] = index(name)
+
+    for _ in range(width * height // (60 if view == "stars" else 110)):
+        put(x + rng.randrange(6, width - 6), y + rng.randrange(8, height - 10), rng.choice(["stone.2", "iron.2", "stone.3"]))
+    if view == "clouds":
+        for n in range(2 + height // 60):
+            cx, cy = x + rng.randrange(4, width - 4), y + int(height * (0.34 + 0.22 * n)) + rng.randrange(4)
+            puffs = [(rng.randint(-13, 13), rng.randint(3, 6)) for _ in range(5)]
+            for dx in range(-20, 21):
+                top = max(max(np.sqrt(max(r * r - (dx - at) ** 2, 0)) for at, r in puffs), 0)
+                for dy in range(-int(top), 1 if top > 1 else 0):
+                    put(cx + dx, cy + dy, "stone.1" if dy < 1.6 - top else "shade.1" if dy < -1 else "stone.0")
+    if view == "moon":
+        mx, my, radius = centre + 11, y + height * 0.34, 9.6
+        for dy in range(-14, 15):
+            for dx in range(-14, 15):
+                px, py, far = int(mx + dx), int(my + dy), np.hypot(dx, dy)
+                if far < radius:
+                    crater = np.hypot(dx + 3, dy - 2) < 2.4 or np.hypot(dx - 3, dy + 4) < 1.8 or np.hypot(dx - 4, dy - 4) < 1.3
+                    put(px, py, "stone.3" if crater or far > radius - 1.3 else "stone.4")
+                elif far < radius + 3 and (px + py) % 2:
+                    put(px, py, "night.3")
+    # hills on the horizon, or a town with towers
     for dx in range(5, width - 5):
-        tall = int(5 + 3 * np.sin((dx + width) * 0.33) + 2 * np.sin(dx * 0.9))
+        tall = int(5 + 3 * np.sin((dx + x) * 0.33) + 2 * np.sin(dx * 0.9))
         for dy in range(height - 4 - tall, height - 4):
-            if to[y + dy, x + dx] in sky:
-                to[y + dy, x + dx] = index("night.1")
+            put(x + dx, y + dy, "night.1")
+    if view == "towers":
+        for tower, (left, wide, tall) in enumerate(((9, 7, 44), (24, 9, 58), (38, 6, 36), (47, 5, 50))):
+            left, base = x + left * width // 64, y + height - 4
+            for dx in range(wide):
+                roof = tall + 7 - 3 * abs(dx - wide // 2) if tower % 2 else tall + 2 * (dx % 2)
+                for dy in range(roof):
+                    put(left + dx, base - dy, "shade.0" if dx < wide - 2 else "night.1")
+            for n in range(2 + tower % 2):
+                at = base - tall + 6 + 9 * n
+                if to[at, left + wide // 2] == index("shade.0"):
+                    to[at : at + 2, left + wide // 2] = index("gold.1")
     # lead: one post and bars
     for dy in range(6, height - 4):
         for dx in range(4, width - 4):
@@ -238,6 +265,7 @@ def window(to: Picture, x: int, y: int, width: int, height: int, moon: bool) -> 
             post, bar = off < 1 and width > 20, dy % 16 == 13
             if (post or bar) and off < arch_half(dy - 5, width / 2 - 5, width * 0.6):
                 to[y + dy, x + dx] = index("night.0")
+    return outside
 
 
 def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
@@ -261,8 +289,9 @@ def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
         course(y0, y1, names)
 
 
-def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True) -> None:
-    """A blind arch in the wall: ring of wedge stones around a darker niche."""
+def arch(to: Picture, x: int, y: int, width: int, height: int, walled: bool = True) -> None:
+    """A blind arch in the wall: ring of wedge stones around a niche that is walled up, so that nobody tries to leave
+    by it, or left open for bars."""
     centre = x + width / 2
     for dy in range(height):
         for dx in range(width):
@@ -270,16 +299,87 @@ def arch(to: Picture, x: int, y: int, width: int, height: int, dark: bool = True
             outer = arch_half(dy, width / 2, width * 0.5)
             inner = arch_half(dy - 6, width / 2 - 6, width * 0.42) if dy >= 6 else 0.0
             if off < inner:
-                if dark:
-                    deep = off > inner - 2 or dy < 12
-                    to[y + dy, x + dx] = index("night.0" if deep or (dx * 7 + dy * 5) % 23 else "night.1")
+                deep = off > inner - 2 or dy < 9
+                course, shift = dy // 5, 3 * (dy // 5 % 2)
+                joint = dy % 5 == 0 or (dx + shift) % 9 == 0
+                tones = ("night.1", "shade.0", "stone.0", "night.1", "shade.1")
+                stone = tones[(course * 7 + (dx + shift) // 9 * 3) % 5] if walled else "shade.0"
+                to[y + dy, x + dx] = index("night.0" if deep or (joint and walled) else stone)
             elif off < outer:
                 rise = max(0.0, width * 0.5 - dy)
                 wedge = int(np.degrees(np.arctan2(rise, off)) // 14) if rise else dy // 10
                 lit, light_stone = x + dx < centre, wedge % 2 == 0
-                name = "stone.1" if lit and light_stone else "stone.0" if lit or light_stone else "night.1"
+                name = "stone.1" if lit and light_stone else "shade.1" if lit or light_stone else "stone.0"
                 edge = off > outer - 1.2 or off < inner + 1.2
                 to[y + dy, x + dx] = index("night.0" if edge else name)
+
+
+def niche(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> None:
+    """A burial place in a crypt's wall: sill, dark, and somebody's bones."""
+    fill(to, x, y, x + width, y + height, "night.0")
+    fill(to, x, y, x + width, y + 1, "shade.1")
+    fill(to, x, y + height, x + width, y + height + 2, "stone.1")
+    fill(to, x, y + height + 2, x + width, y + height + 3, "night.0")
+    fill(to, x + 2, y + 3, x + width - 2, y + height, "shade.0")
+    fill(to, x + 2, y + 3, x + width - 2, y + 5, "night.0")
+    floor = y + height
+    if seed % 4 == 3:  # empty but for a web
+        cobweb(to, x + 2, y + 3, False)
+        return
+    fill(to, x + 12, floor - 3, x + width - 5, floor - 2, "stone.1")
+    fill(to, x + 9, floor - 1, x + width - 4, floor, "shade.1")
+    for rib in range(x + 12, x + width - 10, 3):
+        fill(to, rib, floor - 5, rib + 1, floor - 2, "stone.1")
+    skull = x + 5
+    fill(to, skull, floor - 6, skull + 5, floor - 2, "stone.1")
+    fill(to, skull + 1, floor - 7, skull + 4, floor - 6, "stone.2")
+    fill(to, skull + 1, floor - 2, skull + 4, floor, "stone.1")
+    for eye in (skull + 1, skull + 3):
+        fill(to, eye, floor - 5, eye + 1, floor - 3, "night.0")
+
+
+def bars(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
+    """An iron grating before a cell."""
+    for bar in range(x0 + 6, x1 - 2, 9):
+        fill(to, bar, y0, bar + 1, y1, "stone.1")
+        fill(to, bar + 1, y0, bar + 2, y1, "shade.0")
+    for rail in (y0 + 6, y1 - 8):
+        fill(to, x0, rail, x1, rail + 1, "stone.2")
+        fill(to, x0, rail + 1, x1, rail + 2, "stone.0")
+        fill(to, x0, rail + 2, x1, rail + 3, "night.0")
+
+
+def roots_and_bones(
+    to: Picture, roots: list[tuple[int, int, int, int]], bones: list[tuple[int, int]], where: np.ndarray
+) -> None:
+    """Life and death in thick walls: roots wander down the joints, bones lie between the stones. Only on `where`."""
+    def dot(x: int, y: int, name: str) -> None:
+        if 0 <= y < to.shape[0] and 0 <= x < to.shape[1] and where[y, x]:
+            to[y, x] = index(name)
+
+    for col, row, length, way in roots:
+        rng = random.Random(col * 40 + row)
+        ends = [(col * TILE + 8.0, row * TILE + 4.0, way * rng.uniform(0.5, 0.9), length)]
+        while ends:
+            x, y, lean, left = ends.pop()
+            for n in range(left):
+                lean = min(max(lean + rng.uniform(-0.35, 0.35), -1.1), 1.1)
+                x, y = x + lean, y + rng.uniform(0.25, 0.75)
+                thick = 2 if left - n > 34 else 1
+                for k in range(thick):
+                    dot(int(x), int(y) + k, "wood.1" if k == 0 else "torchlit.0")
+                dot(int(x), int(y) + thick, "night.0")
+                if n % 17 == 13 and left > 20:
+                    ends.append((x, y, -lean + rng.uniform(-0.4, 0.4), (left - n) // 2))
+    for col, row in bones:
+        rng = random.Random(col * 50 + row)
+        x, y = col * TILE + rng.randrange(6), row * TILE + rng.randrange(5)
+        long = rng.randint(9, 13)
+        for n in range(long):
+            dot(x + n, y + n // 4, "stone.2" if n % 5 else "stone.1")
+            dot(x + n, y + n // 4 + 1, "night.0")
+        for ex, ey in ((x - 1, y - 1), (x - 1, y + 1), (x + long, y + (long - 1) // 4 - 1), (x + long, y + (long - 1) // 4 + 1)):
+            dot(ex, ey, "stone.2")
 
 
 def jambs(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
@@ -319,7 +419,7 @@ def banner(to: Picture, x: int, y: int, height: int) -> None:
 
 def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
     """An arched doorway closed by bars; behind them only dark."""
-    arch(to, x, y, width, height)
+    arch(to, x, y, width, height, walled=False)
     centre = x + width / 2
     for dy in range(6, height):
         inner = arch_half(dy - 6, width / 2 - 6, width * 0.42)
@@ -327,7 +427,7 @@ def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
             if abs(x + dx + 0.5 - centre) < inner - 1:
                 bar, cross = dx % 6, (dy - 6) % 14
                 if bar in (2, 3) or cross in (5, 6):
-                    to[y + dy, x + dx] = index("stone.1" if bar == 2 or cross == 5 else "stone.0")
+                    to[y + dy, x + dx] = index("stone.1" if bar == 2 or cross == 5 else "shade.1")
                     if bar in (2, 3) and cross in (5, 6):
                         to[y + dy, x + dx] = index("iron.1" if bar == 2 else "night.1")
 

@@ -32,174 +32,240 @@ W, H = level.COLS * TILE, level.ROWS * TILE
 SHEET_COLUMNS = 16
 FLIP_H, FLIP_V, FLIP_D = 0x80000000, 0x40000000, 0x20000000
 
-# Rooms: stonework, cold light without any lamp, and the cells (left, top, right, bottom), ends excluded. A pillar or
-# a passage hides every border between two kinds of stonework.
+# Rooms: stonework, light in tones without any lamp, tint (see walls.shade), and the cells (left, top, right, bottom),
+# ends excluded. A pillar or a passage hides every border between two kinds of stonework.
 ROOMS = [
-    (walls.BLOCKS, 1.0, (20, 0, 50, 34)),  # great hall
-    (walls.ROUGH, 1.0, (50, 9, 71, 34)),  # broken bridge
-    (walls.ASHLAR, 1.0, (0, 10, 21, 34)),  # entry hall
-    (walls.BRICK, 1.0, (0, 0, 20.5, 10)),  # loft
-    (walls.BRICK, 1.0, (47.5, 0, 71, 9)),  # library
-    (walls.BRICK, 1.0, (70.5, 0, 83.5, 9)),  # tower
-    (walls.BRICK, 1.0, (71, 9, 83.5, 34)),
-    (walls.ASHLAR, 1.0, (83.5, 0, 98.5, 16)),  # gallery
-    (walls.ROUGH, 0.4, (83, 16, 98, 34)),  # cellar
-    (walls.ROUGH, 1.0, (98, 16, 107, 34)),
-    (walls.ROUGH, 1.0, (98.5, 0, 106, 16)),  # shaft where the ways meet
-    (walls.BLOCKS, 1.0, (107, 0, 120, 34)),  # throne hall
+    (walls.BLOCKS, 3.2, 0.92, (20, 0, 48, 21)),  # great hall
+    (walls.ROUGH, 2.5, 1.6, (48, 9, 69, 27)),  # bridge hall with its chasm
+    (walls.ASHLAR, 2.7, 0.9, (0, 10, 20, 27)),  # entry hall
+    (walls.BRICK, 2.6, 0.4, (0, 0, 20.5, 10)),  # loft
+    (walls.BRICK, 2.6, 0.4, (47.5, 0, 69, 9)),  # library
+    (walls.ROUGH, 2.5, 1.4, (20, 20, 28.5, 34)),  # first pit
+    (walls.BRICK, 2.6, 1.2, (0, 27, 20, 34)),  # cells
+    (walls.ASHLAR, 2.2, 0.4, (28.5, 21, 54, 27)),  # upper crypt
+    (walls.ROUGH, 2.1, 1.5, (28.5, 27, 69, 34)),  # lower crypt
+    (walls.BRICK, 2.7, 0.6, (69, 0, 83.5, 21)),  # tower
+    (walls.BLOCKS, 2.4, 1.9, (69, 21, 95.5, 34)),  # cistern
+    (walls.ASHLAR, 2.6, 0.9, (83.5, 0, 95.5, 21)),  # gallery, attic
+    (walls.ROUGH, 2.5, 1.2, (95.5, 0, 104, 34)),  # shaft
+    (walls.BRICK, 2.7, 0.5, (104, 0, 120, 16)),  # antechambers
+    (walls.BLOCKS, 2.7, 0.9, (104, 16, 120, 34)),  # throne hall
 ]
 
 # Passages through walls: the same cells, painted as deep reveals.
-PASSAGES = [(19, 19, 21, 24), (47, 16, 50, 21), (69, 18, 71, 23), (83, 19, 85, 23), (105, 20, 107, 25)]
+PASSAGES = [
+    (19, 17, 21, 22), (47, 16, 49, 20), (68, 4, 71, 8), (83, 16, 85, 20), (95, 16, 97, 20), (68, 27, 71, 30),
+    (95, 27, 97, 32), (103, 4, 105, 8),
+]
 
-# Where the pit's wall fades into the dark, as cells (left, top, right, bottom).
-PIT = (54, 24, 69, 34)
+# Where the wall behind a pit fades into the dark, as cells (left, top, right, bottom).
+PITS = [(21, 27, 26, 34), (44, 31, 49, 34), (80, 31, 89, 34)]
 
 # Pillars by cell: column, top, bottom.
 PILLARS = [
-    (16, 14, 26), (20, 4, 9), (22, 4, 24), (34, 4, 20), (42, 4, 23), (47, 3, 8), (54, 12, 27), (68, 12, 27), (70, 3, 8),
-    (83, 5, 13), (90, 5, 13), (98, 5, 13), (108, 8, 25),
+    (10, 14, 25), (18, 14, 22), (20, 4, 9), (22, 4, 20), (33, 4, 20), (46, 4, 20), (49, 10, 20), (53, 10, 20),
+    (64, 10, 26), (67, 10, 26), (53, 3, 8), (67, 3, 8), (85, 9, 20), (94, 9, 20), (71, 23, 30), (79, 23, 32),
+    (90, 23, 32), (94, 23, 32), (105, 3, 8), (111, 17, 30), (117, 17, 30), (105, 10, 15), (117, 10, 15),
 ]
 
-# Torches by cell. All stand at the same place of the four-tile raster: their light then needs one set of tiles a room.
+# Torches by cell.
 TORCHES = [
-    (5, 21), (13, 21), (25, 17), (33, 17), (41, 17), (61, 17), (73, 5), (77, 17), (73, 13), (81, 9), (89, 9), (97, 9),
-    (93, 25), (101, 13), (109, 17), (117, 17), (53, 5), (65, 5), (5, 5), (13, 5),
+    (4, 20), (12, 19), (16, 17), (3, 28), (7, 28), (12, 28), (16, 28), (5, 5), (14, 5),
+    (24, 14), (32, 15), (40, 15), (45, 14), (24, 23),
+    (31, 23), (38, 23), (45, 23), (51, 23), (34, 28), (42, 28), (50, 28), (58, 28), (65, 28),
+    (51, 15), (61, 15), (66, 14), (56, 22), (62, 22), (50, 5), (55, 4), (61, 4), (66, 4),
+    (74, 4), (80, 4), (75, 9), (79, 13), (74, 17), (81, 17),
+    (73, 25), (83, 25), (92, 26), (86, 15), (93, 15), (89, 4),
+    (99, 6), (98, 11), (99, 18), (98, 22), (99, 28),
+    (108, 4), (114, 4), (109, 11), (114, 11), (111, 23), (117, 23), (109, 25), (106, 20),
 ]
-TORCH_RADIUS = 66
+TORCH_RADIUS = 62
 
-# Windows by cell: left, top, width, height, moon.
+# Windows by cell: left, top, width, height, what one sees through it. There is one moon.
 WINDOWS = [
-    (8, 16, 3, 6, True), (28, 11, 4, 7, False), (36, 11, 4, 7, True), (31, 4, 2, 5, False), (39, 4, 2, 5, False),
-    (56, 13, 3, 7, False), (64, 13, 3, 7, True),
-    (80, 13, 2, 4, False), (86, 6, 3, 5, False), (94, 6, 3, 5, True), (56, 4, 2, 3, False), (112, 9, 4, 7, True),
+    (6, 18, 3, 6, "clouds"), (14, 17, 2, 4, "stars"), (26, 8, 4, 8, "towers"), (41, 8, 4, 8, "clouds"),
+    (32, 4, 3, 5, "stars"), (55, 12, 3, 7, "stars"), (61, 10, 3, 4, "clouds"), (57, 3, 2, 4, "stars"),
+    (77, 3, 2, 4, "stars"), (72, 4, 2, 3, "clouds"), (88, 10, 4, 8, "towers"), (91, 3, 2, 3, "clouds"),
+    (99, 13, 2, 4, "stars"), (110, 3, 3, 4, "clouds"), (111, 10, 3, 4, "towers"), (112, 18, 5, 9, "moon"),
 ]
 
 # Banners by cell: column, row, and the height in px.
 BANNERS = [
-    (6, 15, 56), (12, 15, 56), (24, 9, 66), (41, 9, 66), (84, 6, 56), (92, 6, 56), (100, 6, 66), (103, 6, 66),
-    (110, 10, 82), (117, 10, 82),
+    (3, 16, 58), (9, 17, 58), (25, 8, 74), (34, 6, 60), (45, 7, 82), (87, 10, 66), (92, 10, 66),
+    (106, 3, 54), (116, 3, 54), (107, 10, 54), (115, 10, 54), (110, 18, 84),
 ]
 
 # Floors with moss, as cells (left, top, right, bottom).
-MOSSY = [(85, 23, 100, 29), (51, 21, 54, 24), (60, 22, 63, 23), (69, 23, 72, 24)]
+MOSSY = [
+    (54, 25, 68, 28), (47, 19, 54, 22), (59, 19, 62, 22), (26, 20, 29, 24), (66, 29, 76, 33), (82, 29, 86, 32),
+    (89, 30, 96, 34), (32, 31, 44, 34), (49, 31, 56, 34), (10, 24, 13, 27),
+]
 
-CARPET = (108, 25, 118)  # first column, lowest floor row, end column
+CARPET = (112, 30, 118)  # first column, lowest floor row, end column
+
+# Where roots come through the walls (column, row, length in px, to the right or left) and bones lie in them.
+ROOTS = [
+    (11, 26, 70, 1), (16, 23, 60, -1), (4, 10, 60, 1), (15, 11, 64, -1), (30, 20, 40, 1), (36, 27, 50, 1),
+    (48, 26, 56, -1), (60, 26, 60, 1), (69, 12, 60, 1), (69, 22, 64, -1), (76, 20, 60, 1), (92, 20, 60, 1),
+    (104, 12, 64, -1), (104, 24, 70, 1), (112, 32, 60, 1), (107, 32, 60, 1), (27, 24, 70, 1), (20, 24, 80, -1),
+    (73, 32, 60, 1), (30, 1, 60, 1), (8, 1, 60, -1), (60, 1, 60, 1), (84, 1, 60, -1), (100, 1, 60, 1), (114, 1, 60, -1),
+]
+BONES = [
+    (13, 25), (18, 26), (7, 11), (17, 12), (40, 26), (56, 27), (69, 18), (70, 25), (79, 21), (93, 21), (108, 32), (116, 31),
+    (19, 30), (27, 31), (48, 1), (72, 1), (104, 20), (76, 33), (38, 16), (37, 18),
+]
 
 SLAB_JOINTS = {6, 23, 37, 52}
 
 
-def light_of_torches(shape: tuple[int, int]) -> np.ndarray:
-    """Warm light at every pixel, 0 to about 3.4."""
-    field = np.zeros(shape)
+def light_of_torches(solid: np.ndarray) -> tuple[np.ndarray, np.ndarray, np.ndarray]:
+    """Warm light at every pixel, 0 to about 3.6, and where the flame that gives most of it lies, as (x, y)."""
+    field, from_x, from_y = np.zeros(solid.shape), np.zeros(solid.shape), np.zeros(solid.shape)
     for col, row in TORCHES:
-        light = walls.glow(shape, col * TILE + 7.5, row * TILE + 7, TORCH_RADIUS, 4.0)
-        np.maximum(field, light, out=field)
-    return field
+        x, y = col * TILE + 7.5, row * TILE + 7
+        light = walls.glow(solid, x, y, TORCH_RADIUS, 4.0)
+        more = light > field
+        field[more], from_x[more], from_y[more] = light[more], x, y
+    return field, from_x, from_y
 
 
 def light_of_windows(shape: tuple[int, int]) -> np.ndarray:
     """Moonlight: a shaft that falls from each window to the lower right."""
     field = np.zeros(shape)
     y, x = np.mgrid[0 : shape[0], 0 : shape[1]] + 0.5
-    for col, row, width, height, moon in WINDOWS:
+    for col, row, width, height, sky in WINDOWS:
         bottom = (row + height) * TILE
         lean = 0.5 * (y - bottom)
         left, right = col * TILE + 3 + lean, (col + width) * TILE - 3 + lean
         inside = (y > bottom) & (x > left) & (x < right)
-        fade = np.clip(1 - (y - bottom) / (100 if moon else 64), 0, 1) ** 0.7
+        fade = np.clip(1 - (y - bottom) / (100 if sky == "moon" else 64), 0, 1) ** 0.7
         edge = np.clip(np.minimum(x - left, right - x) / 4, 0, 1)
-        np.maximum(field, np.where(inside, fade * edge * (2.3 if moon else 1.5), 0), out=field)
+        np.maximum(field, np.where(inside, fade * edge * (2.0 if sky == "moon" else 1.3), 0), out=field)
     return field
+
+
+def block(cells: tuple[float, int, float, int]) -> tuple[slice, slice]:
+    """The pixels of a block of cells (left, top, right, bottom)."""
+    left, top, right, bottom = cells
+    return np.s_[top * TILE : bottom * TILE, int(left * TILE) : int(right * TILE)]
 
 
 def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
     """The bare back wall with its light."""
-    room_light = np.zeros((H, W))
+    room_light, tint, lots = np.zeros((H, W)), np.zeros((H, W)), np.zeros((H, W))
     stones = np.zeros((H, W), np.uint8)
-    for masonry, light, (left, top, right, bottom) in ROOMS:
-        area = np.s_[top * TILE : bottom * TILE, int(left * TILE) : int(right * TILE)]
-        stones[area] = walls.tiled(walls.lay(masonry)[0], (H, W))[area]
-        room_light[area] = light
-    room_light = walls.blurred(room_light, 20)
-    moonlight = light_of_windows((H, W))
-    near = walls.distance_inside(~solid, 20)  # corners and edges lie in shadow
-    for left, top, right, bottom in PASSAGES:
-        area = np.s_[top * TILE : bottom * TILE, left * TILE : right * TILE]
-        room_light[area] = 0
-        moonlight[area] = 0
-    warm = warm * np.clip(0.75 + near / 24, 0, 1)
-    # the pit fades into the dark
-    pit = np.zeros((H, W))
-    left, top, right, _ = PIT
-    pit[:, left * TILE : right * TILE] = np.clip((np.arange(H) - top * TILE) / (5 * TILE), 0, 1)[:, None]
-    cold = (room_light * np.clip(0.45 + near / 18, 0, 1) + moonlight) * (1 - pit)
-    picture = walls.shade(stones, walls.dithered(cold + 0.25, 3), walls.BACK_COLD)
-    warm_levels = walls.dithered(warm, 3)
-    picture = np.where(warm_levels > 0, walls.shade(stones, warm_levels, walls.BACK_WARM), picture)
-    picture[walls.dithered(pit * 1.6, 1) > 0] = index("night.0")
+    for masonry, light, odd, cells in ROOMS:
+        area = block(cells)
+        for whole, laid in zip((stones, lots), walls.lay(masonry)):
+            whole[area] = walls.tiled(laid, (H, W))[area]
+        room_light[area], tint[area] = light, odd
+    room_light = walls.blurred(room_light, 12) + light_of_windows((H, W))
+    near = walls.distance_inside(~solid, 24)  # corners and edges lie in shadow
+    for cells in PASSAGES:
+        room_light[block(cells)] = 2.0
+    light = room_light + walls.blurred(walls.blotches((H, W), 5), 8) * 1.6 - 1.1 * np.clip(1 - near / 20, 0, 1)
+    for cells in PITS:
+        depth = np.clip((np.arange(H) - cells[1] * TILE) / (6 * TILE), 0, 1)[:, None]
+        light[block(cells)] -= (1.1 * depth * np.ones((1, W)))[block(cells)]
+    picture = walls.shade(stones, lots, light, warm * np.clip(0.7 + near / 24, 0, 1) * 0.95, tint)
     for left, top, right, bottom in PASSAGES:
         props.jambs(picture, left * TILE, top * TILE, right * TILE, bottom * TILE)
     return picture
 
 
-def furnish(to: Picture) -> dict[tuple[int, int], str]:
+COLD_OF_PROPS = {"stone.1": "torchlit.1", "stone.0": "torchlit.0", "night.2": "torchlit.0", "shade.1": "wood.1"}
+RIMS = parts("wood.1", "torchlit.1", "torchlit.2", "torchlit.3")
+
+
+def relight(to: Picture, mask: np.ndarray, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> None:
+    """Fire on what stands before the wall: cold colours turn warm, and edges that face a flame get a rim."""
+    warm, from_x, from_y = light
+    level = walls.dithered(warm * 1.1 + 0.1, 3, 0.9)
+    for cold, hot in COLD_OF_PROPS.items():
+        to[mask & (level >= 1) & (to == index(cold))] = index(hot)
+    level = walls.dithered(warm * 1.25 + 0.35, 3, 0.2)
+    y, x = np.mgrid[0:H, 0:W]
+    aside = np.abs(from_x - x) >= np.abs(from_y - y) * 0.8
+    step_x, step_y = np.where(aside, np.sign(from_x - x), 0).astype(int), np.where(aside, 0, np.sign(from_y - y)).astype(int)
+    for depth in (2, 1):
+        ahead = mask[np.clip(y + depth * step_y, 0, H - 1), np.clip(x + depth * step_x, 0, W - 1)]
+        rim = mask & ~ahead & (level >= depth)
+        to[rim] = np.array(RIMS, np.uint8)[np.clip(level - depth, 0, 2)][rim]
+
+
+def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> dict[tuple[int, int], str]:
     """Paints everything that stands at or hangs on the back wall; returns the family of each cell it changed."""
     t = TILE
     changed: dict[tuple[int, int], str] = {}
-    before = to.copy()
+    before, outside = to.copy(), np.zeros(to.shape, bool)
 
-    def done(family: str) -> None:
-        """Puts the cells that changed since the last call into a family."""
-        different = (to != before).reshape(level.ROWS, t, level.COLS, t).any((1, 3))
+    def done(family: str, lit: bool = False) -> None:
+        """Puts the cells that changed since the last call into a family; `lit` lets the torches shine on it."""
+        mask = to != before
+        if lit:
+            relight(to, mask & ~outside, light)
+        different = mask.reshape(level.ROWS, t, level.COLS, t).any((1, 3))
         changed.update({(int(row), int(col)): family for row, col in np.argwhere(different)})
         before[:] = to
 
     for col, top, bottom in PILLARS:
         props.pillar(to, col * t, top * t, bottom * t)
-    done("pillar")
-    for col, row, width, height, moon in WINDOWS:
-        props.window(to, col * t, row * t, width * t, height * t, moon)
-    done("window")
-    for col, row, width, height in ((89, 23, 3, 5), (79, 18, 3, 5), (43, 17, 3, 6)):
+    done("pillar", True)
+    for col, row, width, height, sky in WINDOWS:
+        outside |= props.window(to, col * t, row * t, width * t, height * t, sky)
+    done("window", True)
+    for col, row, width, height in ((73, 26, 4, 6), (86, 27, 3, 5), (57, 21, 4, 5), (41, 16, 3, 4), (98, 27, 3, 5), (73, 17, 2, 3)):
         props.arch(to, col * t, row * t, width * t, height * t)
+    done("arch", True)
+    for n, (col, row) in enumerate(((33, 23), (36, 23), (40, 23), (43, 23), (47, 23), (49, 23), (36, 29), (39, 29), (45, 29),
+                                    (53, 29), (56, 29), (60, 29), (63, 29))):
+        props.niche(to, col * t, row * t + 4, 2 * t, 18, n)
     done("arch")
-    for col, row, width, height in ((2, 20, 3, 6), (94, 24, 2, 4)):
+    for col, row, width, height in ((2, 21, 3, 5), (91, 28, 3, 4), (62, 22, 3, 4), (29, 16, 3, 4)):
         props.gate(to, col * t, row * t, width * t, height * t)
-    done("gate")
+    for left, right in ((2, 10), (11, 19)):
+        props.bars(to, left * t, 28 * t, right * t, 32 * t)
+    done("gate", True)
     for col, row, height in BANNERS:
         props.banner(to, col * t, row * t, height)
     done("banner")
-    for n, col in enumerate((48, 50, 58, 60, 62, 66)):
+    for n, col in enumerate((54, 59, 62, 64)):
         props.shelf(to, col * t, 4 * t, 2 * t, 4 * t, 100 + n % 3)
-    for n, col in enumerate((8, 16)):
-        props.shelf(to, col * t, 5 * t, 2 * t, 4 * t, 101 + n)
+    for n, (col, row) in enumerate(((8, 5), (16, 5), (86, 3))):
+        props.shelf(to, col * t, row * t, 2 * t, 4 * t, 101 + n)
     done("shelf")
-    props.table(to, 54 * t, 8 * t, 2 * t)
-    for col, row in ((3, 8), (10, 8), (11, 8), (11, 7), (18, 8), (73, 22)):
+    for col, row in ((57, 8), (111, 8)):
+        props.table(to, col * t, row * t, 2 * t)
+    for col, row in ((3, 8), (10, 8), (11, 8), (11, 7), (18, 8), (77, 19), (78, 19), (78, 18), (92, 6), (40, 31), (73, 7)):
         props.stamp(to, props.CRATE, col * t, row * t)
-    for col, row in ((12, 8), (69, 7), (17, 23), (18, 23), (82, 22), (74, 22)):
+    for col, row in ((12, 8), (66, 7), (14, 31), (15, 31), (80, 19), (93, 6), (33, 19), (107, 14), (39, 19), (42, 31)):
         props.stamp(to, props.BARREL, col * t, row * t)
-    props.stamp(to, props.THRONE, 113 * t - 8, 24 * t - 35)
+    props.stamp(to, props.THRONE, 113 * t + 8, 30 * t - 35)
     done("furniture")
     # chains: what hangs, hangs on something
-    for col, top, bottom in ((27, 4, 9), (29, 4, 9), (35, 4, 9), (37, 4, 9), (60, 12, 22), (62, 12, 22), (76, 3, 19),
-                             (78, 13, 19), (77, 3, 12), (79, 3, 12), (45, 4, 8)):
+    for col, top, bottom in ((30, 4, 11), (32, 4, 11), (59, 10, 20), (61, 10, 20), (76, 3, 7), (42, 4, 7), (39, 4, 7),
+                             (75, 23, 25), (84, 23, 28), (86, 23, 26), (8, 28, 30), (17, 28, 30), (100, 3, 6), (106, 17, 19),
+                             (105, 17, 19), (88, 9, 10), (93, 9, 10)):
         for row in range(top, bottom):
             props.stamp(to, props.CHAIN, col * t, row * t)
-    done("chain")
-    for col, row in ((24, 4), (43, 4), (64, 12), (89, 22), (92, 22), (102, 5), (73, 3), (10, 14), (50, 12)):
+    done("chain", True)
+    for col, row in ((24, 4), (43, 4), (62, 10), (89, 9), (72, 23), (92, 23), (12, 14), (50, 3), (82, 23), (34, 28), (52, 28),
+                     (100, 3), (57, 10), (37, 22), (106, 17), (76, 23)):
         props.moss(to, col * t, row * t, 2 * t, col)
     done("moss")
-    for col, row, seed in ((11, 22, 5), (43, 12, 6), (52, 17, 7), (82, 6, 8), (92, 10, 9), (112, 19, 10), (7, 5, 3)):
+    for col, row, seed in ((11, 22, 5), (44, 11, 6), (52, 13, 7), (82, 6, 8), (86, 16, 9), (108, 24, 10), (7, 5, 3),
+                           (79, 9, 11), (54, 23, 12), (31, 28, 13)):
         props.crack(to, col * t, row * t, seed)
     done("crack")
-    for col, row, mirror in ((2, 4, False), (82, 3, True), (117, 8, True), (2, 14, False), (18, 14, True)):
+    for col, row, mirror in ((2, 4, False), (82, 3, True), (117, 17, True), (2, 14, False), (29, 22, False), (53, 22, True),
+                             (2, 28, False), (18, 28, True), (85, 3, False), (94, 9, True), (82, 9, True), (71, 13, False)):
         props.cobweb(to, col * t, row * t, mirror)
     done("cobweb")
-    for col, row in ((92, 27), (104, 24)):
+    for col, row in ((5, 31), (12, 31), (17, 31), (34, 25), (45, 25), (51, 25), (38, 31), (57, 31), (62, 31), (92, 31), (77, 31),
+                     (104, 31), (31, 31), (65, 25)):
         props.stamp(to, props.SKULL, col * t, row * t)
-    for col, row, seed in ((6, 26, 1), (43, 23, 2), (52, 23, 3), (76, 23, 4), (90, 28, 5), (96, 13, 6), (102, 25, 7)):
+    for col, row, seed in ((6, 26, 1), (42, 20, 2), (52, 20, 3), (71, 20, 4), (76, 32, 5), (90, 20, 6), (107, 31, 7),
+                           (32, 26, 8), (63, 26, 9), (52, 32, 10), (99, 32, 11), (3, 32, 12), (30, 20, 13)):
         props.rubble(to, col * t, row * t, 2 * t, seed)
     done("rubble")
     for col, row in TORCHES:
@@ -221,17 +287,18 @@ def runs_from(solid: np.ndarray, axis: int, back: bool) -> np.ndarray:
     return count if axis == 0 else count.T
 
 
-def paint_front(picture: Picture, grid: list[str], solid: np.ndarray, warm: np.ndarray) -> list[list[bool]]:
-    """Everything solid, over the back wall. Returns which cells are deep in a wall."""
+def paint_front(picture: Picture, grid: list[str], solid: np.ndarray, warm: np.ndarray) -> None:
+    """Everything solid, over the back wall."""
     wood = np.array([[symbol == "-" for symbol in row] for row in grid]).repeat(TILE, 0).repeat(TILE, 1)
     stone = solid & ~wood
     inside = walls.distance_inside(stone, 56)
     stones, lots = (walls.tiled(laid, (H, W)) for laid in walls.lay(walls.SOLID))
-    deep = inside + 11 * lots * np.clip(inside / 28, 0, 1)  # stone by stone into the dark, without a straight border
-    levels = walls.dithered(np.interp(deep, [0, 15, 18, 27, 30, 46, 52], [3.5, 3.4, 2.5, 2.4, 1.5, 1.4, 0.4]), 3)
+    light = np.interp(inside, [0, 12, 18, 26, 40, 56], [4.9, 4.7, 3.9, 3.2, 2.8, 2.55])
+    light += walls.blurred(walls.blotches((H, W), 6), 8) * 2.4 * np.clip(inside / 16 - 0.5, 0, 1)
+    warm = np.where(stone, warm, 0)
     warm_on = walls.dithered(warm * 0.9, 1) > 0
-    hot, cold = walls.shade(stones, levels, walls.FRONT_WARM), walls.shade(stones, levels, walls.FRONT_COLD)
-    body = np.where(warm_on, hot, cold)
+    body = walls.shade(stones, lots, light - 0.45 * warm, warm, np.where(inside > 20, 1.3, 0.5))
+    props.roots_and_bones(body, ROOTS, BONES, inside > 9)
 
     x = np.tile(np.arange(W), (H, 1))
     joint = np.isin(x % walls.PERIOD, list(SLAB_JOINTS))
@@ -272,29 +339,14 @@ def paint_front(picture: Picture, grid: list[str], solid: np.ndarray, warm: np.n
     for where, tone in edges:
         body = np.where(where & stone, tone, body)
     picture[stone] = body[stone]
-    core = deep_cells(picture, grid, inside)
     mirror_faces(picture, grid, warm_on)
     paint_ledges(picture, grid)
-    return core
 
 
 def moss_lengths() -> np.ndarray:
     """How far moss hangs over a floor's edge, for one period; bare places between the tufts."""
     at = np.arange(walls.PERIOD) * 2 * np.pi / walls.PERIOD
     return np.round(1.2 + 2.4 * np.sin(at * 3 + 1) + 2.0 * np.sin(at * 7) + 1.2 * np.sin(at * 19)).astype(int)
-
-
-def deep_tiles() -> list[Picture]:
-    """The heart of thick walls: nearly dark, a few stones barely seen; good in all eight orientations."""
-    marks = [[(3, 4, 6, 3), (10, 10, 4, 3)], [(5, 9, 7, 4)], [(2, 2, 4, 3), (9, 6, 5, 4)], [(8, 2, 5, 3)], []]
-    tiles = []
-    for stones in marks:
-        tile = np.full((TILE, TILE), index("night.0"), np.uint8)
-        for x, y, w, h in stones:
-            tile[y, x : x + w] = index("night.1")
-            tile[y : y + h - 1, x] = index("night.1")
-        tiles.append(tile)
-    return tiles
 
 
 def orientations(tile: Picture) -> list[tuple[Picture, int]]:
@@ -308,21 +360,6 @@ def orientations(tile: Picture) -> list[tuple[Picture, int]]:
     return found
 
 
-def deep_cells(picture: Picture, grid: list[str], inside: np.ndarray) -> list[list[bool]]:
-    """Puts a turned deep tile wherever a whole cell lies far inside; returns where."""
-    core = [[False] * level.COLS for _ in range(level.ROWS)]
-    tiles = deep_tiles()
-    for row in range(level.ROWS):
-        for col in range(level.COLS):
-            area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
-            if grid[row][col] == "#" and inside[area].min() > 53:
-                chance = (row * 7919 + col * 104729 + row * col * 31) % 9973
-                tile = tiles[min(chance % 14, len(tiles) - 1)]
-                picture[area] = orientations(tile)[chance // 14 % 8][0]
-                core[row][col] = True
-    return core
-
-
 def mirror_faces(picture: Picture, grid: list[str], warm_on: np.ndarray) -> None:
     """Draws wall faces, corners and floor ends once and mirrors them for the other side."""
     def solid_at(row: int, col: int) -> bool:
@@ -334,7 +371,7 @@ def mirror_faces(picture: Picture, grid: list[str], warm_on: np.ndarray) -> None
             area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
             rows = grid[max(row - 1, 0) : row + 2]
             around = "".join(line[col - 1 : col + 2] for line in rows)
-            if grid[row][col] != "#" or warm_on[area].any() or set(around) - {"#", "."}:
+            if grid[row][col] != "#" or warm_on[area].any() or set(around) - {"#", ".", ","}:
                 continue
             reach = [[solid_at(row + r, col + c) for c in (-2, -1, 0, 1, 2)] for r in (-1, 0, 1)]
             key = tuple(tuple(line) for line in reach)
@@ -359,7 +396,7 @@ def paint_ledges(picture: Picture, grid: list[str]) -> None:
                 picture[y + dy, x : x + TILE] = tone
             picture[y + 4, x + 2 : x + 9] = index("wood.1")
             picture[y + 3, x + 8 : x + 14] = index("wood.3")
-            left, right = grid[row][col - 1] in ".", grid[row][col + 1] in "."
+            left, right = grid[row][col - 1] == ".", grid[row][col + 1] == "."
             for is_end, at in ((left, x), (right, x + TILE - 1)):
                 if is_end:
                     picture[y + 2 : y + 8, at] = index("wood.0")
@@ -380,11 +417,11 @@ def paint_ledges(picture: Picture, grid: list[str]) -> None:
 
 # The families of tiles, in the order in which they lie in the tileset.
 FAMILIES = [
-    "floor", "step", "slope", "ledge", "face", "ceiling", "wall", "core", "back", "depth", "torchlight", "moonlight",
+    "floor", "step", "slope", "ledge", "face", "ceiling", "wall", "deep", "back", "depth", "torchlight", "moonlight",
     "passage", "pillar", "window", "arch", "gate", "banner", "shelf", "furniture", "chain", "moss", "crack", "cobweb",
     "rubble", "torch",
 ]
-EXACT = {"core", "depth"}  # their few marks and their dither would show if tiles were shared that are only alike
+EXACT = {"depth"}  # its fading would show if tiles were shared that are only alike
 
 
 def inside(row: int, col: int, cells: tuple[int, int, int, int]) -> bool:
@@ -392,23 +429,22 @@ def inside(row: int, col: int, cells: tuple[int, int, int, int]) -> bool:
     return cells[0] <= col < cells[2] and cells[1] <= row < cells[3]
 
 
-def family(grid: list[str], row: int, col: int, deep: bool) -> str:
+def family(grid: list[str], row: int, col: int) -> str:
     """The family of a cell by the level's symbols alone."""
     symbol = grid[row][col]
     if symbol != "#":
-        return {".": "back", "-": "ledge", "=": "step"}.get(symbol, "slope")
+        return {".": "back", ",": "back", "-": "ledge", "=": "step"}.get(symbol, "slope")
     if row > 0 and grid[row - 1][col] != "#":
         return "floor"
     if row < level.ROWS - 1 and grid[row + 1][col] != "#":
         return "ceiling"
-    if "." in grid[row][max(col - 1, 0) : col + 2]:
+    if set(grid[row][max(col - 1, 0) : col + 2]) & {".", ","}:
         return "face"
-    return "core" if deep else "wall"
+    around = [line[max(col - 3, 0) : col + 4] for line in grid[max(row - 3, 0) : row + 4]]
+    return "deep" if set("".join(around)) == {"#"} else "wall"
 
 
-def families(
-    grid: list[str], core: list[list[bool]], furnished: dict[tuple[int, int], str], warm: np.ndarray
-) -> list[list[int]]:
+def families(grid: list[str], furnished: dict[tuple[int, int], str], warm: np.ndarray) -> list[list[int]]:
     """A number for each cell by which the tileset is ordered."""
     order = []
     moonlight = light_of_windows((H, W))
@@ -416,13 +452,13 @@ def families(
         line = []
         for col in range(level.COLS):
             area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
-            name = family(grid, row, col, core[row][col])
+            name = family(grid, row, col)
             if name == "back":
                 if (row, col) in furnished:
                     name = furnished[row, col]
                 elif any(inside(row, col, cells) for cells in PASSAGES):
                     name = "passage"
-                elif inside(row, col, PIT):
+                elif any(inside(row, col, cells) for cells in PITS):
                     name = "depth"
                 elif warm[area].max() > 1:
                     name = "torchlight"
@@ -436,7 +472,7 @@ def families(
 # Two tiles of one family count as one when they differ by no more than this, so that shadows and light that fall a
 # pixel apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px
 # square of it.
-ALIKE, ALIKE_SQUARE = 4.0, 20.0
+ALIKE, ALIKE_SQUARE = 10.0, 40.0
 
 
 def unlike(first: np.ndarray, second: np.ndarray) -> np.ndarray:
@@ -586,11 +622,11 @@ def map_project(csv: str, rects: list[level.Rect], tris: list[level.Tri]) -> str
 def paint(grid: list[str]) -> tuple[Picture, list[list[int]]]:
     """The whole level as one picture, with the family of each cell."""
     solid = level.solid_mask(grid)
-    warm = light_of_torches((H, W))
-    picture = paint_back(solid, warm)
-    changed = furnish(picture)
-    core = paint_front(picture, grid, solid, warm)
-    return picture, families(grid, core, changed, warm)
+    light = light_of_torches(solid)
+    picture = paint_back(solid, light[0])
+    changed = furnish(picture, light)
+    paint_front(picture, grid, solid, light[0])
+    return picture, families(grid, changed, light[0])
 
 
 def check_contrast(picture: Picture, solid: np.ndarray) -> None:

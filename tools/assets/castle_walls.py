@@ -100,31 +100,15 @@ def lay(masonry: Masonry) -> tuple[np.ndarray, Field]:
     return np.tile(out, (PERIOD // tall, 1)), np.tile(lots, (PERIOD // tall, 1))
 
 
-# Colours of mortar, body, lit edge, low edge and other tone, from dark to light.
-BACK_COLD = [
-    parts("night.0", "night.1", "stone.0", "night.1", "night.1"),
-    parts("night.0", "stone.0", "stone.0", "night.1", "night.1"),
-    parts("night.0", "stone.0", "night.2", "night.1", "night.1"),
-    parts("night.1", "night.2", "stone.1", "stone.0", "stone.0"),
-]
-BACK_WARM = [
-    BACK_COLD[0],
-    parts("night.0", "torchlit.0", "torchlit.0", "night.1", "stone.0"),
-    parts("night.1", "wood.1", "wood.1", "torchlit.0", "torchlit.0"),
-    parts("torchlit.0", "torchlit.1", "torchlit.1", "wood.1", "wood.1"),
-]
-FRONT_COLD = [
-    parts("night.0", "night.0", "night.0", "night.0", "night.0"),
-    parts("night.0", "night.1", "stone.0", "night.0", "night.1"),
-    parts("night.0", "stone.0", "stone.1", "night.1", "stone.0"),
-    parts("night.1", "stone.1", "stone.2", "stone.0", "stone.1"),
-]
-FRONT_WARM = [
-    FRONT_COLD[0],
-    parts("night.0", "torchlit.0", "torchlit.0", "night.0", "night.1"),
-    parts("night.0", "torchlit.0", "torchlit.1", "night.1", "torchlit.0"),
-    parts("torchlit.0", "torchlit.1", "torchlit.2", "torchlit.0", "torchlit.1"),
-]
+# The tones of stone from dark to light, and how many of them each part of a stone lies above or below its body.
+COLD = parts("night.0", "shade.0", "night.1", "stone.0", "shade.1", "stone.1", "stone.2")
+BLUE = parts("night.0", "shade.0", "night.1", "night.2", "shade.1", "night.3", "night.3")  # some stones of cold walls
+GREEN = parts("night.0", "shade.0", "night.1", "stone.0", "moss.1", "stone.1", "stone.2")  # and some of damp ones
+DUSK = parts("night.0", "shade.0", "cloth.0", "torchlit.0", "torchlit.0", "torchlit.1", "stone.2")  # purple ones
+ASHEN = parts("night.0", "shade.0", "night.1", "stone.0", "wood.1", "torchlit.1", "torchlit.2")  # by a fire
+WARM = parts("night.0", "shade.0", "cloth.0", "torchlit.0", "wood.1", "torchlit.1", "torchlit.2")
+STEPS = {MORTAR: -1.5, BODY: 0.0, HIGH: 0.9, LOW: -0.9, DARK: -0.5}
+VARIETY = 2.4  # tones between the darkest and the lightest stone of one wall in one light
 # The worn slab on floors: lit top, second row, face, joint, shadow below.
 SLAB_COLD = parts("stone.4", "stone.3", "stone.2", "stone.0", "night.1")
 SLAB_WARM = parts("skin.3", "torchlit.3", "torchlit.2", "torchlit.0", "torchlit.0")
@@ -143,16 +127,52 @@ def tiled(parts_of: np.ndarray, shape: tuple[int, int]) -> np.ndarray:
     return np.tile(parts_of, (h // PERIOD + 1, w // PERIOD + 1))[:h, :w]
 
 
-def shade(parts_of: np.ndarray, levels: np.ndarray, table: list[list[int]]) -> Picture:
-    """Colours stonework by level."""
-    return np.array(table, np.uint8)[levels, parts_of]
+def worn(shape: tuple[int, int]) -> Field:
+    """Weathering: blotches of 2 to 4 px that lighten and darken, from -0.5 to 0.5, repeating with the stonework."""
+    random_ = np.random.Generator(np.random.PCG64(97))
+    coarse = random_.uniform(-0.5, 0.5, (PERIOD // 4, PERIOD // 4)).repeat(4, 0).repeat(4, 1)
+    fine = random_.uniform(-0.5, 0.5, (PERIOD // 2, PERIOD // 2)).repeat(2, 0).repeat(2, 1)
+    return tiled(0.55 * coarse + 0.45 * np.roll(fine, 1, 1), shape)
 
 
-def glow(shape: tuple[int, int], x: float, y: float, radius: float, strength: float) -> Field:
-    """Light of one flame: strongest at its place, zero at the radius, a little taller above."""
-    py, px = np.mgrid[0 : shape[0], 0 : shape[1]] + 0.5
+def blotches(shape: tuple[int, int], seed: int) -> Field:
+    """Damp and dry places some 40 px wide, -0.5 to 0.5, in whole tiles so that equal tiles stay equal inside them."""
+    h, w = shape[0] // 16, shape[1] // 16
+    coarse = np.random.Generator(np.random.PCG64(seed)).uniform(-0.5, 0.5, (h // 2 + 2, w // 3 + 2))
+    return coarse.repeat(2, 0).repeat(3, 1)[:h, :w].repeat(16, 0).repeat(16, 1)
+
+
+def shade(parts_of: np.ndarray, lots: Field, light: Field, warm: Field, tint: Field, rough: float = 0.6) -> Picture:
+    """Colours stonework. Light counts in tones; warm is how much of it comes from fire; tint picks the odd stones:
+    0 has none, up to 1 there are blue and purple ones, above also mossy ones."""
+    value = light + 2.1 * (1 - np.exp(-warm / 1.5)) + np.array([STEPS[part] for part in range(5)])[parts_of]
+    value = value + (lots - 0.5) * VARIETY + worn(parts_of.shape) * rough
+    step = np.clip(np.floor(value + 0.5), 0, len(COLD) - 1).astype(int)
+    odd = (lots * 7.3) % 1
+    picture = np.array(COLD, np.uint8)[step]
+    picture = np.where(odd < 0.29 * np.clip(tint, 0, 1), np.array(BLUE, np.uint8)[step], picture)
+    picture = np.where((odd > 0.66) & (odd < 0.8) & (tint > 1), np.array(GREEN, np.uint8)[step], picture)
+    picture = np.where((odd > 0.4) & (odd < 0.4 + 0.2 * np.clip(tint, 0, 1)), np.array(DUSK, np.uint8)[step], picture)
+    glowing = dithered(warm + (lots - 0.5) * 0.5 + 0.35, 1) > 0
+    fiery = np.where((odd > 0.3) & (odd < 0.45), np.array(ASHEN, np.uint8)[step], np.array(WARM, np.uint8)[step])
+    return np.where(glowing, fiery, picture)
+
+
+def glow(solid: np.ndarray, x: float, y: float, radius: float, strength: float) -> Field:
+    """Light of one flame: strongest at its place, zero at the radius, a little taller above; walls stop it."""
+    light = np.zeros(solid.shape)
+    reach = int(radius) + 8
+    left, top = max(int(x) - reach, 0), max(int(y) - reach, 0)
+    area = np.s_[top : min(int(y) + reach, solid.shape[0]), left : min(int(x) + reach, solid.shape[1])]
+    py, px = np.mgrid[area] + 0.5
     dy = np.where(py < y, (py - y) * 0.9, (py - y) * 1.05)
-    return np.clip(1 - np.hypot(px - x, dy) / radius, 0, 1) * strength
+    blocked = np.zeros(px.shape)
+    for part in np.arange(1, 25) / 25:
+        at_y, at_x = (y + (py - y) * part).astype(int), (x + (px - x) * part).astype(int)
+        blocked += solid[np.clip(at_y, 0, solid.shape[0] - 1), np.clip(at_x, 0, solid.shape[1] - 1)]
+    through = np.clip(1.25 - blocked / 25 * np.hypot(px - x, py - y) / 14, 0, 1)
+    light[area] = np.clip(1 - np.hypot(px - x, dy) / radius, 0, 1) * strength * through
+    return light
 
 
 def blurred(field: Field, reach: int) -> Field:

@@ -10,7 +10,7 @@ import math
 
 import numpy as np
 
-from knight_motion import Clip, Ring, Smear
+from knight_motion import SLAM_AT, Clip, Ring, Smear
 from knight_raster import (
     ANCHOR_X, ANCHOR_Y, FRAME_H, FRAME_W, LIGHT, MIDDLE, OUTLINE, SHADE, blank, code, fire_codes, lay, pixel_grid,
 )
@@ -180,30 +180,54 @@ def _side_fade() -> np.ndarray:
 
 
 def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
-    """The special attack: walls of fire run from the planted blade to both ends of the frame."""
+    """The special attack: fire runs from the planted blade to both ends of the frame.
+
+    The ground under it may rise and fall. So it stands on separate tongues whose feet differ in height, and its outer
+    thirds leap from the ground in arcs that come down in a point.
+    """
     x, y = np.broadcast_arrays(*pixel_grid())
-    start = 6.0
-    age = time - start
+    age = time - 6.0
     if age < 0 or time > clip.frames - 1.5:
         return np.zeros_like(x)
     front = 30 + 150 * (1 - (1 - min(age / 5.0, 1)) ** 1.8)
-    distance = np.abs(x - 14)
-    behind = front - distance  # how long ago the front passed, in pixels
-    rise = np.clip(behind / 14, 0, 1)
-    crest = np.exp(-((behind - 16) / 26) ** 2)
     dying = np.clip(1 - (age - 4.0) / 5.0, 0, 1) ** 1.3
-    height = rise * (62 + 36 * crest) * dying * np.where(x < 14, 0.85, 1.0)
-    height *= 0.55 + 0.45 * np.clip(distance / 30, 0, 1)
-    level = -y / np.maximum(height, 1)
-    heat = 1.28 - level * 0.95 - np.maximum(level - 0.75, 0) * 4 - (1 - _tongues(time, seed)) * 0.95
-    heat = np.where((height > 9) & (behind > 0), heat, 0) * (0.6 + 0.4 * dying)
-    return heat * _side_fade()
+    heat = np.zeros_like(x)
+    torn = 1 - _tongues(time, seed)
+    random = np.random.Generator(np.random.PCG64(seed + 31))
+    # tongues over the inner third of each side
+    for n in range(-6, 7):
+        at = 14 + n * 9.5 + random.uniform(-2.5, 2.5)
+        foot, tall, wide = random.uniform(0, 7) * min(abs(n), 4) / 4, random.uniform(44, 84), random.uniform(5.5, 8.5)
+        sway, phase = random.uniform(-0.25, 0.25), random.uniform(0, 6.28)
+        behind = front - abs(at - 14)
+        if behind <= 0:
+            continue
+        grown = min(behind / 16, 1) * (1 + 0.35 * math.exp(-((behind - 16) / 26) ** 2)) * dying
+        height = max(tall * grown * (0.92 + 0.08 * math.sin(phase + time * 2.3)), 0.1)
+        level = (-y - foot) / height
+        shape = np.sqrt(np.clip(level + 0.05, 0, 1)) * np.clip(1 - level, 0, 1) ** 0.8 * 1.9
+        away = np.abs(x - at - sway * (-y) - 3 * np.sin(-y / 9 - time * 2 + phase)) / np.maximum(wide * shape, 0.3)
+        value = 1.32 - away * 0.75 - np.clip(level, 0, 1) * 0.5 - torn * 0.42
+        heat = np.where((level > 0) & (level < 1) & (height > 9), np.maximum(heat, value), heat)
+    # arcs over the outer two thirds, the second lower and further out
+    for side in (-1, 1):
+        for begin, end, rise, thick, seed_of in ((40, 98, 40, 11, 0), (78, 136, 27, 8, 1)):
+            along = (side * (x - 4) - begin) / (end - begin)
+            reach = np.clip((front - begin) / (end - begin), 0, 1)
+            inside = (along > 0) & (along < reach)
+            crown = 8 + rise * 4 * along * (1 - along) * (0.75 + 0.25 * dying)
+            body = thick * np.sqrt(np.clip(4 * along * (1 - along), 0, 1)) * dying * np.clip((reach - along) / 0.22, 0, 1)
+            lick = _noise(x / 5 + seed_of * 9, y * 0 + time * 1.3 + seed_of * 5, seed + 11) * 1.9
+            over = (-y - crown) / np.maximum(np.where(-y > crown, body * (0.6 + lick), body * 0.55), 0.4)
+            value = 1.22 - np.abs(over) * 0.85 - torn * 0.35 - 0.25 * along
+            heat = np.where(inside & (np.abs(over) < 1) & (body > 2.0), np.maximum(heat, value), heat)
+    return heat * (0.6 + 0.4 * dying) * _side_fade()
 
 
 def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """The end of the third attack: a dome of fire where the blade hits the ground."""
     x, y = np.broadcast_arrays(*pixel_grid())
-    age = time - 16.0
+    age = time - SLAM_AT
     if age < 0 or age > 7:
         return np.zeros_like(x)
     radius = 16 + 46 * (1 - (1 - min(age / 3.0, 1)) ** 2)
@@ -261,8 +285,23 @@ def charge_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
 EFFECTS = {"wave": wave_heat, "burst": burst_heat, "ward": ward_heat}
 
 
+def paint_dust(frame: np.ndarray, clip: Clip, number: int) -> None:
+    """Puffs of dust: pixels of 2 px that spread, rise and thin out over three frames."""
+    for puff in clip.dust:
+        age = (number - puff.frame) % clip.frames
+        if age > 2:
+            continue
+        random = np.random.Generator(np.random.PCG64(puff.frame * 7 + age))
+        for _ in range((4, 6, 3)[age]):
+            px = math.floor(puff.x + puff.speed * age * 0.9 + random.uniform(-3 - 2 * age, 2 + age)) + ANCHOR_X
+            py = FRAME_H - 2 - math.floor(random.uniform(0, 1 + 3 * age))
+            if EDGE <= px < FRAME_W - EDGE:
+                frame[py : py + 2, px : px + 2] = code("dust", LIGHT if age == 0 else MIDDLE if age == 1 else SHADE)
+
+
 def paint_behind(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
-    """What lies behind the knight: the far halves of rings and the large fields."""
+    """What lies behind the knight: dust, the far halves of rings and the large fields."""
+    paint_dust(frame, clip, number)
     if clip.effect in ("wave", "burst"):
         lay(frame, fire_codes(EFFECTS[clip.effect](clip, float(number), seed), 0.3))
     if clip.effect == "wave":

@@ -62,6 +62,15 @@ class Spray:
 
 
 @dataclass(frozen=True)
+class Dust:
+    """A puff kicked up at a place on the ground, which then passes by with it."""
+
+    frame: int
+    x: float
+    speed: float = -25.0  # of the ground, pixels a frame
+
+
+@dataclass(frozen=True)
 class Clip:
     name: str
     frames: int
@@ -75,6 +84,7 @@ class Clip:
     smears: tuple[Smear, ...] = ()
     rings: tuple[Ring, ...] = ()
     sprays: tuple[Spray, ...] = ()
+    dust: tuple[Dust, ...] = ()
     flash: dict[int, int] = field(default_factory=dict)  # frame -> 2 whole body glows, 1 it fades
     effect: str = ""  # a field of fire drawn by its own function
 
@@ -142,17 +152,20 @@ IDLE = (
 )
 
 # --- run: one foot's path under the hip, the other foot half a clip later ---
+# The ground passes by 25 px a frame. A foot stands for two frames: it lands flat before the body and leaves on its
+# toes behind it, 25 px further back, so that the toes stay on one spot of the ground. Then both feet are in the air.
 FOOT_PATH = (  # x, height, turn
-    (9.5, 0.0, 18.0),  # contact
-    (5.0, 0.0, 0.0),  # down
-    (-1.0, 0.0, 0.0),  # pass
-    (-7.0, -1.0, -32.0),  # push
-    (-11.0, -5.0, -62.0),  # off the ground
-    (-7.0, -8.0, -58.0),
-    (2.0, -7.0, -20.0),
-    (9.0, -4.0, 10.0),
+    (8.4, 0.0, 0.0),  # contact
+    (-13.8, -3.9, -70.0),  # push-off
+    (-13.5, -8.5, -80.0),  # up
+    (-8.0, -11.5, -66.0),
+    (0.0, -10.5, -38.0),  # under the body while the other foot stands
+    (8.0, -9.5, -8.0),
+    (11.0, -6.5, 12.0),  # up
+    (10.5, -3.0, 12.0),
 )
-RUN_HIP = (-13.0, -12.4, -13.6, -15.0)
+FAR_SHIFT = (1.1, 2.2, 1.5, 1.0, 0.0, 0.0, 0.0, 0.5)  # the far hip is the one in front
+RUN_HIP = ((0.8, -11.6), (-1.4, -12.4), (-0.8, -15.4), (0.2, -14.2))  # x, y
 
 
 def _run_key(frame: int) -> Key:
@@ -161,9 +174,9 @@ def _run_key(frame: int) -> Key:
     return (
         frame, "lin",
         Pose(
-            hip_x=-1.0, hip_y=RUN_HIP[frame % 4], lean=17, head=-6,
+            hip_x=RUN_HIP[frame % 4][0], hip_y=RUN_HIP[frame % 4][1], lean=23, head=-11,
             near_x=near[0], near_y=near[1], near_turn=near[2],
-            far_x=far[0], far_y=far[1], far_turn=far[2],
+            far_x=far[0] + FAR_SHIFT[(frame + 4) % 8], far_y=far[1], far_turn=far[2],
             hand_x=-6.0 - 1.5 * swing, hand_y=5.0 - 0.8 * abs(swing), sword=172 + 5 * swing,
             off_x=2.0 + 6.0 * swing, off_y=5.0 - 2.0 * max(swing, 0),
         ),
@@ -175,22 +188,22 @@ RUN = tuple(_run_key(frame) for frame in range(9))
 # --- in the air ---
 RISE = Pose(
     hip_x=-1, hip_y=-17, lean=10, head=-12, near_x=-5, near_y=-3, near_turn=-40, far_x=5, far_y=-8, far_turn=-12,
-    hand_x=-6, hand_y=6, sword=212, off_x=5, off_y=-5,
+    hand_x=-7, hand_y=3, sword=190, off_x=5, off_y=-5,
 )
 FALL = Pose(
     hip_x=0, hip_y=-17, lean=2, head=8, near_x=-9, near_y=-6, near_turn=-48, far_x=6, far_y=-6, far_turn=-8,
-    hand_x=-4, hand_y=-8, sword=136, off_x=8, off_y=-4,
+    hand_x=-7, hand_y=-3, sword=158, off_x=8, off_y=-4,
 )
 J_UP = (
     (0, "lin", RISE),
-    (1, "io", RISE.but(near_y=-4, far_y=-9, hand_y=5.4, sword=208)),
-    (2, "io", RISE.but(near_y=-3.5, near_turn=-46, hand_x=-6.5, sword=215)),
+    (1, "io", RISE.but(near_y=-4, far_y=-9, hand_y=2.6, sword=188)),
+    (2, "io", RISE.but(near_y=-3.5, near_turn=-46, hand_x=-7.3, sword=192)),
     (3, "io", RISE),
 )
 J_DOWN = (
     (0, "lin", FALL),
-    (1, "io", FALL.but(near_x=-8, near_y=-7, far_y=-5, hand_y=-8.6, sword=132, off_y=-5.5)),
-    (2, "io", FALL.but(near_y=-5, far_x=7, sword=139, off_y=-3)),
+    (1, "io", FALL.but(near_x=-8, near_y=-7, far_y=-5, hand_y=-3.6, sword=155, off_y=-5.5)),
+    (2, "io", FALL.but(near_y=-5, far_x=7, sword=160, off_y=-3)),
     (3, "io", FALL),
 )
 CROUCH = Pose(
@@ -231,12 +244,11 @@ AIR_CUT = FALL.but(
     hand_x=8, hand_y=2, sword=-30, off_x=-6, off_y=3,
 )
 AIR_ATK = (
-    (0, "lin", FALL.but(hand_x=-5, sword=140)),
-    (1, "out", AIR_WIND),
-    (2, "lin", AIR_WIND.but(sword=158)),
-    (3, "snap", AIR_CUT),
-    (4, "out", AIR_CUT.but(hand_x=7, hand_y=4, sword=-44, lean=26)),
-    (5, "out", AIR_CUT.but(hand_x=6, hand_y=4, sword=-46, lean=24)),
+    (0, "lin", AIR_WIND.but(sword=158)),
+    (1, "snap", AIR_CUT),
+    (2, "out", AIR_CUT.but(hand_x=7, hand_y=4, sword=-44, lean=26)),
+    (4, "out", AIR_CUT.but(hand_x=6, hand_y=4, sword=-52, lean=27)),
+    (5, "out", AIR_CUT.but(hand_x=5, hand_y=4, sword=-46, lean=22)),
     (7, "io", FALL.but(hand_x=4, hand_y=4, sword=20, lean=2)),
 )
 
@@ -266,13 +278,12 @@ CUT = Pose(
 )
 CUT_LOW = CUT.but(hand_x=8, hand_y=3.5, sword=-30, lean=24)
 ATK_1 = (
-    (0, "lin", STAND.but(hand_x=5, hand_y=3, sword=72, lean=0)),
-    (1, "out", WIND_UP.but(hip_x=-2)),
-    (2, "out", WIND_UP.but(sword=158)),
-    (3, "snap", CUT),
-    (4, "out", CUT_LOW),
-    (5, "out", CUT_LOW.but(sword=-32)),
-    (6, "out", CUT_LOW.but(sword=-30)),
+    (0, "lin", WIND_UP.but(sword=156)),
+    (1, "snap", CUT),
+    (2, "out", CUT_LOW),
+    (3, "out", CUT_LOW.but(hip_x=4.6, sword=-40, lean=27, hand_x=6.5, hand_y=4.5)),
+    (5, "out", CUT_LOW.but(sword=-36, lean=25)),
+    (6, "io", CUT_LOW.but(hip_x=3, sword=-24, lean=19)),
     (8, "io", STAND.but(hip_x=1, hip_y=-13, far_x=6, hand_y=7, sword=10, lean=8)),
     (10, "io", STAND),
 )
@@ -281,18 +292,18 @@ BACK_CUT = Pose(
     reach=1.15,
 )
 ATK_2 = (
-    (0, "lin", STAND.but(hand_x=5, hand_y=2, sword=74, lean=0)),
-    (2, "out", WIND_UP),
-    (3, "lin", WIND_UP.but(sword=160)),
-    (4, "snap", CUT),
-    (5, "out", CUT_LOW),
-    (6, "lin", CUT_LOW.but(hip_x=3, hip_y=-11, hand_x=4, hand_y=5, sword=-80, lean=26, blade=0.5)),
-    (7, "out", CUT_LOW.but(hip_x=2, hip_y=-10.5, hand_x=-6, hand_y=3, sword=-156, lean=28)),
-    (8, "lin", CUT_LOW.but(hip_x=2, hip_y=-10, hand_x=-7, hand_y=2.5, sword=-166, lean=30)),
-    (9, "snap", BACK_CUT.but(sword=60, hand_x=7, hand_y=-5)),
-    (10, "out", BACK_CUT),
-    (11, "out", BACK_CUT.but(sword=128, lean=-10)),
-    (13, "lin", BACK_CUT.but(sword=130, lean=-10)),
+    (0, "lin", WIND_UP.but(hip_x=-1, sword=128)),
+    (1, "out", WIND_UP.but(sword=160)),
+    (2, "snap", CUT),
+    (3, "out", CUT_LOW),
+    (4, "out", CUT_LOW.but(sword=-38, lean=26)),
+    (5, "lin", CUT_LOW.but(hip_x=3, hip_y=-11, hand_x=4, hand_y=5, sword=-84, lean=26, blade=0.5)),
+    (6, "out", CUT_LOW.but(hip_x=2, hip_y=-10.5, hand_x=-6, hand_y=3, sword=-160, lean=29)),
+    (7, "snap", BACK_CUT.but(sword=60, hand_x=7, hand_y=-5)),
+    (8, "out", BACK_CUT),
+    (9, "out", BACK_CUT.but(sword=128, lean=-11)),
+    (11, "lin", BACK_CUT.but(sword=132, lean=-12)),
+    (13, "io", BACK_CUT.but(sword=118, lean=-6, hip_y=-13.5)),
     (15, "io", STAND.but(hand_x=4, hand_y=2, sword=80, far_x=6)),
     (18, "io", STAND),
 )
@@ -307,23 +318,24 @@ RAISED = Pose(
 SLAM = Pose(
     hip_x=3, hip_y=-9.5, lean=32, head=-10, near_x=-7, near_turn=0, far_x=9, hand_x=7, hand_y=6, sword=-22, grip=1,
 )
+SLAM_AT = 12  # the frame of the third attack in which the blade hits the ground
 ATK_3 = (
-    (0, "lin", STAND),
-    (2, "out", COIL),
-    (4, "lin", COIL.but(hip_y=-10, sword=194)),
-    (5, "in", SPIN),
-    (6, "lin", SPIN.but(face=-1)),
-    (7, "lin", SPIN.but(face=-1, blade=0.7)),
-    (8, "lin", SPIN),
-    (9, "lin", SPIN.but(blade=0.8)),
-    (10, "lin", SPIN.but(face=-1)),
-    (11, "lin", SPIN.but(hip_y=-12, lean=12)),
-    (13, "out", RAISED),
-    (15, "out", RAISED.but(sword=122, hip_y=-15, lean=-13)),
-    (16, "snap", SLAM),
-    (17, "out", SLAM.but(hip_y=-9, sword=-26)),
-    (21, "lin", SLAM.but(hip_y=-9, sword=-24)),
-    (24, "io", STAND.but(hip_y=-12, lean=14, hand_y=8, sword=0, far_x=6)),
+    (0, "lin", COIL.but(hip_y=-11.5, lean=14, sword=172)),
+    (1, "out", COIL.but(hip_y=-10, sword=194)),
+    (2, "in", SPIN),
+    (3, "lin", SPIN.but(face=-1)),
+    (4, "lin", SPIN.but(face=-1, blade=0.7)),
+    (5, "lin", SPIN),
+    (6, "lin", SPIN.but(blade=0.8)),
+    (7, "lin", SPIN.but(face=-1)),
+    (8, "lin", SPIN.but(hip_y=-12, lean=12)),
+    (10, "out", RAISED),
+    (11, "out", RAISED.but(sword=122, hip_y=-15, lean=-13)),
+    (SLAM_AT, "snap", SLAM),
+    (13, "out", SLAM.but(hip_y=-9, sword=-26)),
+    (15, "out", SLAM.but(hip_y=-8.6, sword=-28, lean=35)),
+    (19, "io", SLAM.but(hip_y=-9, sword=-24)),
+    (23, "io", STAND.but(hip_y=-12, lean=14, hand_y=8, sword=0, far_x=6)),
     (27, "io", STAND),
 )
 INVOKE = Pose(
@@ -375,13 +387,20 @@ LYING = Pose(
     hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=5.6, hand_y=-7.5,
     sword=91, off_x=4, off_y=6, heat=0.0, roll=90, pivot_x=-8, pivot_y=-8.0,
 )
+# On the way from the knees to the ground, half turned and the free hand ahead.
+SINKING = LYING.but(
+    hip_y=-8, lean=12, head=14, roll=52, near_x=-7, near_y=6, near_turn=-20, far_x=-3, far_y=6, far_turn=-30, off_x=6,
+    off_y=2, hand_x=5, hand_y=-3, sword=48, heat=0.55, pivot_x=-7, pivot_y=-4,
+)
 DEATH = (
     (0, "lin", STRUCK),
     (1, "out", STRUCK.but(lean=-18, hand_y=6, sword=20)),
     (3, "in", KNEEL),
     (4, "out", KNEEL.but(hip_y=-8, lean=20, head=30)),
-    (6, "lin", KNEEL.but(hip_y=-8, lean=26, head=36, heat=0.7)),
-    (8, "lin", LYING.but(heat=0.55)),
+    (5, "lin", KNEEL.but(hip_y=-8, lean=26, head=36, heat=0.75)),
+    (6, "in", KNEEL.but(hip_y=-7.4, lean=40, head=40, heat=0.65, off_x=7, off_y=6)),
+    (7, "lin", SINKING),
+    (8, "out", LYING.but(roll=84, heat=0.45)),
     (9, "out", LYING.but(heat=0.3)),
     (10, "lin", LYING),
     (12, "lin", LYING),
@@ -389,24 +408,25 @@ DEATH = (
 
 CLIPS: tuple[Clip, ...] = (
     Clip("idle", 8, IDLE, loop=True, wind=(-0.5, 0.0), flutter=0.5),
-    Clip("run", 8, RUN, loop=True, grounded=False, wind=(-4.6, -1.0), flutter=1.0, drift=(-6.0, 0.0)),
-    Clip("j_up", 3, J_UP, loop=True, grounded=False, wind=(-0.9, 1.6), flutter=0.5, drift=(-1.5, 4.0)),
-    Clip("j_down", 3, J_DOWN, loop=True, grounded=False, wind=(-0.9, -3.2), flutter=0.9, drift=(-1.0, -3.0)),
+    Clip("run", 8, RUN, loop=True, grounded=False, wind=(-4.6, -1.0), flutter=1.0, drift=(-6.0, 0.0),
+         dust=(Dust(1, -14), Dust(5, -14))),
+    Clip("j_up", 3, J_UP, loop=True, grounded=False, wind=(-0.9, 2.8), flutter=0.5, drift=(-1.5, 5.0)),
+    Clip("j_down", 3, J_DOWN, loop=True, grounded=False, wind=(-0.9, -4.4), flutter=0.9, drift=(-1.0, -4.0)),
     Clip("jump", 20, JUMP, grounded=False, wind=(-0.8, 0.0), flutter=0.4),
     Clip("air_atk", 8, AIR_ATK, grounded=False, wind=(-0.8, -2.4), flutter=0.5, drift=(0.0, -1.5), rate=1.4,
-         smears=(Smear(3, 2.0, 3.0, 1.35), Smear(4, 2.15, 3.3, 1.35, 0.65))),
+         smears=(Smear(1, 0.0, 1.0, 1.35), Smear(2, 0.15, 1.3, 1.35, 0.65))),
     Clip("roll", 8, ROLL, wind=(-1.0, 0.0), drift=(-6.0, 0.0), rate=0.6,
          sprays=(Spray(0.4, 6.6, -4, -10, (3, 8), (1, 3), (100, 170), 5, (1.5, 3.2)),)),
-    Clip("1_atk", 11, ATK_1, rate=1.3, smears=(Smear(3, 2.0, 3.0, 1.4), Smear(4, 2.15, 3.3, 1.4, 0.65))),
+    Clip("1_atk", 11, ATK_1, rate=1.3, smears=(Smear(1, 0.0, 1.0, 1.4), Smear(2, 0.15, 1.3, 1.4, 0.65))),
     Clip("2_atk", 19, ATK_2, rate=1.4,
-         smears=(Smear(4, 3.0, 4.0, 1.4), Smear(5, 3.15, 4.3, 1.4, 0.65),
-                 Smear(9, 8.2, 9.0, 1.55), Smear(10, 8.6, 10.0, 1.5, 0.8))),
+         smears=(Smear(2, 1.0, 2.0, 1.4), Smear(3, 1.15, 2.3, 1.4, 0.65),
+                 Smear(7, 6.2, 7.0, 1.55), Smear(8, 6.6, 8.0, 1.5, 0.8))),
     Clip("3_atk", 28, ATK_3, rate=1.6, effect="burst",
-         rings=(Ring(5, -17, 34, 100, 180, 0.8), Ring(6, -17, 38, 0, 250), Ring(7, -17, 40, 90, 260),
-                Ring(8, -17, 42, 180, 280), Ring(9, -17, 43, 270, 280), Ring(10, -17, 44, 360, 300),
-                Ring(11, -17, 44, 450, 260, 0.6)),
-         smears=(Smear(16, 15.0, 16.0, 1.5),),
-         sprays=(Spray(16.5, 18.5, 34, -3, (8, 2), (4, 13), (15, 165), 9, (2, 5)),)),
+         rings=(Ring(2, -17, 38, 100, 200), Ring(3, -17, 42, 0, 270), Ring(4, -17, 43, 90, 260),
+                Ring(5, -17, 44, 180, 280), Ring(6, -17, 44, 270, 280), Ring(7, -17, 44, 360, 300, 0.9),
+                Ring(8, -17, 44, 450, 260, 0.6)),
+         smears=(Smear(SLAM_AT, SLAM_AT - 1.0, SLAM_AT, 1.5),),
+         sprays=(Spray(SLAM_AT + 0.5, SLAM_AT + 2.5, 34, -3, (8, 2), (4, 13), (15, 165), 9, (2, 5)),)),
     Clip("sp_atk", 18, SP_ATK, rate=1.8, effect="wave",
          smears=(Smear(6, 5.0, 6.0, 1.3),),
          sprays=(Spray(8.0, 12.5, 0, -8, (124, 5), (4, 10), (60, 120), 7, (3, 6)),)),

@@ -27,6 +27,7 @@ MATERIALS: dict[str, tuple[str, str, str, str, str]] = {
     "gold": ("gold.0", "gold.1", "gold.2", "gold.3", "flame.3"),
     "leather": ("wood.0", "wood.1", "wood.2", "wood.3", "gold.2"),
     "fire": ("flame.0", "flame.1", "flame.2", "flame.3", "flame.3"),
+    "dust": ("stone.0", "stone.1", "stone.2", "stone.3", "stone.4"),
     "ember": ("cloth.0", "cloth.2", "flame.1", "flame.2", "flame.2"),
 }
 OUTLINE, SHADE, MIDDLE, LIGHT, GLINT = range(5)

@@ -13,7 +13,7 @@ BEAT = 24500  # samples: 108 beats a minute
 BARS = 32
 LENGTH = BARS * 4 * BEAT
 PEAK_DB = -7.0  # low enough to leave the effects in front
-OGG_QUALITY = 0.0
+OGG_QUALITY = 4.0
 MP3_KBPS = 80
 
 CHORDS = {  # bass, then the tones of the broken chord from below

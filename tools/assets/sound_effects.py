@@ -134,9 +134,13 @@ RETRO = {"sfx_movement_jump1": jump, "sfx_coin_single1": coin, "sfx_damage_hit1"
          "sfx_exp_short_hard1": explosion, "sfx_wpn_laser1": laser, "sfx_sounds_fanfare1": fanfare}
 
 
+GAIN_DB = {"error_001": -5.0}  # its low buzz carries further than the chimes at the same loudness
+
+
 def make(out_dir: Path) -> None:
     for name, sound in INTERFACE.items():
-        write_ogg(out_dir / f"audio/sfx/interface/{name}.ogg", np.pad(finish(sound(), 80), (round(LEAD_IN * RATE), 0)), 4)
+        samples = finish(sound(), 80) * decibels(GAIN_DB.get(name, 0.0))
+        write_ogg(out_dir / f"audio/sfx/interface/{name}.ogg", np.pad(samples, (round(LEAD_IN * RATE), 0)), 4)
     for name, sound in RETRO.items():
         write_wav(out_dir / f"audio/sfx/retro/{name}.wav", finish(sound()))
 

@@ -20,7 +20,8 @@ import ui_font_glyphs as table
 from ui_font_stroke import CAP, XH, Affine, Contour, contours
 
 FILE_NAME = "EuroStyle Normal.ttf"
-ASCENT, DESCENT = 950, 250
+ASCENT, DESCENT = 860, 230  # a line is 1.09 em high
+GAP = 22  # between a capital and its mark
 BORN = 3_800_000_000  # seconds since 1904; fixed, so that the bytes never change
 COMBINING = {
     "\u0300": "_grave", "\u0301": "_acute", "\u0302": "_hat",
@@ -156,6 +157,7 @@ class Font:
         self.advance: dict[str, int] = {}
         self.cmap: dict[int, str] = {}
         self.box: dict[str, tuple] = {}
+        self.rise: dict[str, tuple] = {}
 
     def add(self, name: str, shape: list[Contour], advance: int) -> None:
         self.glyphs[name] = drawn(shape)
@@ -164,6 +166,7 @@ class Font:
         if points:
             xs, ys = zip(*points)
             self.box[name] = (min(xs), max(xs), max(ys))
+            self.rise[name] = (min(ys), max(ys))
 
     def add_entries(self) -> None:
         self.add(".notdef", *placed(table.NOTDEF))
@@ -186,11 +189,15 @@ class Font:
         under, over = glyph_name(base), glyph_name(COMBINING[mark])
         left, right, top = self.box[under]
         dx = round((left + right) / 2)
-        dy = CAP - XH if top > XH + 40 else 0
+        flat, dy = 1.0, 0
+        if top > XH + 40:  # marks on capitals are lower, so that they stay within the line
+            low, high = self.rise[over]
+            flat = min(1.0, (ASCENT - 8 - top - GAP) / (high - low))
+            dy = round(top + GAP - flat * low)
         pad = max(0, 12 - self.box[over][0] - dx)  # wide marks on i stay off the neighbours
         pen = TTGlyphPen({under: None, over: None})
         pen.addComponent(under, (1, 0, 0, 1, pad, 0))
-        pen.addComponent(over, (1, 0, 0, 1, dx + pad, dy))
+        pen.addComponent(over, (1, 0, 0, flat, dx + pad, dy))
         name = glyph_name(char)
         self.glyphs[name] = pen.glyph()
         self.advance[name] = self.advance[under] + 2 * pad

@@ -212,11 +212,13 @@ KERN_FIRST = {
     "A": "A", "O": "DOQ\u00d0\u00d8", "F": "F", "K": "K", "L": "L", "P": "P\u00de", "R": "R", "T": "T",
     "V": "VW", "Y": "Y", "o": "bceop\u00e6\u00f8\u00fe", "f": "f", "k": "kx", "r": "r", "v": "vwy",
     "quote": "\"'\u2018\u2019\u201c\u201d", "dot": ".,\u2026", "dash": "-\u2013\u2014\u00ad",
+    "one": "1", "four": "4", "seven": "7", "round": "02356890",
 }
 KERN_SECOND = {
     "A": "A\u00c6", "O": "CGOQ\u00d8", "J": "J", "T": "T", "V": "VW", "Y": "Y", "a": "a\u00e6",
     "o": "cdegoq\u00f8", "n": "mnpru\u0131", "s": "s", "v": "vwy", "x": "x", "z": "z",
     "quote": "\"'\u2018\u2019\u201c\u201d", "dot": ".,\u2026", "dash": "-\u2013\u2014\u00ad",
+    "one": "1", "four": "4",
 }
 KERNS = {
     "A": "T-72 V-72 Y-84 O-16 v-34 quote-70",
@@ -231,7 +233,11 @@ KERNS = {
     "Y": "A-84 J-70 O-28 a-70 o-76 n-46 s-62 v-32 dot-110 dash-80",
     "o": "T-70 V-44 Y-74 v-10 x-12 quote-20",
     "f": "a-12 o-14 dot-56 quote24",
-    "k": "o-20",
+    "k": "o-20 one-74",
+    "one": "one-60 four-56 x-40",
+    "four": "one-40 x-30",
+    "seven": "four-40",
+    "round": "x-26 one-24",
     "r": "a-14 o-14 dot-90 dash-34",
     "v": "A-34 T-54 Y-32 a-12 o-12 dot-76",
     "quote": "A-80 a-30 o-44 s-34",

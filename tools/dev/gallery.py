@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Turns the BMP pictures of one folder into those of docs/gallery: a PNG of each, overview.png with all of them at half
+their size, three to a row, and play.webp, the animation of the pictures named play-*."""
+
+import sys
+from pathlib import Path
+
+from PIL import Image
+
+COLUMNS = 3
+GAP = 8
+BACKGROUND = (20, 24, 30)
+FRAME_MS = 50
+LARGEST = 3_000_000  # bytes; people wait for what is larger
+
+
+def overview(pictures: list[Image.Image]) -> Image.Image:
+    small = [picture.reduce(2) for picture in pictures]
+    width, height = small[0].size
+    rows = -(-len(small) // COLUMNS)
+    sheet = Image.new("RGB", (COLUMNS * (width + GAP) + GAP, rows * (height + GAP) + GAP), BACKGROUND)
+    for i, picture in enumerate(small):
+        sheet.paste(picture, (GAP + i % COLUMNS * (width + GAP), GAP + i // COLUMNS * (height + GAP)))
+    return sheet
+
+
+def main(source: Path, target: Path) -> None:
+    target.mkdir(parents=True, exist_ok=True)
+    for old in [*target.glob("*.png"), *target.glob("*.webp")]:
+        old.unlink()
+    pictures = []
+    for path in sorted(source.glob("*.bmp")):
+        if path.stem.startswith("play-"):
+            continue
+        pictures.append(Image.open(path).convert("RGB"))
+        pictures[-1].save(target / f"{path.stem}.png", optimize=True)
+    overview(pictures).save(target / "overview.png", optimize=True)
+
+    frames = [Image.open(path).convert("RGB") for path in sorted(source.glob("play-*.bmp"))]
+    animation = target / "play.webp"
+    frames[0].save(
+        animation, save_all=True, append_images=frames[1:], duration=FRAME_MS, loop=0, lossless=True, quality=80, method=4
+    )
+    size = animation.stat().st_size
+    print(f"{len(pictures)} pictures; {animation.name}: {len(frames)} frames, {size} bytes")
+    if size > LARGEST:
+        sys.exit(f"{animation} is larger than {LARGEST} bytes")
+
+
+if __name__ == "__main__":
+    main(Path(sys.argv[1]), Path(sys.argv[2]))
