@@ -26,9 +26,9 @@ constexpr Scene SCENES[] = {
     {"text", "text-demo", "800x450", "1"},
     {"text_twice", "text-demo", "801x321", "1", TWICE},
 
-    {"texture", "texture-demo", "480x300", "20.5"},
-    {"texture_twice", "texture-demo", "900x501", "1.5s 5", TWICE},
-    {"texture_between", "texture-demo", "480x300", "20 5", SLOW},
+    {"texture", "texture-demo", "640x450", "20.5"},
+    {"texture_twice", "texture-demo", "1200x901", "1.5s 5", TWICE},
+    {"texture_between", "texture-demo", "640x450", "20.5", SLOW},
 
     {"tilemap", "tilemap-demo", "640x360", "1s 15.5"},
     {"tilemap_small_view", "tilemap-demo", "301x200", "6.5s 10", TWICE},

@@ -141,7 +141,7 @@ void EngineTest::play_word(const std::string &word) {
     } else if (word.starts_with("pad:")) {
         play_pad(word.substr(4));
     } else if (std::sscanf(word.c_str(), "%lf", &time) == 1 && word.back() == 's') {
-        frames(static_cast<int>(4 * time), 0.25);
+        for (time += 1e-6; time > 2e-6; time -= 0.25) frame(std::min(time, 0.25)); // a little more: whole steps
     } else if (std::sscanf(word.c_str(), "%lf", &time) == 1) {
         frames(static_cast<int>(time), 1.0 / 60);
         if (time != std::floor(time)) frame((time - std::floor(time)) / 60);

@@ -39,7 +39,7 @@ protected:
 
     // Plays a user by script, words separated by blanks. Events reach SDL's queue, for the next frame.
     //   30 2.5            frames of a sixtieth of a second; a last, shorter one for the fraction
-    //   7s                seconds, in frames of a quarter second: the same steps, and little to draw
+    //   7s 0.1s           seconds, in frames of up to a quarter second: the same steps, and little to draw
     //   Down Left_Shift   key presses, as SDL names keys, with "_" for blanks; key:1 where the name is a number
     //   ~Down ctrl:Q      an automatic repeat; a press with Ctrl
     //   +Right -Right     a key held from now on, and released
