@@ -4,17 +4,14 @@
 #include "audio/audio.h"
 #include "audio/audio_internal.h"
 #include "audio/sfx.h"
-#include "config/config_internal.h"
-#include "support/allocation_faults.h"
-#include "support/log_capture.h"
-#include "support/temporary_directory.h"
+#include "config/config.h"
+#include "support/engine_fixture.h"
 
 #include <SDL3/SDL_audio.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_init.h>
 #include <SDL3/SDL_timer.h>
 #include <SDL3_mixer/SDL_mixer.h>
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <limits>
@@ -30,21 +27,15 @@ bool within_seconds(double seconds, const std::function<bool()> &reached) {
     return reached();
 }
 
-class AudioMixerTest : public ::testing::Test {
+class AudioMixerTest : public EngineTest {
 protected:
     void SetUp() override {
-        directory.link_assets();
-        SDL_SetHintWithPriority(SDL_HINT_AUDIO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
-        ASSERT_TRUE(cfg_setup());
-        cfg_set_defaults();
+        EngineTest::SetUp();
+        ASSERT_TRUE(start());
     }
     void TearDown() override {
         for (MIX_Audio *&sound : sounds) audio_free(&sound);
-        audio_cleanup();
-        cfg_cleanup();
-        SDL_ResetHint(SDL_HINT_AUDIO_DRIVER);
-        EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0u) << "the audio subsystem was left open";
-        SDL_Quit();
+        EngineTest::TearDown();
     }
 
     MIX_Audio *tone(double seconds) { // freed at the end
@@ -53,14 +44,14 @@ protected:
         return sounds.back();
     }
 
-    TemporaryDirectory directory;
-    LogCapture log;
     std::vector<MIX_Audio *> sounds;
 };
 
 // --- lifetime ---
 
 TEST_F(AudioMixerTest, SetsUpOnceAndCleansUpTwice) {
+    audio_cleanup();
+    log.lines.clear();
     EXPECT_FALSE(audio_music_playing() || audio_play_sfx(nullptr) || audio_play_music(nullptr, 0));
     audio_stop_music(0); // before the set-up: nothing
     cfg_set_audio_volume(AUDIO_BUS_MASTER, 0.25f);
@@ -76,12 +67,12 @@ TEST_F(AudioMixerTest, SetsUpOnceAndCleansUpTwice) {
     audio_cleanup();
     audio_cleanup();
     EXPECT_TRUE(audio == nullptr && log.errors().empty());
-    log.lines.clear();
-    expect_allocation_faults_survived(&log, audio_setup, audio_cleanup);
+    EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0u) << "the audio subsystem was left open";
 }
 
 TEST_F(AudioMixerTest, WithoutADeviceItGoesOnSilently) {
     // A driver that does not start, and one that starts and cannot open its device.
+    audio_cleanup();
     SDL_SetHint("SDL_AUDIO_DISK_OUTPUT_FILE", "no/such/folder/file.raw");
     for (const char *driver : {"no-such-driver", "disk"}) {
         log.lines.clear();
@@ -92,6 +83,7 @@ TEST_F(AudioMixerTest, WithoutADeviceItGoesOnSilently) {
         EXPECT_TRUE(audio_play_sfx(tone(0.01))) << driver;
         for (MIX_Audio *&sound : sounds) audio_free(&sound);
         audio_cleanup();
+        EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0u) << driver;
     }
     SDL_ResetHint("SDL_AUDIO_DISK_OUTPUT_FILE");
 }
@@ -99,7 +91,6 @@ TEST_F(AudioMixerTest, WithoutADeviceItGoesOnSilently) {
 // --- playing ---
 
 TEST_F(AudioMixerTest, EffectsPlayOnceOnTheLowestIdleTrackAndTheSeventeenthIsDropped) {
-    ASSERT_TRUE(audio_setup());
     MIX_Audio *sound = tone(20), *extra = tone(20), *generated = sfx_generate(SFX_BLIP, 1);
     ASSERT_TRUE(audio_play_sfx(generated));
     audio_free(&generated); // while it plays: the mixer keeps it as long as it needs it
@@ -117,7 +108,6 @@ TEST_F(AudioMixerTest, EffectsPlayOnceOnTheLowestIdleTrackAndTheSeventeenthIsDro
 }
 
 TEST_F(AudioMixerTest, MusicIsReplacedAtOnceLoopsAndFades) {
-    ASSERT_TRUE(audio_setup());
     MIX_Audio *first = tone(0.05), *second = tone(20);
     ASSERT_TRUE(audio_play_music(first, 0));
     EXPECT_TRUE(MIX_GetTrackLoops(audio->music) == -1 && MIX_GetTrackFadeFrames(audio->music) == 0);
@@ -145,7 +135,6 @@ TEST_F(AudioMixerTest, MusicIsReplacedAtOnceLoopsAndFades) {
 // --- volumes ---
 
 TEST_F(AudioMixerTest, VolumesStayBetweenSilenceAndFull) {
-    ASSERT_TRUE(audio_setup());
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
     const std::pair<float, float> cases[] = {{-0.2f, 0}, {1.7f, 1}, {0.3f, 0.3f}, {nan, 0}, {inf, 1}, {-inf, 0}};
     for (int i = 0; i < AUDIO_BUS_COUNT; i++) {
@@ -167,7 +156,6 @@ TEST_F(AudioMixerTest, VolumesStayBetweenSilenceAndFull) {
 // --- files ---
 
 TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
-    ASSERT_TRUE(audio_setup());
     using namespace std::string_literals;
     const std::string wav = read_file("assets/audio/sfx/retro/sfx_wpn_laser1.wav");
     const std::string ogg = read_file("assets/audio/sfx/interface/click_001.ogg");

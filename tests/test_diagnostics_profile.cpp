@@ -51,33 +51,18 @@ TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
 
 // --- statistics ---
 
-// The same history kept without bounds, and looked at by sorting it.
-struct Reference {
-    std::vector<std::vector<uint64_t>> frames = {{}}; // ns by phase; the last is being recorded
-    std::vector<uint32_t> totals;
-
-    void add(int phase, uint64_t ns) {
-        frames.back().resize(PHASE_COUNT);
-        frames.back()[static_cast<size_t>(phase)] += ns;
-    }
-    void complete() {
-        uint64_t total = 0;
-        for (uint64_t &ns : frames.back()) total += ns = std::min<uint64_t>(ns, NS_MAX);
-        totals.push_back(static_cast<uint32_t>(std::min<uint64_t>(total, NS_MAX)));
-        frames.emplace_back();
-    }
-    FrameStats stats(size_t window) const {
-        window = std::min({window, totals.size(), size_t{512}});
-        std::vector<uint32_t> sorted(totals.end() - static_cast<std::ptrdiff_t>(window), totals.end());
-        std::sort(sorted.rbegin(), sorted.rend());
-        const auto average = [&](size_t n) {
-            return static_cast<uint32_t>(
-                std::accumulate(sorted.begin(), sorted.begin() + static_cast<std::ptrdiff_t>(n), uint64_t{0}) / n);
-        };
-        const size_t low = window < 200 ? 1 : std::min<size_t>(window / 100, 5);
-        return {average(window), sorted.back(), sorted.front(), average(low), static_cast<int32_t>(window)};
-    }
-};
+// From the totals of all frames, by sorting them.
+FrameStats slow_stats(const std::vector<uint32_t> &totals, size_t window) {
+    window = std::min({window, totals.size(), size_t{512}});
+    std::vector<uint32_t> sorted(totals.end() - static_cast<std::ptrdiff_t>(window), totals.end());
+    std::sort(sorted.rbegin(), sorted.rend());
+    const auto average = [&](size_t n) {
+        return static_cast<uint32_t>(
+            std::accumulate(sorted.begin(), sorted.begin() + static_cast<std::ptrdiff_t>(n), uint64_t{0}) / n);
+    };
+    const size_t low = window < 200 ? 1 : std::min<size_t>(window / 100, 5);
+    return {average(window), sorted.back(), sorted.front(), average(low), static_cast<int32_t>(window)};
+}
 
 TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
     std::mt19937_64 random(20240611);
@@ -85,30 +70,35 @@ TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
     for (int history = 0; history < 40; history++) {
         frame_profile_init(&profile);
         frame_profile_boundary(&profile, now);
-        Reference reference;
+        std::vector<std::vector<uint64_t>> records; // ns by phase
+        std::vector<uint32_t> totals;
         const uint64_t frames = 1 + below(700), longest = history % 4 == 0 ? 6'000 * MS : 1 + below(40 * MS);
         const bool few_values = history % 3 == 0; // many frames of equal length
         for (uint64_t i = 0; i < frames; i++) {
             int open = PHASE_EVT;
+            std::vector<uint64_t> record(PHASE_COUNT);
             for (uint64_t marks = below(12) + 1; marks > 0; marks--) {
                 const uint64_t ns = few_values ? below(3) * 1'000 : below(longest);
-                reference.add(open, ns);
+                record[static_cast<size_t>(open)] += ns;
                 open = static_cast<int>(below(PHASE_COUNT));
                 marks > 1 ? frame_profile_mark(&profile, open, now += ns) : frame_profile_boundary(&profile, now += ns);
             }
-            reference.complete();
+            uint64_t total = 0;
+            for (uint64_t &ns : record) total += ns = std::min<uint64_t>(ns, NS_MAX);
+            totals.push_back(static_cast<uint32_t>(std::min<uint64_t>(total, NS_MAX)));
+            records.push_back(record);
         }
         ASSERT_EQ(profile.count, static_cast<int>(std::min<uint64_t>(frames, 512)));
         for (const int none : {-1, profile.count}) ASSERT_EQ(frame_profile_at(&profile, none), nullptr);
         for (int age = 0; age < profile.count; age++) {
             const FrameRecord *frame = frame_profile_at(&profile, age);
-            const auto &expected = reference.frames[static_cast<size_t>(frames) - 1 - static_cast<size_t>(age)];
+            const auto &expected = records[static_cast<size_t>(frames) - 1 - static_cast<size_t>(age)];
             ASSERT_TRUE(std::equal(expected.begin(), expected.end(), std::begin(frame->phase_ns))) << age;
         }
         for (const size_t window : {size_t{1}, size_t{199}, size_t{200}, size_t{1 + below(600)}, size_t{512}}) {
             FrameStats found;
             frame_profile_stats(&profile, static_cast<int>(window), &found);
-            const FrameStats expected = reference.stats(window);
+            const FrameStats expected = slow_stats(totals, window);
             EXPECT_EQ(std::memcmp(&found, &expected, sizeof found), 0)
                 << "history " << history << ", window " << window;
         }

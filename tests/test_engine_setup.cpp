@@ -1,7 +1,6 @@
 // Starting and stopping the engine: what is brought up from the configuration, what is written back, and what is left
 // when a step fails.
 
-#include "app/args.h"
 #include "diagnostics/profiler_internal.h"
 #include "engine/drawing_space.h"
 #include "engine/engine.h"
@@ -9,7 +8,6 @@
 #include "engine/setup.h"
 #include "engine/text.h"
 #include "input/input.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
 
@@ -35,7 +33,7 @@ protected:
     }
 };
 
-TEST_F(EngineSetupTest, StartsOnceAndQuitsEveryLibrary) {
+TEST_F(EngineSetupTest, StartsOnceAndLeavesNothing) {
     ASSERT_TRUE(start());
     const Engine *first = engine;
     EXPECT_TRUE(engine_start("another")) << "a second start changes nothing";
@@ -53,53 +51,52 @@ TEST_F(EngineSetupTest, StartsOnceAndQuitsEveryLibrary) {
     engine_stop();
     EXPECT_EQ(log.lines.back().text, "[ENGINE] SDL3 shutdown");
     EXPECT_EQ(SDL_WasInit(0) + static_cast<Uint32>(TTF_WasInit()), 0u);
-}
 
-TEST_F(EngineSetupTest, GettersWithoutAnEngineReturnNothing) {
     float width = 1, height = 1;
-    for (const bool stopped : {false, true}) {
-        if (stopped) {
-            ASSERT_TRUE(start());
-            stop();
-        }
-        EXPECT_TRUE(engine_get_state() == GAME_STATE_NONE && engine_get_prev_state() == GAME_STATE_NONE);
-        EXPECT_TRUE(engine_frame_number() == 0 && engine_fps_delta() == 0 && engine_event().type == 0);
-        EXPECT_TRUE(engine_fixed_delta() == 0 && engine_fixed_alpha() == 0 && !engine_fixed_step_consume());
-        EXPECT_TRUE(!engine_window() && !engine_renderer() && !engine_text_engine());
-        EXPECT_TRUE(!engine_get_font() && !engine_get_font_by_index(SHARED_FONT_UI));
-        EXPECT_TRUE(!engine_in_logical_space() && !engine_get_show_frame_time_graph() && engine_ui_scale() == 0);
-        EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
-        EXPECT_STREQ(engine_get_title(), "");
-        EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "");
-        EXPECT_EQ(profiler_resolve_budget_ms(), 0);
-        engine_view_size(&width, &height);
-        engine_text_size(nullptr, &width, &height);
-        EXPECT_TRUE(width == 0 && height == 0);
-    }
+    EXPECT_TRUE(engine_get_state() == GAME_STATE_NONE && engine_get_prev_state() == GAME_STATE_NONE);
+    EXPECT_TRUE(engine_frame_number() == 0 && engine_fps_delta() == 0 && engine_event().type == 0);
+    EXPECT_TRUE(engine_fixed_delta() == 0 && engine_fixed_alpha() == 0 && !engine_fixed_step_consume());
+    EXPECT_TRUE(!engine_window() && !engine_renderer() && !engine_text_engine());
+    EXPECT_TRUE(!engine_get_font() && !engine_get_font_by_index(SHARED_FONT_UI));
+    EXPECT_TRUE(!engine_in_logical_space() && !engine_get_show_frame_time_graph() && engine_ui_scale() == 0);
+    EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT);
+    EXPECT_STREQ(engine_get_title(), "");
+    EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "");
+    EXPECT_EQ(profiler_resolve_budget_ms(), 0);
+    engine_view_size(&width, &height);
+    engine_text_size(nullptr, &width, &height);
+    EXPECT_TRUE(width == 0 && height == 0);
 }
 
 // --- the window ---
 
-TEST_F(EngineSetupTest, TheWindowIsMadeAsConfigured) {
+TEST_F(EngineSetupTest, TheWindowAndItsClockAreMadeAsConfigured) {
     const std::string all = "resizable=1 borderless=0 density=1 create; ", cursors = "cursor 0; cursor 11; ";
     const struct {
-        const char *settings;
+        const char *graphics, *window;
         const char *size; // of the command line
         std::string calls;
+        Uint64 period = 0; // ns
     } cases[] = {
-        {"x = 11\ny = 22\nwidth = 640\nheight = 360\n", nullptr,
+        {"", "x = 11\ny = 22\nwidth = 640\nheight = 360\n", nullptr,
          "x=11 y=22 width=640 height=360 " + all + "place 11 22; " + cursors},
-        {"x = 11\ny = 22\nresizable = false\nborderless = true\n", "300x200",
-         "x=11 y=22 width=300 height=200 resizable=0 borderless=1 density=1 create; place 11 22; " + cursors},
-        {"x = 1\ny = 2\nmaximized = true\nfullscreen = true\n", nullptr, "x=1 y=2 " + all + "maximize; " + cursors},
-        {"x = 1\ny = 2\nfullscreen = true\n", nullptr, "x=1 y=2 " + all + "fullscreen 1; " + cursors},
-        {"x = 1\ny = 2\nmaximized = true\n", "300x200", "x=1 y=2 width=300 height=200 " + all + cursors},
+        {"fps_limit = 1\n", "x = 11\ny = 22\nresizable = false\nborderless = true\n", "300x200",
+         "x=11 y=22 width=300 height=200 resizable=0 borderless=1 density=1 create; place 11 22; " + cursors,
+         1'000'000'000},
+        {"fps_limit = -1\n", "x = 1\ny = 2\nmaximized = true\nfullscreen = true\n", nullptr,
+         "x=1 y=2 " + all + "maximize; " + cursors},
+        {"vsync_enable = true\nfps_limit = 120\n", "x = 1\ny = 2\nfullscreen = true\n", nullptr,
+         "x=1 y=2 " + all + "fullscreen 1; vsync 1; " + cursors}, // the limit is the display's
+        {"", "x = 1\ny = 2\nmaximized = true\n", "300x200", "x=1 y=2 width=300 height=200 " + all + cursors},
     };
     for (const auto &c : cases) {
-        config = std::string("[graphics]\nvsync_enable = false\n[window]\n") + c.settings;
+        config = std::string("[simulation]\nfixed_step_hz = 0\n[graphics]\nvsync_enable = false\n") + c.graphics +
+                 "[window]\n" + c.window;
         sdl_calls.clear();
         ASSERT_TRUE(c.size ? start({"--window-size", c.size}) : start());
-        EXPECT_EQ(sdl_calls, c.calls) << c.settings;
+        EXPECT_EQ(sdl_calls, c.calls) << c.window;
+        EXPECT_EQ(engine->frame_period, c.period) << c.graphics;
+        EXPECT_EQ(engine_fixed_delta(), 1.0 / 60);
     }
     ASSERT_TRUE(start({"--window-size", "801x450", "--ui-scale", "3"}));
     float view_width = 0;
@@ -121,25 +118,6 @@ TEST_F(EngineSetupTest, GeometryAndPanelFlagAreWrittenBackAndTheRestStays) {
     expect_saved(
         {"x = 77", "y = 88", "width = 700", "height = 400", "show_frame_time_graph = true", "borderless = true",
          "ui_scale = 2", "vsync_enable = false", "jump = K, nonsense"});
-}
-
-TEST_F(EngineSetupTest, VsyncWinsOverTheFrameRateLimit) {
-    const struct {
-        const char *graphics;
-        bool vsync;
-        Uint64 period; // ns
-    } cases[] = {
-        {"vsync_enable = true\nfps_limit = 120\n", true, 0},
-        {"vsync_enable = false\nfps_limit = 1\n", false, 1'000'000'000},
-        {"vsync_enable = false\nfps_limit = -1\n", false, 0}};
-    for (const auto &c : cases) {
-        config = std::string("[graphics]\n") + c.graphics + "[simulation]\nfixed_step_hz = 0\n";
-        sdl_calls.clear();
-        ASSERT_TRUE(start());
-        EXPECT_EQ(sdl_calls.find("vsync 1; ") != sdl_calls.npos, c.vsync) << c.graphics;
-        EXPECT_EQ(engine->frame_period, c.period) << c.graphics;
-        EXPECT_EQ(engine_fixed_delta(), 1.0 / 60);
-    }
 }
 
 // --- failures ---
@@ -170,14 +148,6 @@ TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
         config = "[graphics]\nvsync_enable = true\nshow_frame_time_graph = true\n";
     }
     EXPECT_TRUE(start());
-}
-
-TEST_F(EngineSetupTest, SurvivesAllocationFaults) {
-    write_file(CONFIG_PATH, config);
-    char name[] = "LumarindEngine";
-    char *argv[] = {name};
-    args_parse(1, argv);
-    expect_allocation_faults_survived(&log, [] { return engine_start("title"); }, engine_stop);
 }
 
 } // namespace

@@ -59,6 +59,9 @@ TEST_F(TextTest, FontsAreOpenedAtOutputSizeAndListedUpToEight) {
     EXPECT_TRUE(log.has("[ENGINE] Maximum number of fonts reached: fonts: MAX_FONTS=8"));
     font_cleanup(ninth);
     font_cleanup(nullptr);
+    EXPECT_FALSE(font_copy(nullptr) || font_set_size(nullptr, 10));
+    EXPECT_TRUE(log.has("[FONTS] Font copying failed, error: "));
+    EXPECT_TRUE(log.has("[FONTS] Unable to change font size, error: "));
     engine_set_active_font(font);
     EXPECT_EQ(engine_get_font(), font);
 }
@@ -95,19 +98,6 @@ TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
     write_file("own.ttf", "another file");
     EXPECT_EQ(font_open("own.ttf", 20), nullptr);
     for (int i = 0; i < 3 * KEPT_FONTS; i++) font_cleanup(font_open(PIXEL_FONT, static_cast<float>(8 + i)));
-}
-
-TEST_F(TextTest, WhatIsNoFontIsReportedByItsPath) {
-    ASSERT_TRUE(start_at_scale(1));
-    write_file("broken.ttf", "this is no font");
-    EXPECT_EQ(font_open("missing.ttf", 32), nullptr);
-    EXPECT_EQ(font_open("broken.ttf", 32), nullptr);
-    EXPECT_EQ(font_copy(nullptr), nullptr);
-    EXPECT_FALSE(font_set_size(nullptr, 10));
-    EXPECT_TRUE(log.has("[FONTS] Font file not found (missing.ttf)") && log.has("[FONTS] Setting up font: broken.ttf"));
-    for (const char *what : {"Font loading failed", "Font copying failed", "Unable to change font size"}) {
-        EXPECT_TRUE(log.has(std::string("[FONTS] ") + what + ", error: ")) << what;
-    }
 }
 
 // --- texts ---

@@ -3,7 +3,6 @@
 #include "config/config.h"
 #include "engine/timestep.h"
 #include "input/input.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_keyboard.h>
@@ -145,12 +144,6 @@ TEST_F(InputTest, EveryPressIsCountedOnceByTicksAndOnceBySteps) {
         EXPECT_EQ(ticks, presses) << frames_per_step;
         EXPECT_EQ(steps, presses) << frames_per_step;
     }
-}
-
-TEST_F(InputTest, SetUpSurvivesAllocationFaults) {
-    ASSERT_TRUE(start());
-    input_cleanup();
-    expect_allocation_faults_survived(&log, input_setup, input_cleanup);
 }
 
 } // namespace

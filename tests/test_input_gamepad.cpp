@@ -1,7 +1,6 @@
 // Controllers plugged into SDL and out again, through the running program.
 
 #include "input/gamepad.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "support/stored_pictures.h"
 #include "support/virtual_gamepad.h"
@@ -10,10 +9,7 @@
 
 namespace {
 
-class GamepadTest : public EngineTest {
-protected:
-    bool start_demo() { return start_screen("gamepad-demo"); }
-};
+class GamepadTest : public EngineTest {};
 
 // --- pure calculations ---
 
@@ -47,18 +43,15 @@ TEST(GamepadMath, DeadzonesStretchWhatLiesBeyond) {
 
 // --- plugging ---
 
-TEST_F(GamepadTest, WithoutOneEverythingIsZero) {
-    ASSERT_TRUE(start_demo());
+TEST_F(GamepadTest, WithoutOneEverythingIsZeroAndTheSecondIsIgnoredUntilTheFirstGoes) {
+    ASSERT_TRUE(start_screen("gamepad-demo"));
     EXPECT_TRUE(log.has("[GAMEPAD] No controller connected"));
     EXPECT_STREQ(gamepad_name(), "No controller");
     EXPECT_STREQ(gamepad_type_name(), "none");
     EXPECT_FALSE(gamepad_connected() || gamepad_button(SDL_GAMEPAD_BUTTON_SOUTH) || gamepad_rumble(1, 1, 1));
     EXPECT_EQ(gamepad_axis(SDL_GAMEPAD_AXIS_LEFTX), 0);
     EXPECT_EQ(gamepad_button_label(SDL_GAMEPAD_BUTTON_SOUTH), SDL_GAMEPAD_BUTTON_LABEL_UNKNOWN);
-}
 
-TEST_F(GamepadTest, TheSecondIsIgnoredUntilTheFirstGoes) {
-    ASSERT_TRUE(start_demo());
     VirtualGamepad first("First Pad");
     frame();
     VirtualGamepad second("Second Pad");
@@ -103,20 +96,20 @@ TEST_F(GamepadTest, TheDeadzoneIsClampedAndMappingsBesideTheConfigurationAreUsed
         config += std::string("[gamepad]\ndeadzone = ") + c.deadzone + "\n";
         write_file(path, c.mappings);
         log.lines.clear();
-        ASSERT_TRUE(start_demo());
+        ASSERT_TRUE(start_screen("gamepad-demo"));
         EXPECT_EQ(gamepad_deadzone(), c.clamped) << c.deadzone;
         EXPECT_TRUE(log.has(c.line)) << c.line;
     }
     std::filesystem::remove(path);
     std::filesystem::create_directory(path);
-    ASSERT_TRUE(start_demo());
+    ASSERT_TRUE(start_screen("gamepad-demo"));
     EXPECT_TRUE(log.has("[GAMEPAD] Could not read controller mappings: config/gamecontrollerdb.txt, error: "));
 }
 
 // --- readings ---
 
 TEST_F(GamepadTest, SticksMotorsAndLabelsAreTheControllersOwn) {
-    ASSERT_TRUE(start_demo());
+    ASSERT_TRUE(start_screen("gamepad-demo"));
     VirtualGamepad pad("Pad", true);
     frame();
     pad.set(SDL_GAMEPAD_AXIS_RIGHTX, 0.5f);
@@ -140,12 +133,6 @@ TEST_F(GamepadTest, SticksMotorsAndLabelsAreTheControllersOwn) {
     EXPECT_TRUE(pad.rumbles.at(0).low == 49152 && pad.rumbles.at(0).high == 49152);
     engine->fps_delta = 0.41; // its note is gone
     EXPECT_TRUE(matches_stored(shown(), "gamepad_shapes"));
-}
-
-TEST_F(GamepadTest, SetUpSurvivesAllocationFaults) {
-    ASSERT_TRUE(start());
-    gamepad_cleanup();
-    expect_allocation_faults_survived(&log, gamepad_setup, gamepad_cleanup);
 }
 
 } // namespace

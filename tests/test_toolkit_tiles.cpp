@@ -1,7 +1,7 @@
 // Tile layers from CSV, GIDs, ranges, and the drawing of maps: orientations, chunks, culling, seams.
 
 #include "core/storage.h"
-#include "support/allocation_faults.h"
+#include "support/log_capture.h"
 #include "support/picture.h"
 #include "support/temporary_directory.h"
 #include "toolkit/render_grid.h"
@@ -229,21 +229,6 @@ TEST_F(TilemapTest, WhatIsNotUsableIsRefusedByName) {
         EXPECT_TRUE(log.has(message)) << message;
     }
     EXPECT_EQ(log.errors().size(), 22u);
-}
-
-TEST_F(TilemapTest, LoadingAndBakingSurviveEachAllocationFailing) {
-    const auto setup = [&] {
-        map = tilemap_new();
-        if (!map || !load("1,2\n3,4\n")) return false;
-        grid = tilemap_to_render_grid(renderer, map, 1);
-        return grid != nullptr;
-    };
-    const auto cleanup = [&] {
-        render_grid_cleanup(&grid);
-        tilemap_cleanup(&map);
-    };
-    cleanup();
-    expect_allocation_faults_survived(&log, setup, cleanup);
 }
 
 } // namespace
