@@ -49,7 +49,8 @@ def symbol_mask(symbol: str) -> Mask:
     """Which pixels of a tile are solid. A pixel belongs to a slope when its centre is on or under the line."""
     y, x = np.mgrid[0:TILE, 0:TILE] + 0.5
     line = {
-        ".": np.full_like(x, TILE), ",": np.full_like(x, TILE), "#": np.zeros_like(x), "=": np.full_like(x, HALF), "-": np.zeros_like(x),
+        ".": np.full_like(x, TILE), ",": np.full_like(x, TILE),
+        "#": np.zeros_like(x), "=": np.full_like(x, HALF), "-": np.zeros_like(x),
         "/": TILE - x, "\\": x, "a": TILE - x / 2, "b": HALF - x / 2, "c": x / 2, "d": HALF + x / 2,
     }[symbol]
     return (y >= line) & ((symbol != "-") | (y < HALF))

@@ -12,8 +12,8 @@ TILE = 16
 
 # Character -> colour; a dot leaves the wall as it is.
 LEGEND = {
-    "k": "night.0", "n": "night.1", "b": "night.2", "B": "night.3", "v": "shade.1", "s": "stone.0", "S": "stone.1", "g": "stone.2",
-    "t": "torchlit.0", "T": "torchlit.1", "d": "wood.1", "m": "wood.2", "M": "wood.3",
+    "k": "night.0", "n": "night.1", "b": "night.2", "B": "night.3", "v": "shade.1",
+    "s": "stone.0", "S": "stone.1", "g": "stone.2", "t": "torchlit.0", "T": "torchlit.1", "d": "wood.1", "m": "wood.2", "M": "wood.3",
     "x": "cloth.0", "q": "cloth.1", "r": "cloth.2", "R": "cloth.3", "o": "flame.1", "y": "flame.2", "w": "flame.3",
     "G": "gold.2", "i": "iron.2", "I": "iron.3", "1": "moss.1", "2": "moss.2",
 }
@@ -185,6 +185,9 @@ def arch_half(y: int, half: float, radius: float) -> float:
 SKY = [index(f"night.{n}") for n in (1, 2, 3)]
 
 
+CRATERS = ((-3, 2, 2.4), (3, -4, 1.8), (4, 4, 1.3))  # of the moon: from its middle, and their radius
+
+
 def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> np.ndarray:
     """An arched window of whole tiles: dressed stone frame, lead, and a night sky with what `view` names.
 
@@ -223,7 +226,8 @@ def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> n
             to[py, px] = index(name)
 
     for _ in range(width * height // (60 if view == "stars" else 110)):
-        put(x + rng.randrange(6, width - 6), y + rng.randrange(8, height - 10), rng.choice(["stone.2", "iron.2", "stone.3"]))
+        at = x + rng.randrange(6, width - 6), y + rng.randrange(8, height - 10)
+        put(*at, rng.choice(["stone.2", "iron.2", "stone.3"]))
     if view == "clouds":
         for n in range(2 + height // 60):
             cx, cy = x + rng.randrange(4, width - 4), y + int(height * (0.34 + 0.22 * n)) + rng.randrange(4)
@@ -238,7 +242,7 @@ def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> n
             for dx in range(-14, 15):
                 px, py, far = int(mx + dx), int(my + dy), np.hypot(dx, dy)
                 if far < radius:
-                    crater = np.hypot(dx + 3, dy - 2) < 2.4 or np.hypot(dx - 3, dy + 4) < 1.8 or np.hypot(dx - 4, dy - 4) < 1.3
+                    crater = any(np.hypot(dx - at, dy - down) < size for at, down, size in CRATERS)
                     put(px, py, "stone.3" if crater or far > radius - 1.3 else "stone.4")
                 elif far < radius + 3 and (px + py) % 2:
                     put(px, py, "night.3")
@@ -378,8 +382,9 @@ def roots_and_bones(
         for n in range(long):
             dot(x + n, y + n // 4, "stone.2" if n % 5 else "stone.1")
             dot(x + n, y + n // 4 + 1, "night.0")
-        for ex, ey in ((x - 1, y - 1), (x - 1, y + 1), (x + long, y + (long - 1) // 4 - 1), (x + long, y + (long - 1) // 4 + 1)):
-            dot(ex, ey, "stone.2")
+        for ex, ey in ((x - 1, y), (x + long, y + (long - 1) // 4)):
+            dot(ex, ey - 1, "stone.2")
+            dot(ex, ey + 1, "stone.2")
 
 
 def jambs(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:

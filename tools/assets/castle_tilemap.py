@@ -111,8 +111,8 @@ ROOTS = [
     (73, 32, 60, 1), (30, 1, 60, 1), (8, 1, 60, -1), (60, 1, 60, 1), (84, 1, 60, -1), (100, 1, 60, 1), (114, 1, 60, -1),
 ]
 BONES = [
-    (13, 25), (18, 26), (7, 11), (17, 12), (40, 26), (56, 27), (69, 18), (70, 25), (79, 21), (93, 21), (108, 32), (116, 31),
-    (19, 30), (27, 31), (48, 1), (72, 1), (104, 20), (76, 33), (38, 16), (37, 18),
+    (13, 25), (18, 26), (7, 11), (17, 12), (40, 26), (56, 27), (69, 18), (70, 25), (79, 21), (93, 21), (108, 32),
+    (116, 31), (19, 30), (27, 31), (48, 1), (72, 1), (104, 20), (76, 33), (38, 16), (37, 18),
 ]
 
 SLAB_JOINTS = {6, 23, 37, 52}
@@ -186,7 +186,8 @@ def relight(to: Picture, mask: np.ndarray, light: tuple[np.ndarray, np.ndarray, 
     level = walls.dithered(warm * 1.25 + 0.35, 3, 0.2)
     y, x = np.mgrid[0:H, 0:W]
     aside = np.abs(from_x - x) >= np.abs(from_y - y) * 0.8
-    step_x, step_y = np.where(aside, np.sign(from_x - x), 0).astype(int), np.where(aside, 0, np.sign(from_y - y)).astype(int)
+    step_x = np.where(aside, np.sign(from_x - x), 0).astype(int)
+    step_y = np.where(aside, 0, np.sign(from_y - y)).astype(int)
     for depth in (2, 1):
         ahead = mask[np.clip(y + depth * step_y, 0, H - 1), np.clip(x + depth * step_x, 0, W - 1)]
         rim = mask & ~ahead & (level >= depth)
@@ -214,11 +215,12 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
     for col, row, width, height, sky in WINDOWS:
         outside |= props.window(to, col * t, row * t, width * t, height * t, sky)
     done("window", True)
-    for col, row, width, height in ((73, 26, 4, 6), (86, 27, 3, 5), (57, 21, 4, 5), (41, 16, 3, 4), (98, 27, 3, 5), (73, 17, 2, 3)):
+    for col, row, width, height in ((73, 26, 4, 6), (86, 27, 3, 5), (57, 21, 4, 5), (41, 16, 3, 4), (98, 27, 3, 5),
+                                    (73, 17, 2, 3)):
         props.arch(to, col * t, row * t, width * t, height * t)
     done("arch", True)
-    for n, (col, row) in enumerate(((33, 23), (36, 23), (40, 23), (43, 23), (47, 23), (49, 23), (36, 29), (39, 29), (45, 29),
-                                    (53, 29), (56, 29), (60, 29), (63, 29))):
+    for n, (col, row) in enumerate(((33, 23), (36, 23), (40, 23), (43, 23), (47, 23), (49, 23), (36, 29), (39, 29),
+                                    (45, 29), (53, 29), (56, 29), (60, 29), (63, 29))):
         props.niche(to, col * t, row * t + 4, 2 * t, 18, n)
     done("arch")
     for col, row, width, height in ((2, 21, 3, 5), (91, 28, 3, 4), (62, 22, 3, 4), (29, 16, 3, 4)):
@@ -236,7 +238,8 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
     done("shelf")
     for col, row in ((57, 8), (111, 8)):
         props.table(to, col * t, row * t, 2 * t)
-    for col, row in ((3, 8), (10, 8), (11, 8), (11, 7), (18, 8), (77, 19), (78, 19), (78, 18), (92, 6), (40, 31), (73, 7)):
+    for col, row in ((3, 8), (10, 8), (11, 8), (11, 7), (18, 8), (77, 19), (78, 19), (78, 18), (92, 6), (40, 31),
+                     (73, 7)):
         props.stamp(to, props.CRATE, col * t, row * t)
     for col, row in ((12, 8), (66, 7), (14, 31), (15, 31), (80, 19), (93, 6), (33, 19), (107, 14), (39, 19), (42, 31)):
         props.stamp(to, props.BARREL, col * t, row * t)
@@ -244,25 +247,26 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
     done("furniture")
     # chains: what hangs, hangs on something
     for col, top, bottom in ((30, 4, 11), (32, 4, 11), (59, 10, 20), (61, 10, 20), (76, 3, 7), (42, 4, 7), (39, 4, 7),
-                             (75, 23, 25), (84, 23, 28), (86, 23, 26), (8, 28, 30), (17, 28, 30), (100, 3, 6), (106, 17, 19),
-                             (105, 17, 19), (88, 9, 10), (93, 9, 10)):
+                             (75, 23, 25), (84, 23, 28), (8, 28, 30), (17, 28, 30), (100, 4, 6), (105, 17, 19),
+                             (106, 17, 19), (88, 9, 10)):
         for row in range(top, bottom):
             props.stamp(to, props.CHAIN, col * t, row * t)
     done("chain", True)
-    for col, row in ((24, 4), (43, 4), (62, 10), (89, 9), (72, 23), (92, 23), (12, 14), (50, 3), (82, 23), (34, 28), (52, 28),
-                     (100, 3), (57, 10), (37, 22), (106, 17), (76, 23)):
+    for col, row in ((24, 4), (43, 4), (62, 10), (89, 9), (72, 23), (92, 23), (12, 14), (50, 3), (82, 23), (34, 28),
+                     (52, 28), (100, 4), (57, 10), (37, 22), (114, 17), (76, 23)):
         props.moss(to, col * t, row * t, 2 * t, col)
     done("moss")
     for col, row, seed in ((11, 22, 5), (44, 11, 6), (52, 13, 7), (82, 6, 8), (86, 16, 9), (108, 24, 10), (7, 5, 3),
                            (79, 9, 11), (54, 23, 12), (31, 28, 13)):
         props.crack(to, col * t, row * t, seed)
     done("crack")
-    for col, row, mirror in ((2, 4, False), (82, 3, True), (117, 17, True), (2, 14, False), (29, 22, False), (53, 22, True),
-                             (2, 28, False), (18, 28, True), (85, 3, False), (94, 9, True), (82, 9, True), (71, 13, False)):
+    for col, row, mirror in ((2, 4, False), (82, 3, True), (117, 17, True), (2, 14, False), (29, 22, False),
+                             (53, 22, True), (2, 28, False), (18, 28, True), (85, 3, False), (94, 9, True),
+                             (82, 9, True), (71, 13, False)):
         props.cobweb(to, col * t, row * t, mirror)
     done("cobweb")
-    for col, row in ((5, 31), (12, 31), (17, 31), (34, 25), (45, 25), (51, 25), (38, 31), (57, 31), (62, 31), (92, 31), (77, 31),
-                     (104, 31), (31, 31), (65, 25)):
+    for col, row in ((5, 31), (12, 31), (17, 31), (34, 25), (45, 25), (51, 25), (38, 31), (57, 31), (62, 31), (92, 31),
+                     (77, 31), (31, 31), (65, 25)):
         props.stamp(to, props.SKULL, col * t, row * t)
     for col, row, seed in ((6, 26, 1), (42, 20, 2), (52, 20, 3), (71, 20, 4), (76, 32, 5), (90, 20, 6), (107, 31, 7),
                            (32, 26, 8), (63, 26, 9), (52, 32, 10), (99, 32, 11), (3, 32, 12), (30, 20, 13)):
@@ -332,7 +336,7 @@ def paint_front(picture: Picture, grid: list[str], solid: np.ndarray, warm: np.n
         edges.append((mossy & (below_top == depth) & (depth < hang), np.full((H, W), index(name), np.uint8)))
     first, lowest, end = CARPET
     runner = np.zeros((H, W), bool)
-    runner[: (lowest + 1) * TILE, first * TILE + 6 : end * TILE] = True
+    runner[(lowest - 1) * TILE : (lowest + 1) * TILE, first * TILE + 6 : end * TILE] = True
     for depth, name in enumerate(("cloth.3", "cloth.3", "cloth.2", "cloth.1")):
         edges.append((runner & (below_top == depth), np.full((H, W), index(name), np.uint8)))
     edges.append((runner & (below_top == 3) & (x % 4 < 2), np.full((H, W), index("gold.2"), np.uint8)))

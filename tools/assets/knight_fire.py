@@ -216,7 +216,8 @@ def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
             reach = np.clip((front - begin) / (end - begin), 0, 1)
             inside = (along > 0) & (along < reach)
             crown = 8 + rise * 4 * along * (1 - along) * (0.75 + 0.25 * dying)
-            body = thick * np.sqrt(np.clip(4 * along * (1 - along), 0, 1)) * dying * np.clip((reach - along) / 0.22, 0, 1)
+            taper = np.clip(4 * along * (1 - along), 0, 1) ** 0.5 * np.clip((reach - along) / 0.22, 0, 1)
+            body = thick * taper * dying
             lick = _noise(x / 5 + seed_of * 9, y * 0 + time * 1.3 + seed_of * 5, seed + 11) * 1.9
             over = (-y - crown) / np.maximum(np.where(-y > crown, body * (0.6 + lick), body * 0.55), 0.4)
             value = 1.22 - np.abs(over) * 0.85 - torn * 0.35 - 0.25 * along

@@ -55,8 +55,8 @@ def brazier() -> np.ndarray:
     heat = flame_heat(x + 0.5 - BRAZIER_W / 2, BOWL_TOP + 2.0 - y)
     for limit, name in ((0.34, "cloth.1"), (0.42, "flame.0"), (0.56, "flame.1"), (0.74, "flame.2"), (0.9, "flame.3")):
         canvas.pixels[heat > limit] = (*colour(name), 255)
-    for spark_x, spark_y, name in ((6, 9, "flame.1"), (22, 5, "flame.0"), (24, 14, "flame.1"), (4, 18, "flame.0"), (17, 1, "flame.1")):
-        canvas.put(spark_x, spark_y, name)
+    for spark_x, spark_y in ((6, 9), (22, 5), (24, 14), (4, 18), (17, 1)):
+        canvas.put(spark_x, spark_y, "flame.1" if spark_y % 2 else "flame.0")
 
     lit = ("iron.3", "iron.4", "iron.3", "iron.2", "iron.2", "iron.1", "iron.1")
     dim = ("iron.1", "iron.2", "iron.2", "iron.1", "iron.1", "iron.0", "iron.0")
@@ -65,11 +65,13 @@ def brazier() -> np.ndarray:
     for row in range(BOWL_TOP, STEM_TOP):
         depth = (row - BOWL_TOP) / (STEM_TOP - BOWL_TOP)
         half = 13.5 if row < BOWL_TOP + 3 else 12.6 * math.sqrt(max(1 - depth**2.2, 0.03))
-        tones = lit if row in (BOWL_TOP, BOWL_TOP + 1) else ("iron.0",) if row == BOWL_TOP + 2 else lit[1:] if depth < 0.5 else dim
+        tones = lit if row < BOWL_TOP + 2 else lit[1:] if depth < 0.5 else dim
+        if row == BOWL_TOP + 2:
+            tones = ("iron.0",)
         canvas.row(row, half, gold if row in (BOWL_TOP + 6, BOWL_TOP + 7) else tones)
     for n in range(-5, 6, 2):  # teeth of the rim glow from behind
         canvas.put(BRAZIER_W // 2 + n * 2, BOWL_TOP, "flame.2")
-    # chains of light on the body
+    # light that falls through the rim
     for n, at in enumerate((5, 10, 16, 21)):
         canvas.put(at + 2, BOWL_TOP + 4 + n % 2, "flame.1")
     # the stem: knots of gold on a twisted rod
@@ -133,7 +135,8 @@ def rose_pixel(x: float, y: float) -> str:
         if shape:
             return shape
     if 9.6 < far < 28.4:  # petals: pointed at the inside, round at the outside
-        half = 5.9 * math.sin(min((far - 9.6) / 16.5, 1) * math.pi / 2) * (1 if far < 23 else math.sqrt(max(1 - ((far - 23) / 5.4) ** 2, 0)))
+        half = 5.9 * math.sin(min((far - 9.6) / 16.5, 1) * math.pi / 2)
+        half *= math.sqrt(max(1 - (max(far - 23, 0) / 5.4) ** 2, 0))
         off = far * math.sin(math.radians(across))
         if off < half:
             red = round(turn / step) % 2
@@ -144,7 +147,9 @@ def rose_pixel(x: float, y: float) -> str:
             return "stone.1"
         return pane("fire", 1.2 + (ray - far) * 0.9) if far < ray else pane("red", min(8.0 - far, far - ray) + 0.5)
     # tracery of stone between the panes
-    return "stone.2" if 28.8 < far < 29.8 or 9 < far < 9.8 else "stone.1" if math.radians(between) * far < 0.8 else "stone.0"
+    if 28.8 < far < 29.8 or 9 < far < 9.8:
+        return "stone.2"
+    return "stone.1" if math.radians(between) * far < 0.8 else "stone.0"
 
 
 def rose_window() -> np.ndarray:

@@ -39,7 +39,8 @@ def main(source: Path, target: Path) -> None:
     frames = [Image.open(path).convert("RGB") for path in sorted(source.glob("play-*.bmp"))]
     animation = target / "play.webp"
     frames[0].save(
-        animation, save_all=True, append_images=frames[1:], duration=FRAME_MS, loop=0, lossless=True, quality=80, method=4
+        animation, save_all=True, append_images=frames[1:], duration=FRAME_MS, loop=0, lossless=True, quality=80,
+        method=4,
     )
     size = animation.stat().st_size
     print(f"{len(pictures)} pictures; {animation.name}: {len(frames)} frames, {size} bytes")

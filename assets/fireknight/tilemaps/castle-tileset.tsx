@@ -99,13 +99,13 @@
  <tile id="95" type="floor"/>
  <tile id="96" type="floor"/>
  <tile id="97" type="floor"/>
- <tile id="98" type="floor"/>
- <tile id="99" type="floor"/>
- <tile id="100" type="floor"/>
- <tile id="101" type="floor"/>
- <tile id="102" type="step"/>
- <tile id="103" type="step"/>
- <tile id="104" type="step"/>
+ <tile id="98" type="step"/>
+ <tile id="99" type="step"/>
+ <tile id="100" type="step"/>
+ <tile id="101" type="slope"/>
+ <tile id="102" type="slope"/>
+ <tile id="103" type="slope"/>
+ <tile id="104" type="slope"/>
  <tile id="105" type="slope"/>
  <tile id="106" type="slope"/>
  <tile id="107" type="slope"/>
@@ -116,10 +116,10 @@
  <tile id="112" type="slope"/>
  <tile id="113" type="slope"/>
  <tile id="114" type="slope"/>
- <tile id="115" type="slope"/>
- <tile id="116" type="slope"/>
- <tile id="117" type="slope"/>
- <tile id="118" type="slope"/>
+ <tile id="115" type="ledge"/>
+ <tile id="116" type="ledge"/>
+ <tile id="117" type="ledge"/>
+ <tile id="118" type="ledge"/>
  <tile id="119" type="ledge"/>
  <tile id="120" type="ledge"/>
  <tile id="121" type="ledge"/>
@@ -140,10 +140,10 @@
  <tile id="136" type="ledge"/>
  <tile id="137" type="ledge"/>
  <tile id="138" type="ledge"/>
- <tile id="139" type="ledge"/>
- <tile id="140" type="ledge"/>
- <tile id="141" type="ledge"/>
- <tile id="142" type="ledge"/>
+ <tile id="139" type="face"/>
+ <tile id="140" type="face"/>
+ <tile id="141" type="face"/>
+ <tile id="142" type="face"/>
  <tile id="143" type="face"/>
  <tile id="144" type="face"/>
  <tile id="145" type="face"/>
@@ -231,10 +231,10 @@
  <tile id="227" type="face"/>
  <tile id="228" type="face"/>
  <tile id="229" type="face"/>
- <tile id="230" type="face"/>
- <tile id="231" type="face"/>
- <tile id="232" type="face"/>
- <tile id="233" type="face"/>
+ <tile id="230" type="ceiling"/>
+ <tile id="231" type="ceiling"/>
+ <tile id="232" type="ceiling"/>
+ <tile id="233" type="ceiling"/>
  <tile id="234" type="ceiling"/>
  <tile id="235" type="ceiling"/>
  <tile id="236" type="ceiling"/>
@@ -373,10 +373,10 @@
  <tile id="369" type="ceiling"/>
  <tile id="370" type="ceiling"/>
  <tile id="371" type="ceiling"/>
- <tile id="372" type="ceiling"/>
- <tile id="373" type="ceiling"/>
- <tile id="374" type="ceiling"/>
- <tile id="375" type="ceiling"/>
+ <tile id="372" type="wall"/>
+ <tile id="373" type="wall"/>
+ <tile id="374" type="wall"/>
+ <tile id="375" type="wall"/>
  <tile id="376" type="wall"/>
  <tile id="377" type="wall"/>
  <tile id="378" type="wall"/>
@@ -709,10 +709,10 @@
  <tile id="705" type="wall"/>
  <tile id="706" type="wall"/>
  <tile id="707" type="wall"/>
- <tile id="708" type="wall"/>
- <tile id="709" type="wall"/>
- <tile id="710" type="wall"/>
- <tile id="711" type="wall"/>
+ <tile id="708" type="deep"/>
+ <tile id="709" type="deep"/>
+ <tile id="710" type="deep"/>
+ <tile id="711" type="deep"/>
  <tile id="712" type="deep"/>
  <tile id="713" type="deep"/>
  <tile id="714" type="deep"/>
@@ -743,10 +743,10 @@
  <tile id="739" type="deep"/>
  <tile id="740" type="deep"/>
  <tile id="741" type="deep"/>
- <tile id="742" type="deep"/>
- <tile id="743" type="deep"/>
- <tile id="744" type="deep"/>
- <tile id="745" type="deep"/>
+ <tile id="742" type="back"/>
+ <tile id="743" type="back"/>
+ <tile id="744" type="back"/>
+ <tile id="745" type="back"/>
  <tile id="746" type="back"/>
  <tile id="747" type="back"/>
  <tile id="748" type="back"/>
@@ -1014,10 +1014,10 @@
  <tile id="1010" type="back"/>
  <tile id="1011" type="back"/>
  <tile id="1012" type="back"/>
- <tile id="1013" type="back"/>
- <tile id="1014" type="back"/>
- <tile id="1015" type="back"/>
- <tile id="1016" type="back"/>
+ <tile id="1013" type="depth"/>
+ <tile id="1014" type="depth"/>
+ <tile id="1015" type="depth"/>
+ <tile id="1016" type="depth"/>
  <tile id="1017" type="depth"/>
  <tile id="1018" type="depth"/>
  <tile id="1019" type="depth"/>
@@ -1079,10 +1079,10 @@
  <tile id="1075" type="depth"/>
  <tile id="1076" type="depth"/>
  <tile id="1077" type="depth"/>
- <tile id="1078" type="depth"/>
- <tile id="1079" type="depth"/>
- <tile id="1080" type="depth"/>
- <tile id="1081" type="depth"/>
+ <tile id="1078" type="torchlight"/>
+ <tile id="1079" type="torchlight"/>
+ <tile id="1080" type="torchlight"/>
+ <tile id="1081" type="torchlight"/>
  <tile id="1082" type="torchlight"/>
  <tile id="1083" type="torchlight"/>
  <tile id="1084" type="torchlight"/>
@@ -1727,7 +1727,7 @@
  <tile id="1723" type="torchlight"/>
  <tile id="1724" type="torchlight"/>
  <tile id="1725" type="torchlight"/>
- <tile id="1726" type="torchlight"/>
+ <tile id="1726" type="moonlight"/>
  <tile id="1727" type="moonlight"/>
  <tile id="1728" type="moonlight"/>
  <tile id="1729" type="moonlight"/>
@@ -1783,8 +1783,8 @@
  <tile id="1779" type="moonlight"/>
  <tile id="1780" type="moonlight"/>
  <tile id="1781" type="moonlight"/>
- <tile id="1782" type="moonlight"/>
- <tile id="1783" type="moonlight"/>
+ <tile id="1782" type="passage"/>
+ <tile id="1783" type="passage"/>
  <tile id="1784" type="passage"/>
  <tile id="1785" type="passage"/>
  <tile id="1786" type="passage"/>
@@ -1854,8 +1854,8 @@
  <tile id="1850" type="passage"/>
  <tile id="1851" type="passage"/>
  <tile id="1852" type="passage"/>
- <tile id="1853" type="passage"/>
- <tile id="1854" type="passage"/>
+ <tile id="1853" type="pillar"/>
+ <tile id="1854" type="pillar"/>
  <tile id="1855" type="pillar"/>
  <tile id="1856" type="pillar"/>
  <tile id="1857" type="pillar"/>
@@ -1899,8 +1899,8 @@
  <tile id="1895" type="pillar"/>
  <tile id="1896" type="pillar"/>
  <tile id="1897" type="pillar"/>
- <tile id="1898" type="pillar"/>
- <tile id="1899" type="pillar"/>
+ <tile id="1898" type="window"/>
+ <tile id="1899" type="window"/>
  <tile id="1900" type="window"/>
  <tile id="1901" type="window"/>
  <tile id="1902" type="window"/>
@@ -2114,8 +2114,8 @@
  <tile id="2110" type="window"/>
  <tile id="2111" type="window"/>
  <tile id="2112" type="window"/>
- <tile id="2113" type="window"/>
- <tile id="2114" type="window"/>
+ <tile id="2113" type="arch"/>
+ <tile id="2114" type="arch"/>
  <tile id="2115" type="arch"/>
  <tile id="2116" type="arch"/>
  <tile id="2117" type="arch"/>
@@ -2209,8 +2209,8 @@
  <tile id="2205" type="arch"/>
  <tile id="2206" type="arch"/>
  <tile id="2207" type="arch"/>
- <tile id="2208" type="arch"/>
- <tile id="2209" type="arch"/>
+ <tile id="2208" type="gate"/>
+ <tile id="2209" type="gate"/>
  <tile id="2210" type="gate"/>
  <tile id="2211" type="gate"/>
  <tile id="2212" type="gate"/>
@@ -2283,8 +2283,8 @@
  <tile id="2279" type="gate"/>
  <tile id="2280" type="gate"/>
  <tile id="2281" type="gate"/>
- <tile id="2282" type="gate"/>
- <tile id="2283" type="gate"/>
+ <tile id="2282" type="banner"/>
+ <tile id="2283" type="banner"/>
  <tile id="2284" type="banner"/>
  <tile id="2285" type="banner"/>
  <tile id="2286" type="banner"/>
@@ -2309,8 +2309,8 @@
  <tile id="2305" type="banner"/>
  <tile id="2306" type="banner"/>
  <tile id="2307" type="banner"/>
- <tile id="2308" type="banner"/>
- <tile id="2309" type="banner"/>
+ <tile id="2308" type="shelf"/>
+ <tile id="2309" type="shelf"/>
  <tile id="2310" type="shelf"/>
  <tile id="2311" type="shelf"/>
  <tile id="2312" type="shelf"/>
@@ -2341,8 +2341,8 @@
  <tile id="2337" type="shelf"/>
  <tile id="2338" type="shelf"/>
  <tile id="2339" type="shelf"/>
- <tile id="2340" type="shelf"/>
- <tile id="2341" type="shelf"/>
+ <tile id="2340" type="furniture"/>
+ <tile id="2341" type="furniture"/>
  <tile id="2342" type="furniture"/>
  <tile id="2343" type="furniture"/>
  <tile id="2344" type="furniture"/>
@@ -2367,8 +2367,8 @@
  <tile id="2363" type="furniture"/>
  <tile id="2364" type="furniture"/>
  <tile id="2365" type="furniture"/>
- <tile id="2366" type="furniture"/>
- <tile id="2367" type="furniture"/>
+ <tile id="2366" type="chain"/>
+ <tile id="2367" type="chain"/>
  <tile id="2368" type="chain"/>
  <tile id="2369" type="chain"/>
  <tile id="2370" type="chain"/>
@@ -2423,12 +2423,12 @@
  <tile id="2419" type="chain"/>
  <tile id="2420" type="chain"/>
  <tile id="2421" type="chain"/>
- <tile id="2422" type="chain"/>
- <tile id="2423" type="chain"/>
- <tile id="2424" type="chain"/>
- <tile id="2425" type="chain"/>
- <tile id="2426" type="chain"/>
- <tile id="2427" type="chain"/>
+ <tile id="2422" type="moss"/>
+ <tile id="2423" type="moss"/>
+ <tile id="2424" type="moss"/>
+ <tile id="2425" type="moss"/>
+ <tile id="2426" type="moss"/>
+ <tile id="2427" type="moss"/>
  <tile id="2428" type="moss"/>
  <tile id="2429" type="moss"/>
  <tile id="2430" type="moss"/>
@@ -2454,10 +2454,10 @@
  <tile id="2450" type="moss"/>
  <tile id="2451" type="moss"/>
  <tile id="2452" type="moss"/>
- <tile id="2453" type="moss"/>
- <tile id="2454" type="moss"/>
- <tile id="2455" type="moss"/>
- <tile id="2456" type="moss"/>
+ <tile id="2453" type="crack"/>
+ <tile id="2454" type="crack"/>
+ <tile id="2455" type="crack"/>
+ <tile id="2456" type="crack"/>
  <tile id="2457" type="crack"/>
  <tile id="2458" type="crack"/>
  <tile id="2459" type="crack"/>
@@ -2472,10 +2472,10 @@
  <tile id="2468" type="crack"/>
  <tile id="2469" type="crack"/>
  <tile id="2470" type="crack"/>
- <tile id="2471" type="crack"/>
- <tile id="2472" type="crack"/>
- <tile id="2473" type="crack"/>
- <tile id="2474" type="crack"/>
+ <tile id="2471" type="cobweb"/>
+ <tile id="2472" type="cobweb"/>
+ <tile id="2473" type="cobweb"/>
+ <tile id="2474" type="cobweb"/>
  <tile id="2475" type="cobweb"/>
  <tile id="2476" type="cobweb"/>
  <tile id="2477" type="cobweb"/>
@@ -2483,10 +2483,10 @@
  <tile id="2479" type="cobweb"/>
  <tile id="2480" type="cobweb"/>
  <tile id="2481" type="cobweb"/>
- <tile id="2482" type="cobweb"/>
- <tile id="2483" type="cobweb"/>
- <tile id="2484" type="cobweb"/>
- <tile id="2485" type="cobweb"/>
+ <tile id="2482" type="rubble"/>
+ <tile id="2483" type="rubble"/>
+ <tile id="2484" type="rubble"/>
+ <tile id="2485" type="rubble"/>
  <tile id="2486" type="rubble"/>
  <tile id="2487" type="rubble"/>
  <tile id="2488" type="rubble"/>
@@ -2519,10 +2519,10 @@
  <tile id="2515" type="rubble"/>
  <tile id="2516" type="rubble"/>
  <tile id="2517" type="rubble"/>
- <tile id="2518" type="rubble"/>
- <tile id="2519" type="rubble"/>
- <tile id="2520" type="rubble"/>
- <tile id="2521" type="rubble"/>
+ <tile id="2518" type="torch"/>
+ <tile id="2519" type="torch"/>
+ <tile id="2520" type="torch"/>
+ <tile id="2521" type="torch"/>
  <tile id="2522" type="torch"/>
  <tile id="2523" type="torch"/>
  <tile id="2524" type="torch"/>
@@ -2626,8 +2626,4 @@
  <tile id="2622" type="torch"/>
  <tile id="2623" type="torch"/>
  <tile id="2624" type="torch"/>
- <tile id="2625" type="torch"/>
- <tile id="2626" type="torch"/>
- <tile id="2627" type="torch"/>
- <tile id="2628" type="torch"/>
 </tileset>
