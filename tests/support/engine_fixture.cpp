@@ -38,6 +38,8 @@ void EngineTest::TearDown() {
 
 bool EngineTest::start(const std::vector<std::string> &arguments) {
     if (running_) stop();
+    held_.clear();
+    hold({});
     // At every start, for SDL forgets its hints when it quits; with priority, for the environment would win otherwise.
     for (const auto &[hint, driver] : drivers_) {
         SDL_SetHintWithPriority(hint.c_str(), driver.c_str(), SDL_HINT_OVERRIDE);
