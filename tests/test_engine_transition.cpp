@@ -38,7 +38,7 @@ TEST_F(TransitionTest, SwitchesBehindABlackFrameAndUncoversTheNewScreen) {
         turn += engine_get_state() == GAME_STATE_MAIN_MENU;
         covers.push_back(transition_cover(1));
         drawn.push_back(transition_cover(0));
-        if (engine_get_state() != engine_get_prev_state()) EXPECT_TRUE(all_black()) << "the old screen's last frame";
+        EXPECT_TRUE(all_black() || engine_get_state() == engine_get_prev_state()) << "the old screen's last frame";
     }
     EXPECT_EQ(turn, 14) << "the fifteenth frame has run fifteen steps";
     EXPECT_EQ(covers[14], 1.0);
