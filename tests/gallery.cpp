@@ -134,7 +134,7 @@ TEST_F(Gallery, TheWallInFlight) {
 
 TEST_F(Gallery, TheCastle) {
     screen("platformer-demo");
-    const std::string tower(ROUTE_BY_THE_TOWER, std::strlen(ROUTE_BY_THE_TOWER) - 102);
+    const std::string tower(ROUTE_BY_THE_TOWER, std::strlen(ROUTE_BY_THE_TOWER) - 93);
     play_route(tower.c_str());
     press('1');
     play(0.15);
