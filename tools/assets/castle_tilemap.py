@@ -29,7 +29,7 @@ TILESET_PROJECT = "castle-tileset.tsx"
 
 TILE = level.TILE
 W, H = level.COLS * TILE, level.ROWS * TILE
-SHEET_COLUMNS = 16
+SHEET_COLUMNS = 32
 FLIP_H, FLIP_V, FLIP_D = 0x80000000, 0x40000000, 0x20000000
 
 # Rooms: stonework, light in tones without any lamp, tint (see walls.shade), and the cells (left, top, right, bottom),

@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="UTF-8"?>
-<tileset version="1.10" name="castle" tilewidth="16" tileheight="16" tilecount="2640" columns="16">
- <image source="old-dark-castle-interior-tileset.png" width="256" height="2640"/>
+<tileset version="1.10" name="castle" tilewidth="16" tileheight="16" tilecount="2656" columns="32">
+ <image source="old-dark-castle-interior-tileset.png" width="512" height="1328"/>
  <tile id="0" type="floor"/>
  <tile id="1" type="floor"/>
  <tile id="2" type="floor"/>
