@@ -29,7 +29,7 @@ TILESET_PROJECT = "castle-tileset.tsx"
 
 TILE = level.TILE
 W, H = level.COLS * TILE, level.ROWS * TILE
-SHEET_COLUMNS = 16
+SHEET_COLUMNS = 32
 FLIP_H, FLIP_V, FLIP_D = 0x80000000, 0x40000000, 0x20000000
 
 # Rooms: stonework, light in tones without any lamp, tint (see walls.shade), and the cells (left, top, right, bottom),
@@ -65,7 +65,7 @@ PITS = [(21, 27, 26, 34), (44, 31, 49, 34), (80, 31, 89, 34)]
 PILLARS = [
     (10, 14, 25), (18, 14, 22), (20, 4, 9), (22, 4, 20), (33, 4, 20), (46, 4, 20), (49, 10, 20), (53, 10, 20),
     (64, 10, 26), (67, 10, 26), (53, 3, 8), (67, 3, 8), (85, 9, 20), (94, 9, 20), (71, 23, 30), (79, 23, 32),
-    (90, 23, 32), (94, 23, 32), (105, 3, 8), (111, 17, 30), (117, 17, 30), (105, 10, 15), (117, 10, 15),
+    (90, 23, 32), (94, 23, 32), (105, 3, 8), (111, 17, 30), (117, 17, 30), (109, 10, 15), (117, 10, 15),
 ]
 
 # Torches by cell.
@@ -76,7 +76,7 @@ TORCHES = [
     (51, 15), (61, 15), (66, 14), (56, 22), (62, 22), (50, 5), (55, 4), (61, 4), (66, 4),
     (74, 4), (80, 4), (75, 9), (79, 13), (74, 17), (81, 17),
     (73, 25), (83, 25), (92, 26), (86, 15), (93, 15), (89, 4),
-    (99, 6), (98, 11), (99, 18), (98, 22), (99, 28),
+    (99, 6), (98, 11), (99, 18), (99, 28),
     (108, 4), (114, 4), (109, 11), (114, 11), (111, 23), (117, 23), (109, 25), (106, 20),
 ]
 TORCH_RADIUS = 62
@@ -241,7 +241,7 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
     for col, row in ((3, 8), (10, 8), (11, 8), (11, 7), (18, 8), (77, 19), (78, 19), (78, 18), (92, 6), (40, 31),
                      (73, 7)):
         props.stamp(to, props.CRATE, col * t, row * t)
-    for col, row in ((12, 8), (66, 7), (14, 31), (15, 31), (80, 19), (93, 6), (33, 19), (107, 14), (39, 19), (42, 31)):
+    for col, row in ((12, 8), (66, 7), (14, 31), (15, 31), (80, 19), (93, 6), (33, 19), (110, 14), (39, 19), (42, 31)):
         props.stamp(to, props.BARREL, col * t, row * t)
     props.stamp(to, props.THRONE, 113 * t + 8, 30 * t - 35)
     done("furniture")
@@ -641,6 +641,21 @@ def check_contrast(picture: Picture, solid: np.ndarray) -> None:
     assert min(light[top].min(), light[second].min()) > np.percentile(light[~solid], 99), "a lit edge is too dark"
 
 
+VIEW_W, VIEW_H = 426, 240  # what a window of 1280 x 720 shows
+LARGEST_SHARE, LARGEST_AT_SPAWN = 0.15, 0.10
+
+
+def check_variety(picture: Picture) -> None:
+    """Fails when one colour covers too much of some view: large flat places look unfinished."""
+    for number in np.unique(picture):
+        total = np.pad((picture == number).cumsum(0).cumsum(1), ((1, 0), (1, 0)))
+        rows, cols = total[VIEW_H:] - total[:-VIEW_H], np.s_[VIEW_W:]
+        share = (rows[:, cols] - rows[:, :-VIEW_W]) / (VIEW_W * VIEW_H)
+        name = "%02x%02x%02x" % COLOURS[number]
+        assert share.max() <= LARGEST_SHARE, f"{name} covers {share.max():.1%} of a view"
+        assert share[level.SPAWN[1] - VIEW_H // 2, 0] <= LARGEST_AT_SPAWN, f"{name} fills the first view"
+
+
 def make(out_dir: Path | str) -> None:
     """Writes the castle below out_dir."""
     grid = level.load()
@@ -649,6 +664,7 @@ def make(out_dir: Path | str) -> None:
 
     picture, order = paint(grid)
     check_contrast(picture, level.solid_mask(grid))
+    check_variety(picture)
     tiles, kinds, layer = cut(picture, order)
     tileset = sheet(tiles)
     assert len(layer) == level.ROWS and all(len(row) == level.COLS for row in layer)

@@ -108,7 +108,7 @@ DUSK = parts("night.0", "shade.0", "cloth.0", "torchlit.0", "torchlit.0", "torch
 ASHEN = parts("night.0", "shade.0", "night.1", "stone.0", "wood.1", "torchlit.1", "torchlit.2")  # by a fire
 WARM = parts("night.0", "shade.0", "cloth.0", "torchlit.0", "wood.1", "torchlit.1", "torchlit.2")
 STEPS = {MORTAR: -1.5, BODY: 0.0, HIGH: 0.9, LOW: -0.9, DARK: -0.5}
-VARIETY = 2.4  # tones between the darkest and the lightest stone of one wall in one light
+VARIETY = 2.6  # tones between the darkest and the lightest stone of one wall in one light
 # The worn slab on floors: lit top, second row, face, joint, shadow below.
 SLAB_COLD = parts("stone.4", "stone.3", "stone.2", "stone.0", "night.1")
 SLAB_WARM = parts("skin.3", "torchlit.3", "torchlit.2", "torchlit.0", "torchlit.0")

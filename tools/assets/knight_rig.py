@@ -145,6 +145,15 @@ def joints_of(pose: Pose) -> Joints:
     return Joints(p, *directions, face=-1.0 if pose.face < 0 else 1.0)
 
 
+TOE = 4.2  # from under the ankle to the tip of the boot
+
+
+def toe_of(j: Joints, side: str) -> Point:
+    """Where a boot's tip touches the ground, if it does."""
+    sole = j.near_foot if side == "near" else j.far_foot
+    return _step(j.points[side + "_ankle"], ((sole[1], -sole[0]), -ANKLE), (sole, TOE))
+
+
 def _snap(point: Point) -> Point:
     """To the half pixel: limbs keep an even width while they move."""
     return round(point[0] * 2) / 2, round(point[1] * 2) / 2
@@ -168,7 +177,7 @@ def _foot(part: Part, ankle: Point, sole: Point, face: float, material: str) -> 
         ankle = (round(ankle[0]), round(ankle[1] + ANKLE) - ANKLE)
     down = (-sole[1] * face, sole[0] * face)
     heel = _step(ankle, (sole, -1.9))
-    toe = _step(ankle, (sole, 4.2))
+    toe = _step(ankle, (sole, TOE))
     points = [
         _step(heel, (down, -0.8)), _step(ankle, (sole, 1.6), (down, -0.8)), _step(toe, (down, 0.9)),
         _step(toe, (down, ANKLE - 0.95)), _step(heel, (down, ANKLE - 0.95)),

@@ -14,7 +14,7 @@ from knight_motion import CLIPS, Clip
 from knight_raster import (
     CODE_COLOURS, FRAME_H, FRAME_W, GLINT, LIGHT, MATERIALS, SHADE, Point, blank, code, lay,
 )
-from knight_rig import CAPE_LINK, CAPE_LINKS, PLUME_LINK, PLUME_LINKS, joints_of, paint
+from knight_rig import CAPE_LINK, CAPE_LINKS, PLUME_LINK, PLUME_LINKS, joints_of, paint, toe_of
 
 COLUMNS = 28
 PATH = "fireknight/sprites/fireknight_288x128.png"
@@ -134,7 +134,26 @@ def _flashed(body: np.ndarray, strength: int) -> np.ndarray:
     return table[body]
 
 
+GROUND = 25.0  # px that the ground passes by in a frame of the run
+SLIDE = 3.0  # px that a standing foot may miss it by
+
+
+def check_run() -> None:
+    """Fails when a foot that stands in two frames of the run slides over the ground between them."""
+    run = next(clip for clip in CLIPS if clip.name == "run")
+    steps = 0
+    for foot in ("near", "far"):
+        for frame in range(run.frames):
+            toes = [toe_of(joints_of(run.pose(time)), foot) for time in (frame, frame + 1)]
+            if min(y for _, y in toes) > -1:
+                steps += 1
+                slide = toes[1][0] - toes[0][0] + GROUND
+                assert abs(slide) < SLIDE, f"the {foot} foot slides by {slide:.1f} px after frame {frame} of the run"
+    assert steps == 2, f"{steps} steps in the run"
+
+
 def make(out_dir: Path) -> None:
+    check_run()
     sheet = np.zeros((len(CLIPS) * FRAME_H, COLUMNS * FRAME_W), np.uint8)
     for row, clip in enumerate(CLIPS):
         for column, frame in enumerate(render_clip(clip, 4100 + row)):

@@ -68,7 +68,7 @@ TEST_F(Gallery, Screens) {
         {"gamepad-demo", "gamepad-demo",
          "pad:plug 0.2s pad:a=1 pad:leftshoulder=1 pad:leftx=.8 pad:lefty=-.5 pad:righttrigger=.7 0.2s"},
         {"physics-demo", "physics-demo", "+Right 0.6s Space 0.15s Space 0.15s Space 0.15s Space 0.15s Space 0.15s"},
-        {"platformer-tower", "platformer-demo", route(tower.substr(0, tower.size() - 102) + "1") + "0.05s"},
+        {"platformer-tower", "platformer-demo", route(tower.substr(0, tower.size() - 93) + "1") + "0.05s"},
         {"platformer-demo", "platformer-demo", route(tower + "....u........")},
     };
     for (const auto &moment : moments) {

@@ -1,6 +1,6 @@
 <?xml version="1.0" encoding="UTF-8"?>
-<tileset version="1.10" name="castle" tilewidth="16" tileheight="16" tilecount="2640" columns="16">
- <image source="old-dark-castle-interior-tileset.png" width="256" height="2640"/>
+<tileset version="1.10" name="castle" tilewidth="16" tileheight="16" tilecount="2656" columns="32">
+ <image source="old-dark-castle-interior-tileset.png" width="512" height="1328"/>
  <tile id="0" type="floor"/>
  <tile id="1" type="floor"/>
  <tile id="2" type="floor"/>
@@ -99,15 +99,15 @@
  <tile id="95" type="floor"/>
  <tile id="96" type="floor"/>
  <tile id="97" type="floor"/>
- <tile id="98" type="step"/>
- <tile id="99" type="step"/>
- <tile id="100" type="step"/>
- <tile id="101" type="slope"/>
- <tile id="102" type="slope"/>
- <tile id="103" type="slope"/>
- <tile id="104" type="slope"/>
- <tile id="105" type="slope"/>
- <tile id="106" type="slope"/>
+ <tile id="98" type="floor"/>
+ <tile id="99" type="floor"/>
+ <tile id="100" type="floor"/>
+ <tile id="101" type="floor"/>
+ <tile id="102" type="floor"/>
+ <tile id="103" type="floor"/>
+ <tile id="104" type="step"/>
+ <tile id="105" type="step"/>
+ <tile id="106" type="step"/>
  <tile id="107" type="slope"/>
  <tile id="108" type="slope"/>
  <tile id="109" type="slope"/>
@@ -116,12 +116,12 @@
  <tile id="112" type="slope"/>
  <tile id="113" type="slope"/>
  <tile id="114" type="slope"/>
- <tile id="115" type="ledge"/>
- <tile id="116" type="ledge"/>
- <tile id="117" type="ledge"/>
- <tile id="118" type="ledge"/>
- <tile id="119" type="ledge"/>
- <tile id="120" type="ledge"/>
+ <tile id="115" type="slope"/>
+ <tile id="116" type="slope"/>
+ <tile id="117" type="slope"/>
+ <tile id="118" type="slope"/>
+ <tile id="119" type="slope"/>
+ <tile id="120" type="slope"/>
  <tile id="121" type="ledge"/>
  <tile id="122" type="ledge"/>
  <tile id="123" type="ledge"/>
@@ -140,12 +140,12 @@
  <tile id="136" type="ledge"/>
  <tile id="137" type="ledge"/>
  <tile id="138" type="ledge"/>
- <tile id="139" type="face"/>
- <tile id="140" type="face"/>
- <tile id="141" type="face"/>
- <tile id="142" type="face"/>
- <tile id="143" type="face"/>
- <tile id="144" type="face"/>
+ <tile id="139" type="ledge"/>
+ <tile id="140" type="ledge"/>
+ <tile id="141" type="ledge"/>
+ <tile id="142" type="ledge"/>
+ <tile id="143" type="ledge"/>
+ <tile id="144" type="ledge"/>
  <tile id="145" type="face"/>
  <tile id="146" type="face"/>
  <tile id="147" type="face"/>
@@ -231,10 +231,10 @@
  <tile id="227" type="face"/>
  <tile id="228" type="face"/>
  <tile id="229" type="face"/>
- <tile id="230" type="ceiling"/>
- <tile id="231" type="ceiling"/>
- <tile id="232" type="ceiling"/>
- <tile id="233" type="ceiling"/>
+ <tile id="230" type="face"/>
+ <tile id="231" type="face"/>
+ <tile id="232" type="face"/>
+ <tile id="233" type="face"/>
  <tile id="234" type="ceiling"/>
  <tile id="235" type="ceiling"/>
  <tile id="236" type="ceiling"/>
@@ -1014,25 +1014,25 @@
  <tile id="1010" type="back"/>
  <tile id="1011" type="back"/>
  <tile id="1012" type="back"/>
- <tile id="1013" type="depth"/>
- <tile id="1014" type="depth"/>
- <tile id="1015" type="depth"/>
- <tile id="1016" type="depth"/>
- <tile id="1017" type="depth"/>
- <tile id="1018" type="depth"/>
- <tile id="1019" type="depth"/>
- <tile id="1020" type="depth"/>
- <tile id="1021" type="depth"/>
- <tile id="1022" type="depth"/>
- <tile id="1023" type="depth"/>
- <tile id="1024" type="depth"/>
- <tile id="1025" type="depth"/>
- <tile id="1026" type="depth"/>
- <tile id="1027" type="depth"/>
- <tile id="1028" type="depth"/>
- <tile id="1029" type="depth"/>
- <tile id="1030" type="depth"/>
- <tile id="1031" type="depth"/>
+ <tile id="1013" type="back"/>
+ <tile id="1014" type="back"/>
+ <tile id="1015" type="back"/>
+ <tile id="1016" type="back"/>
+ <tile id="1017" type="back"/>
+ <tile id="1018" type="back"/>
+ <tile id="1019" type="back"/>
+ <tile id="1020" type="back"/>
+ <tile id="1021" type="back"/>
+ <tile id="1022" type="back"/>
+ <tile id="1023" type="back"/>
+ <tile id="1024" type="back"/>
+ <tile id="1025" type="back"/>
+ <tile id="1026" type="back"/>
+ <tile id="1027" type="back"/>
+ <tile id="1028" type="back"/>
+ <tile id="1029" type="back"/>
+ <tile id="1030" type="back"/>
+ <tile id="1031" type="back"/>
  <tile id="1032" type="depth"/>
  <tile id="1033" type="depth"/>
  <tile id="1034" type="depth"/>
@@ -1079,25 +1079,25 @@
  <tile id="1075" type="depth"/>
  <tile id="1076" type="depth"/>
  <tile id="1077" type="depth"/>
- <tile id="1078" type="torchlight"/>
- <tile id="1079" type="torchlight"/>
- <tile id="1080" type="torchlight"/>
- <tile id="1081" type="torchlight"/>
- <tile id="1082" type="torchlight"/>
- <tile id="1083" type="torchlight"/>
- <tile id="1084" type="torchlight"/>
- <tile id="1085" type="torchlight"/>
- <tile id="1086" type="torchlight"/>
- <tile id="1087" type="torchlight"/>
- <tile id="1088" type="torchlight"/>
- <tile id="1089" type="torchlight"/>
- <tile id="1090" type="torchlight"/>
- <tile id="1091" type="torchlight"/>
- <tile id="1092" type="torchlight"/>
- <tile id="1093" type="torchlight"/>
- <tile id="1094" type="torchlight"/>
- <tile id="1095" type="torchlight"/>
- <tile id="1096" type="torchlight"/>
+ <tile id="1078" type="depth"/>
+ <tile id="1079" type="depth"/>
+ <tile id="1080" type="depth"/>
+ <tile id="1081" type="depth"/>
+ <tile id="1082" type="depth"/>
+ <tile id="1083" type="depth"/>
+ <tile id="1084" type="depth"/>
+ <tile id="1085" type="depth"/>
+ <tile id="1086" type="depth"/>
+ <tile id="1087" type="depth"/>
+ <tile id="1088" type="depth"/>
+ <tile id="1089" type="depth"/>
+ <tile id="1090" type="depth"/>
+ <tile id="1091" type="depth"/>
+ <tile id="1092" type="depth"/>
+ <tile id="1093" type="depth"/>
+ <tile id="1094" type="depth"/>
+ <tile id="1095" type="depth"/>
+ <tile id="1096" type="depth"/>
  <tile id="1097" type="torchlight"/>
  <tile id="1098" type="torchlight"/>
  <tile id="1099" type="torchlight"/>
@@ -1727,19 +1727,19 @@
  <tile id="1723" type="torchlight"/>
  <tile id="1724" type="torchlight"/>
  <tile id="1725" type="torchlight"/>
- <tile id="1726" type="moonlight"/>
- <tile id="1727" type="moonlight"/>
- <tile id="1728" type="moonlight"/>
- <tile id="1729" type="moonlight"/>
- <tile id="1730" type="moonlight"/>
- <tile id="1731" type="moonlight"/>
- <tile id="1732" type="moonlight"/>
- <tile id="1733" type="moonlight"/>
- <tile id="1734" type="moonlight"/>
- <tile id="1735" type="moonlight"/>
- <tile id="1736" type="moonlight"/>
- <tile id="1737" type="moonlight"/>
- <tile id="1738" type="moonlight"/>
+ <tile id="1726" type="torchlight"/>
+ <tile id="1727" type="torchlight"/>
+ <tile id="1728" type="torchlight"/>
+ <tile id="1729" type="torchlight"/>
+ <tile id="1730" type="torchlight"/>
+ <tile id="1731" type="torchlight"/>
+ <tile id="1732" type="torchlight"/>
+ <tile id="1733" type="torchlight"/>
+ <tile id="1734" type="torchlight"/>
+ <tile id="1735" type="torchlight"/>
+ <tile id="1736" type="torchlight"/>
+ <tile id="1737" type="torchlight"/>
+ <tile id="1738" type="torchlight"/>
  <tile id="1739" type="moonlight"/>
  <tile id="1740" type="moonlight"/>
  <tile id="1741" type="moonlight"/>
@@ -1783,19 +1783,19 @@
  <tile id="1779" type="moonlight"/>
  <tile id="1780" type="moonlight"/>
  <tile id="1781" type="moonlight"/>
- <tile id="1782" type="passage"/>
- <tile id="1783" type="passage"/>
- <tile id="1784" type="passage"/>
- <tile id="1785" type="passage"/>
- <tile id="1786" type="passage"/>
- <tile id="1787" type="passage"/>
- <tile id="1788" type="passage"/>
- <tile id="1789" type="passage"/>
- <tile id="1790" type="passage"/>
- <tile id="1791" type="passage"/>
- <tile id="1792" type="passage"/>
- <tile id="1793" type="passage"/>
- <tile id="1794" type="passage"/>
+ <tile id="1782" type="moonlight"/>
+ <tile id="1783" type="moonlight"/>
+ <tile id="1784" type="moonlight"/>
+ <tile id="1785" type="moonlight"/>
+ <tile id="1786" type="moonlight"/>
+ <tile id="1787" type="moonlight"/>
+ <tile id="1788" type="moonlight"/>
+ <tile id="1789" type="moonlight"/>
+ <tile id="1790" type="moonlight"/>
+ <tile id="1791" type="moonlight"/>
+ <tile id="1792" type="moonlight"/>
+ <tile id="1793" type="moonlight"/>
+ <tile id="1794" type="moonlight"/>
  <tile id="1795" type="passage"/>
  <tile id="1796" type="passage"/>
  <tile id="1797" type="passage"/>
@@ -1854,19 +1854,19 @@
  <tile id="1850" type="passage"/>
  <tile id="1851" type="passage"/>
  <tile id="1852" type="passage"/>
- <tile id="1853" type="pillar"/>
- <tile id="1854" type="pillar"/>
- <tile id="1855" type="pillar"/>
- <tile id="1856" type="pillar"/>
- <tile id="1857" type="pillar"/>
- <tile id="1858" type="pillar"/>
- <tile id="1859" type="pillar"/>
- <tile id="1860" type="pillar"/>
- <tile id="1861" type="pillar"/>
- <tile id="1862" type="pillar"/>
- <tile id="1863" type="pillar"/>
- <tile id="1864" type="pillar"/>
- <tile id="1865" type="pillar"/>
+ <tile id="1853" type="passage"/>
+ <tile id="1854" type="passage"/>
+ <tile id="1855" type="passage"/>
+ <tile id="1856" type="passage"/>
+ <tile id="1857" type="passage"/>
+ <tile id="1858" type="passage"/>
+ <tile id="1859" type="passage"/>
+ <tile id="1860" type="passage"/>
+ <tile id="1861" type="passage"/>
+ <tile id="1862" type="passage"/>
+ <tile id="1863" type="passage"/>
+ <tile id="1864" type="passage"/>
+ <tile id="1865" type="passage"/>
  <tile id="1866" type="pillar"/>
  <tile id="1867" type="pillar"/>
  <tile id="1868" type="pillar"/>
@@ -1899,19 +1899,19 @@
  <tile id="1895" type="pillar"/>
  <tile id="1896" type="pillar"/>
  <tile id="1897" type="pillar"/>
- <tile id="1898" type="window"/>
- <tile id="1899" type="window"/>
- <tile id="1900" type="window"/>
- <tile id="1901" type="window"/>
- <tile id="1902" type="window"/>
- <tile id="1903" type="window"/>
- <tile id="1904" type="window"/>
- <tile id="1905" type="window"/>
- <tile id="1906" type="window"/>
- <tile id="1907" type="window"/>
- <tile id="1908" type="window"/>
- <tile id="1909" type="window"/>
- <tile id="1910" type="window"/>
+ <tile id="1898" type="pillar"/>
+ <tile id="1899" type="pillar"/>
+ <tile id="1900" type="pillar"/>
+ <tile id="1901" type="pillar"/>
+ <tile id="1902" type="pillar"/>
+ <tile id="1903" type="pillar"/>
+ <tile id="1904" type="pillar"/>
+ <tile id="1905" type="pillar"/>
+ <tile id="1906" type="pillar"/>
+ <tile id="1907" type="pillar"/>
+ <tile id="1908" type="pillar"/>
+ <tile id="1909" type="pillar"/>
+ <tile id="1910" type="pillar"/>
  <tile id="1911" type="window"/>
  <tile id="1912" type="window"/>
  <tile id="1913" type="window"/>
@@ -2114,19 +2114,19 @@
  <tile id="2110" type="window"/>
  <tile id="2111" type="window"/>
  <tile id="2112" type="window"/>
- <tile id="2113" type="arch"/>
- <tile id="2114" type="arch"/>
- <tile id="2115" type="arch"/>
- <tile id="2116" type="arch"/>
- <tile id="2117" type="arch"/>
- <tile id="2118" type="arch"/>
- <tile id="2119" type="arch"/>
- <tile id="2120" type="arch"/>
- <tile id="2121" type="arch"/>
- <tile id="2122" type="arch"/>
- <tile id="2123" type="arch"/>
- <tile id="2124" type="arch"/>
- <tile id="2125" type="arch"/>
+ <tile id="2113" type="window"/>
+ <tile id="2114" type="window"/>
+ <tile id="2115" type="window"/>
+ <tile id="2116" type="window"/>
+ <tile id="2117" type="window"/>
+ <tile id="2118" type="window"/>
+ <tile id="2119" type="window"/>
+ <tile id="2120" type="window"/>
+ <tile id="2121" type="window"/>
+ <tile id="2122" type="window"/>
+ <tile id="2123" type="window"/>
+ <tile id="2124" type="window"/>
+ <tile id="2125" type="window"/>
  <tile id="2126" type="arch"/>
  <tile id="2127" type="arch"/>
  <tile id="2128" type="arch"/>
@@ -2209,20 +2209,20 @@
  <tile id="2205" type="arch"/>
  <tile id="2206" type="arch"/>
  <tile id="2207" type="arch"/>
- <tile id="2208" type="gate"/>
- <tile id="2209" type="gate"/>
- <tile id="2210" type="gate"/>
- <tile id="2211" type="gate"/>
- <tile id="2212" type="gate"/>
- <tile id="2213" type="gate"/>
- <tile id="2214" type="gate"/>
- <tile id="2215" type="gate"/>
- <tile id="2216" type="gate"/>
- <tile id="2217" type="gate"/>
- <tile id="2218" type="gate"/>
- <tile id="2219" type="gate"/>
- <tile id="2220" type="gate"/>
- <tile id="2221" type="gate"/>
+ <tile id="2208" type="arch"/>
+ <tile id="2209" type="arch"/>
+ <tile id="2210" type="arch"/>
+ <tile id="2211" type="arch"/>
+ <tile id="2212" type="arch"/>
+ <tile id="2213" type="arch"/>
+ <tile id="2214" type="arch"/>
+ <tile id="2215" type="arch"/>
+ <tile id="2216" type="arch"/>
+ <tile id="2217" type="arch"/>
+ <tile id="2218" type="arch"/>
+ <tile id="2219" type="arch"/>
+ <tile id="2220" type="arch"/>
+ <tile id="2221" type="arch"/>
  <tile id="2222" type="gate"/>
  <tile id="2223" type="gate"/>
  <tile id="2224" type="gate"/>
@@ -2283,21 +2283,21 @@
  <tile id="2279" type="gate"/>
  <tile id="2280" type="gate"/>
  <tile id="2281" type="gate"/>
- <tile id="2282" type="banner"/>
- <tile id="2283" type="banner"/>
- <tile id="2284" type="banner"/>
- <tile id="2285" type="banner"/>
- <tile id="2286" type="banner"/>
- <tile id="2287" type="banner"/>
- <tile id="2288" type="banner"/>
- <tile id="2289" type="banner"/>
- <tile id="2290" type="banner"/>
- <tile id="2291" type="banner"/>
- <tile id="2292" type="banner"/>
- <tile id="2293" type="banner"/>
- <tile id="2294" type="banner"/>
- <tile id="2295" type="banner"/>
- <tile id="2296" type="banner"/>
+ <tile id="2282" type="gate"/>
+ <tile id="2283" type="gate"/>
+ <tile id="2284" type="gate"/>
+ <tile id="2285" type="gate"/>
+ <tile id="2286" type="gate"/>
+ <tile id="2287" type="gate"/>
+ <tile id="2288" type="gate"/>
+ <tile id="2289" type="gate"/>
+ <tile id="2290" type="gate"/>
+ <tile id="2291" type="gate"/>
+ <tile id="2292" type="gate"/>
+ <tile id="2293" type="gate"/>
+ <tile id="2294" type="gate"/>
+ <tile id="2295" type="gate"/>
+ <tile id="2296" type="gate"/>
  <tile id="2297" type="banner"/>
  <tile id="2298" type="banner"/>
  <tile id="2299" type="banner"/>
@@ -2309,22 +2309,22 @@
  <tile id="2305" type="banner"/>
  <tile id="2306" type="banner"/>
  <tile id="2307" type="banner"/>
- <tile id="2308" type="shelf"/>
- <tile id="2309" type="shelf"/>
- <tile id="2310" type="shelf"/>
- <tile id="2311" type="shelf"/>
- <tile id="2312" type="shelf"/>
- <tile id="2313" type="shelf"/>
- <tile id="2314" type="shelf"/>
- <tile id="2315" type="shelf"/>
- <tile id="2316" type="shelf"/>
- <tile id="2317" type="shelf"/>
- <tile id="2318" type="shelf"/>
- <tile id="2319" type="shelf"/>
- <tile id="2320" type="shelf"/>
- <tile id="2321" type="shelf"/>
- <tile id="2322" type="shelf"/>
- <tile id="2323" type="shelf"/>
+ <tile id="2308" type="banner"/>
+ <tile id="2309" type="banner"/>
+ <tile id="2310" type="banner"/>
+ <tile id="2311" type="banner"/>
+ <tile id="2312" type="banner"/>
+ <tile id="2313" type="banner"/>
+ <tile id="2314" type="banner"/>
+ <tile id="2315" type="banner"/>
+ <tile id="2316" type="banner"/>
+ <tile id="2317" type="banner"/>
+ <tile id="2318" type="banner"/>
+ <tile id="2319" type="banner"/>
+ <tile id="2320" type="banner"/>
+ <tile id="2321" type="banner"/>
+ <tile id="2322" type="banner"/>
+ <tile id="2323" type="banner"/>
  <tile id="2324" type="shelf"/>
  <tile id="2325" type="shelf"/>
  <tile id="2326" type="shelf"/>
@@ -2341,22 +2341,22 @@
  <tile id="2337" type="shelf"/>
  <tile id="2338" type="shelf"/>
  <tile id="2339" type="shelf"/>
- <tile id="2340" type="furniture"/>
- <tile id="2341" type="furniture"/>
- <tile id="2342" type="furniture"/>
- <tile id="2343" type="furniture"/>
- <tile id="2344" type="furniture"/>
- <tile id="2345" type="furniture"/>
- <tile id="2346" type="furniture"/>
- <tile id="2347" type="furniture"/>
- <tile id="2348" type="furniture"/>
- <tile id="2349" type="furniture"/>
- <tile id="2350" type="furniture"/>
- <tile id="2351" type="furniture"/>
- <tile id="2352" type="furniture"/>
- <tile id="2353" type="furniture"/>
- <tile id="2354" type="furniture"/>
- <tile id="2355" type="furniture"/>
+ <tile id="2340" type="shelf"/>
+ <tile id="2341" type="shelf"/>
+ <tile id="2342" type="shelf"/>
+ <tile id="2343" type="shelf"/>
+ <tile id="2344" type="shelf"/>
+ <tile id="2345" type="shelf"/>
+ <tile id="2346" type="shelf"/>
+ <tile id="2347" type="shelf"/>
+ <tile id="2348" type="shelf"/>
+ <tile id="2349" type="shelf"/>
+ <tile id="2350" type="shelf"/>
+ <tile id="2351" type="shelf"/>
+ <tile id="2352" type="shelf"/>
+ <tile id="2353" type="shelf"/>
+ <tile id="2354" type="shelf"/>
+ <tile id="2355" type="shelf"/>
  <tile id="2356" type="furniture"/>
  <tile id="2357" type="furniture"/>
  <tile id="2358" type="furniture"/>
@@ -2367,21 +2367,21 @@
  <tile id="2363" type="furniture"/>
  <tile id="2364" type="furniture"/>
  <tile id="2365" type="furniture"/>
- <tile id="2366" type="chain"/>
- <tile id="2367" type="chain"/>
- <tile id="2368" type="chain"/>
- <tile id="2369" type="chain"/>
- <tile id="2370" type="chain"/>
- <tile id="2371" type="chain"/>
- <tile id="2372" type="chain"/>
- <tile id="2373" type="chain"/>
- <tile id="2374" type="chain"/>
- <tile id="2375" type="chain"/>
- <tile id="2376" type="chain"/>
- <tile id="2377" type="chain"/>
- <tile id="2378" type="chain"/>
- <tile id="2379" type="chain"/>
- <tile id="2380" type="chain"/>
+ <tile id="2366" type="furniture"/>
+ <tile id="2367" type="furniture"/>
+ <tile id="2368" type="furniture"/>
+ <tile id="2369" type="furniture"/>
+ <tile id="2370" type="furniture"/>
+ <tile id="2371" type="furniture"/>
+ <tile id="2372" type="furniture"/>
+ <tile id="2373" type="furniture"/>
+ <tile id="2374" type="furniture"/>
+ <tile id="2375" type="furniture"/>
+ <tile id="2376" type="furniture"/>
+ <tile id="2377" type="furniture"/>
+ <tile id="2378" type="furniture"/>
+ <tile id="2379" type="furniture"/>
+ <tile id="2380" type="furniture"/>
  <tile id="2381" type="chain"/>
  <tile id="2382" type="chain"/>
  <tile id="2383" type="chain"/>
@@ -2423,21 +2423,21 @@
  <tile id="2419" type="chain"/>
  <tile id="2420" type="chain"/>
  <tile id="2421" type="chain"/>
- <tile id="2422" type="moss"/>
- <tile id="2423" type="moss"/>
- <tile id="2424" type="moss"/>
- <tile id="2425" type="moss"/>
- <tile id="2426" type="moss"/>
- <tile id="2427" type="moss"/>
- <tile id="2428" type="moss"/>
- <tile id="2429" type="moss"/>
- <tile id="2430" type="moss"/>
- <tile id="2431" type="moss"/>
- <tile id="2432" type="moss"/>
- <tile id="2433" type="moss"/>
- <tile id="2434" type="moss"/>
- <tile id="2435" type="moss"/>
- <tile id="2436" type="moss"/>
+ <tile id="2422" type="chain"/>
+ <tile id="2423" type="chain"/>
+ <tile id="2424" type="chain"/>
+ <tile id="2425" type="chain"/>
+ <tile id="2426" type="chain"/>
+ <tile id="2427" type="chain"/>
+ <tile id="2428" type="chain"/>
+ <tile id="2429" type="chain"/>
+ <tile id="2430" type="chain"/>
+ <tile id="2431" type="chain"/>
+ <tile id="2432" type="chain"/>
+ <tile id="2433" type="chain"/>
+ <tile id="2434" type="chain"/>
+ <tile id="2435" type="chain"/>
+ <tile id="2436" type="chain"/>
  <tile id="2437" type="moss"/>
  <tile id="2438" type="moss"/>
  <tile id="2439" type="moss"/>
@@ -2454,50 +2454,50 @@
  <tile id="2450" type="moss"/>
  <tile id="2451" type="moss"/>
  <tile id="2452" type="moss"/>
- <tile id="2453" type="crack"/>
- <tile id="2454" type="crack"/>
- <tile id="2455" type="crack"/>
- <tile id="2456" type="crack"/>
- <tile id="2457" type="crack"/>
- <tile id="2458" type="crack"/>
- <tile id="2459" type="crack"/>
- <tile id="2460" type="crack"/>
- <tile id="2461" type="crack"/>
- <tile id="2462" type="crack"/>
- <tile id="2463" type="crack"/>
- <tile id="2464" type="crack"/>
- <tile id="2465" type="crack"/>
- <tile id="2466" type="crack"/>
- <tile id="2467" type="crack"/>
+ <tile id="2453" type="moss"/>
+ <tile id="2454" type="moss"/>
+ <tile id="2455" type="moss"/>
+ <tile id="2456" type="moss"/>
+ <tile id="2457" type="moss"/>
+ <tile id="2458" type="moss"/>
+ <tile id="2459" type="moss"/>
+ <tile id="2460" type="moss"/>
+ <tile id="2461" type="moss"/>
+ <tile id="2462" type="moss"/>
+ <tile id="2463" type="moss"/>
+ <tile id="2464" type="moss"/>
+ <tile id="2465" type="moss"/>
+ <tile id="2466" type="moss"/>
+ <tile id="2467" type="moss"/>
  <tile id="2468" type="crack"/>
  <tile id="2469" type="crack"/>
  <tile id="2470" type="crack"/>
- <tile id="2471" type="cobweb"/>
- <tile id="2472" type="cobweb"/>
- <tile id="2473" type="cobweb"/>
- <tile id="2474" type="cobweb"/>
- <tile id="2475" type="cobweb"/>
- <tile id="2476" type="cobweb"/>
- <tile id="2477" type="cobweb"/>
- <tile id="2478" type="cobweb"/>
- <tile id="2479" type="cobweb"/>
- <tile id="2480" type="cobweb"/>
- <tile id="2481" type="cobweb"/>
- <tile id="2482" type="rubble"/>
- <tile id="2483" type="rubble"/>
- <tile id="2484" type="rubble"/>
- <tile id="2485" type="rubble"/>
- <tile id="2486" type="rubble"/>
- <tile id="2487" type="rubble"/>
- <tile id="2488" type="rubble"/>
- <tile id="2489" type="rubble"/>
- <tile id="2490" type="rubble"/>
- <tile id="2491" type="rubble"/>
- <tile id="2492" type="rubble"/>
- <tile id="2493" type="rubble"/>
- <tile id="2494" type="rubble"/>
- <tile id="2495" type="rubble"/>
- <tile id="2496" type="rubble"/>
+ <tile id="2471" type="crack"/>
+ <tile id="2472" type="crack"/>
+ <tile id="2473" type="crack"/>
+ <tile id="2474" type="crack"/>
+ <tile id="2475" type="crack"/>
+ <tile id="2476" type="crack"/>
+ <tile id="2477" type="crack"/>
+ <tile id="2478" type="crack"/>
+ <tile id="2479" type="crack"/>
+ <tile id="2480" type="crack"/>
+ <tile id="2481" type="crack"/>
+ <tile id="2482" type="crack"/>
+ <tile id="2483" type="crack"/>
+ <tile id="2484" type="crack"/>
+ <tile id="2485" type="crack"/>
+ <tile id="2486" type="cobweb"/>
+ <tile id="2487" type="cobweb"/>
+ <tile id="2488" type="cobweb"/>
+ <tile id="2489" type="cobweb"/>
+ <tile id="2490" type="cobweb"/>
+ <tile id="2491" type="cobweb"/>
+ <tile id="2492" type="cobweb"/>
+ <tile id="2493" type="cobweb"/>
+ <tile id="2494" type="cobweb"/>
+ <tile id="2495" type="cobweb"/>
+ <tile id="2496" type="cobweb"/>
  <tile id="2497" type="rubble"/>
  <tile id="2498" type="rubble"/>
  <tile id="2499" type="rubble"/>
@@ -2519,21 +2519,21 @@
  <tile id="2515" type="rubble"/>
  <tile id="2516" type="rubble"/>
  <tile id="2517" type="rubble"/>
- <tile id="2518" type="torch"/>
- <tile id="2519" type="torch"/>
- <tile id="2520" type="torch"/>
- <tile id="2521" type="torch"/>
- <tile id="2522" type="torch"/>
- <tile id="2523" type="torch"/>
- <tile id="2524" type="torch"/>
- <tile id="2525" type="torch"/>
- <tile id="2526" type="torch"/>
- <tile id="2527" type="torch"/>
- <tile id="2528" type="torch"/>
- <tile id="2529" type="torch"/>
- <tile id="2530" type="torch"/>
- <tile id="2531" type="torch"/>
- <tile id="2532" type="torch"/>
+ <tile id="2518" type="rubble"/>
+ <tile id="2519" type="rubble"/>
+ <tile id="2520" type="rubble"/>
+ <tile id="2521" type="rubble"/>
+ <tile id="2522" type="rubble"/>
+ <tile id="2523" type="rubble"/>
+ <tile id="2524" type="rubble"/>
+ <tile id="2525" type="rubble"/>
+ <tile id="2526" type="rubble"/>
+ <tile id="2527" type="rubble"/>
+ <tile id="2528" type="rubble"/>
+ <tile id="2529" type="rubble"/>
+ <tile id="2530" type="rubble"/>
+ <tile id="2531" type="rubble"/>
+ <tile id="2532" type="rubble"/>
  <tile id="2533" type="torch"/>
  <tile id="2534" type="torch"/>
  <tile id="2535" type="torch"/>
@@ -2626,4 +2626,17 @@
  <tile id="2622" type="torch"/>
  <tile id="2623" type="torch"/>
  <tile id="2624" type="torch"/>
+ <tile id="2625" type="torch"/>
+ <tile id="2626" type="torch"/>
+ <tile id="2627" type="torch"/>
+ <tile id="2628" type="torch"/>
+ <tile id="2629" type="torch"/>
+ <tile id="2630" type="torch"/>
+ <tile id="2631" type="torch"/>
+ <tile id="2632" type="torch"/>
+ <tile id="2633" type="torch"/>
+ <tile id="2634" type="torch"/>
+ <tile id="2635" type="torch"/>
+ <tile id="2636" type="torch"/>
+ <tile id="2637" type="torch"/>
 </tileset>
