@@ -11,6 +11,7 @@
 #include "engine/timestep.h"
 #include "player/player.h"
 #include "screens/castle.h"
+#include "toolkit/camera.h"
 #include "toolkit/colliders.h"
 #include "toolkit/fireknight.h"
 #include "toolkit/primitives.h"
@@ -187,12 +188,7 @@ void platformer_demo_fixed_update(double dt) {
 // --- camera ---
 
 static float platformer_demo_camera_axis(float camera, float target, float view, float low, float high, float world) {
-    if (target - high * view > camera) {
-        camera = target - high * view;
-    } else if (target - low * view < camera) {
-        camera = target - low * view;
-    }
-    return SDL_clamp(camera, 0, SDL_max(world - view, 0));
+    return SDL_clamp(camera_follow_axis(camera, target, view, low, high), 0, SDL_max(world - view, 0));
 }
 
 static SDL_FPoint platformer_demo_camera(SDL_FPoint camera, SDL_FPoint target, float view_w, float view_h) {
