@@ -3,8 +3,8 @@
 # The build environment behind ./dev: finds one, or makes one, and runs commands in it.
 # Sourced by ./dev, which sets `top` (the checkout) and `assume_yes` (0 or 1).
 #
-# In this order: the machine's own packages; its package manager; a private root file system of Debian testing,
-# entered with bubblewrap; a message that names the packages.
+# In this order: the machine's own packages; a private root that is there already; the package manager; a private root
+# file system of Debian testing, entered with bubblewrap; a message that names the packages.
 
 readonly SUITE=forky # Debian testing: the first release with SDL 3.4 and its companions
 readonly FETCH_MB=350 ROOT_MB=1700
@@ -127,10 +127,12 @@ make_root() { # make_root DIR
     mv "$partial" "$1"
 }
 
+root_is_ready() { [ -d "$(root_dir)" ] && command -v bwrap >/dev/null 2>&1; }
+
 ensure_root() {
     local dir cache
     dir=$(root_dir)
-    [ -d "$dir" ] && command -v bwrap >/dev/null 2>&1 && return 0
+    root_is_ready && return 0
     can_make_root || return 1
     cache=$(cache_dir)
     mkdir -p "$cache" || die "cannot create $cache"
@@ -172,6 +174,8 @@ environment=''
 environment_setup() {
     if machine_has_everything; then
         environment=host
+    elif root_is_ready; then # before apt is asked, which takes a second
+        environment=root
     elif apt_offers_everything; then
         install_with_apt
         environment=host
