@@ -585,7 +585,7 @@ TEST_F(TileWorldTest, ChunksShowWhatTilesShow) {
         "<tileset firstgid='10' name='g' tilewidth='8' tileheight='8'><image source='glass.png'/></tileset>";
     const char *orders[] = {"right-down", "right-up", "left-down", "left-up"};
     Random random = {std::mt19937(21)};
-    for (int round = 0; round < 16; round++) {
+    for (int round = 0; round < 8; round++) {
         Cells ground(90 * 70), details(90 * 70);
         for (Uint32 &cell : ground) cell = (random() & 0xE0000000u) | (1 + random() % 4);
         for (Uint32 &cell : details) {
@@ -597,7 +597,7 @@ TEST_F(TileWorldTest, ChunksShowWhatTilesShow) {
         ASSERT_TRUE(load(map_of(
             90, 70,
             sets + layer_of(90, 70, ground) + layer_of(90, 70, details, tinted + " parallaxx='0.5' offsety='-4'"),
-            std::string("renderorder='") + orders[round / 2 % 4] + "'")));
+            std::string("renderorder='") + orders[round / 2] + "'")));
         const float scale = static_cast<float>(1 + random() % 3);
         const TileWorldView view = {
             {static_cast<float>(random() % 700) - 40, static_cast<float>(random() % 500) - 40, 200 / scale,
