@@ -127,8 +127,10 @@ int animation_sheet_frame(const Animation *anim) {
 
 SDL_FRect animation_frame_rect(const Animation *anim) {
     const int frame = animation_sheet_frame(anim);
-    if (frame < 0) return {};
-    const AnimationSet *set = anim->set;
+    return frame < 0 ? SDL_FRect{} : animation_set_frame_rect(anim->set, frame);
+}
+
+SDL_FRect animation_set_frame_rect(const AnimationSet *set, int frame) {
     const int row = frame / set->columns, column = frame % set->columns;
     return {
         static_cast<float>(set->frame_w * column), static_cast<float>(set->frame_h * row),

@@ -46,6 +46,7 @@ void animation_prev_frame(Animation *anim);
 
 // --- questions ---
 bool animation_is_usable(const Animation *anim);
-const AnimationClip *animation_clip(const Animation *anim); // null when not usable
-int animation_sheet_frame(const Animation *anim);           // -1 when not usable
-SDL_FRect animation_frame_rect(const Animation *anim);      // on the sheet, px; all 0 without a frame
+const AnimationClip *animation_clip(const Animation *anim);             // null when not usable
+int animation_sheet_frame(const Animation *anim);                       // -1 when not usable
+SDL_FRect animation_frame_rect(const Animation *anim);                  // on the sheet, px; all 0 without a frame
+SDL_FRect animation_set_frame_rect(const AnimationSet *set, int frame); // of the sheet's frames, from 0

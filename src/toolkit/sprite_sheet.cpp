@@ -7,6 +7,8 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
+static constexpr int FRAMES_KEPT_MAX = 1 << 16; // a megabyte of rectangles
+
 // --- lifetime ---
 
 static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *set) {
@@ -23,19 +25,30 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
         set->path, w, h, set->columns, set->rows, set->frame_w, set->frame_h, wanted_w, wanted_h);
 }
 
+static bool _sprite_sheet_fill(SpriteSheet *sheet) {
+    const AnimationSet *set = sheet->set;
+    if (!_sprite_sheet_check_size(sheet->texture, set)) return false;
+    SDL_SetTextureScaleMode(sheet->texture, SDL_SCALEMODE_NEAREST);
+    sheet->width = static_cast<float>(sheet->texture->w);
+    sheet->height = static_cast<float>(sheet->texture->h);
+    sheet->frame_count = SDL_min(set->columns * set->rows, FRAMES_KEPT_MAX);
+    sheet->frames = static_cast<SDL_FRect *>(SDL_calloc(static_cast<size_t>(sheet->frame_count), sizeof(SDL_FRect)));
+    if (!sheet->frames) return engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
+    for (int i = 0; i < sheet->frame_count; i++) sheet->frames[i] = animation_set_frame_rect(set, i);
+    return true;
+}
+
 // Takes the texture over, also when it fails.
 static SpriteSheet *_sprite_sheet_make(SDL_Texture *texture, const AnimationSet *set) {
-    SpriteSheet *sheet = nullptr;
-    if (_sprite_sheet_check_size(texture, set)) {
-        SDL_SetTextureScaleMode(texture, SDL_SCALEMODE_NEAREST);
-        sheet = static_cast<SpriteSheet *>(SDL_malloc(sizeof(SpriteSheet)));
-        if (!sheet) engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
-    }
-    if (sheet) {
-        *sheet = {.texture = texture, .set = set, .preview = nullptr, .preview_size = {}};
-    } else {
+    auto *sheet = static_cast<SpriteSheet *>(SDL_calloc(1, sizeof(SpriteSheet)));
+    if (!sheet) {
+        engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
         SDL_DestroyTexture(texture);
+        return nullptr;
     }
+    sheet->texture = texture;
+    sheet->set = set;
+    if (!_sprite_sheet_fill(sheet)) sprite_sheet_cleanup(&sheet);
     return sheet;
 }
 
@@ -62,6 +75,7 @@ void sprite_sheet_cleanup(SpriteSheet **sheet) {
     if (!sheet || !*sheet) return;
     if ((*sheet)->texture) SDL_DestroyTexture((*sheet)->texture);
     if ((*sheet)->preview) SDL_DestroyTexture((*sheet)->preview);
+    SDL_free((*sheet)->frames);
     SDL_free(*sheet);
     *sheet = nullptr;
 }
@@ -74,18 +88,36 @@ SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float
         pos.x, pos.y, static_cast<float>(sheet->set->frame_w) * scale, static_cast<float>(sheet->set->frame_h) * scale};
 }
 
-bool sprite_sheet_draw(
-    SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
-    SDL_FlipMode flip) {
-    if (!renderer || !sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
+// animation_frame_rect without its calls and its division, for what is asked of every sprite in every frame.
+static SDL_FRect _sprite_sheet_source(const SpriteSheet *sheet, const Animation *anim) {
+    const AnimationSet *set = sheet->set;
+    if (set->clips && static_cast<Uint32>(anim->clip) < static_cast<Uint32>(set->clip_count)) {
+        const Sint32 frame = set->clips[anim->clip].first_frame + anim->frame;
+        if (static_cast<Uint32>(frame) < static_cast<Uint32>(sheet->frame_count)) return sheet->frames[frame];
+    }
+    return animation_frame_rect(anim);
+}
+
+bool sprite_sheet_place(
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode, SpritePlace *place) {
+    if (!sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (anim->set != sheet->set) {
         return engine_error(
             "[SPRITE_SHEET] The animation is playing a different set from %s", sheet->set ? sheet->set->path : "");
     }
-    const SDL_FRect src = animation_frame_rect(anim);
-    if (src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
-    const SDL_FRect dst = sprite_sheet_dest_rect(sheet, pos, scale);
-    if (copy_texture_in_view(renderer, sheet->texture, &src, &dst, flip)) return true;
+    place->src = _sprite_sheet_source(sheet, anim);
+    if (place->src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    place->dst = sprite_sheet_dest_rect(sheet, pos, scale);
+    return true;
+}
+
+bool sprite_sheet_draw(
+    SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
+    SDL_FlipMode flip) {
+    SpritePlace place = {};
+    if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
+    if (!sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
+    if (copy_texture_in_view(renderer, sheet->texture, &place.src, &place.dst, flip)) return true;
     return engine_error(
         "[SPRITE_SHEET] Could not draw frame %d, error: %s", animation_sheet_frame(anim), SDL_GetError());
 }

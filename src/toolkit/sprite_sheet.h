@@ -13,6 +13,9 @@ struct SDL_Texture;
 struct SpriteSheet {
     SDL_Texture *texture; // owned
     const AnimationSet *set;
+    SDL_FRect *frames;   // owned; where each frame is on the sheet, so that none is divided out when it is drawn
+    Sint32 frame_count;  // of `frames`
+    float width, height; // of the texture, px
     // A cache of the debug sheet, made by drawing it; both of it empty until then.
     mutable SDL_Texture *preview;    // owned
     mutable SDL_FPoint preview_size; // what it was made for, output pixels
@@ -27,6 +30,13 @@ bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip); // false: reported
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
+// Where on the sheet the animation's current frame is, and where sprite_sheet_draw draws it. False: reported.
+struct SpritePlace {
+    SDL_FRect src, dst;
+};
+bool sprite_sheet_place(
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
+    SpritePlace *place);
 
 // --- debugging: outlines of one unit, just outside what they frame ---
 void sprite_sheet_draw_frame_outline(

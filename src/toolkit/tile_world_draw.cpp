@@ -18,6 +18,7 @@ static constexpr int CHUNK_SIDE = 256; // px, about
 static constexpr int SLOTS = 1024;
 static constexpr int BUCKETS = 256; // a power of two
 static constexpr int NO_SLOT = -1;
+static constexpr float LARGE = 4096; // drawing units; what is larger takes another way to the screen
 
 // --- chunks ---
 
@@ -179,11 +180,41 @@ struct TilePainter {
 
 static bool _is_white(SDL_FColor c) { return c.r == 1 && c.g == 1 && c.b == 1 && c.a == 1; }
 
+// The software renderer magnifies a copy as a whole before it cuts it to the view: for an object of a thousand screens
+// that is gigabytes. Triangles are cut first. Four around the middle, for it makes a copy again of two that form a
+// rectangle.
+static bool _paint_large(
+    const TilePainter *painter, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, double angle,
+    const SDL_FPoint *center, SDL_FlipMode flip) {
+    constexpr int MIDDLE = 4;
+    constexpr int FAN[] = {MIDDLE, 0, 1, MIDDLE, 1, 2, MIDDLE, 2, 3, MIDDLE, 3, 0};
+    constexpr SDL_FPoint CORNERS[] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0.5f, 0.5f}};
+    const SDL_FPoint about = center ? *center : SDL_FPoint{dst->w / 2, dst->h / 2};
+    const float radians = static_cast<float>(angle) * SDL_PI_F / 180;
+    const float sine = SDL_sinf(radians), cosine = SDL_cosf(radians);
+    const float width = static_cast<float>(texture->w), height = static_cast<float>(texture->h);
+    SDL_Vertex vertices[MIDDLE + 1];
+    for (int i = 0; i <= MIDDLE; i++) {
+        const SDL_FPoint at = {CORNERS[i].x * dst->w - about.x, CORNERS[i].y * dst->h - about.y};
+        const float u = flip & SDL_FLIP_HORIZONTAL ? 1 - CORNERS[i].x : CORNERS[i].x;
+        const float v = flip & SDL_FLIP_VERTICAL ? 1 - CORNERS[i].y : CORNERS[i].y;
+        vertices[i].position = {
+            dst->x + about.x + at.x * cosine - at.y * sine, dst->y + about.y + at.x * sine + at.y * cosine};
+        vertices[i].color = painter->tint;
+        vertices[i].tex_coord = {(src->x + u * src->w) / width, (src->y + v * src->h) / height};
+    }
+    return SDL_RenderGeometry(painter->renderer, texture, vertices, SDL_arraysize(vertices), FAN, SDL_arraysize(FAN));
+}
+
 static bool _paint_texture(
     const TilePainter *painter, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, double angle,
     const SDL_FPoint *center, SDL_FlipMode flip) {
     const SDL_FColor tint = painter->tint;
     const bool tinted = !_is_white(tint);
+    if (dst->w > LARGE || dst->h > LARGE) {
+        return _paint_large(painter, texture, src, dst, angle, center, flip) ||
+               engine_error("[TILE_WORLD] Could not draw, error: %s", SDL_GetError());
+    }
     if (tinted) {
         SDL_SetTextureColorModFloat(texture, tint.r, tint.g, tint.b);
         SDL_SetTextureAlphaModFloat(texture, tint.a);
@@ -537,8 +568,9 @@ static bool _draw_image(const TilePainter *painter, const TileLayerParts *parts,
     SDL_FRect dst = {painter->origin.x, painter->origin.y, w, h};
     if (parts->repeat_x) _repeat(&dst.x, &dst.w, view.x);
     if (parts->repeat_y) _repeat(&dst.y, &dst.h, view.y);
+    const SDL_FRect src = {0, 0, static_cast<float>(image->width), static_cast<float>(image->height)};
     if (!parts->repeat_x && !parts->repeat_y) {
-        return _paint_texture(painter, image->texture, nullptr, &dst, 0, nullptr, SDL_FLIP_NONE);
+        return _paint_texture(painter, image->texture, &src, &dst, 0, nullptr, SDL_FLIP_NONE);
     }
     const SDL_FColor tint = painter->tint;
     SDL_SetTextureColorModFloat(image->texture, tint.r, tint.g, tint.b);

@@ -27,6 +27,7 @@ struct Tilemap {
     Uint32 first_gid;      // the GID of the tileset's first tile
     TileGrid *layer;       // owned; null until one is loaded
     float scale;           // above 0
+    Uint8 *opaque;         // owned; of each tile of the tileset, whether all of its pixels are opaque
 };
 
 // --- lifetime ---

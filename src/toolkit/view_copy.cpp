@@ -1,5 +1,7 @@
 #include "toolkit/view_copy.h"
 
+#include "engine/engine.h"
+
 #include <SDL3/SDL_render.h>
 
 struct Span { // along one axis
@@ -29,10 +31,42 @@ _copy(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const 
                                  : SDL_RenderTextureRotated(renderer, texture, src, dst, 0, nullptr, flip);
 }
 
+// What decides whether a cut can pay. Each question to a renderer takes a good part of the time that a copy does, so
+// these are asked once per frame; an answer of before costs time at the most, never a pixel.
+struct ViewAnswers {
+    const SDL_Renderer *renderer;
+    Uint64 frame;
+    bool software; // others cut by themselves
+    bool plain;    // one unit is one pixel
+};
+
+static ViewAnswers _ask(SDL_Renderer *renderer) {
+    SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
+    SDL_FPoint scale = {1, 1};
+    const char *name = SDL_GetRendererName(renderer);
+    SDL_GetRenderLogicalPresentation(renderer, nullptr, nullptr, &presentation);
+    SDL_GetRenderScale(renderer, &scale.x, &scale.y);
+    return {
+        .renderer = renderer,
+        .frame = engine_frame_number(),
+        .software = name && SDL_strcmp(name, SDL_SOFTWARE_RENDERER) == 0,
+        .plain = presentation == SDL_LOGICAL_PRESENTATION_DISABLED && scale.x == 1 && scale.y == 1};
+}
+
+static bool _cut_may_pay(SDL_Renderer *renderer, const SDL_FRect *src, const SDL_FRect *dst) {
+    constexpr float SMALL = 512; // units: what is larger is worth asking about each time
+    static ViewAnswers known;
+    if (known.renderer != renderer || known.frame != engine_frame_number()) known = _ask(renderer);
+    if (!known.software) return false;
+    const bool small = src && dst->w <= SMALL && dst->h <= SMALL;
+    return !(small && known.plain && dst->w <= src->w && dst->h <= src->h);
+}
+
 bool copy_texture_in_view(
     SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     SDL_FRect whole = {};
     SDL_Rect view = {};
+    if (!_cut_may_pay(renderer, src, dst)) return _copy(renderer, texture, src, dst, flip);
     if (!SDL_GetTextureSize(texture, &whole.w, &whole.h) || !SDL_GetRenderViewport(renderer, &view)) return false;
     if (!src) src = &whole;
     Span x = {src->x, src->w, dst->x, dst->w}, y = {src->y, src->h, dst->y, dst->h};
