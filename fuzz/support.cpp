@@ -5,9 +5,11 @@
 #include "engine/setup.h"
 #include "support/temporary_directory.h"
 
+#include <SDL3/SDL_filesystem.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_storage.h>
+#include <SDL3/SDL_surface.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -101,6 +103,20 @@ const char *fuzz_memory_file(const uint8_t *data, size_t size) {
         ftruncate(world.memory_file, 0) == 0 && pwrite(world.memory_file, data, size, 0) == static_cast<ssize_t>(size);
     fuzz_check(written, "a file in memory takes the input");
     return world.memory_file_path;
+}
+
+void fuzz_save_picture(const char *path) {
+    if (SDL_GetPathInfo(path, nullptr)) return;
+    SDL_Surface *picture = SDL_CreateSurface(32, 16, SDL_PIXELFORMAT_RGBA32);
+    for (int y = 0; y < 16; y++) {
+        for (int x = 0; x < 32; x++) {
+            const int alpha = y < 8 ? 255 : x < 16 ? 255 * ((x + y) & 1) : x * 8;
+            SDL_WriteSurfacePixel(
+                picture, x, y, static_cast<Uint8>(8 * x), static_cast<Uint8>(16 * y), 99, static_cast<Uint8>(alpha));
+        }
+    }
+    fuzz_check(picture && SDL_SavePNG(picture, path), "the picture is saved");
+    SDL_DestroySurface(picture);
 }
 
 // --- lifetime ---

@@ -18,6 +18,9 @@ void fuzz_set_game_file(const uint8_t *data, size_t size); // what every path of
 void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size);
 const char *fuzz_memory_file(const uint8_t *data, size_t size); // its path; there is one such file
 
+// A picture of 4 × 2 tiles of 8 pixels, of all kinds of transparency, unless it is there.
+void fuzz_save_picture(const char *path);
+
 // --- the log ---
 void fuzz_clear_log();
 int fuzz_logged_errors();

@@ -6,26 +6,11 @@
 #include "toolkit/tile_world.h"
 
 #include <SDL3/SDL_render.h>
-#include <SDL3/SDL_surface.h>
 
 #include <cmath>
 #include <string_view>
 
 static constexpr std::string_view NEXT_FILE = "<!--next-->";
-
-// The one picture there is: 4 x 2 tiles of 8 pixels, of all kinds of transparency.
-static void save_picture() {
-    SDL_Surface *picture = SDL_CreateSurface(32, 16, SDL_PIXELFORMAT_RGBA32);
-    for (int y = 0; y < 16; y++) {
-        for (int x = 0; x < 32; x++) {
-            const int alpha = y < 8 ? 255 : x < 16 ? 255 * ((x + y) & 1) : x * 8;
-            SDL_WriteSurfacePixel(
-                picture, x, y, static_cast<Uint8>(8 * x), static_cast<Uint8>(16 * y), 99, static_cast<Uint8>(alpha));
-        }
-    }
-    fuzz_check(picture && SDL_SavePNG(picture, "tiles.png"), "the picture is saved");
-    SDL_DestroySurface(picture);
-}
 
 static void set_files(std::string_view input) {
     const char *endings[] = {".tmx", ".tsx", ".tx"};
@@ -106,10 +91,8 @@ static void draw(TileWorld *world) {
 }
 
 int fuzz_tile_map(const uint8_t *data, size_t size) {
-    static bool saved;
     fuzz_start_engine();
-    if (!saved) save_picture();
-    saved = true;
+    fuzz_save_picture("tiles.png");
     set_files({reinterpret_cast<const char *>(data), size});
     TileWorld *world = tile_world_load(engine_renderer(), "map.tmx");
     fuzz_check(world || fuzz_logged_errors() == 1, "a map that does not load is reported once");

@@ -30,6 +30,7 @@ const Asset ASSETS[] = {
      .readers = {GAME_STATE_TEXT_DEMO},
      .missing = "[FONTS] Font file not found (*)"},
     {.file = "audio/", .readers = {GAME_STATE_AUDIO_DEMO}, .missing = "[AUDIO] Unable to load *, error: *"},
+    {.file = "fireknight/sprites/fireknight.json", .readers = {}}, // the same sheet, for games
     {.file = "fireknight/sprites/",
      .readers = {GAME_STATE_SPRITE_DEMO, GAME_STATE_PLATFORMER_DEMO},
      .missing = "[SPRITE_SHEET] IMG_LoadTexture failed for *"},

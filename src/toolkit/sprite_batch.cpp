@@ -67,10 +67,7 @@ bool sprite_batch_add(
     SpritePlace place = {};
     if (!sprite_sheet_place(batch->sheet, anim, pos, scale, flip, &place) || !_sprite_batch_has_room(batch))
         return false;
-    const SpriteSheet *sheet = batch->sheet;
-    // Divided, not multiplied by a reciprocal: the software renderer cuts the products with the size down to texels.
-    float left = place.src.x / sheet->width, right = (place.src.x + place.src.w) / sheet->width;
-    float top = place.src.y / sheet->height, bottom = (place.src.y + place.src.h) / sheet->height;
+    float left = place.frame.left, top = place.frame.top, right = place.frame.right, bottom = place.frame.bottom;
     if (flip & SDL_FLIP_HORIZONTAL) std::swap(left, right);
     if (flip & SDL_FLIP_VERTICAL) std::swap(top, bottom);
     const SDL_FRect dst = place.dst;

@@ -7,9 +7,20 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
-static constexpr int FRAMES_KEPT_MAX = 1 << 16; // a megabyte of rectangles
+static constexpr int FRAMES_KEPT_MAX = 1 << 16; // 2.5 MB of them
 
 // --- lifetime ---
+
+static bool _sprite_sheet_check_frames(int w, int h, const AnimationSet *set) {
+    for (int i = 0; i < set->columns * set->rows; i++) {
+        const SDL_Rect src = set->frames[i].src;
+        if (src.x + src.w <= w && src.y + src.h <= h) continue;
+        return engine_error(
+            "[SPRITE_SHEET] %s is %dx%d, but frame %d of its set ends at %d, %d: export both again", set->path, w, h, i,
+            src.x + src.w, src.y + src.h);
+    }
+    return true;
+}
 
 static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *set) {
     float width = 0, height = 0;
@@ -17,12 +28,29 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
         return engine_error("[SPRITE_SHEET] SDL_GetTextureSize failed for %s, error: %s", set->path, SDL_GetError());
     }
     const int w = static_cast<int>(width), h = static_cast<int>(height);
+    if (set->frames) return _sprite_sheet_check_frames(w, h, set);
     const int wanted_w = set->frame_w * set->columns, wanted_h = set->frame_h * set->rows;
     if (w == wanted_w && h == wanted_h) return true;
     return engine_error(
         "[SPRITE_SHEET] %s is %dx%d, but its set describes a %dx%d grid of %dx%d frames, which is %dx%d. Regenerate it "
         "with tools/aseprite_json_to_c",
         set->path, w, h, set->columns, set->rows, set->frame_w, set->frame_h, wanted_w, wanted_h);
+}
+
+static SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
+    SpriteFrame frame = {};
+    frame.src = animation_set_frame_rect(sheet->set, index);
+    // Divided, not multiplied by a reciprocal: the software renderer cuts the products with the size down to texels.
+    frame.left = frame.src.x / sheet->width;
+    frame.top = frame.src.y / sheet->height;
+    frame.right = (frame.src.x + frame.src.w) / sheet->width;
+    frame.bottom = (frame.src.y + frame.src.h) / sheet->height;
+    const bool in_table = sheet->set->frames && index >= 0 && index < sheet->set->columns * sheet->set->rows;
+    if (in_table) {
+        const SDL_Point offset = sheet->set->frames[index].offset;
+        frame.offset = {static_cast<float>(offset.x), static_cast<float>(offset.y)};
+    }
+    return frame;
 }
 
 static bool _sprite_sheet_fill(SpriteSheet *sheet) {
@@ -32,9 +60,10 @@ static bool _sprite_sheet_fill(SpriteSheet *sheet) {
     sheet->width = static_cast<float>(sheet->texture->w);
     sheet->height = static_cast<float>(sheet->texture->h);
     sheet->frame_count = SDL_min(set->columns * set->rows, FRAMES_KEPT_MAX);
-    sheet->frames = static_cast<SDL_FRect *>(SDL_calloc(static_cast<size_t>(sheet->frame_count), sizeof(SDL_FRect)));
+    sheet->frames =
+        static_cast<SpriteFrame *>(SDL_calloc(static_cast<size_t>(sheet->frame_count), sizeof(SpriteFrame)));
     if (!sheet->frames) return engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
-    for (int i = 0; i < sheet->frame_count; i++) sheet->frames[i] = animation_set_frame_rect(set, i);
+    for (int i = 0; i < sheet->frame_count; i++) sheet->frames[i] = _sprite_sheet_measure(sheet, i);
     return true;
 }
 
@@ -88,26 +117,39 @@ SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float
         pos.x, pos.y, static_cast<float>(sheet->set->frame_w) * scale, static_cast<float>(sheet->set->frame_h) * scale};
 }
 
-// animation_frame_rect without its calls and its division, for what is asked of every sprite in every frame.
-static SDL_FRect _sprite_sheet_source(const SpriteSheet *sheet, const Animation *anim) {
-    const AnimationSet *set = sheet->set;
-    if (set->clips && static_cast<Uint32>(anim->clip) < static_cast<Uint32>(set->clip_count)) {
-        const Sint32 frame = set->clips[anim->clip].first_frame + anim->frame;
-        if (static_cast<Uint32>(frame) < static_cast<Uint32>(sheet->frame_count)) return sheet->frames[frame];
-    }
-    return animation_frame_rect(anim);
+// animation_sheet_frame without its calls, for what is asked of every sprite in every frame.
+static Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim) {
+    if (!set->clips || static_cast<Uint32>(anim->clip) >= static_cast<Uint32>(set->clip_count)) return -1;
+    const AnimationClip *clip = &set->clips[anim->clip];
+    return clip->order ? animation_sheet_frame(anim) : clip->first_frame + anim->frame;
+}
+
+// A trimmed frame's part is as far from the other side when it is mirrored.
+static SDL_FRect
+_sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoint pos, float scale, SDL_FlipMode flip) {
+    if (!sheet->set->frames) return sprite_sheet_dest_rect(sheet, pos, scale);
+    const float w = static_cast<float>(sheet->set->frame_w), h = static_cast<float>(sheet->set->frame_h);
+    const float x = flip & SDL_FLIP_HORIZONTAL ? w - frame->offset.x - frame->src.w : frame->offset.x;
+    const float y = flip & SDL_FLIP_VERTICAL ? h - frame->offset.y - frame->src.h : frame->offset.y;
+    return {pos.x + x * scale, pos.y + y * scale, frame->src.w * scale, frame->src.h * scale};
 }
 
 bool sprite_sheet_place(
-    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode, SpritePlace *place) {
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
+    SpritePlace *place) {
     if (!sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (anim->set != sheet->set) {
         return engine_error(
             "[SPRITE_SHEET] The animation is playing a different set from %s", sheet->set ? sheet->set->path : "");
     }
-    place->src = _sprite_sheet_source(sheet, anim);
-    if (place->src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
-    place->dst = sprite_sheet_dest_rect(sheet, pos, scale);
+    const Sint32 frame = _sprite_sheet_frame(sheet->set, anim);
+    if (frame >= 0 && frame < sheet->frame_count) {
+        place->frame = sheet->frames[frame];
+    } else if (frame >= 0) {
+        place->frame = _sprite_sheet_measure(sheet, frame);
+    }
+    if (frame < 0 || place->frame.src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    place->dst = _sprite_sheet_dest(sheet, &place->frame, pos, scale, flip);
     return true;
 }
 
@@ -117,7 +159,7 @@ bool sprite_sheet_draw(
     SpritePlace place = {};
     if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (!sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
-    if (copy_texture_in_view(renderer, sheet->texture, &place.src, &place.dst, flip)) return true;
+    if (copy_texture_in_view(renderer, sheet->texture, &place.frame.src, &place.dst, flip)) return true;
     return engine_error(
         "[SPRITE_SHEET] Could not draw frame %d, error: %s", animation_sheet_frame(anim), SDL_GetError());
 }
@@ -186,9 +228,7 @@ void sprite_sheet_draw_debug_sheet(
     SDL_Color sheet_color, SDL_Color frame_color) {
     if (!renderer || !sheet || !sheet->texture || !sheet->set) return;
     const AnimationSet *set = sheet->set;
-    const SDL_FRect whole = {
-        pos.x, pos.y, static_cast<float>(set->frame_w * set->columns) * scale,
-        static_cast<float>(set->frame_h * set->rows) * scale};
+    const SDL_FRect whole = {pos.x, pos.y, sheet->width * scale, sheet->height * scale};
     const bool small = scale < 1 && _draw_preview(renderer, sheet, &whole);
     if (!small) copy_texture_in_view(renderer, sheet->texture, nullptr, &whole);
     _outline_around(renderer, whole, sheet_color);

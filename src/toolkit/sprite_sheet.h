@@ -10,10 +10,16 @@
 struct SDL_Renderer;
 struct SDL_Texture;
 
+struct SpriteFrame {
+    SDL_FRect src;                  // on the sheet, px
+    float left, top, right, bottom; // the same in shares of its width and height
+    SDL_FPoint offset;              // of what is on the sheet within the whole frame, px
+};
+
 struct SpriteSheet {
     SDL_Texture *texture; // owned
     const AnimationSet *set;
-    SDL_FRect *frames;   // owned; where each frame is on the sheet, so that none is divided out when it is drawn
+    SpriteFrame *frames; // owned; of the sheet's frames, so that nothing is divided when they are drawn
     Sint32 frame_count;  // of `frames`
     float width, height; // of the texture, px
     // A cache of the debug sheet, made by drawing it; both of it empty until then.
@@ -30,9 +36,10 @@ bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip); // false: reported
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
-// Where on the sheet the animation's current frame is, and where sprite_sheet_draw draws it. False: reported.
+// The animation's current frame, and where sprite_sheet_draw draws what the sheet has of it. False: reported.
 struct SpritePlace {
-    SDL_FRect src, dst;
+    SpriteFrame frame;
+    SDL_FRect dst;
 };
 bool sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,

@@ -40,7 +40,7 @@ struct ViewAnswers {
     bool plain;    // one unit is one pixel
 };
 
-static ViewAnswers _ask(SDL_Renderer *renderer) {
+[[gnu::noinline]] static ViewAnswers _ask(SDL_Renderer *renderer) {
     SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
     SDL_FPoint scale = {1, 1};
     const char *name = SDL_GetRendererName(renderer);
@@ -53,20 +53,12 @@ static ViewAnswers _ask(SDL_Renderer *renderer) {
         .plain = presentation == SDL_LOGICAL_PRESENTATION_DISABLED && scale.x == 1 && scale.y == 1};
 }
 
-static bool _cut_may_pay(SDL_Renderer *renderer, const SDL_FRect *src, const SDL_FRect *dst) {
-    constexpr float SMALL = 512; // units: what is larger is worth asking about each time
-    static ViewAnswers known;
-    if (known.renderer != renderer || known.frame != engine_frame_number()) known = _ask(renderer);
-    if (!known.software) return false;
-    const bool small = src && dst->w <= SMALL && dst->h <= SMALL;
-    return !(small && known.plain && dst->w <= src->w && dst->h <= src->h);
-}
+static ViewAnswers g_view_answers;
 
-bool copy_texture_in_view(
-    SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
+[[gnu::noinline]] static bool
+_copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     SDL_FRect whole = {};
     SDL_Rect view = {};
-    if (!_cut_may_pay(renderer, src, dst)) return _copy(renderer, texture, src, dst, flip);
     if (!SDL_GetTextureSize(texture, &whole.w, &whole.h) || !SDL_GetRenderViewport(renderer, &view)) return false;
     if (!src) src = &whole;
     Span x = {src->x, src->w, dst->x, dst->w}, y = {src->y, src->h, dst->y, dst->h};
@@ -75,4 +67,15 @@ bool copy_texture_in_view(
     const SDL_FRect from = {x.src, y.src, x.src_length, y.src_length};
     const SDL_FRect to = {x.dst, y.dst, x.dst_length, y.dst_length};
     return _copy(renderer, texture, &from, &to, flip);
+}
+
+bool copy_texture_in_view(
+    SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
+    constexpr float SMALL = 512; // units: what is larger is worth asking about each time
+    const bool known = g_view_answers.renderer == renderer && g_view_answers.frame == engine_frame_number();
+    if (!known) g_view_answers = _ask(renderer);
+    const bool small = src && dst->w <= SMALL && dst->h <= SMALL && dst->w <= src->w && dst->h <= src->h;
+    const bool pays = g_view_answers.software && !(small && g_view_answers.plain);
+    if (pays) return _copy_cut(renderer, texture, src, dst, flip);
+    return _copy(renderer, texture, src, dst, flip);
 }
