@@ -49,6 +49,8 @@ public:
         sprite_batch_cleanup(&batch);
         sprite_sheet_cleanup(&sheet);
         engine_stop();
+        for (const char *hint : {SDL_HINT_VIDEO_DRIVER, SDL_HINT_AUDIO_DRIVER, SDL_HINT_RENDER_DRIVER})
+            SDL_ResetHint(hint);
     }
     Crowd(const Crowd &) = delete;
     Crowd &operator=(const Crowd &) = delete;

@@ -6,7 +6,7 @@
 #include "support/engine_fixture.h"
 #include "toolkit/animation_set.h"
 #include "toolkit/fireknight.h"
-#include "toolkit/sprite_sheet.h"
+#include "toolkit/sprite_batch.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3_image/SDL_image.h>
@@ -35,6 +35,16 @@ protected:
         SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
         SDL_RenderClear(engine_renderer());
         EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), of, anim, {3, 5}, 1, flip));
+        return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
+    }
+
+    static Picture drawn_in_batch(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
+        SpriteBatch *batch = sprite_batch_new(1);
+        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+        SDL_RenderClear(engine_renderer());
+        sprite_batch_begin(batch, of);
+        EXPECT_TRUE(sprite_batch_add(batch, anim, {3, 5}, 1, flip) && sprite_batch_draw(engine_renderer(), batch));
+        sprite_batch_cleanup(&batch);
         return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
     }
 
@@ -90,6 +100,8 @@ TEST_F(AnimationSetTest, TheKnightsExportShowsTheFramesOfItsTable) {
             animation_set_frame(&constant, i);
             for (const SDL_FlipMode flip : {SDL_FLIP_NONE, SDL_FLIP_HORIZONTAL, SDL_FLIP_VERTICAL}) {
                 const Picture a = drawn(sheet, &loaded, flip), b = drawn(table, &constant, flip);
+                ASSERT_TRUE(same_rgb(drawn_in_batch(sheet, &loaded, flip), a))
+                    << "in a batch: " << row->name << ", frame " << i << ", flip " << flip;
                 ASSERT_TRUE(same_rgb(a, b)) << row->name << ", frame " << i << ", flip " << flip;
             }
         }

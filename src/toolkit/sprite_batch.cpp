@@ -64,10 +64,11 @@ static bool _sprite_batch_has_room(SpriteBatch *batch) {
 
 bool sprite_batch_add(
     SpriteBatch *batch, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip, SDL_FColor tint) {
-    SpritePlace place = {};
+    SpritePlace place; // filled by the next call
     if (!sprite_sheet_place(batch->sheet, anim, pos, scale, flip, &place) || !_sprite_batch_has_room(batch))
         return false;
-    float left = place.frame.left, top = place.frame.top, right = place.frame.right, bottom = place.frame.bottom;
+    const SpriteFrame *frame = place.frame;
+    float left = frame->left, top = frame->top, right = frame->right, bottom = frame->bottom;
     if (flip & SDL_FLIP_HORIZONTAL) std::swap(left, right);
     if (flip & SDL_FLIP_VERTICAL) std::swap(top, bottom);
     const SDL_FRect dst = place.dst;

@@ -40,11 +40,13 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
 static SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
     SpriteFrame frame = {};
     frame.src = animation_set_frame_rect(sheet->set, index);
-    // Divided, not multiplied by a reciprocal: the software renderer cuts the products with the size down to texels.
-    frame.left = frame.src.x / sheet->width;
-    frame.top = frame.src.y / sheet->height;
-    frame.right = (frame.src.x + frame.src.w) / sheet->width;
-    frame.bottom = (frame.src.y + frame.src.h) / sheet->height;
+    // The software renderer cuts corner and length, times the texture's size, down to texels, and either may be a
+    // rounding too small. A hundredth of a texel cannot be seen up to a fiftyfold magnification.
+    constexpr float NUDGE = 1.0f / 256;
+    frame.left = (frame.src.x + NUDGE) / sheet->width;
+    frame.top = (frame.src.y + NUDGE) / sheet->height;
+    frame.right = (frame.src.x + frame.src.w + 3 * NUDGE) / sheet->width;
+    frame.bottom = (frame.src.y + frame.src.h + 3 * NUDGE) / sheet->height;
     const bool in_table = sheet->set->frames && index >= 0 && index < sheet->set->columns * sheet->set->rows;
     if (in_table) {
         const SDL_Point offset = sheet->set->frames[index].offset;
@@ -143,23 +145,22 @@ bool sprite_sheet_place(
             "[SPRITE_SHEET] The animation is playing a different set from %s", sheet->set ? sheet->set->path : "");
     }
     const Sint32 frame = _sprite_sheet_frame(sheet->set, anim);
-    if (frame >= 0 && frame < sheet->frame_count) {
-        place->frame = sheet->frames[frame];
-    } else if (frame >= 0) {
-        place->frame = _sprite_sheet_measure(sheet, frame);
-    }
-    if (frame < 0 || place->frame.src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
-    place->dst = _sprite_sheet_dest(sheet, &place->frame, pos, scale, flip);
+    if (frame < 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    const bool kept = frame < sheet->frame_count;
+    if (!kept) place->beyond = _sprite_sheet_measure(sheet, frame);
+    place->frame = kept ? &sheet->frames[frame] : &place->beyond;
+    if (place->frame->src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    place->dst = _sprite_sheet_dest(sheet, place->frame, pos, scale, flip);
     return true;
 }
 
 bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip) {
-    SpritePlace place = {};
+    SpritePlace place; // filled by the next call
     if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (!sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
-    if (copy_texture_in_view(renderer, sheet->texture, &place.frame.src, &place.dst, flip)) return true;
+    if (copy_texture_in_view(renderer, sheet->texture, &place.frame->src, &place.dst, flip)) return true;
     return engine_error(
         "[SPRITE_SHEET] Could not draw frame %d, error: %s", animation_sheet_frame(anim), SDL_GetError());
 }

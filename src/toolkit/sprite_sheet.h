@@ -38,8 +38,9 @@ bool sprite_sheet_draw(
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
 // The animation's current frame, and where sprite_sheet_draw draws what the sheet has of it. False: reported.
 struct SpritePlace {
-    SpriteFrame frame;
+    const SpriteFrame *frame; // the sheet's, or `beyond`
     SDL_FRect dst;
+    SpriteFrame beyond; // of a frame whose number lies outside the sheet
 };
 bool sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
