@@ -1,6 +1,7 @@
 // Maps of a map editor: what is read from their files, what is refused and how it is said, the collision shapes, and
 // the drawing, which gives the same pixels baked and tile by tile.
 
+#include "core/error.h"
 #include "engine/engine.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
@@ -87,12 +88,14 @@ class TileWorldTest : public EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
+        allocation_faults_install();
         ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "200x150"}));
         directory.use_as_game_files();
         save_noise("tiles.png", 4 * TILE, TILE, [](int, int) { return 255; });
         log.lines.clear();
     }
     void TearDown() override {
+        reload_set(false);
         tile_world_cleanup(&world);
         EngineTest::TearDown();
     }
@@ -730,6 +733,73 @@ TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
     EXPECT_TRUE(same_pixels(drawn(at(0)), wanted));
     EXPECT_EQ(tile_world_chunk_bytes(world), 0u) << "lost chunks are not drawn any more";
     EXPECT_EQ(SDL_GetRenderTarget(engine_renderer()), nullptr);
+}
+
+// --- following files ---
+
+TEST_F(TileWorldTest, AWorldFollowsItsFilesAndStaysAsItIsWhileTheyAreBroken) {
+    const TileWorldView view = {{0, 0, 200, 150}, 1};
+    const auto map = [](int cols, const std::string &more = "") {
+        return map_of(
+            cols, 1,
+            "<tileset firstgid='1' source='set.tsx'/>" + layer_of(cols, 1, Cells(static_cast<size_t>(cols), 2)) + more);
+    };
+    const auto set = [](const std::string &more = "") {
+        return "<tileset name='s' tilewidth='8' tileheight='8'>" + SHEET + more + "</tileset>";
+    };
+    write_file("maps/set.tsx", set());
+    reload_set(true, 0);
+    ASSERT_TRUE(load(map(1)));
+    const TileWorld *before = world;
+    const auto follow = [&] {
+        const Uint32 generation = world->generation;
+        tile_world_advance(world, 0.01);
+        EXPECT_EQ(world, before);
+        return world->generation - generation;
+    };
+    EXPECT_EQ(follow(), 0u) << "nothing has changed";
+    const Picture first = drawn(view);
+    write_file("maps/a.tmx", map(3));
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(cells(), (Cells{2, 2, 2}));
+    const Picture three = drawn(view);
+    EXPECT_FALSE(same_pixels(three, first));
+    for (const std::string &broken :
+         {std::string(), map(4).substr(0, 200), map(5, "<layer name='x' width='1' height='1'/>")}) {
+        log.lines.clear();
+        write_file("maps/a.tmx", broken);
+        for (int i = 0; i < 3; i++) EXPECT_EQ(follow(), 0u);
+        EXPECT_EQ(log.errors().size(), 1u) << "said once";
+        EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content stays";
+    }
+    std::filesystem::remove("maps/a.tmx");
+    EXPECT_EQ(follow(), 0u);
+    write_file("maps/new.tmx", map(1));
+    std::filesystem::rename("maps/new.tmx", "maps/a.tmx"); // as editors save
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_TRUE(same_pixels(drawn(view), first));
+    write_file("maps/set.tsx", set("<tile id='1' type='wood'/>"));
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_STREQ(tile_world_tile_type(world, 2), "wood");
+    save_noise("maps/tiles.png", 4 * TILE, TILE, [](int x, int) { return x % 3 ? 255 : 0; });
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_FALSE(same_pixels(drawn(view), first)) << "a changed picture";
+    write_file("maps/a.tmx", map(2));
+    follow();
+    engine_clear_error();
+    const int live = allocation_faults_live();
+    for (int i = 0; i < 100; i++) {
+        write_file("maps/a.tmx", map(1 + i % 2, i % 10 ? "" : "<broken"));
+        follow();
+        drawn(view);
+    }
+    write_file("maps/a.tmx", map(2) + "\n");
+    EXPECT_EQ(follow(), 1u);
+    engine_clear_error();
+    EXPECT_EQ(allocation_faults_live(), live) << "nothing is left behind";
+    reload_set(false);
+    write_file("maps/a.tmx", map(9));
+    EXPECT_EQ(follow(), 0u) << "off";
 }
 
 TEST_F(TileWorldTest, TwoWorldsHoldOnePictureAndLetItGo) {

@@ -9,7 +9,8 @@ static SharedTexture *g_texture_store; // the first of a list
 static SharedTexture *_texture_store_find(const SDL_Renderer *renderer, const char *path, Sint32 transparent) {
     for (SharedTexture *shared = g_texture_store; shared; shared = shared->next) {
         const bool same_kind = shared->renderer == renderer && shared->transparent == transparent;
-        if (same_kind && SDL_strcmp(shared->path, path) == 0) return shared;
+        if (!same_kind || SDL_strcmp(shared->path, path) != 0) continue;
+        if (!reload_is_enabled() || file_stamp_same(shared->stamp, file_stamp_of_path(path))) return shared;
     }
     return nullptr;
 }
@@ -56,6 +57,7 @@ SharedTexture *texture_store_get(SDL_Renderer *renderer, const char *path, Sint3
     shared->renderer = renderer;
     shared->transparent = transparent;
     shared->holders = 1;
+    if (reload_is_enabled()) shared->stamp = file_stamp_of_path(path);
     shared->path = SDL_strdup(path);
     if (!shared->path || !_texture_store_fill(shared, path)) {
         _texture_store_free(shared);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "toolkit/image.h"
+#include "toolkit/reload.h"
 
 struct SharedTexture {
     SDL_Texture *texture; // with nearest-neighbour scaling; whoever changes its other settings sets them before drawing
@@ -15,11 +16,13 @@ struct SharedTexture {
     char *path;
     Sint32 transparent;
     Sint32 holders;
+    FileStamp stamp; // where files are followed, of the version it shows
 };
 
 inline constexpr Sint32 TEXTURE_STORE_NO_COLOR = -1;
 
-// The picture of this path. `transparent` (0xRRGGBB, or TEXTURE_STORE_NO_COLOR) is a colour that counts as transparent.
-// Each get needs a release. Null: there is no such picture, or no memory; SDL's error says why.
+// The picture of this path; where files are followed, a new one when its file has changed. `transparent` (0xRRGGBB, or
+// TEXTURE_STORE_NO_COLOR) is a colour that counts as transparent. Each get needs a release. Null: there is no such
+// picture, or no memory; SDL's error says why.
 SharedTexture *texture_store_get(SDL_Renderer *renderer, const char *path, Sint32 transparent);
 void texture_store_release(SharedTexture *shared); // null is ignored

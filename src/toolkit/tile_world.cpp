@@ -5,6 +5,7 @@
 #include "toolkit/tile_world_internal.h"
 
 #include <SDL3/SDL_error.h>
+#include <SDL3/SDL_log.h>
 
 // --- lifetime ---
 
@@ -47,6 +48,37 @@ TileWorld *tile_world_load(SDL_Renderer *renderer, const char *path) {
     if (world && !_tile_world_fill(world, renderer, path)) tile_world_cleanup(&world);
     return world;
 }
+
+// --- following files ---
+
+// Notes the files as they are now, so that a broken version is tried once.
+static bool _tile_world_files_changed(TileContent *content) {
+    bool changed = false;
+    for (TileSourceFile *file = content->files; file; file = file->next) {
+        const FileStamp now = _tile_file_stamp(file);
+        changed = changed || !file_stamp_same(now, file->stamp);
+        file->stamp = now;
+    }
+    return changed;
+}
+
+void _tile_world_follow_files(TileWorld *world) {
+    TileWorldParts *parts = world->parts;
+    if (!reload_is_due(&parts->looked_ms) || !_tile_world_files_changed(&parts->content)) return;
+    TileWorldParts fresh_parts = {};
+    TileWorld fresh = {};
+    fresh.parts = &fresh_parts;
+    if (!_tile_world_fill(&fresh, parts->renderer, parts->path)) return;
+    _tile_cache_clear(parts->cache);
+    _tile_content_cleanup(&parts->content);
+    parts->content = fresh_parts.content;
+    fresh.parts = parts;
+    fresh.generation = world->generation + 1;
+    *world = fresh;
+    SDL_Log("[TILE_WORLD] Reloaded: %s", parts->path);
+}
+
+// --- end ---
 
 void tile_world_cleanup(TileWorld **world) {
     if (!world || !*world) return;

@@ -118,7 +118,9 @@ TileWorld *tile_world_load(SDL_Renderer *renderer, const char *path);
 void tile_world_cleanup(TileWorld **world); // and nulls the caller's pointer; null pointers are ignored
 
 // Once per frame, before drawing: the world's clock, which animated tiles follow, goes on, and a few more chunks may be
-// baked.
+// baked. Where files are followed (toolkit/reload.h), the world takes over what its changed files hold: the world stays
+// where it is, but pointers to its layers, objects and texts end here, and its generation rises. A file that is broken
+// or half written changes nothing and is reported once.
 void tile_world_advance(TileWorld *world, double seconds);
 
 // --- drawing ---

@@ -162,6 +162,7 @@ size_t tile_world_chunk_bytes(const TileWorld *world) { return world->parts->cac
 
 void tile_world_advance(TileWorld *world, double seconds) {
     TileWorldParts *parts = world->parts;
+    _tile_world_follow_files(world);
     if (seconds > 0) parts->clock_ms += seconds * 1000;
     parts->cache->frame++;
     parts->cache->bakes_left = parts->cache->bakes_per_frame;

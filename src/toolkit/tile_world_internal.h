@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/arena.h"
+#include "toolkit/reload.h"
 #include "toolkit/texture_store.h"
 #include "toolkit/tile_world.h"
 
@@ -75,6 +76,7 @@ struct TileSourceFile {
     TileSourceFile *next;
     const char *path;
     bool is_picture; // then relative to the current folder, else a game file
+    FileStamp stamp; // before it was read; kept up to date only where files are followed
 };
 
 struct TileHeldTexture {
@@ -102,6 +104,7 @@ struct TileWorldParts {
     SDL_Renderer *renderer;
     char *path; // owned
     double clock_ms;
+    Uint64 looked_ms; // when the files were last looked at
     TileChunkCache *cache;
 };
 
@@ -145,6 +148,7 @@ const char *_tile_load_resolve(TileLoad *load, const char *element, const char *
 using TileXmlReader = bool (*)(TileLoad *load, const pugi::xml_node &root, void *result);
 bool _tile_load_xml(TileLoad *load, const char *path, const char *root, TileXmlReader read, void *result);
 // The picture of an image element; `owner` names whose it is. Null: reported.
+FileStamp _tile_file_stamp(const TileSourceFile *file); // as it is now
 SharedTexture *_tile_load_picture(TileLoad *load, const pugi::xml_node &image, const char *owner);
 
 float _tile_xml_number(const pugi::xml_node &node, const char *name, float otherwise); // finite, within reach
@@ -172,6 +176,9 @@ Uint32 _tile_world_next_gid(const TileContent *content);                    // t
 // a transposed one, the box after turning.
 SDL_FRect _tile_cell_box(const TileWorld *world, const TileSet *set, SDL_Point size, Uint32 gid, int col, int row);
 SDL_Point _tile_size(const TileSet *set, const TileInfo *info); // px
+
+// Takes over what changed files hold. A world whose files cannot be loaded stays as it is.
+void _tile_world_follow_files(TileWorld *world);
 
 // --- chunks ---
 TileChunkCache *_tile_cache_new(SDL_Renderer *renderer); // null: reported

@@ -71,10 +71,15 @@ const char *_tile_load_resolve(TileLoad *load, const char *element, const char *
 
 // --- files ---
 
+FileStamp _tile_file_stamp(const TileSourceFile *file) {
+    return file->is_picture ? file_stamp_of_path(file->path) : file_stamp_of_game_file(file->path);
+}
+
 static bool _tile_note_file(TileLoad *load, const char *path, bool is_picture) {
     TileSourceFile *file = _tile_load_new<TileSourceFile>(load);
     if (!file) return false;
-    *file = {.next = load->content->files, .path = path, .is_picture = is_picture};
+    *file = {.next = load->content->files, .path = path, .is_picture = is_picture, .stamp = {}};
+    if (reload_is_enabled()) file->stamp = _tile_file_stamp(file);
     load->content->files = file;
     return true;
 }
