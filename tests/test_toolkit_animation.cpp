@@ -4,6 +4,7 @@
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "toolkit/fireknight.h"
+#include "toolkit/reload.h"
 #include "toolkit/sprite_sheet.h"
 
 #include <SDL3/SDL_render.h>
@@ -181,6 +182,25 @@ TEST_F(SheetTest, AnImageThatDoesNotFitIsRefusedByName) {
     expect_allocation_faults_survived(
         &log, [&] { return (sheet = sprite_sheet_new(engine_renderer(), &SET)) != nullptr; },
         [&] { sprite_sheet_cleanup(&sheet); });
+}
+
+TEST_F(SheetTest, ASheetFollowsItsPicture) {
+    reload_set(true, 0);
+    save_sheet(16, 12);
+    sheet = sprite_sheet_new(engine_renderer(), &SET);
+    ASSERT_NE(sheet, nullptr);
+    const SpriteSheet *before = sheet;
+    const SDL_Texture *first = sheet->texture;
+    for (const bool cut : {true, false}) {
+        save_sheet(16, cut ? 11 : 12);
+        if (cut) write_file("sheet.png", read_file("sheet.png") + "x"); // in the same second, another size
+        reload_tick();
+        EXPECT_EQ(sheet->texture == first, cut) << "a picture that does not fit leaves the old one";
+    }
+    EXPECT_EQ(sheet, before);
+    const Animation anim = playing(&SET, 0);
+    EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
+    reload_set(false);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "engine/engine.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
+#include "toolkit/reload.h"
 #include "toolkit/render_grid.h"
 #include "toolkit/tilemap.h"
 
@@ -315,6 +316,43 @@ TEST_F(TilemapTest, RenderGridsRefuseWhatTheyAreNot) {
     EXPECT_FALSE(render_grid_begin_chunk(renderer, grid, 2, 0, &saved));
     EXPECT_EQ(SDL_GetRenderTarget(renderer), nullptr);
     EXPECT_TRUE(render_grid_draw_range(renderer, grid, {-5, 50}, {-5, 50}, {0, 0}, 1));
+}
+
+TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) {
+    reload_set(true, 0);
+    EXPECT_TRUE(load("1,2"));
+    grid = tilemap_to_render_grid(engine_renderer(), map, 4);
+    const auto follow = [this] {
+        const Uint32 generation = map->generation;
+        reload_tick();
+        return map->generation - generation;
+    };
+    EXPECT_EQ(follow(), 0u);
+    for (const char *broken : {"1,x", "1,9", ""}) {
+        log.lines.clear();
+        write_file("layer.csv", broken);
+        EXPECT_EQ(follow() + follow(), 0u);
+        EXPECT_GE(log.errors().size(), 1u) << broken;
+        EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer stays after " << broken;
+    }
+    write_file("layer.csv", "3,4,1\n");
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_TRUE(tile_grid_gid(map->layer, 0, 1) == 4 && tilemap_grid_is_stale(map, grid));
+    render_grid_cleanup(&grid);
+    grid = tilemap_to_render_grid(engine_renderer(), map, 4);
+    EXPECT_FALSE(tilemap_grid_is_stale(map, grid));
+    write_file("tiles.png", "no picture");
+    EXPECT_EQ(follow(), 0u);
+    EXPECT_TRUE(map->columns == 4 && tilemap_draw(engine_renderer(), map, {0, 0}));
+    const Picture wide(SDL_CreateSurface(6 * TILE, TILE, SDL_PIXELFORMAT_RGBA32));
+    ASSERT_TRUE(IMG_SavePNG(wide.get(), "tiles.png"));
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(map->columns, 6);
+    tilemap_cleanup(&map);
+    write_file("layer.csv", "1");
+    reload_tick(); // nobody follows any more
+    reload_set(false);
+    map = tilemap_new();
 }
 
 TEST_F(TilemapTest, LoadingAndBakingSurviveEachAllocationFailing) {

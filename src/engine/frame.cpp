@@ -11,6 +11,7 @@
 #include "engine/transition.h"
 #include "input/gamepad.h"
 #include "input/input.h"
+#include "toolkit/reload.h"
 
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
@@ -37,6 +38,7 @@ void engine_frame_start() {
     }
     engine->last_frame_ticks = now;
     engine->frame_start = now;
+    reload_tick();
 }
 
 // --- events ---

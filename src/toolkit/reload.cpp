@@ -3,6 +3,7 @@
 #include "core/storage.h"
 
 #include <SDL3/SDL_filesystem.h>
+#include <SDL3/SDL_log.h>
 #include <SDL3/SDL_storage.h>
 #include <SDL3/SDL_timer.h>
 
@@ -47,4 +48,82 @@ bool reload_is_due(Uint64 *last_ms) {
     if (*last_ms != 0 && now - *last_ms < g_reload.interval_ms) return false;
     *last_ms = SDL_max(now, Uint64{1});
     return true;
+}
+
+// --- records ---
+
+struct ReloadEntry {
+    ReloadEntry *next;
+    void *owner;
+    ReloadChanged changed;
+    char *path; // owned
+    bool is_game_file;
+    FileStamp stamp;
+};
+static ReloadEntry *g_reload_entries;
+static Uint64 g_reload_looked_ms;
+
+FileStamp reload_stamp(const char *path, bool is_game_file) {
+    if (!reload_is_enabled()) return {};
+    return is_game_file ? file_stamp_of_game_file(path) : file_stamp_of_path(path);
+}
+
+static ReloadEntry *_reload_entry(const void *owner, ReloadChanged changed) {
+    for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
+        if (entry->owner == owner && entry->changed == changed) return entry;
+    }
+    return nullptr;
+}
+
+void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp) {
+    if (!reload_is_enabled()) return;
+    ReloadEntry *entry = _reload_entry(owner, changed);
+    if (entry && SDL_strcmp(entry->path, path) == 0) { // also while the entry's own path is being loaded
+        entry->stamp = stamp;
+        return;
+    }
+    char *copy = SDL_strdup(path);
+    if (copy && !entry) {
+        entry = static_cast<ReloadEntry *>(SDL_calloc(1, sizeof *entry));
+        if (entry) {
+            entry->next = g_reload_entries;
+            g_reload_entries = entry;
+        }
+    }
+    if (!copy || !entry) {
+        SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[RELOAD] No memory to follow %s", path);
+        SDL_free(copy);
+        return;
+    }
+    SDL_free(entry->path);
+    *entry = {
+        .next = entry->next,
+        .owner = owner,
+        .changed = changed,
+        .path = copy,
+        .is_game_file = is_game_file,
+        .stamp = stamp};
+}
+
+void reload_forget(const void *owner) {
+    for (ReloadEntry **at = &g_reload_entries; *at;) {
+        ReloadEntry *entry = *at;
+        if (entry->owner != owner) {
+            at = &entry->next;
+            continue;
+        }
+        *at = entry->next;
+        SDL_free(entry->path);
+        SDL_free(entry);
+    }
+}
+
+void reload_tick() {
+    if (!reload_is_due(&g_reload_looked_ms)) return;
+    for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
+        const FileStamp now = reload_stamp(entry->path, entry->is_game_file);
+        if (file_stamp_same(now, entry->stamp)) continue;
+        entry->stamp = now; // also of a broken version, which is tried once
+        entry->changed(entry->owner, entry->path);
+    }
 }

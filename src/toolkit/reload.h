@@ -18,5 +18,17 @@ FileStamp file_stamp_of_path(const char *path);      // relative to the current 
 FileStamp file_stamp_of_game_file(const char *path); // in the title storage
 bool file_stamp_same(FileStamp a, FileStamp b);
 
+// --- records that follow one file or another ---
+
+// From now on `changed` is called when the file is no longer as `stamp` says. One file for each owner and function: a
+// later call replaces it. Nothing happens when it is off.
+using ReloadChanged = void (*)(void *owner, const char *path);
+void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp);
+void reload_forget(const void *owner);                       // all of the owner's files; to be called before it goes
+FileStamp reload_stamp(const char *path, bool is_game_file); // to be taken before reading; empty when it is off
+void reload_tick(); // the engine's, once per frame: looks at the files when it is time
+
+// --- for those who look by themselves ---
+
 // Whether it is time to look at files again; `last_ms` is the caller's, 0 at first. Always false when it is off.
 bool reload_is_due(Uint64 *last_ms);

@@ -2,6 +2,7 @@
 
 #include "core/error.h"
 #include "toolkit/image.h"
+#include "toolkit/reload.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
@@ -83,6 +84,20 @@ static SpriteSheet *_sprite_sheet_make(SDL_Texture *texture, const AnimationSet 
     return sheet;
 }
 
+// A picture that is no good leaves the old one in place.
+static void _sprite_sheet_reload(void *owner, const char *path) {
+    auto *sheet = static_cast<SpriteSheet *>(owner);
+    SDL_Renderer *renderer = SDL_GetRendererFromTexture(sheet->texture);
+    SDL_Texture *texture = image_load_texture(renderer, path);
+    if (!texture) engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
+    SpriteSheet *fresh = texture ? _sprite_sheet_make(texture, sheet->set) : nullptr;
+    if (!fresh) return;
+    const SpriteSheet old = *sheet;
+    *sheet = *fresh;
+    *fresh = old;
+    sprite_sheet_cleanup(&fresh);
+}
+
 SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
     if (!renderer || !set || !set->path) {
         engine_error("[SPRITE_SHEET] No renderer or no animation set given");
@@ -94,16 +109,20 @@ SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
             set->rows, set->frame_w, set->frame_h);
         return nullptr;
     }
+    const FileStamp stamp = reload_stamp(set->path, false);
     SDL_Texture *texture = image_load_texture(renderer, set->path);
     if (!texture) {
         engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", set->path, SDL_GetError());
         return nullptr;
     }
-    return _sprite_sheet_make(texture, set);
+    SpriteSheet *sheet = _sprite_sheet_make(texture, set);
+    if (sheet) reload_follow(sheet, _sprite_sheet_reload, set->path, false, stamp);
+    return sheet;
 }
 
 void sprite_sheet_cleanup(SpriteSheet **sheet) {
     if (!sheet || !*sheet) return;
+    reload_forget(*sheet);
     if ((*sheet)->texture) SDL_DestroyTexture((*sheet)->texture);
     if ((*sheet)->preview) SDL_DestroyTexture((*sheet)->preview);
     SDL_free((*sheet)->frames);

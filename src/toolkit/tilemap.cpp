@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "core/storage.h"
 #include "toolkit/image.h"
+#include "toolkit/reload.h"
 #include "toolkit/render_grid.h"
 
 #include <SDL3/SDL_error.h>
@@ -58,11 +59,40 @@ static void _tilemap_free_layer(Tilemap *map) {
 
 void tilemap_cleanup(Tilemap **map) {
     if (!map || !*map) return;
+    reload_forget(*map);
     if ((*map)->tileset) SDL_DestroyTexture((*map)->tileset);
     SDL_free((*map)->opaque);
     _tilemap_free_layer(*map);
     SDL_free(*map);
     *map = nullptr;
+}
+
+// --- changed files: what is no good leaves the old part in place ---
+
+static void _tilemap_reload_tileset(void *owner, const char *path) {
+    auto *map = static_cast<Tilemap *>(owner);
+    const Tilemap old = *map;
+    map->tileset = nullptr;
+    map->opaque = nullptr;
+    SDL_Renderer *renderer = SDL_GetRendererFromTexture(old.tileset);
+    const bool loaded = tilemap_load_tileset(map, renderer, path, old.tile_w, old.tile_h, old.first_gid);
+    const Tilemap gone = loaded ? old : *map;
+    if (gone.tileset) SDL_DestroyTexture(gone.tileset);
+    SDL_free(gone.opaque);
+    if (!loaded) *map = old;
+    if (loaded) map->generation++;
+}
+
+static void _tilemap_reload_csv(void *owner, const char *path) {
+    auto *map = static_cast<Tilemap *>(owner);
+    TileGrid *old = map->layer;
+    map->layer = nullptr;
+    const bool loaded = tilemap_load_csv(map, path);
+    TileGrid *gone = loaded ? old : map->layer;
+    tile_grid_cleanup(gone);
+    SDL_free(gone);
+    if (!loaded) map->layer = old;
+    if (loaded) map->generation++;
 }
 
 // --- loading ---
@@ -104,6 +134,7 @@ bool tilemap_load_tileset(
     if (tile_w < 1 || tile_h < 1) {
         return engine_error("[TILEMAP] A tile size of %dx%d is not usable", tile_w, tile_h);
     }
+    const FileStamp stamp = reload_stamp(path, false);
     SDL_Surface *picture = image_load_surface(path);
     SDL_Texture *tileset = picture ? SDL_CreateTextureFromSurface(renderer, picture) : nullptr;
     int columns = 0, rows = 0;
@@ -126,10 +157,12 @@ bool tilemap_load_tileset(
     map->columns = columns;
     map->rows = rows;
     map->first_gid = first_gid;
+    reload_follow(map, _tilemap_reload_tileset, path, false, stamp);
     return tilemap_check_gid_bounds(map);
 }
 
 bool tilemap_load_csv(Tilemap *map, const char *path) {
+    const FileStamp stamp = reload_stamp(path, true);
     char *text = storage_read_game_file(path);
     if (!text) return false;
     TileGrid *layer = tile_grid_parse_csv(text);
@@ -137,6 +170,7 @@ bool tilemap_load_csv(Tilemap *map, const char *path) {
     if (!layer) return engine_error("[TILEMAP] Could not parse tile layer: %s", path);
     _tilemap_free_layer(map);
     map->layer = layer;
+    reload_follow(map, _tilemap_reload_csv, path, true, stamp);
     return tilemap_check_gid_bounds(map);
 }
 
@@ -240,8 +274,11 @@ RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, i
             if (!_tilemap_bake_chunk(renderer, map, grid, row, col, chunk_tiles)) render_grid_cleanup(&grid);
         }
     }
+    if (grid) grid->generation = map->generation;
     return grid;
 }
+
+bool tilemap_grid_is_stale(const Tilemap *map, const RenderGrid *grid) { return grid->generation != map->generation; }
 
 // --- size ---
 
