@@ -12,6 +12,7 @@
 #include "input/gamepad.h"
 #include "input/input.h"
 #include "toolkit/reload.h"
+#include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
@@ -39,6 +40,7 @@ void engine_frame_start() {
     engine->last_frame_ticks = now;
     engine->frame_start = now;
     reload_tick();
+    view_copy_new_frame();
 }
 
 // --- events ---

@@ -148,14 +148,19 @@ static Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim
 // A trimmed frame's part is as far from the other side when it is mirrored.
 static SDL_FRect
 _sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoint pos, float scale, SDL_FlipMode flip) {
-    if (!sheet->set->frames) return sprite_sheet_dest_rect(sheet, pos, scale);
+    if (flip == SDL_FLIP_NONE) {
+        return {
+            pos.x + frame->offset.x * scale, pos.y + frame->offset.y * scale, frame->src.w * scale,
+            frame->src.h * scale};
+    }
     const float w = static_cast<float>(sheet->set->frame_w), h = static_cast<float>(sheet->set->frame_h);
     const float x = flip & SDL_FLIP_HORIZONTAL ? w - frame->offset.x - frame->src.w : frame->offset.x;
     const float y = flip & SDL_FLIP_VERTICAL ? h - frame->offset.y - frame->src.h : frame->offset.y;
     return {pos.x + x * scale, pos.y + y * scale, frame->src.w * scale, frame->src.h * scale};
 }
 
-bool sprite_sheet_place(
+// Inlined, for the sake of what is done two thousand times per frame.
+[[gnu::always_inline]] static inline bool _sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
     SpritePlace *place) {
     if (!sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
@@ -173,12 +178,18 @@ bool sprite_sheet_place(
     return true;
 }
 
+bool sprite_sheet_place(
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
+    SpritePlace *place) {
+    return _sprite_sheet_place(sheet, anim, pos, scale, flip, place);
+}
+
 bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip) {
     SpritePlace place; // filled by the next call
     if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
-    if (!sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
+    if (!_sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
     if (copy_texture_in_view(renderer, sheet->texture, &place.frame->src, &place.dst, flip)) return true;
     return engine_error(
         "[SPRITE_SHEET] Could not draw frame %d, error: %s", animation_sheet_frame(anim), SDL_GetError());

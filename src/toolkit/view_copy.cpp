@@ -1,7 +1,5 @@
 #include "toolkit/view_copy.h"
 
-#include "engine/engine.h"
-
 #include <SDL3/SDL_render.h>
 
 struct Span { // along one axis
@@ -34,10 +32,9 @@ _copy(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const 
 // What decides whether a cut can pay. Each question to a renderer takes a good part of the time that a copy does, so
 // these are asked once per frame; an answer of before costs time at the most, never a pixel.
 struct ViewAnswers {
-    const SDL_Renderer *renderer;
-    Uint64 frame;
-    bool software; // others cut by themselves
-    bool plain;    // one unit is one pixel
+    const SDL_Renderer *renderer; // null: not asked yet in this frame
+    bool software;                // others cut by themselves
+    bool plain;                   // one unit is one pixel
 };
 
 [[gnu::noinline]] static ViewAnswers _ask(SDL_Renderer *renderer) {
@@ -48,12 +45,13 @@ struct ViewAnswers {
     SDL_GetRenderScale(renderer, &scale.x, &scale.y);
     return {
         .renderer = renderer,
-        .frame = engine_frame_number(),
         .software = name && SDL_strcmp(name, SDL_SOFTWARE_RENDERER) == 0,
         .plain = presentation == SDL_LOGICAL_PRESENTATION_DISABLED && scale.x == 1 && scale.y == 1};
 }
 
 static ViewAnswers g_view_answers;
+
+void view_copy_new_frame() { g_view_answers.renderer = nullptr; }
 
 [[gnu::noinline]] static bool
 _copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
@@ -72,10 +70,9 @@ _copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, co
 bool copy_texture_in_view(
     SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     constexpr float SMALL = 512; // units: what is larger is worth asking about each time
-    const bool known = g_view_answers.renderer == renderer && g_view_answers.frame == engine_frame_number();
-    if (!known) g_view_answers = _ask(renderer);
+    if (g_view_answers.renderer != renderer) g_view_answers = _ask(renderer);
+    if (!g_view_answers.software) return _copy(renderer, texture, src, dst, flip);
     const bool small = src && dst->w <= SMALL && dst->h <= SMALL && dst->w <= src->w && dst->h <= src->h;
-    const bool pays = g_view_answers.software && !(small && g_view_answers.plain);
-    if (pays) return _copy_cut(renderer, texture, src, dst, flip);
-    return _copy(renderer, texture, src, dst, flip);
+    if (small && g_view_answers.plain) return _copy(renderer, texture, src, dst, flip);
+    return _copy_cut(renderer, texture, src, dst, flip);
 }

@@ -13,3 +13,6 @@ struct SDL_Texture;
 bool copy_texture_in_view(
     SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst,
     SDL_FlipMode flip = SDL_FLIP_NONE);
+
+// The engine's, once per frame: renderers are asked anew how they draw.
+void view_copy_new_frame();
