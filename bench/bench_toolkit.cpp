@@ -1,14 +1,17 @@
 // Tile layers: reading them, baking them, and what a frame of a panning map costs, on the software renderer.
 
+#include "bench/repeated_castle.h"
 #include "core/storage.h"
 #include "engine/engine.h"
 #include "engine/setup.h"
 #include "screens/castle.h"
 #include "toolkit/render_grid.h"
+#include "toolkit/tile_world.h"
 #include "toolkit/tilemap.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_render.h>
+#include <SDL3/SDL_storage.h>
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -108,6 +111,20 @@ BENCHMARK_DEFINE_F(CastleBench, pan_1024_tiles_square)(benchmark::State &state) 
     SDL_free(layer);
 }
 BENCHMARK_REGISTER_F(CastleBench, pan_1024_tiles_square)->Unit(benchmark::kMicrosecond)->Iterations(2000);
+
+BENCHMARK_DEFINE_F(CastleBench, load_tile_map_csv)(benchmark::State &state) { // its tileset and picture, too
+    constexpr const char *NAME = "bench-1024.tmx";
+    if (!write_repeated_castle(NAME, 1024, 1024)) return state.SkipWithError("the map could not be written");
+    Uint64 size = 0;
+    SDL_GetStorageFileSize(storage_game(), NAME, &size);
+    for (auto _ : state) {
+        TileWorld *world = tile_world_load(engine_renderer(), NAME);
+        if (!world) return state.SkipWithError("the map does not load");
+        tile_world_cleanup(&world);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(size));
+}
+BENCHMARK_REGISTER_F(CastleBench, load_tile_map_csv)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_DEFINE_F(CastleBench, one_view_tile_by_tile)(benchmark::State &state) {
     for (auto _ : state) {

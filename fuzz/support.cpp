@@ -5,21 +5,31 @@
 #include "engine/setup.h"
 #include "support/temporary_directory.h"
 
+#include <SDL3/SDL_filesystem.h>
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_storage.h>
+#include <SDL3/SDL_surface.h>
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
+#include <string_view>
 #include <sys/mman.h>
 #include <unistd.h>
+
+struct GameFile {
+    const char *ending;  // of its path
+    const uint8_t *data; // borrowed for one run
+    size_t size;
+};
 
 struct FuzzWorld {
     std::unique_ptr<TemporaryDirectory> directory;
     bool engine_started;
-    const uint8_t *game_file; // borrowed for one run
-    size_t game_file_size;
+    GameFile game_files[4]; // the first one stands for all other paths
+    int game_file_count;
     int memory_file;           // descriptor
     char memory_file_path[64]; // under /proc
     int errors;
@@ -43,16 +53,24 @@ int fuzz_logged_errors() { return world.errors; }
 
 // --- the input as a file ---
 
-static bool SDLCALL game_file_info(void *, const char *, SDL_PathInfo *info) {
+static GameFile game_file_of(const char *path) {
+    for (int i = 1; i < world.game_file_count; i++) {
+        if (std::string_view(path).ends_with(world.game_files[i].ending)) return world.game_files[i];
+    }
+    return world.game_files[0];
+}
+
+static bool SDLCALL game_file_info(void *, const char *path, SDL_PathInfo *info) {
     *info = {};
     info->type = SDL_PATHTYPE_FILE;
-    info->size = world.game_file_size;
+    info->size = game_file_of(path).size;
     return true;
 }
 
-static bool SDLCALL read_game_file(void *, const char *, void *destination, Uint64 length) {
-    if (length != world.game_file_size) return false;
-    if (length > 0) SDL_memcpy(destination, world.game_file, static_cast<size_t>(length));
+static bool SDLCALL read_game_file(void *, const char *path, void *destination, Uint64 length) {
+    const GameFile file = game_file_of(path);
+    if (length != file.size) return false;
+    if (length > 0) SDL_memcpy(destination, file.data, static_cast<size_t>(length));
     return true;
 }
 
@@ -67,8 +85,13 @@ static void open_game_files() {
 }
 
 void fuzz_set_game_file(const uint8_t *data, size_t size) {
-    world.game_file = data;
-    world.game_file_size = size;
+    world.game_files[0] = {"", data, size};
+    world.game_file_count = 1;
+}
+
+void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size) {
+    fuzz_check(world.game_file_count < static_cast<int>(std::size(world.game_files)), "there is room for a file");
+    world.game_files[world.game_file_count++] = {ending, data, size};
 }
 
 const char *fuzz_memory_file(const uint8_t *data, size_t size) {
@@ -80,6 +103,20 @@ const char *fuzz_memory_file(const uint8_t *data, size_t size) {
         ftruncate(world.memory_file, 0) == 0 && pwrite(world.memory_file, data, size, 0) == static_cast<ssize_t>(size);
     fuzz_check(written, "a file in memory takes the input");
     return world.memory_file_path;
+}
+
+void fuzz_save_picture(const char *path) {
+    if (SDL_GetPathInfo(path, nullptr)) return;
+    SDL_Surface *picture = SDL_CreateSurface(32, 16, SDL_PIXELFORMAT_RGBA32);
+    for (int y = 0; y < 16; y++) {
+        for (int x = 0; x < 32; x++) {
+            const int alpha = y < 8 ? 255 : x < 16 ? 255 * ((x + y) & 1) : x * 8;
+            SDL_WriteSurfacePixel(
+                picture, x, y, static_cast<Uint8>(8 * x), static_cast<Uint8>(16 * y), 99, static_cast<Uint8>(alpha));
+        }
+    }
+    fuzz_check(picture && SDL_SavePNG(picture, path), "the picture is saved");
+    SDL_DestroySurface(picture);
 }
 
 // --- lifetime ---

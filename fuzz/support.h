@@ -13,8 +13,13 @@ void fuzz_start_engine();
 void fuzz_stop();
 
 // --- the input as a file ---
-void fuzz_set_game_file(const uint8_t *data, size_t size);      // what every path of the title storage then holds
+void fuzz_set_game_file(const uint8_t *data, size_t size); // what every path of the title storage then holds
+// but for those that end in `ending`. Forgotten by the next fuzz_set_game_file.
+void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size);
 const char *fuzz_memory_file(const uint8_t *data, size_t size); // its path; there is one such file
+
+// A picture of 4 × 2 tiles of 8 pixels, of all kinds of transparency, unless it is there.
+void fuzz_save_picture(const char *path);
 
 // --- the log ---
 void fuzz_clear_log();

@@ -13,6 +13,8 @@ int fuzz_bindings(const uint8_t *data, size_t size);
 int fuzz_args(const uint8_t *data, size_t size);
 int fuzz_sheet(const uint8_t *data, size_t size);
 int fuzz_tileset(const uint8_t *data, size_t size);
+int fuzz_tile_map(const uint8_t *data, size_t size);
+int fuzz_sheet_json(const uint8_t *data, size_t size);
 int fuzz_font(const uint8_t *data, size_t size);
 int fuzz_sound(const uint8_t *data, size_t size);
 
@@ -21,9 +23,15 @@ struct FuzzTarget {
     int (*run)(const uint8_t *data, size_t size);
 };
 inline constexpr FuzzTarget FUZZ_TARGETS[] = {
-    {"tile-csv", fuzz_tile_csv}, {"collision-csv", fuzz_collision_csv},
-    {"config", fuzz_config},     {"bindings", fuzz_bindings},
-    {"args", fuzz_args},         {"sheet", fuzz_sheet},
-    {"tileset", fuzz_tileset},   {"font", fuzz_font},
+    {"tile-csv", fuzz_tile_csv},
+    {"collision-csv", fuzz_collision_csv},
+    {"config", fuzz_config},
+    {"bindings", fuzz_bindings},
+    {"args", fuzz_args},
+    {"sheet", fuzz_sheet},
+    {"tileset", fuzz_tileset},
+    {"tile-map", fuzz_tile_map},
+    {"sheet-json", fuzz_sheet_json},
+    {"font", fuzz_font},
     {"sound", fuzz_sound},
 };

@@ -29,6 +29,7 @@ const Asset ASSETS[] = {
     {"fonts/EuroStyle Normal.ttf", {}, "[FONTS] Font file not found (*)", true},
     {"fonts/Perfect DOS VGA 437 Win.ttf", {TEXT}, "[FONTS] Font file not found (*)"},
     {"audio/", {AUDIO}, "[AUDIO] Unable to load *, error: *"},
+    {"fireknight/sprites/fireknight.json", {}}, // the same sheet, for games
     {"fireknight/sprites/", {SPRITE, PLATFORMER}, "[SPRITE_SHEET] IMG_LoadTexture failed for *"},
     {"fireknight/tilemaps/castle-tilemap-collisions.csv", {PLATFORMER}, "[STORAGE] Error reading file: *"},
     {"fireknight/tilemaps/castle-tilemap.csv", {TILEMAP, LOGICAL, PLATFORMER}, "[STORAGE] Error reading file: *"},
@@ -84,7 +85,11 @@ protected:
     // assets becomes a folder of links to the real files, but for the one.
     void damage_file(const std::string &file) {
         fs::remove_all("assets");
-        fs::copy(intact, "assets", fs::copy_options::recursive | fs::copy_options::create_symlinks);
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
+            const fs::path there = fs::path("assets") / fs::relative(entry.path(), intact);
+            fs::create_directories(entry.is_directory() ? there : there.parent_path());
+            if (!entry.is_directory()) fs::create_symlink(entry.path(), there);
+        }
         const fs::path victim = fs::path("assets") / file;
         std::string content = read_file(victim);
         fs::remove(victim);

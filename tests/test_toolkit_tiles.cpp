@@ -4,6 +4,7 @@
 #include "support/log_capture.h"
 #include "support/picture.h"
 #include "support/temporary_directory.h"
+#include "toolkit/reload.h"
 #include "toolkit/render_grid.h"
 #include "toolkit/tilemap.h"
 
@@ -229,6 +230,43 @@ TEST_F(TilemapTest, WhatIsNotUsableIsRefusedByName) {
         EXPECT_TRUE(log.has(message)) << message;
     }
     EXPECT_EQ(log.errors().size(), 22u);
+}
+
+TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) {
+    reload_set(true, 0);
+    EXPECT_TRUE(load("1,2"));
+    grid = tilemap_to_render_grid(renderer, map, 4);
+    const auto follow = [this] {
+        const Uint32 generation = map->generation;
+        reload_tick();
+        return map->generation - generation;
+    };
+    EXPECT_EQ(follow(), 0u);
+    for (const char *broken : {"1,x", "1,9", ""}) {
+        log.lines.clear();
+        write_file("layer.csv", broken);
+        EXPECT_EQ(follow() + follow(), 0u);
+        EXPECT_GE(log.errors().size(), 1u) << broken;
+        EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer stays after " << broken;
+    }
+    write_file("layer.csv", "3,4,1\n");
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_TRUE(tile_grid_gid(map->layer, 0, 1) == 4 && tilemap_grid_is_stale(map, grid));
+    render_grid_cleanup(&grid);
+    grid = tilemap_to_render_grid(renderer, map, 4);
+    EXPECT_FALSE(tilemap_grid_is_stale(map, grid));
+    write_file("tiles.png", "no picture");
+    EXPECT_EQ(follow(), 0u);
+    EXPECT_TRUE(map->columns == 4 && tilemap_draw(renderer, map, {0, 0}));
+    const Picture wide(SDL_CreateSurface(6 * TILE, TILE, SDL_PIXELFORMAT_RGBA32));
+    ASSERT_TRUE(IMG_SavePNG(wide.get(), "tiles.png"));
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(map->columns, 6);
+    tilemap_cleanup(&map);
+    write_file("layer.csv", "1");
+    reload_tick(); // nobody follows any more
+    reload_set(false);
+    map = tilemap_new();
 }
 
 } // namespace

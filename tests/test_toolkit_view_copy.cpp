@@ -1,7 +1,9 @@
 // Drawing that leaves out what nobody sees, against drawing all of it.
 
+#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "toolkit/fireknight.h"
+#include "toolkit/sprite_batch.h"
 #include "toolkit/sprite_sheet.h"
 #include "toolkit/view_copy.h"
 
@@ -86,6 +88,50 @@ TEST_F(ViewCopyTest, TheDebugSheetShowsThePixelsOfTheSheetAtEverySizeAndMarksThe
             EXPECT_TRUE(same_pixels(shown, expected)) << scale;
         }
     }
+}
+
+TEST_F(ViewCopyTest, ABatchShowsThePixelsOfSpritesDrawnOneByOne) {
+    SpriteBatch *batch = sprite_batch_new(1); // it grows
+    ASSERT_TRUE(batch);
+    Uint64 random = 5;
+    for (const float scale : {1.0f, 2.0f}) {
+        sprite_batch_begin(batch, sheet);
+        const Picture one_by_one = drawn([&] {
+            for (int i = 0; i < 60; i++) {
+                Animation animation = {};
+                ASSERT_TRUE(
+                    animation_init(&animation, &fireknight_animations, SDL_rand_r(&random, FIREKNIGHT_CLIP_COUNT)));
+                animation_set_frame(&animation, SDL_rand_r(&random, 3));
+                const SDL_FPoint pos = {
+                    static_cast<float>(SDL_rand_r(&random, 300) - 200),
+                    static_cast<float>(SDL_rand_r(&random, 150) - 100)};
+                const auto flip = static_cast<SDL_FlipMode>(SDL_rand_r(&random, 3));
+                EXPECT_TRUE(sprite_sheet_draw(renderer, sheet, &animation, pos, scale, flip));
+                EXPECT_TRUE(sprite_batch_add(batch, &animation, pos, scale, flip));
+            }
+        });
+        const Picture batched = drawn([&] { EXPECT_TRUE(sprite_batch_draw(renderer, batch)); });
+        EXPECT_TRUE(same_pixels(batched, one_by_one)) << scale;
+    }
+    Animation other = {};
+    sprite_batch_begin(batch, sheet);
+    EXPECT_FALSE(sprite_batch_add(batch, &other, {0, 0}, 1, SDL_FLIP_NONE));
+    EXPECT_TRUE(log.has("[SPRITE_SHEET] The animation is playing a different set from assets/"));
+    EXPECT_TRUE(batch->count == 0 && sprite_batch_draw(renderer, batch));
+    sprite_batch_cleanup(&batch);
+    ASSERT_TRUE(animation_init(&other, &fireknight_animations, 0));
+    expect_allocation_faults_survived(
+        &log,
+        [&] {
+            batch = sprite_batch_new(1);
+            if (!batch) return false;
+            sprite_batch_begin(batch, sheet);
+            for (int i = 0; i < 3; i++) {
+                if (!sprite_batch_add(batch, &other, {0, 0}, 1, SDL_FLIP_NONE)) return false;
+            }
+            return true;
+        },
+        [&] { sprite_batch_cleanup(&batch); });
 }
 
 } // namespace

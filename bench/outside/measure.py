@@ -198,7 +198,44 @@ class Bench:
             self.add(f"chunks {renderer}", statistics.median(program), "us CPU")
             self.add(f"chunks {renderer} bare", statistics.median(bare), "us CPU")
             self.add(f"chunks {renderer} share", statistics.median(program) / statistics.median(bare), "times bare",
-                     1.10)
+                     0.80)
+
+    def world(self, words, environment):
+        variables = os.environ | environment | {"SDL_AUDIO_DRIVER": "dummy"}
+        done = subprocess.run([os.path.join(self.directory, "lumarind_world")] + words, cwd=self.directory,
+                              env=variables, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        if done.returncode != 0:
+            sys.exit(f"measure: lumarind_world {' '.join(words)} failed:\n{done.stderr.decode()}")
+        return {name: float(value) for name, value in (line.split() for line in done.stdout.decode().splitlines())}
+
+    def measure_worlds(self):
+        for renderer, environment in UNSEEN.items():
+            name = f"world {renderer}"
+            kinds = [" first", " first CPU", " first small", " frame", " frame small", " share", " p99 share", " memory",
+                     " memory small", " memory share"]
+            if not self.wants(name, kinds):
+                continue
+            self.say(f"a map of 1024 x 1024 tiles against one of 120 x 34, {renderer}")
+            runs = {"large": [], "small": []}
+            self.world(["make", "world-large.tmx", "1024", "1024"], environment)
+            self.world(["make", "world-small.tmx", "120", "34"], environment)
+            for _ in range(5):
+                for size, these in runs.items():
+                    these.append(self.world(["show", f"world-{size}.tmx", "1000"], environment))
+            of = {size: {what: statistics.median(run[what] for run in these) for what in these[0]}
+                  for size, these in runs.items()}
+            large, small = of["large"], of["small"]
+            self.add(f"{name} first", large["first"], "ms", 150)
+            self.add(f"{name} first CPU", large["firstcpu"], "ms CPU")
+            self.add(f"{name} first small", small["first"], "ms")
+            self.add(f"{name} frame", large["median"], "us CPU")
+            self.add(f"{name} frame small", small["median"], "us CPU")
+            self.add(f"{name} share", large["median"] / small["median"], "times small", 1.10)
+            self.add(f"{name} p99 share", large["p99"] / large["median"], "times median", 2)
+            self.add(f"{name} memory", large["memory"] / 1024, "MiB")
+            self.add(f"{name} memory small", small["memory"] / 1024, "MiB")
+            self.add(f"{name} memory share", large["memory"] / small["memory"], "times small",
+                     1.10 if renderer == "opengl" else None)
 
     def measure_pacing(self):
         for limit in (60, 144):
@@ -251,6 +288,7 @@ def main():
     bench.measure_starts()
     bench.measure_screens()
     bench.measure_chunks()
+    bench.measure_worlds()
     bench.run_google_benchmarks()
     if not bench.rows:
         sys.exit(f"measure: no row's name matches {bench.pattern.pattern}")

@@ -11,6 +11,8 @@
 #include "engine/transition.h"
 #include "input/gamepad.h"
 #include "input/input.h"
+#include "toolkit/reload.h"
+#include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
@@ -37,6 +39,8 @@ void engine_frame_start() {
     }
     engine->last_frame_ticks = now;
     engine->frame_start = now;
+    reload_tick();
+    view_copy_new_frame();
 }
 
 // --- events ---

@@ -44,7 +44,8 @@ void castle_cleanup(Castle *castle) {
 }
 
 void castle_refresh(Castle *castle) {
-    if (SDL_SetAtomicInt(&castle->targets_lost, 0) == 0) return;
+    const bool lost = SDL_SetAtomicInt(&castle->targets_lost, 0) != 0;
+    if (!lost && !tilemap_grid_is_stale(castle->map, castle->grid)) return;
     RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), castle->map, CHUNK_TILES);
     if (!fresh) return; // reported; the old chunks go on
     render_grid_cleanup(&castle->grid);

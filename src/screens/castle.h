@@ -16,7 +16,7 @@ struct Castle {
 bool castle_load(Castle *castle, float scale); // false: reported; castle_cleanup releases what was made
 void castle_cleanup(Castle *castle);           // safe twice, and after a failed load
 
-// Bakes the chunks again when the renderer has lost them; to be called before they are drawn.
+// Bakes the chunks again when the renderer has lost them or the map has changed; to be called before they are drawn.
 void castle_refresh(Castle *castle);
 
 // Where a slow sweep to and fro is after t seconds: 0 to 1, beginning at 0 without speed. `speed` in radians a second.

@@ -122,13 +122,21 @@ const AnimationClip *animation_clip(const Animation *anim) {
 
 int animation_sheet_frame(const Animation *anim) {
     const AnimationClip *clip = animation_clip(anim);
-    return clip ? clip->first_frame + anim->frame : -1;
+    if (!clip || !clip->order) return clip ? clip->first_frame + anim->frame : -1;
+    return anim->frame >= 0 && anim->frame < clip->frame_count ? clip->order[anim->frame] : -1;
 }
 
 SDL_FRect animation_frame_rect(const Animation *anim) {
     const int frame = animation_sheet_frame(anim);
-    if (frame < 0) return {};
-    const AnimationSet *set = anim->set;
+    return frame < 0 ? SDL_FRect{} : animation_set_frame_rect(anim->set, frame);
+}
+
+SDL_FRect animation_set_frame_rect(const AnimationSet *set, int frame) {
+    if (set->frames) {
+        SDL_FRect rect = {};
+        if (frame >= 0 && frame < set->columns * set->rows) SDL_RectToFRect(&set->frames[frame].src, &rect);
+        return rect;
+    }
     const int row = frame / set->columns, column = frame % set->columns;
     return {
         static_cast<float>(set->frame_w * column), static_cast<float>(set->frame_h * row),

@@ -5,12 +5,19 @@
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>
 
+// A frame of a sheet whose frames are not cells of a grid.
+struct AnimationFrame {
+    SDL_Rect src;     // on the sheet, px
+    SDL_Point offset; // of what is on the sheet within the whole frame, which may have been trimmed
+};
+
 struct AnimationClip {
     const char *name;
     Sint32 first_frame; // on the sheet
     Sint32 frame_count;
-    const Sint32 *frame_ms; // frame_count durations; a frame of 0 or less holds for ever
-    bool loop;              // else it stops on its last frame
+    const Sint32 *frame_ms;        // frame_count durations; a frame of 0 or less holds for ever
+    bool loop;                     // else it stops on its last frame
+    const Sint32 *order = nullptr; // frame_count frames of the sheet as they are played; null: from first_frame on
 };
 
 struct AnimationSet {
@@ -19,6 +26,7 @@ struct AnimationSet {
     Sint32 columns, rows;    // of frames on the sheet, which are numbered row by row from 0
     const AnimationClip *clips;
     Sint32 clip_count;
+    const AnimationFrame *frames = nullptr; // columns × rows of them, where they are no grid; px then are the largest's
 };
 
 struct Animation {
@@ -46,6 +54,7 @@ void animation_prev_frame(Animation *anim);
 
 // --- questions ---
 bool animation_is_usable(const Animation *anim);
-const AnimationClip *animation_clip(const Animation *anim); // null when not usable
-int animation_sheet_frame(const Animation *anim);           // -1 when not usable
-SDL_FRect animation_frame_rect(const Animation *anim);      // on the sheet, px; all 0 without a frame
+const AnimationClip *animation_clip(const Animation *anim);             // null when not usable
+int animation_sheet_frame(const Animation *anim);                       // -1 when not usable
+SDL_FRect animation_frame_rect(const Animation *anim);                  // on the sheet, px; all 0 without a frame
+SDL_FRect animation_set_frame_rect(const AnimationSet *set, int frame); // of the sheet's frames, from 0

@@ -3,8 +3,10 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_iostream.h>
 #include <SDL3/SDL_render.h>
+#include <SDL3/SDL_surface.h>
 #include <SDL3_image/SDL_image.h>
 
+#include <cstddef>
 #include <cstdlib>
 
 struct ImageSize {
@@ -113,13 +115,73 @@ static void _image_name_in_error(const char *path) {
     SDL_SetError("%s: %s", path, reason);
 }
 
-SDL_Texture *image_load_texture(SDL_Renderer *renderer, const char *path) {
+SDL_Surface *image_load_surface(const char *path) {
     SDL_IOStream *file = SDL_IOFromFile(path, "rb");
     if (!file) return nullptr;
     SDL_Surface *surface = _image_load(file);
     SDL_CloseIO(file);
-    SDL_Texture *texture = surface ? SDL_CreateTextureFromSurface(renderer, surface) : nullptr;
-    SDL_DestroySurface(surface); // null is fine
+    if (!surface) _image_name_in_error(path);
+    return surface;
+}
+
+SDL_Texture *image_load_texture(SDL_Renderer *renderer, const char *path) {
+    SDL_Surface *surface = image_load_surface(path);
+    if (!surface) return nullptr;
+    SDL_Texture *texture = SDL_CreateTextureFromSurface(renderer, surface);
+    SDL_DestroySurface(surface);
     if (!texture) _image_name_in_error(path);
     return texture;
+}
+
+// --- alpha ---
+
+// Two bits to a pixel, which can be or-ed together to tell of many.
+static constexpr unsigned SEEN_CLEAR = 1, SEEN_OPAQUE = 2, SEEN_BETWEEN = SEEN_CLEAR | SEEN_OPAQUE;
+static constexpr int PIXELS_PER_BYTE = 4;
+
+static void _image_read_alpha_row(const Uint8 *rgba, int width, Uint8 *bits) {
+    for (int x = 0; x < width; x++) {
+        const Uint8 alpha = rgba[4 * x + 3];
+        const unsigned seen = alpha == 0 ? SEEN_CLEAR : alpha == 255 ? SEEN_OPAQUE : SEEN_BETWEEN;
+        bits[x / PIXELS_PER_BYTE] |= static_cast<Uint8>(seen << (x % PIXELS_PER_BYTE * 2));
+    }
+}
+
+bool image_alpha_map_make(SDL_Surface *surface, ImageAlphaMap *map) {
+    *map = {};
+    const int pitch = (surface->w + PIXELS_PER_BYTE - 1) / PIXELS_PER_BYTE;
+    auto *bits = static_cast<Uint8 *>(SDL_calloc(static_cast<size_t>(surface->h), static_cast<size_t>(pitch)));
+    SDL_Surface *rgba = bits ? SDL_ConvertSurface(surface, SDL_PIXELFORMAT_RGBA32) : nullptr;
+    if (!rgba) {
+        SDL_free(bits);
+        return false;
+    }
+    for (int y = 0; y < surface->h; y++) {
+        const auto *row = static_cast<const Uint8 *>(rgba->pixels) + static_cast<std::ptrdiff_t>(y) * rgba->pitch;
+        _image_read_alpha_row(row, surface->w, bits + static_cast<std::ptrdiff_t>(y) * pitch);
+    }
+    SDL_DestroySurface(rgba);
+    *map = {.width = surface->w, .height = surface->h, .pitch = pitch, .bits = bits};
+    return true;
+}
+
+void image_alpha_map_cleanup(ImageAlphaMap *map) {
+    SDL_free(map->bits);
+    *map = {};
+}
+
+ImageAlpha image_alpha_of(const ImageAlphaMap *map, SDL_Rect area) {
+    const SDL_Rect whole = {0, 0, map->width, map->height};
+    bool clear = false, opaque = false;
+    if (!SDL_GetRectIntersection(&whole, &area, &area)) return IMAGE_CLEAR;
+    for (int y = area.y; y < area.y + area.h; y++) {
+        const Uint8 *row = map->bits + static_cast<std::ptrdiff_t>(y) * map->pitch;
+        for (int x = area.x; x < area.x + area.w; x++) {
+            const unsigned seen = row[x / PIXELS_PER_BYTE] >> (x % PIXELS_PER_BYTE * 2) & SEEN_BETWEEN;
+            if (seen == SEEN_BETWEEN) return IMAGE_BLENDED;
+            clear = clear || seen == SEEN_CLEAR;
+            opaque = opaque || seen == SEEN_OPAQUE;
+        }
+    }
+    return !opaque ? IMAGE_CLEAR : clear ? IMAGE_CUTOUT : IMAGE_OPAQUE;
 }

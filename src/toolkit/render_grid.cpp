@@ -32,7 +32,8 @@ static bool _render_grid_check_size(int rows, int cols, int chunk_w, int chunk_h
 
 RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h) {
     if (!_render_grid_check_size(rows, cols, chunk_w, chunk_h)) return nullptr;
-    const RenderGrid empty = {.rows = rows, .cols = cols, .chunk_w = chunk_w, .chunk_h = chunk_h, .chunks = nullptr};
+    const RenderGrid empty = {
+        .rows = rows, .cols = cols, .chunk_w = chunk_w, .chunk_h = chunk_h, .chunks = nullptr, .generation = 0};
     const size_t count = _render_grid_count(&empty);
     auto *grid = static_cast<RenderGrid *>(SDL_malloc(sizeof(RenderGrid)));
     if (grid) {

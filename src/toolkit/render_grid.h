@@ -15,6 +15,7 @@ struct RenderGrid {
     Sint32 rows, cols;       // of chunks
     Sint32 chunk_w, chunk_h; // px
     SDL_Texture **chunks;    // owned, as are they; row by row
+    Uint32 generation;       // of what was drawn into it, for who filled it
 };
 
 // A map's file of a few hundred kilobytes can ask for more memory than there is. This is a world of 2^29 pixels, such

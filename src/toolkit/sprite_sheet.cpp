@@ -2,12 +2,26 @@
 
 #include "core/error.h"
 #include "toolkit/image.h"
+#include "toolkit/reload.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
+static constexpr int FRAMES_KEPT_MAX = 1 << 16; // 2.5 MB of them
+
 // --- lifetime ---
+
+static bool _sprite_sheet_check_frames(int w, int h, const AnimationSet *set) {
+    for (int i = 0; i < set->columns * set->rows; i++) {
+        const SDL_Rect src = set->frames[i].src;
+        if (src.x + src.w <= w && src.y + src.h <= h) continue;
+        return engine_error(
+            "[SPRITE_SHEET] %s is %dx%d, but frame %d of its set ends at %d, %d: export both again", set->path, w, h, i,
+            src.x + src.w, src.y + src.h);
+    }
+    return true;
+}
 
 static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *set) {
     float width = 0, height = 0;
@@ -15,6 +29,7 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
         return engine_error("[SPRITE_SHEET] SDL_GetTextureSize failed for %s, error: %s", set->path, SDL_GetError());
     }
     const int w = static_cast<int>(width), h = static_cast<int>(height);
+    if (set->frames) return _sprite_sheet_check_frames(w, h, set);
     const int wanted_w = set->frame_w * set->columns, wanted_h = set->frame_h * set->rows;
     if (w == wanted_w && h == wanted_h) return true;
     return engine_error(
@@ -23,20 +38,64 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
         set->path, w, h, set->columns, set->rows, set->frame_w, set->frame_h, wanted_w, wanted_h);
 }
 
+static SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
+    SpriteFrame frame = {};
+    frame.src = animation_set_frame_rect(sheet->set, index);
+    // The software renderer cuts corner and length, times the texture's size, down to texels, and either may be a
+    // rounding too small. A hundredth of a texel cannot be seen up to a fiftyfold magnification.
+    constexpr float NUDGE = 1.0f / 256;
+    frame.left = (frame.src.x + NUDGE) / sheet->width;
+    frame.top = (frame.src.y + NUDGE) / sheet->height;
+    frame.right = (frame.src.x + frame.src.w + 3 * NUDGE) / sheet->width;
+    frame.bottom = (frame.src.y + frame.src.h + 3 * NUDGE) / sheet->height;
+    const bool in_table = sheet->set->frames && index >= 0 && index < sheet->set->columns * sheet->set->rows;
+    if (in_table) {
+        const SDL_Point offset = sheet->set->frames[index].offset;
+        frame.offset = {static_cast<float>(offset.x), static_cast<float>(offset.y)};
+    }
+    return frame;
+}
+
+static bool _sprite_sheet_fill(SpriteSheet *sheet) {
+    const AnimationSet *set = sheet->set;
+    if (!_sprite_sheet_check_size(sheet->texture, set)) return false;
+    SDL_SetTextureScaleMode(sheet->texture, SDL_SCALEMODE_NEAREST);
+    sheet->width = static_cast<float>(sheet->texture->w);
+    sheet->height = static_cast<float>(sheet->texture->h);
+    sheet->frame_count = SDL_min(set->columns * set->rows, FRAMES_KEPT_MAX);
+    sheet->frames =
+        static_cast<SpriteFrame *>(SDL_calloc(static_cast<size_t>(sheet->frame_count), sizeof(SpriteFrame)));
+    if (!sheet->frames) return engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
+    for (int i = 0; i < sheet->frame_count; i++) sheet->frames[i] = _sprite_sheet_measure(sheet, i);
+    return true;
+}
+
 // Takes the texture over, also when it fails.
 static SpriteSheet *_sprite_sheet_make(SDL_Texture *texture, const AnimationSet *set) {
-    SpriteSheet *sheet = nullptr;
-    if (_sprite_sheet_check_size(texture, set)) {
-        SDL_SetTextureScaleMode(texture, SDL_SCALEMODE_NEAREST);
-        sheet = static_cast<SpriteSheet *>(SDL_malloc(sizeof(SpriteSheet)));
-        if (!sheet) engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
-    }
-    if (sheet) {
-        *sheet = {.texture = texture, .set = set, .preview = nullptr, .preview_size = {}};
-    } else {
+    auto *sheet = static_cast<SpriteSheet *>(SDL_calloc(1, sizeof(SpriteSheet)));
+    if (!sheet) {
+        engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
         SDL_DestroyTexture(texture);
+        return nullptr;
     }
+    sheet->texture = texture;
+    sheet->set = set;
+    if (!_sprite_sheet_fill(sheet)) sprite_sheet_cleanup(&sheet);
     return sheet;
+}
+
+// A picture that is no good leaves the old one in place.
+static void _sprite_sheet_reload(void *owner, const char *path) {
+    auto *sheet = static_cast<SpriteSheet *>(owner);
+    SDL_Renderer *renderer = SDL_GetRendererFromTexture(sheet->texture);
+    SDL_Texture *texture = image_load_texture(renderer, path);
+    if (!texture) engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
+    SpriteSheet *fresh = texture ? _sprite_sheet_make(texture, sheet->set) : nullptr;
+    if (!fresh) return;
+    const SpriteSheet old = *sheet;
+    *sheet = *fresh;
+    *fresh = old;
+    sprite_sheet_cleanup(&fresh);
 }
 
 SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
@@ -50,18 +109,23 @@ SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
             set->rows, set->frame_w, set->frame_h);
         return nullptr;
     }
+    const FileStamp stamp = reload_stamp(set->path, false);
     SDL_Texture *texture = image_load_texture(renderer, set->path);
     if (!texture) {
         engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", set->path, SDL_GetError());
         return nullptr;
     }
-    return _sprite_sheet_make(texture, set);
+    SpriteSheet *sheet = _sprite_sheet_make(texture, set);
+    if (sheet) reload_follow(sheet, _sprite_sheet_reload, set->path, false, stamp);
+    return sheet;
 }
 
 void sprite_sheet_cleanup(SpriteSheet **sheet) {
     if (!sheet || !*sheet) return;
+    reload_forget(*sheet);
     if ((*sheet)->texture) SDL_DestroyTexture((*sheet)->texture);
     if ((*sheet)->preview) SDL_DestroyTexture((*sheet)->preview);
+    SDL_free((*sheet)->frames);
     SDL_free(*sheet);
     *sheet = nullptr;
 }
@@ -74,18 +138,59 @@ SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float
         pos.x, pos.y, static_cast<float>(sheet->set->frame_w) * scale, static_cast<float>(sheet->set->frame_h) * scale};
 }
 
-bool sprite_sheet_draw(
-    SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
-    SDL_FlipMode flip) {
-    if (!renderer || !sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
+// animation_sheet_frame without its calls, for what is asked of every sprite in every frame.
+static Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim) {
+    if (!set->clips || static_cast<Uint32>(anim->clip) >= static_cast<Uint32>(set->clip_count)) return -1;
+    const AnimationClip *clip = &set->clips[anim->clip];
+    return clip->order ? animation_sheet_frame(anim) : clip->first_frame + anim->frame;
+}
+
+// A trimmed frame's part is as far from the other side when it is mirrored.
+static SDL_FRect
+_sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoint pos, float scale, SDL_FlipMode flip) {
+    if (flip == SDL_FLIP_NONE) {
+        return {
+            pos.x + frame->offset.x * scale, pos.y + frame->offset.y * scale, frame->src.w * scale,
+            frame->src.h * scale};
+    }
+    const float w = static_cast<float>(sheet->set->frame_w), h = static_cast<float>(sheet->set->frame_h);
+    const float x = flip & SDL_FLIP_HORIZONTAL ? w - frame->offset.x - frame->src.w : frame->offset.x;
+    const float y = flip & SDL_FLIP_VERTICAL ? h - frame->offset.y - frame->src.h : frame->offset.y;
+    return {pos.x + x * scale, pos.y + y * scale, frame->src.w * scale, frame->src.h * scale};
+}
+
+// Inlined, for the sake of what is done two thousand times per frame.
+[[gnu::always_inline]] static inline bool _sprite_sheet_place(
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
+    SpritePlace *place) {
+    if (!sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (anim->set != sheet->set) {
         return engine_error(
             "[SPRITE_SHEET] The animation is playing a different set from %s", sheet->set ? sheet->set->path : "");
     }
-    const SDL_FRect src = animation_frame_rect(anim);
-    if (src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
-    const SDL_FRect dst = sprite_sheet_dest_rect(sheet, pos, scale);
-    if (copy_texture_in_view(renderer, sheet->texture, &src, &dst, flip)) return true;
+    const Sint32 frame = _sprite_sheet_frame(sheet->set, anim);
+    if (frame < 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    const bool kept = frame < sheet->frame_count;
+    if (!kept) place->beyond = _sprite_sheet_measure(sheet, frame);
+    place->frame = kept ? &sheet->frames[frame] : &place->beyond;
+    if (place->frame->src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    place->dst = _sprite_sheet_dest(sheet, place->frame, pos, scale, flip);
+    return true;
+}
+
+bool sprite_sheet_place(
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
+    SpritePlace *place) {
+    return _sprite_sheet_place(sheet, anim, pos, scale, flip, place);
+}
+
+bool sprite_sheet_draw(
+    SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
+    SDL_FlipMode flip) {
+    SpritePlace place; // filled by the next call
+    if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
+    if (!_sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
+    if (copy_texture_in_view(renderer, sheet->texture, &place.frame->src, &place.dst, flip)) return true;
     return engine_error(
         "[SPRITE_SHEET] Could not draw frame %d, error: %s", animation_sheet_frame(anim), SDL_GetError());
 }
@@ -154,9 +259,7 @@ void sprite_sheet_draw_debug_sheet(
     SDL_Color sheet_color, SDL_Color frame_color) {
     if (!renderer || !sheet || !sheet->texture || !sheet->set) return;
     const AnimationSet *set = sheet->set;
-    const SDL_FRect whole = {
-        pos.x, pos.y, static_cast<float>(set->frame_w * set->columns) * scale,
-        static_cast<float>(set->frame_h * set->rows) * scale};
+    const SDL_FRect whole = {pos.x, pos.y, sheet->width * scale, sheet->height * scale};
     const bool small = scale < 1 && _draw_preview(renderer, sheet, &whole);
     if (!small) copy_texture_in_view(renderer, sheet->texture, nullptr, &whole);
     _outline_around(renderer, whole, sheet_color);

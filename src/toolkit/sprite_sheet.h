@@ -10,9 +10,18 @@
 struct SDL_Renderer;
 struct SDL_Texture;
 
+struct SpriteFrame {
+    SDL_FRect src;                  // on the sheet, px
+    float left, top, right, bottom; // the same in shares of its width and height
+    SDL_FPoint offset;              // of what is on the sheet within the whole frame, px
+};
+
 struct SpriteSheet {
     SDL_Texture *texture; // owned
     const AnimationSet *set;
+    SpriteFrame *frames; // owned; of the sheet's frames, so that nothing is divided when they are drawn
+    Sint32 frame_count;  // of `frames`
+    float width, height; // of the texture, px
     // A cache of the debug sheet, made by drawing it; both of it empty until then.
     mutable SDL_Texture *preview;    // owned
     mutable SDL_FPoint preview_size; // what it was made for, output pixels
@@ -27,6 +36,15 @@ bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip); // false: reported
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
+// The animation's current frame, and where sprite_sheet_draw draws what the sheet has of it. False: reported.
+struct SpritePlace {
+    const SpriteFrame *frame; // the sheet's, or `beyond`
+    SDL_FRect dst;
+    SpriteFrame beyond; // of a frame whose number lies outside the sheet
+};
+bool sprite_sheet_place(
+    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
+    SpritePlace *place);
 
 // --- debugging: outlines of one unit, just outside what they frame ---
 void sprite_sheet_draw_frame_outline(

@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "core/storage.h"
 #include "toolkit/image.h"
+#include "toolkit/reload.h"
 #include "toolkit/render_grid.h"
 
 #include <SDL3/SDL_error.h>
@@ -58,10 +59,40 @@ static void _tilemap_free_layer(Tilemap *map) {
 
 void tilemap_cleanup(Tilemap **map) {
     if (!map || !*map) return;
+    reload_forget(*map);
     if ((*map)->tileset) SDL_DestroyTexture((*map)->tileset);
+    SDL_free((*map)->opaque);
     _tilemap_free_layer(*map);
     SDL_free(*map);
     *map = nullptr;
+}
+
+// --- changed files: what is no good leaves the old part in place ---
+
+static void _tilemap_reload_tileset(void *owner, const char *path) {
+    auto *map = static_cast<Tilemap *>(owner);
+    const Tilemap old = *map;
+    map->tileset = nullptr;
+    map->opaque = nullptr;
+    SDL_Renderer *renderer = SDL_GetRendererFromTexture(old.tileset);
+    const bool loaded = tilemap_load_tileset(map, renderer, path, old.tile_w, old.tile_h, old.first_gid);
+    const Tilemap gone = loaded ? old : *map;
+    if (gone.tileset) SDL_DestroyTexture(gone.tileset);
+    SDL_free(gone.opaque);
+    if (!loaded) *map = old;
+    if (loaded) map->generation++;
+}
+
+static void _tilemap_reload_csv(void *owner, const char *path) {
+    auto *map = static_cast<Tilemap *>(owner);
+    TileGrid *old = map->layer;
+    map->layer = nullptr;
+    const bool loaded = tilemap_load_csv(map, path);
+    TileGrid *gone = loaded ? old : map->layer;
+    tile_grid_cleanup(gone);
+    SDL_free(gone);
+    if (!loaded) map->layer = old;
+    if (loaded) map->generation++;
 }
 
 // --- loading ---
@@ -85,30 +116,53 @@ _tilemap_measure_tileset(SDL_Texture *tileset, const char *path, int tile_w, int
     return true;
 }
 
+// Which tiles can be copied without blending. Null: no memory; SDL's error says so.
+static Uint8 *_tilemap_find_opaque(SDL_Surface *picture, int tile_w, int tile_h, int columns, int rows) {
+    ImageAlphaMap alpha = {};
+    const auto count = static_cast<size_t>(columns) * static_cast<size_t>(rows);
+    auto *opaque = image_alpha_map_make(picture, &alpha) ? static_cast<Uint8 *>(SDL_calloc(count, 1)) : nullptr;
+    for (int i = 0; opaque && i < columns * rows; i++) {
+        const SDL_Rect tile = {i % columns * tile_w, i / columns * tile_h, tile_w, tile_h};
+        opaque[i] = image_alpha_of(&alpha, tile) == IMAGE_OPAQUE;
+    }
+    image_alpha_map_cleanup(&alpha);
+    return opaque;
+}
+
 bool tilemap_load_tileset(
     Tilemap *map, SDL_Renderer *renderer, const char *path, int tile_w, int tile_h, Uint32 first_gid) {
     if (tile_w < 1 || tile_h < 1) {
         return engine_error("[TILEMAP] A tile size of %dx%d is not usable", tile_w, tile_h);
     }
-    SDL_Texture *tileset = image_load_texture(renderer, path);
-    if (!tileset) return engine_error("[TILEMAP] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
+    const FileStamp stamp = reload_stamp(path, false);
+    SDL_Surface *picture = image_load_surface(path);
+    SDL_Texture *tileset = picture ? SDL_CreateTextureFromSurface(renderer, picture) : nullptr;
     int columns = 0, rows = 0;
-    if (!_tilemap_measure_tileset(tileset, path, tile_w, tile_h, &columns, &rows)) {
-        SDL_DestroyTexture(tileset);
+    bool usable = tileset || engine_error("[TILEMAP] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
+    usable = usable && _tilemap_measure_tileset(tileset, path, tile_w, tile_h, &columns, &rows);
+    Uint8 *opaque = usable ? _tilemap_find_opaque(picture, tile_w, tile_h, columns, rows) : nullptr;
+    SDL_DestroySurface(picture); // null is fine
+    if (usable && !opaque) engine_error("[TILEMAP] Memory allocation failed, error: %s", SDL_GetError());
+    if (!opaque) {
+        if (tileset) SDL_DestroyTexture(tileset);
         return false;
     }
     SDL_SetTextureScaleMode(tileset, SDL_SCALEMODE_NEAREST);
     if (map->tileset) SDL_DestroyTexture(map->tileset);
+    SDL_free(map->opaque);
     map->tileset = tileset;
+    map->opaque = opaque;
     map->tile_w = tile_w;
     map->tile_h = tile_h;
     map->columns = columns;
     map->rows = rows;
     map->first_gid = first_gid;
+    reload_follow(map, _tilemap_reload_tileset, path, false, stamp);
     return tilemap_check_gid_bounds(map);
 }
 
 bool tilemap_load_csv(Tilemap *map, const char *path) {
+    const FileStamp stamp = reload_stamp(path, true);
     char *text = storage_read_game_file(path);
     if (!text) return false;
     TileGrid *layer = tile_grid_parse_csv(text);
@@ -116,6 +170,7 @@ bool tilemap_load_csv(Tilemap *map, const char *path) {
     if (!layer) return engine_error("[TILEMAP] Could not parse tile layer: %s", path);
     _tilemap_free_layer(map);
     map->layer = layer;
+    reload_follow(map, _tilemap_reload_csv, path, true, stamp);
     return tilemap_check_gid_bounds(map);
 }
 
@@ -177,12 +232,12 @@ bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin)
 // Whether tiles without transparency fill the whole of a chunk, which then can be copied without blending.
 static bool _tilemap_fills(const Tilemap *map, TileRange rows, TileRange cols) {
     if (rows.end > map->layer->rows || cols.end > map->layer->cols) return false;
-    if (SDL_ISPIXELFORMAT_ALPHA(map->tileset->format)) return false;
     const bool oblong = map->tile_w != map->tile_h;
     for (int row = rows.first; row < rows.end; row++) {
         for (int col = cols.first; col < cols.end; col++) {
             const Uint32 gid = tile_grid_gid(map->layer, row, col);
-            if (tile_decode_gid(gid, map->first_gid, map->columns).index < 0) return false;
+            const int tile = tile_decode_gid(gid, map->first_gid, map->columns).index;
+            if (tile < 0 || tile >= map->columns * map->rows || !map->opaque[tile]) return false;
             if (oblong && (gid & TILE_FLIP_D)) return false; // turned about its centre, it leaves gaps in its cell
         }
     }
@@ -219,8 +274,11 @@ RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, i
             if (!_tilemap_bake_chunk(renderer, map, grid, row, col, chunk_tiles)) render_grid_cleanup(&grid);
         }
     }
+    if (grid) grid->generation = map->generation;
     return grid;
 }
+
+bool tilemap_grid_is_stale(const Tilemap *map, const RenderGrid *grid) { return grid->generation != map->generation; }
 
 // --- size ---
 

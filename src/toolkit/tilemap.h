@@ -27,6 +27,8 @@ struct Tilemap {
     Uint32 first_gid;      // the GID of the tileset's first tile
     TileGrid *layer;       // owned; null until one is loaded
     float scale;           // above 0
+    Uint32 generation;     // rises when changed files have replaced the tileset or the layer (toolkit/reload.h)
+    Uint8 *opaque;         // owned; of each tile of the tileset, whether all of its pixels are opaque
 };
 
 // --- lifetime ---
@@ -48,6 +50,7 @@ bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin)
 
 // Chunks of chunk_tiles × chunk_tiles tiles at scale 1. The caller owns the result. Null: reported.
 RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, int chunk_tiles);
+bool tilemap_grid_is_stale(const Tilemap *map, const RenderGrid *grid); // the map shows something else since
 
 // --- size at the map's scale; 0 without a layer ---
 float tilemap_width(const Tilemap *map);

@@ -29,8 +29,32 @@ _copy(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const 
                                  : SDL_RenderTextureRotated(renderer, texture, src, dst, 0, nullptr, flip);
 }
 
-bool copy_texture_in_view(
-    SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
+// What decides whether a cut can pay. Each question to a renderer takes a good part of the time that a copy does, so
+// these are asked once per frame; an answer of before costs time at the most, never a pixel.
+struct ViewAnswers {
+    const SDL_Renderer *renderer; // null: not asked yet in this frame
+    bool software;                // others cut by themselves
+    bool plain;                   // one unit is one pixel
+};
+
+[[gnu::noinline]] static ViewAnswers _ask(SDL_Renderer *renderer) {
+    SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
+    SDL_FPoint scale = {1, 1};
+    const char *name = SDL_GetRendererName(renderer);
+    SDL_GetRenderLogicalPresentation(renderer, nullptr, nullptr, &presentation);
+    SDL_GetRenderScale(renderer, &scale.x, &scale.y);
+    return {
+        .renderer = renderer,
+        .software = name && SDL_strcmp(name, SDL_SOFTWARE_RENDERER) == 0,
+        .plain = presentation == SDL_LOGICAL_PRESENTATION_DISABLED && scale.x == 1 && scale.y == 1};
+}
+
+static ViewAnswers g_view_answers;
+
+void view_copy_new_frame() { g_view_answers.renderer = nullptr; }
+
+[[gnu::noinline]] static bool
+_copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     SDL_FRect whole = {};
     SDL_Rect view = {};
     if (!SDL_GetTextureSize(texture, &whole.w, &whole.h) || !SDL_GetRenderViewport(renderer, &view)) return false;
@@ -41,4 +65,14 @@ bool copy_texture_in_view(
     const SDL_FRect from = {x.src, y.src, x.src_length, y.src_length};
     const SDL_FRect to = {x.dst, y.dst, x.dst_length, y.dst_length};
     return _copy(renderer, texture, &from, &to, flip);
+}
+
+bool copy_texture_in_view(
+    SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
+    constexpr float SMALL = 512; // units: what is larger is worth asking about each time
+    if (g_view_answers.renderer != renderer) g_view_answers = _ask(renderer);
+    if (!g_view_answers.software) return _copy(renderer, texture, src, dst, flip);
+    const bool small = src && dst->w <= SMALL && dst->h <= SMALL && dst->w <= src->w && dst->h <= src->h;
+    if (small && g_view_answers.plain) return _copy(renderer, texture, src, dst, flip);
+    return _copy_cut(renderer, texture, src, dst, flip);
 }

@@ -39,8 +39,15 @@ PictureBounds bounds_of(const Picture &picture, SDL_Color color) {
 }
 
 int count_pixels(const Picture &picture, SDL_Color color) {
+    return count_pixels(picture, color, {0, 0, picture->w, picture->h});
+}
+
+int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area) {
     int count = 0;
-    each_pixel_of(picture, color, [&](int, int) { count++; });
+    each_pixel_of(picture, color, [&](int x, int y) {
+        const SDL_Point pixel = {x, y};
+        count += SDL_PointInRect(&pixel, &area) ? 1 : 0;
+    });
     return count;
 }
 

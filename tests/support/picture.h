@@ -19,6 +19,7 @@ SDL_Color pixel_at(const Picture &picture, int x, int y);
 bool same_color(SDL_Color a, SDL_Color b);
 PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of the pixels of exactly this colour
 int count_pixels(const Picture &picture, SDL_Color color);
+int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area);
 bool same_pixels(const Picture &a, const Picture &b); // in size and colour
 Picture as_rgb(const Picture &picture);               // three bytes a pixel
 const Uint8 *row_of(const Picture &rgb, int y);

@@ -8,6 +8,7 @@ import tempfile
 from pathlib import Path
 
 import castle_tilemap
+import knight_export
 import knight_sheet
 import music
 import sound_effects
@@ -15,7 +16,7 @@ import text_mode_font
 import textures
 import ui_font
 
-GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap, knight_sheet)
+GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap, knight_sheet, knight_export)
 DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
 
 

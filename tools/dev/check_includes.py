@@ -10,7 +10,7 @@ SRC = Path(__file__).resolve().parents[2] / "src"
 
 # From the ground up. A name is a file without its ending, or a folder for all its other files.
 FLOORS = [
-    ["core/error", "core/typed_array", "core/string_array", "core/text_array", "core/log", "core/random", "app/args",
+    ["core/arena", "core/error", "core/typed_array", "core/string_array", "core/text_array", "core/log", "core/random", "app/args",
      "engine/game_state", "engine/menu_layout", "engine/timestep", "engine/ui_scale",
      "input/input_actions", "diagnostics/capture_format", "diagnostics/frame_profile", "toolkit/geometry", "toolkit/camera"],
     ["core/storage", "core/storage_internal", "config"],

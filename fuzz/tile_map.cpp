@@ -1,0 +1,106 @@
+// A map editor's files: the map, and behind two marks the tileset and the template that it may name.
+#include "engine/engine.h"
+#include "fuzz/support.h"
+#include "fuzz/targets.h"
+#include "toolkit/tile_grid.h"
+#include "toolkit/tile_world.h"
+
+#include <SDL3/SDL_render.h>
+
+#include <cmath>
+#include <string_view>
+
+static constexpr std::string_view NEXT_FILE = "<!--next-->";
+
+static void set_files(std::string_view input) {
+    const char *endings[] = {".tmx", ".tsx", ".tx"};
+    for (const char *ending : endings) {
+        const size_t end = input.find(NEXT_FILE);
+        const std::string_view file = input.substr(0, end);
+        const auto *data = reinterpret_cast<const uint8_t *>(file.data());
+        if (ending == endings[0]) fuzz_set_game_file(data, file.size());
+        fuzz_set_game_file_ending(ending, data, file.size());
+        input = end == input.npos ? std::string_view() : input.substr(end + NEXT_FILE.size());
+    }
+}
+
+static void walk_properties(const TileProperties *properties) {
+    for (int i = 0; i < properties->count; i++) {
+        const TileProperty *property = &properties->items[i];
+        fuzz_check(tile_property_find(properties, property->name) != nullptr, "a property is found by its name");
+        fuzz_check(property->text && std::isfinite(property->number), "a property has a text and a number");
+    }
+}
+
+static void walk_objects(const TileWorld *world, const TileLayer *layer) {
+    for (int i = 0; i < layer->object_count; i++) {
+        const TileObject *object = &layer->objects[i];
+        fuzz_check(object->name && object->type && object->text, "an object's texts are never null");
+        fuzz_check(
+            object->opacity >= 0 && object->opacity <= 1 && object->width >= 0, "an object's numbers are in range");
+        fuzz_check(tile_world_object(world, object->id) != nullptr, "an object is found by its id");
+        for (int k = 0; k < object->point_count; k++) {
+            fuzz_check(std::isfinite(object->points[k].x + object->points[k].y), "points are finite");
+        }
+        walk_properties(&object->properties);
+    }
+}
+
+static void walk(const TileWorld *world) {
+    walk_properties(&world->properties);
+    for (int i = 0; i < world->layer_count; i++) {
+        const TileLayer *layer = &world->layers[i];
+        fuzz_check(tile_world_find_layer(world, layer->name) >= 0, "a layer is found by its name");
+        fuzz_check(layer->opacity >= 0 && layer->opacity <= 1, "an opacity is in range");
+        walk_properties(&layer->properties);
+        walk_objects(world, layer);
+        for (int cell = 0; cell < SDL_min(world->cols * Sint64{world->rows}, 1000); cell++) {
+            const Uint32 gid =
+                tile_world_gid(world, i, world->left + cell % world->cols, world->top + cell / world->cols);
+            walk_properties(tile_world_tile_properties(world, gid));
+        }
+    }
+}
+
+static void collide(const TileWorld *world) {
+    ColliderRects rects = {};
+    ColliderTris tris = {};
+    for (int i = -1; i < world->layer_count; i++) {
+        const int rects_before = rects.count, tris_before = tris.count, errors = fuzz_logged_errors();
+        const bool made = tile_world_colliders(world, i < 0 ? nullptr : world->layers[i].name, &rects, &tris);
+        fuzz_check(made || fuzz_logged_errors() == errors + 1, "refused shapes are reported once");
+        fuzz_check(
+            made || (rects.count == rects_before && tris.count == tris_before), "refused shapes leave the sets alone");
+    }
+    colliders_rects_cleanup(&rects);
+    colliders_tris_cleanup(&tris);
+}
+
+static void draw(TileWorld *world) {
+    const TileWorldView views[] = {
+        {{0, 0, 320, 240}, 1},
+        {{static_cast<float>(world->left * world->tile_w) - 20, static_cast<float>(world->top * world->tile_h), 100,
+          80},
+         3},
+        {{-5.5f, 7, 640, 480}, 0.5f}};
+    for (const TileWorldView &view : views) {
+        fuzz_check(tile_world_draw(engine_renderer(), world, &view), "a world can be drawn");
+        tile_world_advance(world, 0.05);
+    }
+    SDL_FlushRenderer(engine_renderer());
+}
+
+int fuzz_tile_map(const uint8_t *data, size_t size) {
+    fuzz_start_engine();
+    fuzz_save_picture("tiles.png");
+    set_files({reinterpret_cast<const char *>(data), size});
+    TileWorld *world = tile_world_load(engine_renderer(), "map.tmx");
+    fuzz_check(world || fuzz_logged_errors() == 1, "a map that does not load is reported once");
+    if (world) {
+        walk(world);
+        collide(world);
+        draw(world);
+    }
+    tile_world_cleanup(&world);
+    return 0;
+}

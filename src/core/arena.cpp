@@ -1,0 +1,46 @@
+#include "core/arena.h"
+
+struct alignas(16) ArenaBlock {
+    ArenaBlock *next;
+    size_t used, size; // bytes behind this head
+};
+
+static constexpr size_t BLOCK_SIZE = 32 << 10;
+static constexpr size_t ALIGNMENT = alignof(ArenaBlock);
+
+static ArenaBlock *_arena_add_block(Arena *arena, size_t size) {
+    if (size > SDL_SIZE_MAX - sizeof(ArenaBlock)) return nullptr;
+    auto *block = static_cast<ArenaBlock *>(SDL_calloc(1, sizeof(ArenaBlock) + size));
+    if (!block) return nullptr;
+    block->size = size;
+    // What is large gets a block to itself, behind the first one, which may still have room.
+    ArenaBlock **at = arena->blocks && size > BLOCK_SIZE ? &arena->blocks->next : &arena->blocks;
+    block->next = *at;
+    *at = block;
+    return block;
+}
+
+void *arena_alloc(Arena *arena, size_t size) {
+    if (size > SDL_SIZE_MAX - ALIGNMENT) return nullptr;
+    size = (size + ALIGNMENT - 1) & ~(ALIGNMENT - 1);
+    ArenaBlock *block = arena->blocks;
+    if (!block || block->size - block->used < size) block = _arena_add_block(arena, SDL_max(size, BLOCK_SIZE));
+    if (!block) return nullptr;
+    Uint8 *memory = reinterpret_cast<Uint8 *>(block + 1) + block->used;
+    block->used += size;
+    return memory;
+}
+
+char *arena_copy_text(Arena *arena, const char *text) {
+    const size_t size = SDL_strlen(text) + 1;
+    auto *copy = static_cast<char *>(arena_alloc(arena, size));
+    if (copy) SDL_memcpy(copy, text, size);
+    return copy;
+}
+
+void arena_free(Arena *arena) {
+    while (ArenaBlock *block = arena->blocks) {
+        arena->blocks = block->next;
+        SDL_free(block);
+    }
+}

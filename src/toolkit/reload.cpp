@@ -1,0 +1,129 @@
+#include "toolkit/reload.h"
+
+#include "core/storage.h"
+
+#include <SDL3/SDL_filesystem.h>
+#include <SDL3/SDL_log.h>
+#include <SDL3/SDL_storage.h>
+#include <SDL3/SDL_timer.h>
+
+struct ReloadSettings {
+    bool known; // else the environment has not been asked yet
+    bool enabled;
+    Uint64 interval_ms;
+};
+static ReloadSettings g_reload;
+
+void reload_set(bool enabled, int interval_ms) {
+    g_reload = {.known = true, .enabled = enabled, .interval_ms = static_cast<Uint64>(SDL_max(interval_ms, 0))};
+}
+
+bool reload_is_enabled() {
+    if (!g_reload.known) {
+        const char *wish = SDL_getenv("LUMARIND_RELOAD");
+        reload_set(wish && SDL_strcmp(wish, "1") == 0);
+    }
+    return g_reload.enabled;
+}
+
+static FileStamp _stamp(bool found, const SDL_PathInfo &info) {
+    return found ? FileStamp{info.size, info.modify_time} : FileStamp{};
+}
+
+FileStamp file_stamp_of_path(const char *path) {
+    SDL_PathInfo info = {};
+    return _stamp(SDL_GetPathInfo(path, &info), info);
+}
+
+FileStamp file_stamp_of_game_file(const char *path) {
+    SDL_PathInfo info = {};
+    return _stamp(SDL_GetStoragePathInfo(storage_game(), path, &info), info);
+}
+
+bool file_stamp_same(FileStamp a, FileStamp b) { return a.size == b.size && a.modified == b.modified; }
+
+bool reload_is_due(Uint64 *last_ms) {
+    if (!reload_is_enabled()) return false;
+    const Uint64 now = SDL_GetTicks();
+    if (*last_ms != 0 && now - *last_ms < g_reload.interval_ms) return false;
+    *last_ms = SDL_max(now, Uint64{1});
+    return true;
+}
+
+// --- records ---
+
+struct ReloadEntry {
+    ReloadEntry *next;
+    void *owner;
+    ReloadChanged changed;
+    char *path; // owned
+    bool is_game_file;
+    FileStamp stamp;
+};
+static ReloadEntry *g_reload_entries;
+static Uint64 g_reload_looked_ms;
+
+FileStamp reload_stamp(const char *path, bool is_game_file) {
+    if (!reload_is_enabled()) return {};
+    return is_game_file ? file_stamp_of_game_file(path) : file_stamp_of_path(path);
+}
+
+static ReloadEntry *_reload_entry(const void *owner, ReloadChanged changed) {
+    for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
+        if (entry->owner == owner && entry->changed == changed) return entry;
+    }
+    return nullptr;
+}
+
+void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp) {
+    if (!reload_is_enabled()) return;
+    ReloadEntry *entry = _reload_entry(owner, changed);
+    if (entry && SDL_strcmp(entry->path, path) == 0) { // also while the entry's own path is being loaded
+        entry->stamp = stamp;
+        return;
+    }
+    char *copy = SDL_strdup(path);
+    if (copy && !entry) {
+        entry = static_cast<ReloadEntry *>(SDL_calloc(1, sizeof *entry));
+        if (entry) {
+            entry->next = g_reload_entries;
+            g_reload_entries = entry;
+        }
+    }
+    if (!copy || !entry) {
+        SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[RELOAD] No memory to follow %s", path);
+        SDL_free(copy);
+        return;
+    }
+    SDL_free(entry->path);
+    *entry = {
+        .next = entry->next,
+        .owner = owner,
+        .changed = changed,
+        .path = copy,
+        .is_game_file = is_game_file,
+        .stamp = stamp};
+}
+
+void reload_forget(const void *owner) {
+    for (ReloadEntry **at = &g_reload_entries; *at;) {
+        ReloadEntry *entry = *at;
+        if (entry->owner != owner) {
+            at = &entry->next;
+            continue;
+        }
+        *at = entry->next;
+        SDL_free(entry->path);
+        SDL_free(entry);
+    }
+}
+
+void reload_tick() {
+    if (!reload_is_due(&g_reload_looked_ms)) return;
+    for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
+        const FileStamp now = reload_stamp(entry->path, entry->is_game_file);
+        if (file_stamp_same(now, entry->stamp)) continue;
+        entry->stamp = now; // also of a broken version, which is tried once
+        entry->changed(entry->owner, entry->path);
+    }
+}

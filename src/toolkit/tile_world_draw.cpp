@@ -1,0 +1,628 @@
+// Drawing of worlds. Tile layers are cut into chunks of a fixed raster; those that are seen are baked into textures as
+// far as a byte budget and a number of bakes per frame allow, and the others drawn tile by tile.
+#include "core/error.h"
+#include "toolkit/tile_grid.h"
+#include "toolkit/tile_range.h"
+#include "toolkit/tile_world_internal.h"
+#include "toolkit/tilemap.h"
+#include "toolkit/view_copy.h"
+
+#include <SDL3/SDL_atomic.h>
+#include <SDL3/SDL_error.h>
+#include <SDL3/SDL_events.h>
+#include <SDL3/SDL_render.h>
+
+#include <cstddef>
+
+static constexpr int CHUNK_SIDE = 256; // px, about
+static constexpr int SLOTS = 1024;
+static constexpr int BUCKETS = 256; // a power of two
+static constexpr int NO_SLOT = -1;
+static constexpr float LARGE = 4096; // drawing units; what is larger takes another way to the screen
+
+// --- chunks ---
+
+struct ChunkPlace {
+    Sint32 layer, col, row;
+};
+
+enum ChunkContent : Uint8 {
+    CHUNK_EMPTY,
+    CHUNK_OPAQUE,  // every pixel is: it is copied
+    CHUNK_CUTOUT,  // every pixel is opaque or transparent: it is blended
+    CHUNK_BLENDED, // its colours are multiplied by their alpha, which is how several tiles add up
+};
+
+struct ChunkSlot {
+    ChunkPlace place;
+    SDL_Texture *texture; // null: empty
+    size_t bytes;
+    Uint64 drawn; // the last frame it was
+    Sint32 next;  // of its bucket, or of the free ones
+    ChunkContent content;
+};
+
+struct TileChunkCache {
+    SDL_Renderer *renderer;
+    size_t budget, bytes;
+    Sint32 bakes_per_frame, bakes_left;
+    Uint64 frame;
+    SDL_AtomicInt targets_lost;
+    Sint32 first_free;
+    Sint32 buckets[BUCKETS];
+    ChunkSlot slots[SLOTS];
+};
+
+static int _chunk_bucket(ChunkPlace place) {
+    const Uint32 mixed = static_cast<Uint32>(place.col) * 73856093u ^ static_cast<Uint32>(place.row) * 19349663u ^
+                         static_cast<Uint32>(place.layer) * 83492791u;
+    return static_cast<int>((mixed ^ mixed >> 15) & (BUCKETS - 1));
+}
+
+static ChunkSlot *_chunk_find(TileChunkCache *cache, ChunkPlace place) {
+    for (int i = cache->buckets[_chunk_bucket(place)]; i != NO_SLOT; i = cache->slots[i].next) {
+        const ChunkPlace at = cache->slots[i].place;
+        if (at.layer == place.layer && at.col == place.col && at.row == place.row) return &cache->slots[i];
+    }
+    return nullptr;
+}
+
+static void _chunk_free(TileChunkCache *cache, int index) {
+    ChunkSlot *slot = &cache->slots[index];
+    Sint32 *at = &cache->buckets[_chunk_bucket(slot->place)];
+    while (*at != index) at = &cache->slots[*at].next;
+    *at = slot->next;
+    if (slot->texture) SDL_DestroyTexture(slot->texture);
+    cache->bytes -= slot->bytes;
+    *slot = {};
+    slot->next = cache->first_free;
+    cache->first_free = index;
+}
+
+// The least recently drawn one goes. Those of this frame and the one before stay: where more is seen than the budget
+// holds, the same chunks would come and go in every frame. False: there is no other.
+static bool _chunk_free_oldest(TileChunkCache *cache) {
+    int oldest = NO_SLOT;
+    for (const Sint32 bucket : cache->buckets) {
+        for (int i = bucket; i != NO_SLOT; i = cache->slots[i].next) {
+            if (oldest == NO_SLOT || cache->slots[i].drawn < cache->slots[oldest].drawn) oldest = i;
+        }
+    }
+    if (oldest == NO_SLOT || cache->slots[oldest].drawn + 1 >= cache->frame) return false;
+    _chunk_free(cache, oldest);
+    return true;
+}
+
+// An empty slot for a chunk of so many bytes. Null: no room.
+static ChunkSlot *_chunk_add(TileChunkCache *cache, ChunkPlace place, size_t bytes) {
+    if (bytes > cache->budget) return nullptr;
+    while (cache->first_free == NO_SLOT || cache->bytes + bytes > cache->budget) {
+        if (!_chunk_free_oldest(cache)) return nullptr;
+    }
+    const int index = cache->first_free, bucket = _chunk_bucket(place);
+    ChunkSlot *slot = &cache->slots[index];
+    cache->first_free = slot->next;
+    *slot = {
+        .place = place,
+        .texture = nullptr,
+        .bytes = bytes,
+        .drawn = cache->frame,
+        .next = cache->buckets[bucket],
+        .content = CHUNK_EMPTY};
+    cache->buckets[bucket] = index;
+    cache->bytes += bytes;
+    return slot;
+}
+
+// An event watch, because this event's type lies beyond those that callbacks can be registered for. May be called from
+// another thread.
+static bool SDLCALL _chunk_watch_event(void *userdata, SDL_Event *event) {
+    const bool lost = event->type == SDL_EVENT_RENDER_TARGETS_RESET || event->type == SDL_EVENT_RENDER_DEVICE_RESET;
+    if (lost) SDL_SetAtomicInt(&static_cast<TileChunkCache *>(userdata)->targets_lost, 1);
+    return true;
+}
+
+TileChunkCache *_tile_cache_new(SDL_Renderer *renderer) {
+    auto *cache = static_cast<TileChunkCache *>(SDL_calloc(1, sizeof(TileChunkCache)));
+    if (!cache || !SDL_AddEventWatch(_chunk_watch_event, cache)) {
+        SDL_free(cache);
+        engine_error("[TILE_WORLD] Memory allocation failed, error: %s", SDL_GetError());
+        return nullptr;
+    }
+    cache->renderer = renderer;
+    cache->budget = TILE_WORLD_CHUNK_BYTES;
+    cache->bakes_per_frame = cache->bakes_left = TILE_WORLD_BAKES_PER_FRAME;
+    cache->frame = 2; // so that what was never drawn is older than the frame before the first
+    for (Sint32 &bucket : cache->buckets) bucket = NO_SLOT;
+    for (int i = 0; i < SLOTS; i++) cache->slots[i].next = i + 1 < SLOTS ? i + 1 : NO_SLOT;
+    return cache;
+}
+
+void _tile_cache_clear(TileChunkCache *cache) {
+    for (const Sint32 &bucket : cache->buckets) {
+        while (bucket != NO_SLOT) _chunk_free(cache, bucket);
+    }
+}
+
+void _tile_cache_free(TileChunkCache *cache) {
+    if (!cache) return;
+    SDL_RemoveEventWatch(_chunk_watch_event, cache);
+    _tile_cache_clear(cache);
+    SDL_free(cache);
+}
+
+void tile_world_set_chunk_budget(TileWorld *world, size_t bytes, int bakes_per_frame) {
+    TileChunkCache *cache = world->parts->cache;
+    if (bytes < cache->bytes) _tile_cache_clear(cache);
+    cache->budget = bytes;
+    cache->bakes_per_frame = cache->bakes_left = SDL_max(bakes_per_frame, 0);
+}
+
+size_t tile_world_chunk_bytes(const TileWorld *world) { return world->parts->cache->bytes; }
+
+void tile_world_advance(TileWorld *world, double seconds) {
+    TileWorldParts *parts = world->parts;
+    _tile_world_follow_files(world);
+    if (seconds > 0) parts->clock_ms += seconds * 1000;
+    parts->cache->frame++;
+    parts->cache->bakes_left = parts->cache->bakes_per_frame;
+}
+
+// --- tiles ---
+
+// Draws tiles of one layer.
+struct TilePainter {
+    SDL_Renderer *renderer;
+    const TileWorld *world;
+    SDL_FPoint origin; // of the world, in drawing units
+    float scale;
+    SDL_FColor tint;
+};
+
+static bool _is_white(SDL_FColor c) { return c.r == 1 && c.g == 1 && c.b == 1 && c.a == 1; }
+
+// The software renderer magnifies a copy as a whole before it cuts it to the view: for an object of a thousand screens
+// that is gigabytes. Triangles are cut first. Four around the middle, for it makes a copy again of two that form a
+// rectangle.
+static bool _paint_large(
+    const TilePainter *painter, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, double angle,
+    const SDL_FPoint *center, SDL_FlipMode flip) {
+    constexpr int MIDDLE = 4;
+    constexpr int FAN[] = {MIDDLE, 0, 1, MIDDLE, 1, 2, MIDDLE, 2, 3, MIDDLE, 3, 0};
+    constexpr SDL_FPoint CORNERS[] = {{0, 0}, {1, 0}, {1, 1}, {0, 1}, {0.5f, 0.5f}};
+    const SDL_FPoint about = center ? *center : SDL_FPoint{dst->w / 2, dst->h / 2};
+    const float radians = static_cast<float>(angle) * SDL_PI_F / 180;
+    const float sine = SDL_sinf(radians), cosine = SDL_cosf(radians);
+    const float width = static_cast<float>(texture->w), height = static_cast<float>(texture->h);
+    SDL_Vertex vertices[MIDDLE + 1];
+    for (int i = 0; i <= MIDDLE; i++) {
+        const SDL_FPoint at = {CORNERS[i].x * dst->w - about.x, CORNERS[i].y * dst->h - about.y};
+        const float u = flip & SDL_FLIP_HORIZONTAL ? 1 - CORNERS[i].x : CORNERS[i].x;
+        const float v = flip & SDL_FLIP_VERTICAL ? 1 - CORNERS[i].y : CORNERS[i].y;
+        vertices[i].position = {
+            dst->x + about.x + at.x * cosine - at.y * sine, dst->y + about.y + at.x * sine + at.y * cosine};
+        vertices[i].color = painter->tint;
+        vertices[i].tex_coord = {(src->x + u * src->w) / width, (src->y + v * src->h) / height};
+    }
+    return SDL_RenderGeometry(painter->renderer, texture, vertices, SDL_arraysize(vertices), FAN, SDL_arraysize(FAN));
+}
+
+static bool _paint_texture(
+    const TilePainter *painter, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, double angle,
+    const SDL_FPoint *center, SDL_FlipMode flip) {
+    const SDL_FColor tint = painter->tint;
+    const bool tinted = !_is_white(tint);
+    if (dst->w > LARGE || dst->h > LARGE) {
+        return _paint_large(painter, texture, src, dst, angle, center, flip) ||
+               engine_error("[TILE_WORLD] Could not draw, error: %s", SDL_GetError());
+    }
+    if (tinted) {
+        SDL_SetTextureColorModFloat(texture, tint.r, tint.g, tint.b);
+        SDL_SetTextureAlphaModFloat(texture, tint.a);
+    }
+    const bool drawn = angle == 0 && flip == SDL_FLIP_NONE
+                           ? SDL_RenderTexture(painter->renderer, texture, src, dst)
+                           : SDL_RenderTextureRotated(painter->renderer, texture, src, dst, angle, center, flip);
+    if (tinted) { // others share the texture
+        SDL_SetTextureColorModFloat(texture, 1, 1, 1);
+        SDL_SetTextureAlphaModFloat(texture, 1);
+    }
+    return drawn || engine_error("[TILE_WORLD] Could not draw, error: %s", SDL_GetError());
+}
+
+struct TileArt {
+    SDL_Texture *texture;
+    SDL_FRect src;
+};
+
+static TileArt _tile_art(const TileSet *set, int id) {
+    if (!set->texture) {
+        const TileInfo *info = _tile_set_info(set, id);
+        SDL_FRect src = {};
+        SDL_RectToFRect(&info->src, &src);
+        return {info->texture->texture, src};
+    }
+    const int x = set->margin + id % set->columns * (set->tile_w + set->spacing);
+    const int y = set->margin + id / set->columns * (set->tile_h + set->spacing);
+    return {
+        set->texture->texture,
+        {static_cast<float>(x), static_cast<float>(y), static_cast<float>(set->tile_w),
+         static_cast<float>(set->tile_h)}};
+}
+
+// The id of the tile that an animated one shows now.
+static int _tile_frame(const TileInfo *info, double clock_ms) {
+    double left = SDL_fmod(clock_ms, info->loop_ms);
+    for (int i = 0; i < info->frame_count; i++) {
+        left -= info->frames[i].ms;
+        if (left < 0) return info->frames[i].id;
+    }
+    return info->frames[info->frame_count - 1].id;
+}
+
+static int _tile_shown(const TileWorld *world, const TileSet *set, int id) {
+    if (!(set->kinds[id] & TILE_IS_ANIMATED)) return id;
+    return _tile_frame(_tile_set_info(set, id), world->parts->clock_ms);
+}
+
+static bool _paint_tile(const TilePainter *painter, const TileSet *set, Uint32 gid, int col, int row) {
+    const int id = _tile_shown(painter->world, set, static_cast<int>((gid & TILE_ID_MASK) - set->first_gid));
+    const TileArt art = _tile_art(set, id);
+    const SDL_Point size = {static_cast<int>(art.src.w), static_cast<int>(art.src.h)};
+    const SDL_FRect box = _tile_cell_box(painter->world, set, size, gid, col, row);
+    const DecodedTile turned = tile_decode_gid(gid, set->first_gid, 1);
+    SDL_FRect dst = {
+        painter->origin.x + box.x * painter->scale, painter->origin.y + box.y * painter->scale, box.w * painter->scale,
+        box.h * painter->scale};
+    if (gid & TILE_FLIP_D) { // SDL turns it about the middle, from how it lies in its picture
+        dst = {dst.x + (dst.w - dst.h) / 2, dst.y + (dst.h - dst.w) / 2, dst.h, dst.w};
+    }
+    return _paint_texture(painter, art.texture, &art.src, &dst, turned.angle, nullptr, turned.flip);
+}
+
+// What tiles a range of cells shows, as far as it decides how a chunk is blended.
+struct CellSummary {
+    int tiles, filled; // filled: opaque tiles that cover their cells and nothing else
+    bool blended;
+};
+
+static void _summarize_cell(const TileWorld *world, const TileSet *set, Uint32 gid, CellSummary *summary) {
+    const auto alpha = static_cast<ImageAlpha>(set->kinds[(gid & TILE_ID_MASK) - set->first_gid] & TILE_ALPHA);
+    const bool fits = set->texture && set->tile_w == world->tile_w && set->tile_h == world->tile_h &&
+                      set->offset.x == 0 && set->offset.y == 0 && (!(gid & TILE_FLIP_D) || set->tile_w == set->tile_h);
+    summary->tiles++;
+    summary->filled += alpha == IMAGE_OPAQUE && fits ? 1 : 0;
+    summary->blended = summary->blended || alpha == IMAGE_BLENDED;
+}
+
+// Calls `visit` for each static tile of a range of cells, in drawing order, until one returns false.
+template <typename Visit>
+static bool _visit_cells(const TileWorld *world, int layer, TileRange rows, TileRange cols, Visit visit) {
+    const TileContent *content = &world->parts->content;
+    const TileLayerParts *parts = &content->layers[layer];
+    for (int i = 0; i < rows.end - rows.first; i++) {
+        const int row = content->from_bottom ? rows.end - 1 - i : rows.first + i;
+        for (int k = 0; k < parts->chunk_count; k++) {
+            const TileChunk *chunk = &parts->chunks[content->from_right ? parts->chunk_count - 1 - k : k];
+            if (row < chunk->top || row >= chunk->top + chunk->rows) continue;
+            const int first = SDL_max(cols.first, chunk->left), end = SDL_min(cols.end, chunk->left + chunk->cols);
+            const Uint32 *cells =
+                chunk->cells + static_cast<std::ptrdiff_t>(row - chunk->top) * chunk->cols - chunk->left;
+            for (int n = 0; n < end - first; n++) {
+                const int col = content->from_right ? end - 1 - n : first + n;
+                const Uint32 gid = cells[col];
+                if ((gid & TILE_ID_MASK) == 0) continue;
+                const TileSet *set = _tile_world_tileset(content, gid);
+                if (set->kinds[(gid & TILE_ID_MASK) - set->first_gid] & TILE_IS_ANIMATED) continue;
+                if (!visit(set, gid, col, row)) return false;
+            }
+        }
+    }
+    return true;
+}
+
+// --- the raster of chunks ---
+
+static SDL_FColor _layer_tint(const TileWorld *world, int layer) {
+    SDL_FColor tint = world->layers[layer].tint;
+    tint.a *= world->layers[layer].opacity;
+    return tint;
+}
+
+struct ChunkRaster {
+    Sint32 tiles_x, tiles_y; // to a chunk
+    Sint32 w, h;             // px
+};
+
+static ChunkRaster _chunk_raster(const TileWorld *world) {
+    const int x = SDL_max(CHUNK_SIDE / world->tile_w, 1), y = SDL_max(CHUNK_SIDE / world->tile_h, 1);
+    return {x, y, x * world->tile_w, y * world->tile_h};
+}
+
+static int _floor_div(int a, int b) { return a / b - (a % b < 0 ? 1 : 0); }
+
+// The cells whose tiles may show in a chunk: also those around it, as far as tiles stand out of their cells.
+static void _chunk_cells(const TileWorld *world, int chunk_col, int chunk_row, TileRange *rows, TileRange *cols) {
+    const ChunkRaster raster = _chunk_raster(world);
+    const SDL_Rect reach = world->parts->content.reach;
+    const auto cells = [](int px, int tile) { return (px + tile - 1) / tile; };
+    *cols = {
+        chunk_col * raster.tiles_x - cells(reach.w, world->tile_w),
+        (chunk_col + 1) * raster.tiles_x + cells(reach.x, world->tile_w)};
+    *rows = {
+        chunk_row * raster.tiles_y - cells(reach.h, world->tile_h),
+        (chunk_row + 1) * raster.tiles_y + cells(reach.y, world->tile_h)};
+}
+
+static ChunkContent _chunk_content(const TileWorld *world, ChunkPlace place) {
+    const ChunkRaster raster = _chunk_raster(world);
+    const SDL_Rect reach = world->parts->content.reach;
+    CellSummary summary = {};
+    TileRange rows = {}, cols = {};
+    _chunk_cells(world, place.col, place.row, &rows, &cols);
+    _visit_cells(world, place.layer, rows, cols, [&](const TileSet *set, Uint32 gid, int, int) {
+        _summarize_cell(world, set, gid, &summary);
+        return true;
+    });
+    const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
+    if (summary.tiles == 0) return CHUNK_EMPTY;
+    if (_layer_tint(world, place.layer).a < 1 || summary.blended) return CHUNK_BLENDED;
+    return alone && summary.filled == raster.tiles_x * raster.tiles_y ? CHUNK_OPAQUE : CHUNK_CUTOUT;
+}
+
+static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, TileRange cols) {
+    return _visit_cells(painter->world, layer, rows, cols, [painter](const TileSet *set, Uint32 gid, int col, int row) {
+        return _paint_tile(painter, set, gid, col, row);
+    });
+}
+
+// --- baking ---
+
+static bool _chunk_paint_all(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place) {
+    const ChunkRaster raster = _chunk_raster(world);
+    TileRange rows = {}, cols = {};
+    _chunk_cells(world, place.col, place.row, &rows, &cols);
+    const SDL_FPoint origin = {
+        -static_cast<float>(place.col) * static_cast<float>(raster.w),
+        -static_cast<float>(place.row) * static_cast<float>(raster.h)};
+    const TilePainter painter = {renderer, world, origin, 1, _layer_tint(world, place.layer)};
+    SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
+    SDL_RenderClear(renderer);
+    return _paint_cells(&painter, place.layer, rows, cols);
+}
+
+static SDL_BlendMode _chunk_blend_mode(ChunkContent content) {
+    if (content == CHUNK_OPAQUE) return SDL_BLENDMODE_NONE;
+    return content == CHUNK_BLENDED ? SDL_BLENDMODE_BLEND_PREMULTIPLIED : SDL_BLENDMODE_BLEND;
+}
+
+// Null: it cannot be baked, and is drawn tile by tile.
+static SDL_Texture *
+_chunk_bake(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place, ChunkContent content) {
+    const ChunkRaster raster = _chunk_raster(world);
+    SDL_Texture *chunk =
+        SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_TARGET, raster.w, raster.h);
+    if (!chunk) return nullptr;
+    SDL_Texture *before = SDL_GetRenderTarget(renderer);
+    SDL_FColor color = {};
+    SDL_GetRenderDrawColorFloat(renderer, &color.r, &color.g, &color.b, &color.a);
+    SDL_SetTextureScaleMode(chunk, SDL_SCALEMODE_NEAREST);
+    SDL_SetTextureBlendMode(chunk, _chunk_blend_mode(content));
+    const bool baked = SDL_SetRenderTarget(renderer, chunk) && _chunk_paint_all(renderer, world, place);
+    const bool restored = SDL_SetRenderTarget(renderer, before);
+    SDL_SetRenderDrawColorFloat(renderer, color.r, color.g, color.b, color.a);
+    if (baked && restored) return chunk;
+    SDL_DestroyTexture(chunk);
+    return nullptr;
+}
+
+static const ChunkSlot *_chunk_get(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place) {
+    TileChunkCache *cache = world->parts->cache;
+    ChunkSlot *slot = _chunk_find(cache, place);
+    if (slot) {
+        slot->drawn = cache->frame;
+        return slot;
+    }
+    const ChunkRaster raster = _chunk_raster(world);
+    const ChunkContent content = _chunk_content(world, place);
+    const size_t bytes = static_cast<size_t>(raster.w) * static_cast<size_t>(raster.h) * 4;
+    if (content != CHUNK_EMPTY && cache->bakes_left <= 0) return nullptr;
+    slot = _chunk_add(cache, place, content == CHUNK_EMPTY ? 0 : bytes);
+    if (!slot || content == CHUNK_EMPTY) return slot;
+    cache->bakes_left--;
+    slot->texture = _chunk_bake(renderer, world, place, content);
+    slot->content = content;
+    if (slot->texture) return slot;
+    _chunk_free(cache, static_cast<int>(slot - cache->slots));
+    return nullptr;
+}
+
+// --- tile layers ---
+
+// The layer's tint and opacity are in the chunk.
+static bool _draw_baked(const TilePainter *painter, const ChunkSlot *slot, const SDL_FRect *dst) {
+    return copy_texture_in_view(painter->renderer, slot->texture, nullptr, dst) ||
+           engine_error("[TILE_WORLD] Could not draw a chunk, error: %s", SDL_GetError());
+}
+
+// Draws a chunk's tiles and none of their pixels beyond it: the neighbours show those.
+static bool _draw_unbaked(const TilePainter *painter, ChunkPlace place, const SDL_FRect *dst) {
+    SDL_Renderer *renderer = painter->renderer;
+    const SDL_Rect reach = painter->world->parts->content.reach;
+    TileRange rows = {}, cols = {};
+    _chunk_cells(painter->world, place.col, place.row, &rows, &cols);
+    const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
+    if (alone) return _paint_cells(painter, place.layer, rows, cols);
+    const int left = static_cast<int>(SDL_roundf(dst->x)), top = static_cast<int>(SDL_roundf(dst->y));
+    SDL_Rect clip = {
+        left, top, static_cast<int>(SDL_roundf(dst->x + dst->w)) - left,
+        static_cast<int>(SDL_roundf(dst->y + dst->h)) - top};
+    SDL_Rect before = {};
+    const bool clipped = SDL_RenderClipEnabled(renderer);
+    SDL_GetRenderClipRect(renderer, &before);
+    if (clipped && !SDL_GetRectIntersection(&before, &clip, &clip)) return true;
+    SDL_SetRenderClipRect(renderer, &clip);
+    const bool drawn = _paint_cells(painter, place.layer, rows, cols);
+    SDL_SetRenderClipRect(renderer, clipped ? &before : nullptr);
+    return drawn;
+}
+
+// The chunks of one axis that the view shows, among those of the world with what stands out of it.
+static TileRange _visible_chunks(float view, float origin, int side, float scale, int first_px, int end_px) {
+    const int first = _floor_div(first_px, side), end = _floor_div(end_px - 1, side) + 1;
+    const float start = origin + static_cast<float>(first) * static_cast<float>(side) * scale;
+    const TileRange range = tile_range_covering(0, view, start, static_cast<float>(side), scale, end - first);
+    return {range.first + first, range.end + first};
+}
+
+static bool _draw_chunks(const TilePainter *painter, int layer, SDL_FPoint view) {
+    const TileWorld *world = painter->world;
+    const SDL_Rect reach = world->parts->content.reach;
+    const ChunkRaster raster = _chunk_raster(world);
+    const auto px = [](Sint64 cells, int tile, int more) {
+        return static_cast<int>(SDL_clamp(cells * tile + more, Sint64{SDL_MIN_SINT32 / 2}, Sint64{SDL_MAX_SINT32 / 2}));
+    };
+    const TileRange cols = _visible_chunks(
+        view.x, painter->origin.x, raster.w, painter->scale, px(world->left, world->tile_w, -reach.x),
+        px(Sint64{world->left} + world->cols, world->tile_w, reach.w));
+    const TileRange rows = _visible_chunks(
+        view.y, painter->origin.y, raster.h, painter->scale, px(world->top, world->tile_h, -reach.y),
+        px(Sint64{world->top} + world->rows, world->tile_h, reach.h));
+    const float w = static_cast<float>(raster.w) * painter->scale, h = static_cast<float>(raster.h) * painter->scale;
+    for (int row = rows.first; row < rows.end; row++) {
+        for (int col = cols.first; col < cols.end; col++) {
+            const ChunkPlace place = {layer, col, row};
+            const SDL_FRect dst = {
+                painter->origin.x + static_cast<float>(col) * w, painter->origin.y + static_cast<float>(row) * h, w, h};
+            const ChunkSlot *slot = _chunk_get(painter->renderer, world, place);
+            if (slot && slot->content == CHUNK_EMPTY) continue;
+            if (slot ? !_draw_baked(painter, slot, &dst) : !_draw_unbaked(painter, place, &dst)) return false;
+        }
+    }
+    return true;
+}
+
+// Over the layer's other tiles.
+static bool _draw_animated(const TilePainter *painter, int layer, SDL_FPoint view) {
+    const TileWorld *world = painter->world;
+    const TileLayerParts *parts = &world->parts->content.layers[layer];
+    const SDL_Rect reach = world->parts->content.reach;
+    const auto covering = [painter](float length, float origin, int tile, int before, int after) {
+        const float step = static_cast<float>(tile) * painter->scale;
+        const float first = (static_cast<float>(-after) * painter->scale - origin) / step;
+        return SDL_FPoint{
+            first - 1, first + length / step + static_cast<float>(before + after) / static_cast<float>(tile) + 1};
+    };
+    const SDL_FPoint cols = covering(view.x, painter->origin.x, world->tile_w, reach.x, reach.w);
+    const SDL_FPoint rows = covering(view.y, painter->origin.y, world->tile_h, reach.h, reach.y);
+    for (int i = 0; i < parts->animated_count; i++) {
+        const TileCellRef *cell = &parts->animated[i];
+        const float col = static_cast<float>(cell->col), row = static_cast<float>(cell->row);
+        if (col < cols.x || col > cols.y || row < rows.x || row > rows.y) continue;
+        const TileSet *set = _tile_world_tileset(&world->parts->content, cell->gid);
+        if (!_paint_tile(painter, set, cell->gid, cell->col, cell->row)) return false;
+    }
+    return true;
+}
+
+// --- object and image layers ---
+
+static bool _draw_object(TilePainter painter, const TileObject *object, SDL_FPoint view) {
+    const TileSet *set = _tile_world_tileset(&painter.world->parts->content, object->gid);
+    const int id = static_cast<int>((object->gid & TILE_ID_MASK) - set->first_gid);
+    const TileArt art = _tile_art(set, _tile_shown(painter.world, set, id));
+    const float w = (object->width > 0 ? object->width : art.src.w) * painter.scale;
+    const float h = (object->height > 0 ? object->height : art.src.h) * painter.scale;
+    const SDL_FPoint anchor = {set->object_anchor.x * w, set->object_anchor.y * h};
+    const SDL_FRect dst = {
+        painter.origin.x + (object->x + static_cast<float>(set->offset.x)) * painter.scale - anchor.x,
+        painter.origin.y + (object->y + static_cast<float>(set->offset.y)) * painter.scale - anchor.y, w, h};
+    const float far = w + h; // turned, it stays within this
+    if (dst.x + w + far < 0 || dst.y + h + far < 0 || dst.x - far > view.x || dst.y - far > view.y) return true;
+    const int flip =
+        (object->gid & TILE_FLIP_H ? SDL_FLIP_HORIZONTAL : 0) | (object->gid & TILE_FLIP_V ? SDL_FLIP_VERTICAL : 0);
+    painter.tint.a *= object->opacity;
+    return _paint_texture(
+        &painter, art.texture, &art.src, &dst, static_cast<double>(object->rotation), &anchor,
+        static_cast<SDL_FlipMode>(flip));
+}
+
+static bool _draw_objects(const TilePainter *painter, const TileLayerParts *parts, SDL_FPoint view) {
+    for (int i = 0; i < parts->drawn_count; i++) {
+        const TileObject *object = parts->drawn[i];
+        if (object->visible && !_draw_object(*painter, object, view)) return false;
+    }
+    return true;
+}
+
+// Where a picture that is repeated along an axis begins and how far it goes.
+static void _repeat(float *at, float *length, float view) {
+    *at -= SDL_ceilf(*at / *length) * *length;
+    *length = SDL_max(view - *at, *length);
+}
+
+static bool _draw_image(const TilePainter *painter, const TileLayerParts *parts, SDL_FPoint view) {
+    const SharedTexture *image = parts->image;
+    if (!image) return true;
+    const float w = static_cast<float>(image->width) * painter->scale;
+    const float h = static_cast<float>(image->height) * painter->scale;
+    SDL_FRect dst = {painter->origin.x, painter->origin.y, w, h};
+    if (parts->repeat_x) _repeat(&dst.x, &dst.w, view.x);
+    if (parts->repeat_y) _repeat(&dst.y, &dst.h, view.y);
+    const SDL_FRect src = {0, 0, static_cast<float>(image->width), static_cast<float>(image->height)};
+    if (!parts->repeat_x && !parts->repeat_y) {
+        return _paint_texture(painter, image->texture, &src, &dst, 0, nullptr, SDL_FLIP_NONE);
+    }
+    const SDL_FColor tint = painter->tint;
+    SDL_SetTextureColorModFloat(image->texture, tint.r, tint.g, tint.b);
+    SDL_SetTextureAlphaModFloat(image->texture, tint.a);
+    const bool drawn = SDL_RenderTextureTiled(painter->renderer, image->texture, nullptr, painter->scale, &dst);
+    SDL_SetTextureColorModFloat(image->texture, 1, 1, 1);
+    SDL_SetTextureAlphaModFloat(image->texture, 1);
+    return drawn || engine_error("[TILE_WORLD] Could not draw, error: %s", SDL_GetError());
+}
+
+// --- worlds ---
+
+SDL_FPoint tile_world_origin(const TileWorld *world, int layer, const TileWorldView *view) {
+    const TileLayer *at = &world->layers[layer];
+    const SDL_FPoint parallax_origin = world->parts->content.parallax_origin;
+    const SDL_FRect area = view->area;
+    const float x = at->offset.x + (1 - at->parallax.x) * (area.x + area.w / 2 - parallax_origin.x) - area.x;
+    const float y = at->offset.y + (1 - at->parallax.y) * (area.y + area.h / 2 - parallax_origin.y) - area.y;
+    return {SDL_roundf(x * view->scale), SDL_roundf(y * view->scale)};
+}
+
+static bool _draw_layer(const TilePainter *painter, int index, SDL_FPoint view) {
+    const TileLayerKind kind = painter->world->layers[index].kind;
+    const TileLayerParts *parts = &painter->world->parts->content.layers[index];
+    if (kind == TILE_LAYER_OBJECTS) return _draw_objects(painter, parts, view);
+    if (kind == TILE_LAYER_IMAGE) return _draw_image(painter, parts, view);
+    return _draw_chunks(painter, index, view) && _draw_animated(painter, index, view);
+}
+
+bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, const TileWorldView *view) {
+    if (layer < 0 || layer >= world->layer_count) {
+        return engine_error("[TILE_WORLD] %s: there is no layer %d", world->parts->path, layer);
+    }
+    const TileLayer *at = &world->layers[layer];
+    const SDL_FPoint size = {view->area.w * view->scale, view->area.h * view->scale};
+    if (!at->visible || !(size.x > 0) || !(size.y > 0) || !(view->scale > 0)) return true;
+    if (SDL_SetAtomicInt(&world->parts->cache->targets_lost, 0) != 0) _tile_cache_clear(world->parts->cache);
+    const SDL_FColor tint = _layer_tint(world, layer);
+    const TilePainter painter = {renderer, world, tile_world_origin(world, layer, view), view->scale, tint};
+    return tint.a <= 0 || _draw_layer(&painter, layer, size);
+}
+
+bool tile_world_draw(SDL_Renderer *renderer, TileWorld *world, const TileWorldView *view) {
+    const SDL_FRect all = {0, 0, view->area.w * view->scale, view->area.h * view->scale};
+    if (world->background.a > 0) {
+        const SDL_Color color = world->background;
+        SDL_SetRenderDrawColor(renderer, color.r, color.g, color.b, color.a);
+        SDL_RenderFillRect(renderer, &all);
+    }
+    for (int i = 0; i < world->layer_count; i++) {
+        if (!tile_world_draw_layer(renderer, world, i, view)) return false;
+    }
+    return true;
+}

@@ -1,0 +1,208 @@
+// Sprite sheets as a sprite editor exports them: what is read, what is refused, and that trimmed frames show what whole
+// ones do.
+
+#include "engine/engine.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+#include "toolkit/animation_set.h"
+#include "toolkit/fireknight.h"
+#include "toolkit/sprite_batch.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3_image/SDL_image.h>
+
+namespace {
+
+class AnimationSetTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "300x140"}));
+    }
+    void TearDown() override {
+        sprite_sheet_cleanup(&sheet);
+        animation_set_cleanup(&set);
+        EngineTest::TearDown();
+    }
+    bool load(const std::string &json) {
+        directory.use_as_game_files();
+        animation_set_cleanup(&set);
+        write_file("a/sheet.json", json);
+        set = animation_set_load("a/sheet.json");
+        return set != nullptr;
+    }
+    static Picture drawn(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
+        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+        SDL_RenderClear(engine_renderer());
+        EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), of, anim, {3, 5}, 1, flip));
+        return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
+    }
+
+    static Picture drawn_in_batch(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
+        SpriteBatch *batch = sprite_batch_new(1);
+        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+        SDL_RenderClear(engine_renderer());
+        sprite_batch_begin(batch, of);
+        EXPECT_TRUE(sprite_batch_add(batch, anim, {3, 5}, 1, flip) && sprite_batch_draw(engine_renderer(), batch));
+        sprite_batch_cleanup(&batch);
+        return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
+    }
+
+    AnimationSet *set = nullptr;
+    SpriteSheet *sheet = nullptr;
+};
+
+// same_pixels for two pictures of one size and format: there are a thousand to compare.
+bool same_rgb(const Picture &a, const Picture &b) {
+    const SDL_PixelFormatDetails *format = SDL_GetPixelFormatDetails(a->format);
+    const Uint32 colors = format->Rmask | format->Gmask | format->Bmask;
+    const auto *p = static_cast<const Uint32 *>(a->pixels), *q = static_cast<const Uint32 *>(b->pixels);
+    if (a->format != b->format || format->bytes_per_pixel != 4 || a->pitch != a->w * 4) return false;
+    for (int i = 0; i < a->w * a->h; i++) {
+        if ((p[i] ^ q[i]) & colors) return false;
+    }
+    return true;
+}
+
+// Durations of 10, 20, ... ms, to be told apart.
+std::string frames_json(int count) {
+    std::string json;
+    for (int i = 0; i < count; i++) {
+        json += (i ? ",\"f" : "\"f") + std::to_string(i) + R"(":{"frame":{"x":)" + std::to_string(4 * i) +
+                R"(,"y":0,"w":4,"h":3},"duration":)" + std::to_string(10 * (i + 1)) + "}";
+    }
+    return "\"frames\":{" + json + "}";
+}
+
+std::string with_meta(const std::string &frames, const std::string &meta) {
+    return "{" + frames + R"(,"meta":{"image":"sheet.png","app":"x","layers":[])" + (meta.empty() ? "" : "," + meta) +
+           "}}";
+}
+
+TEST_F(AnimationSetTest, TheKnightsExportShowsTheFramesOfItsTable) {
+    set = animation_set_load("assets/fireknight/sprites/fireknight.json");
+    ASSERT_NE(set, nullptr);
+    sheet = sprite_sheet_new(engine_renderer(), set);
+    SpriteSheet *table = sprite_sheet_new(engine_renderer(), &fireknight_animations);
+    ASSERT_TRUE(sheet && table);
+    ASSERT_EQ(set->clip_count, FIREKNIGHT_CLIP_COUNT);
+    int frames = 0;
+    for (int clip = 0; clip < set->clip_count; clip++) {
+        const AnimationClip *row = &set->clips[clip], *wanted = &fireknight_animations.clips[clip];
+        EXPECT_STREQ(row->name, wanted->name);
+        ASSERT_EQ(row->frame_count, wanted->frame_count);
+        EXPECT_EQ(row->loop, wanted->loop);
+        for (int i = 0; i < row->frame_count; i++, frames++) {
+            Animation loaded = {}, constant = {};
+            EXPECT_EQ(row->frame_ms[i], wanted->frame_ms[i]);
+            ASSERT_TRUE(animation_init(&loaded, set, clip) && animation_init(&constant, &fireknight_animations, clip));
+            animation_set_frame(&loaded, i);
+            animation_set_frame(&constant, i);
+            for (const SDL_FlipMode flip : {SDL_FLIP_NONE, SDL_FLIP_HORIZONTAL, SDL_FLIP_VERTICAL}) {
+                const Picture a = drawn(sheet, &loaded, flip), b = drawn(table, &constant, flip);
+                ASSERT_TRUE(same_rgb(drawn_in_batch(sheet, &loaded, flip), a))
+                    << "in a batch: " << row->name << ", frame " << i << ", flip " << flip;
+                ASSERT_TRUE(same_rgb(a, b)) << row->name << ", frame " << i << ", flip " << flip;
+            }
+        }
+    }
+    EXPECT_EQ(frames, 163);
+    const AnimationSliceKey *feet = animation_slice_at(animation_set_find_slice(set, "feet"), 7);
+    ASSERT_NE(feet, nullptr);
+    EXPECT_TRUE(feet->has_pivot && feet->pivot.x == 144 && feet->pivot.y == 128);
+    EXPECT_EQ(sprite_sheet_dest_rect(sheet, {0, 0}, 2).w, 576) << "the whole frame, also where it is trimmed";
+    sprite_sheet_cleanup(&table);
+}
+
+TEST_F(AnimationSetTest, TagsBecomeClipsInEveryDirectionWithTheirRepeats) {
+    const struct {
+        const char *tag;
+        std::vector<int> order;
+        bool loop;
+    } cases[] = {
+        {R"("from":1,"to":3)", {1, 2, 3}, true},
+        {R"("from":1,"to":3,"direction":"forward","repeat":"2")", {1, 2, 3, 1, 2, 3}, false},
+        {R"("from":1,"to":3,"direction":"reverse")", {3, 2, 1}, true},
+        {R"("from":1,"to":3,"direction":"reverse","repeat":1)", {3, 2, 1}, false},
+        {R"("from":1,"to":4,"direction":"pingpong")", {1, 2, 3, 4, 3, 2}, true},
+        {R"("from":1,"to":4,"direction":"pingpong_reverse")", {4, 3, 2, 1, 2, 3}, true},
+        {R"("from":1,"to":3,"direction":"pingpong","repeat":"1")", {1, 2, 3}, false},
+        {R"("from":1,"to":3,"direction":"pingpong","repeat":"3")", {1, 2, 3, 2, 1, 2, 3}, false},
+        {R"("from":1,"to":3,"direction":"pingpong_reverse","repeat":2)", {3, 2, 1, 2, 3}, false},
+        {R"("from":2,"to":2,"direction":"pingpong")", {2}, true},
+        {R"("from":2,"to":2,"direction":"pingpong","repeat":3)", {2, 2, 2}, false},
+        {R"("from":2,"to":3,"direction":"pingpong")", {2, 3}, true},
+    };
+    for (const auto &c : cases) {
+        ASSERT_TRUE(load(with_meta(frames_json(5), R"("frameTags":[{"name":"t",)" + std::string(c.tag) + "}]")))
+            << c.tag;
+        Animation anim = {};
+        ASSERT_TRUE(animation_init(&anim, set, animation_find_clip(set, "t")));
+        std::vector<int> order;
+        for (int i = 0; i < animation_clip(&anim)->frame_count; i++, animation_next_frame(&anim)) {
+            order.push_back(animation_sheet_frame(&anim));
+            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "each lasts as long as its own";
+            EXPECT_EQ(animation_frame_rect(&anim).x, static_cast<float>(4 * order.back()));
+        }
+        EXPECT_EQ(order, c.order) << c.tag;
+        EXPECT_EQ(animation_clip(&anim)->loop, c.loop) << c.tag;
+    }
+    ASSERT_TRUE(load(with_meta(frames_json(2), "")));
+    EXPECT_TRUE(set->clip_count == 1 && set->clips[0].frame_count == 2 && animation_find_clip(set, "all") == 0);
+}
+
+TEST_F(AnimationSetTest, ArraysSlicesAndFramesOfDifferingSizesAreRead) {
+    ASSERT_TRUE(load(with_meta(
+        R"("frames":[{"filename":"b","frame":{"x":0,"y":0,"w":2,"h":3},"trimmed":true,"rotated":false,
+           "spriteSourceSize":{"x":5,"y":1,"w":2,"h":3},"sourceSize":{"w":8,"h":6},"duration":70},
+           {"filename":"a","frame":{"x":2,"y":0,"w":4,"h":4}}])",
+        R"("size":{"w":6,"h":4},"slices":[{"name":"hit","data":"d","keys":[{"frame":0,"bounds":{"x":1,"y":2,"w":3,"h":4}},
+           {"frame":1,"bounds":{"x":2,"y":2,"w":3,"h":4},"pivot":{"x":1,"y":-1},"center":{"x":1,"y":1,"w":1,"h":2}}]}])")));
+    EXPECT_TRUE(set->frame_w == 8 && set->frame_h == 6 && set->clips[0].frame_ms[0] == 70);
+    EXPECT_STREQ(set->path, "a/sheet.png");
+    const AnimationSlice *hit = animation_set_find_slice(set, "hit");
+    ASSERT_NE(hit, nullptr);
+    const AnimationSliceKey *first = animation_slice_at(hit, 0), *later = animation_slice_at(hit, 9);
+    EXPECT_TRUE(first->bounds.x == 1 && !first->has_pivot && first->center.w == 0 && first->pivot.y == 0);
+    EXPECT_TRUE(later->bounds.x == 2 && later->pivot.y == -1 && later->center.h == 2);
+    EXPECT_TRUE(animation_slice_at(hit, -1) == nullptr && animation_slice_at(nullptr, 0) == nullptr);
+    EXPECT_EQ(animation_set_find_slice(set, "none"), nullptr);
+    const Picture small(SDL_CreateSurface(5, 4, SDL_PIXELFORMAT_RGBA32));
+    ASSERT_TRUE(IMG_SavePNG(small.get(), "a/sheet.png"));
+    EXPECT_EQ(sprite_sheet_new(engine_renderer(), set), nullptr);
+    EXPECT_TRUE(log.has("[SPRITE_SHEET] a/sheet.png is 5x4, but frame 1 of its set ends at 6, 4: export both again"));
+}
+
+TEST_F(AnimationSetTest, NamesWhatItRefusesAndSurvivesAllocationFaults) {
+    const auto tag = [](const char *text) {
+        return with_meta(frames_json(3), R"("frameTags":[{"name":"t",)" + std::string(text) + "}]");
+    };
+    const std::pair<std::string, const char *> cases[] = {
+        {"{\"frames\":", "a/sheet.json: broken JSON at byte 10: "},
+        {"[]", "\"frames\" has none"},
+        {R"({"frames":{}})", "\"frames\" has none"},
+        {R"({"frames":[{}]})", "frame 0 has no \"frame\" with x, y, w and h"},
+        {R"({"frames":[{"frame":{"x":-1,"y":0,"w":1,"h":1}}]})", "frame 0 has no \"frame\""},
+        {R"({"frames":[{"rotated":true}]})", "frame 0 is rotated on its sheet: export it without rotation"},
+        {"{" + frames_json(1) + "}", "meta.image '' is no picture beside the file"},
+        {"{" + frames_json(1) + R"(,"meta":{"image":"../x.png"}})", "meta.image '../x.png' is no picture beside"},
+        {"{" + frames_json(1) + R"(,"meta":{"image":"C:\\x.png"}})", "is no picture beside the file"},
+        {tag(R"("from":0,"to":3)"), "tag 't' goes from frame 0 to 3, but there are 3"},
+        {tag(R"("from":2,"to":1)"), "tag 't' goes from frame 2 to 1"},
+        {tag(R"("from":0,"to":1,"direction":"sideways")"), "tag 't' has an unknown direction"},
+        {tag(R"("from":0,"to":2,"repeat":99999999999999)"), "tag 't' plays 3000000000 frames with its repeats"},
+    };
+    for (const auto &[json, message] : cases) {
+        log.lines.clear();
+        EXPECT_FALSE(load(json)) << json;
+        EXPECT_TRUE(log.errors().size() == 1 && log.has(message)) << json << log.errors().front();
+    }
+    ASSERT_TRUE(load(with_meta(
+        frames_json(3), R"("frameTags":[{"name":"t","from":0,"to":1}],"slices":[{"name":"s","keys":[{"frame":0}]}])")));
+    animation_set_cleanup(&set);
+    expect_allocation_faults_survived(
+        &log, [&] { return (set = animation_set_load("a/sheet.json")) != nullptr; },
+        [&] { animation_set_cleanup(&set); });
+}
+
+} // namespace

@@ -1,0 +1,856 @@
+// Maps of a map editor: what is read from their files, what is refused and how it is said, the collision shapes, and
+// the drawing, which gives the same pixels baked and tile by tile.
+
+#include "core/error.h"
+#include "engine/engine.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+#include "toolkit/render_grid.h"
+#include "toolkit/tile_world_internal.h"
+#include "toolkit/tilemap.h"
+
+#include <SDL3/SDL_events.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3_image/SDL_image.h>
+
+#include <random>
+#include <zlib.h>
+
+namespace {
+
+constexpr int TILE = 8;
+constexpr SDL_Color GREEN = {0, 255, 0, 255};
+
+std::string base64(const std::string &bytes) {
+    constexpr char DIGITS[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (size_t i = 0; i < bytes.size(); i += 3) {
+        unsigned group = 0;
+        for (size_t k = 0; k < 3; k++) {
+            group = group << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
+        }
+        for (size_t k = 0; k < 4; k++) text += i + k > bytes.size() ? '=' : DIGITS[group >> (18 - 6 * k) & 63];
+    }
+    return text;
+}
+
+std::string packed(const std::string &bytes, bool gzip) {
+    z_stream stream = {};
+    deflateInit2(&stream, 9, Z_DEFLATED, gzip ? 15 + 16 : 15, 8, Z_DEFAULT_STRATEGY);
+    std::string out(bytes.size() + 1000, '\0');
+    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.data()));
+    stream.avail_in = static_cast<uInt>(bytes.size());
+    stream.next_out = reinterpret_cast<Bytef *>(out.data());
+    stream.avail_out = static_cast<uInt>(out.size());
+    deflate(&stream, Z_FINISH);
+    out.resize(stream.total_out);
+    deflateEnd(&stream);
+    return out;
+}
+
+using Cells = std::vector<Uint32>;
+
+struct Random {
+    std::mt19937 engine;
+    Uint32 operator()() { return static_cast<Uint32>(engine()); }
+};
+
+std::string csv_of(const Cells &cells) {
+    std::string csv;
+    for (const Uint32 cell : cells) csv += (csv.empty() ? "" : ",") + std::to_string(cell);
+    return csv;
+}
+
+std::string bytes_of(const Cells &cells) {
+    std::string bytes;
+    for (const Uint32 cell : cells) {
+        for (int i = 0; i < 4; i++) bytes += static_cast<char>(cell >> (8 * i) & 255);
+    }
+    return bytes;
+}
+
+std::string layer_of(int cols, int rows, const Cells &cells, const std::string &more = "") {
+    return "<layer id='1' name='ground' width='" + std::to_string(cols) + "' height='" + std::to_string(rows) + "' " +
+           more + "><data encoding='csv'>" + csv_of(cells) + "</data></layer>";
+}
+
+// Of tiles of 8 px.
+std::string map_of(int cols, int rows, const std::string &content, const std::string &more = "") {
+    return "<?xml version='1.0' encoding='UTF-8'?><map version='1.10' orientation='orthogonal' width='" +
+           std::to_string(cols) + "' height='" + std::to_string(rows) + "' tilewidth='8' tileheight='8' " + more + ">" +
+           content + "</map>";
+}
+
+const std::string SHEET = "<image source='tiles.png' width='32' height='8'/>";
+const std::string TILES = "<tileset firstgid='1' name='t' tilewidth='8' tileheight='8'>" + SHEET + "</tileset>";
+
+class TileWorldTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        allocation_faults_install();
+        ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "200x150"}));
+        directory.use_as_game_files();
+        save_noise("tiles.png", 4 * TILE, TILE, [](int, int) { return 255; });
+        log.lines.clear();
+    }
+    void TearDown() override {
+        reload_set(false);
+        tile_world_cleanup(&world);
+        EngineTest::TearDown();
+    }
+
+    // A picture in which hardly two pixels are alike, with the alpha asked for.
+    template <typename Alpha> static void save_noise(const char *path, int w, int h, Alpha alpha) {
+        Random random = {std::mt19937(7)};
+        const Picture picture(SDL_CreateSurface(w, h, SDL_PIXELFORMAT_RGBA32));
+        for (int y = 0; y < h; y++) {
+            for (int x = 0; x < w; x++) {
+                SDL_WriteSurfacePixel(
+                    picture.get(), x, y, static_cast<Uint8>(32 + random() % 200), static_cast<Uint8>(random()),
+                    static_cast<Uint8>(random()), static_cast<Uint8>(alpha(x, y)));
+            }
+        }
+        const auto folder = std::filesystem::path(path).parent_path();
+        if (!folder.empty()) std::filesystem::create_directories(folder);
+        ASSERT_TRUE(IMG_SavePNG(picture.get(), path));
+    }
+    bool load(const std::string &map) {
+        tile_world_cleanup(&world);
+        write_file("maps/a.tmx", map);
+        std::filesystem::copy_file("tiles.png", "maps/tiles.png", std::filesystem::copy_options::overwrite_existing);
+        world = tile_world_load(engine_renderer(), "maps/a.tmx");
+        return world != nullptr;
+    }
+    Cells cells(int layer = 0) const {
+        Cells found;
+        for (int row = 0; row < world->rows; row++) {
+            for (int col = 0; col < world->cols; col++) {
+                found.push_back(tile_world_gid(world, layer, world->left + col, world->top + row));
+            }
+        }
+        return found;
+    }
+    static void clear() {
+        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+        SDL_RenderClear(engine_renderer());
+    }
+    Picture drawn(const TileWorldView &view) const {
+        clear();
+        EXPECT_TRUE(tile_world_draw(engine_renderer(), world, &view));
+        return picture();
+    }
+    // The same with and without chunks, the latter being what is expected.
+    Picture drawn_by_tiles(const TileWorldView &view) const {
+        tile_world_set_chunk_budget(world, 0, 0);
+        Picture tiles = drawn(view);
+        tile_world_set_chunk_budget(world, TILE_WORLD_CHUNK_BYTES, 1000);
+        return tiles;
+    }
+
+    TileWorld *world = nullptr;
+};
+
+// --- the castle, which has a CSV path to be compared with ---
+
+class TileWorldCastle : public EngineTest {
+protected:
+    static constexpr const char *FOLDER = "assets/fireknight/tilemaps/";
+    TileWorld *world = nullptr;
+    Tilemap *map = nullptr;
+
+    void SetUp() override {
+        EngineTest::SetUp();
+        ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "400x300"}));
+        world = tile_world_load(engine_renderer(), (std::string(FOLDER) + "castle-tilemap.tmx").c_str());
+        ASSERT_NE(world, nullptr);
+        map = tilemap_new();
+        const std::string tileset = std::string(FOLDER) + "old-dark-castle-interior-tileset.png";
+        ASSERT_TRUE(tilemap_load_tileset(map, engine_renderer(), tileset.c_str(), 16, 16, 1));
+        ASSERT_TRUE(tilemap_load_csv(map, (std::string(FOLDER) + "castle-tilemap.csv").c_str()));
+    }
+    void TearDown() override {
+        tile_world_cleanup(&world);
+        tilemap_cleanup(&map);
+        EngineTest::TearDown();
+    }
+};
+
+TEST_F(TileWorldCastle, HasTheCellsAndTheCollidersOfItsCsv) {
+    ASSERT_TRUE(world->cols == map->layer->cols && world->rows == map->layer->rows && world->tile_w == 16);
+    for (int row = 0; row < world->rows; row++) {
+        for (int col = 0; col < world->cols; col++) {
+            ASSERT_EQ(tile_world_gid(world, 0, col, row), tile_grid_gid(map->layer, row, col)) << row << ", " << col;
+        }
+    }
+    ColliderRects rects = {}, wanted_rects = {};
+    ColliderTris tris = {}, wanted_tris = {};
+    EXPECT_TRUE(tile_world_colliders(world, "collisions", &rects, &tris));
+    const std::string csv = std::string(FOLDER) + "castle-tilemap-collisions.csv";
+    EXPECT_TRUE(colliders_load_csv(&wanted_rects, &wanted_tris, nullptr, nullptr, csv.c_str(), 1));
+    ASSERT_TRUE(rects.count == wanted_rects.count && tris.count == wanted_tris.count && tris.count > 0);
+    EXPECT_EQ(SDL_memcmp(rects.items, wanted_rects.items, sizeof(SDL_FRect) * static_cast<size_t>(rects.count)), 0);
+    EXPECT_EQ(SDL_memcmp(tris.items, wanted_tris.items, sizeof(Tri) * static_cast<size_t>(tris.count)), 0);
+    for (ColliderRects *set : {&rects, &wanted_rects}) colliders_rects_cleanup(set);
+    for (ColliderTris *set : {&tris, &wanted_tris}) colliders_tris_cleanup(set);
+    EXPECT_STREQ(tile_world_tile_type(world, 1), "floor");
+}
+
+TEST_F(TileWorldCastle, ShowsThePictureOfItsCsv) {
+    Random random = {std::mt19937(3)};
+    for (int round = 0; round < 12; round++) {
+        const float scale = static_cast<float>(1 + round % 3);
+        const SDL_FPoint corner = {
+            static_cast<float>(static_cast<int>(random() % 2000) - 100),
+            static_cast<float>(static_cast<int>(random() % 600) - 100)};
+        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+        SDL_RenderClear(engine_renderer());
+        tilemap_set_scale(map, scale);
+        ASSERT_TRUE(tilemap_draw(engine_renderer(), map, {-corner.x * scale, -corner.y * scale}));
+        const Picture wanted = picture();
+        const TileWorldView view = {{corner.x, corner.y, 400 / scale, 300 / scale}, scale};
+        for (int frame = 0; frame < 4; frame++) { // first tile by tile for want of bakes, then more and more baked
+            SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
+            SDL_RenderClear(engine_renderer());
+            ASSERT_TRUE(tile_world_draw(engine_renderer(), world, &view));
+            EXPECT_TRUE(same_pixels(picture(), wanted)) << "round " << round << ", frame " << frame;
+            tile_world_advance(world, 0.01);
+        }
+    }
+    EXPECT_GT(tile_world_chunk_bytes(world), 0u);
+}
+
+// --- everything a map can hold ---
+
+TEST_F(TileWorldTest, ReadsEveryKindOfElement) {
+    save_noise("pictures/tall.png", 12, 24, [](int, int) { return 255; });
+    write_file("sets/pictures.tsx", R"(<tileset name="pictures" tilewidth="12" tileheight="24" tilecount="2" columns="0"
+        objectalignment="top"><tileoffset x="3" y="-2"/><grid orientation="orthogonal" width="1" height="1"/>
+        <properties><property name="set" value="yes"/></properties>
+        <tile id="2" class="tree"><image source="../pictures/tall.png" width="12" height="24"/></tile>
+        <tile id="5" x="2" y="4" width="6" height="7"><image source="../pictures/tall.png"/></tile></tileset>)");
+    write_file("maps/crate.tx", R"(<template><tileset firstgid="1" source="../sets/pictures.tsx"/>
+        <object name="crate" type="box" gid="2147483651" width="20" height="30"><properties>
+        <property name="worth" type="int" value="5"/><property name="kind" value="oak"/></properties></object></template>)");
+    ASSERT_TRUE(load(map_of(
+        2, 2, R"(
+        <editorsettings><chunksize width="32" height="32"/></editorsettings>
+        <properties><property name="music" type="file" value="../a.ogg"/><property name="gravity" type="float" value="9.5"/>
+          <property name="lives" type="int" value="-3"/><property name="dark" type="bool" value="true"/>
+          <property name="sky" type="color" value="#80102030"/><property name="no colour" type="color" value=""/>
+          <property name="boss" type="object" value="7"/><property name="later" type="of-another-version" value="v"/>
+          <property name="story">two
+lines &amp; more</property>
+          <property name="hero" type="class" propertytype="Hero"><properties><property name="hp" type="int" value="12"/>
+            <property name="bag" type="list"><item type="int" value="4"/><item type="string" value="key"/></property>
+          </properties></property></properties>
+        <tileset firstgid="1" name="sheet" tilewidth="8" tileheight="8" tilecount="4" columns="4"><image source="tiles.png"/>
+          <tile id="1" type="water"><properties><property name="deep" type="bool" value="true"/></properties>
+            <animation><frame tileid="1" duration="100"/><frame tileid="3" duration="50"/></animation></tile>
+          <wangsets><wangset name="w"/></wangsets></tileset>
+        <tileset firstgid="5" source="../sets/pictures.tsx"/>
+        <group name="g" offsetx="10" offsety="1" parallaxx="0.5" opacity="0.5" tintcolor="#ff8000"><group visible="0">
+          <imagelayer id="3" name="sky" offsetx="-4" parallaxx="0.5" opacity="0.5" tintcolor="#80ff00" repeatx="1">
+            <image source="tiles.png"/></imagelayer></group>
+          <layer id="1" name="ground" class="solid" width="2" height="2"><properties><property name="friction" value="1"/>
+            </properties><data encoding="csv">1,2147483650,
+            7,0</data></layer></group>
+        <unknown/>
+        <objectgroup id="4" name="things" draworder="index"><object id="1" name="p" x="3.5" y="40"><point/></object>
+          <object id="2" x="0" y="30" width="4" height="5" rotation="45" visible="0" type="door"/>
+          <object id="3" x="0" y="20" width="4" height="5"><ellipse/></object>
+          <object id="4" x="1" y="10" opacity="0.5"><polygon points="0,0 16,8.5 -4,2e1"/></object>
+          <object id="5"><polyline points=" 1,2
+            3,4 "/></object><object id="6"><text wrap="1">Hi &lt;you&gt;</text></object>
+          <object id="7" name="boss" gid="1073741825" x="9" y="8" width="16" height="8"/><object id="9"><capsule/></object>
+          <object id="8" template="crate.tx" x="1" y="2" width="40"><properties>
+            <property name="kind" value="elm"/></properties></object></objectgroup>
+        <objectgroup name="sorted"><object id="21" y="9"/><object id="20" y="9"/><object id="22" y="-1"/></objectgroup>)",
+        "backgroundcolor='#102030' renderorder='left-up' parallaxoriginx='5' class='level'")));
+
+    const TileProperties *properties = &world->properties;
+    EXPECT_STREQ(tile_property_string(properties, "music", ""), "../a.ogg");
+    EXPECT_STREQ(tile_property_string(properties, "story", ""), "two\nlines & more");
+    EXPECT_STREQ(tile_property_string(properties, "later", ""), "v") << "a type of newer versions is a string";
+    EXPECT_EQ(tile_property_int(properties, "lives", 0), -3);
+    EXPECT_EQ(tile_property_int(properties, "gravity", 0), 9);
+    EXPECT_EQ(tile_property_float(properties, "gravity", 0), 9.5);
+    EXPECT_TRUE(tile_property_bool(properties, "dark", false));
+    const SDL_Color sky = tile_property_color(properties, "sky", {}),
+                    none = tile_property_color(properties, "no colour", GREEN);
+    EXPECT_TRUE(sky.r == 0x10 && sky.b == 0x30 && sky.a == 0x80 && none.a == 0);
+    EXPECT_EQ(tile_property_int(properties, "boss", 0), 7);
+    EXPECT_EQ(tile_property_int(properties, "hero.hp", 0), 12);
+    EXPECT_EQ(tile_property_int(properties, "hero.bag", 0), 2) << "of a list, how many items it has";
+    EXPECT_STREQ(tile_property_string(properties, "hero.bag.1", ""), "key");
+    EXPECT_EQ(tile_property_int(properties, "music", 4), 4) << "the default for another type";
+    EXPECT_TRUE(tile_property_bool(properties, "lives", true) && tile_property_find(properties, "nothing") == nullptr);
+
+    ASSERT_EQ(world->layer_count, 4);
+    const TileLayer *image = &world->layers[0], *ground = &world->layers[1], *things = &world->layers[2];
+    EXPECT_TRUE(world->background.r == 0x10 && world->background.a == 255);
+    EXPECT_TRUE(image->kind == TILE_LAYER_IMAGE && !image->visible && image->opacity == 0.25f && image->offset.x == 6);
+    EXPECT_TRUE(image->parallax.x == 0.25f && image->parallax.y == 1 && image->offset.y == 1 && image->tint.b == 0);
+    EXPECT_NEAR(image->tint.r, 128 / 255.0, 1e-6);
+    EXPECT_TRUE(ground->visible && ground->opacity == 0.5f && tile_world_find_layer(world, "ground") == 1);
+    EXPECT_STREQ(ground->type, "solid");
+    EXPECT_STREQ(tile_property_string(&ground->properties, "friction", ""), "1");
+    EXPECT_EQ(cells(1), (Cells{1, 2147483650u, 7, 0}));
+    EXPECT_EQ(tile_world_gid(world, 1, -1, 0) + tile_world_gid(world, 1, 0, 2) + tile_world_gid(world, 9, 0, 0), 0u);
+    EXPECT_STREQ(tile_world_tile_type(world, 2147483650u), "water");
+    EXPECT_TRUE(tile_property_bool(tile_world_tile_properties(world, 2), "deep", false));
+    EXPECT_STREQ(tile_world_tile_type(world, 7), "tree");
+    EXPECT_EQ(tile_world_tile_properties(world, 999)->count, 0);
+
+    const TileObjectShape shapes[] = {TILE_OBJECT_POINT,   TILE_OBJECT_RECT,     TILE_OBJECT_ELLIPSE,
+                                      TILE_OBJECT_POLYGON, TILE_OBJECT_POLYLINE, TILE_OBJECT_TEXT,
+                                      TILE_OBJECT_TILE,    TILE_OBJECT_CAPSULE,  TILE_OBJECT_TILE};
+    ASSERT_EQ(things->object_count, static_cast<int>(std::size(shapes)));
+    for (int i = 0; i < things->object_count; i++) EXPECT_EQ(things->objects[i].shape, shapes[i]) << i;
+    const TileObject *door = tile_world_object(world, 2), *slope = tile_world_object(world, 4);
+    EXPECT_TRUE(door->rotation == 45 && !door->visible && door->width == 4 && SDL_strcmp(door->type, "door") == 0);
+    EXPECT_TRUE(slope->opacity == 0.5f && slope->point_count == 3 && slope->points[1].y == 8.5f);
+    EXPECT_TRUE(slope->points[2].x == -4 && slope->points[2].y == 20);
+    EXPECT_EQ(tile_world_object(world, 5)->point_count, 2);
+    EXPECT_STREQ(tile_world_object(world, 6)->text, "Hi <you>");
+    EXPECT_EQ(tile_world_find_object(world, "boss")->id, 7);
+    EXPECT_EQ(tile_world_find_object(world, "nobody"), nullptr);
+    const TileObject *crate = tile_world_object(world, 8);
+    EXPECT_TRUE(crate->width == 40 && crate->height == 30 && crate->x == 1)
+        << "a template, where the object says nothing";
+    EXPECT_EQ(crate->gid, 2147483648u | 7u) << "the template's tileset is the map's";
+    EXPECT_STREQ(crate->name, "crate");
+    EXPECT_STREQ(tile_property_string(&crate->properties, "kind", ""), "elm");
+    EXPECT_EQ(tile_property_int(&crate->properties, "worth", 0), 5);
+    const TileObject *sorted = world->layers[3].objects;
+    EXPECT_TRUE(sorted[0].id == 21 && sorted[1].id == 20 && sorted[2].id == 22) << "the order of the file";
+    EXPECT_TRUE(log.errors().empty()) << log.errors().front();
+    const TileSet *pictures = world->parts->content.tilesets[1];
+    EXPECT_EQ(_tile_set_info(pictures, 2)->texture, _tile_set_info(pictures, 5)->texture) << "loaded once";
+}
+
+TEST_F(TileWorldTest, EveryFormOfDataGivesTheSameCells) {
+    Random random = {std::mt19937(5)};
+    Cells wanted(13 * 9);
+    for (Uint32 &cell : wanted) cell = random() % 5 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 4);
+    std::string elements;
+    for (const Uint32 cell : wanted) elements += cell ? "<tile gid='" + std::to_string(cell) + "'/>" : "<tile/>";
+    const std::string bytes = bytes_of(wanted);
+    std::string broken_up = base64(bytes);
+    for (size_t i = 70; i < broken_up.size(); i += 71) broken_up.insert(i, "\n");
+    const std::string datas[] = {
+        "<data encoding='csv'>" + csv_of(wanted) + "</data>",
+        "<data encoding='csv'>\r\n " + csv_of(wanted) + " ,\n</data>",
+        "<data>" + elements + "</data>",
+        "<data encoding='base64'>\n  " + broken_up + "\n</data>",
+        "<data encoding='base64' compression='zlib'>" + base64(packed(bytes, false)) + "</data>",
+        "<data encoding='base64' compression='gzip'>" + base64(packed(bytes, true)) + "</data>"};
+    for (const std::string &data : datas) {
+        ASSERT_TRUE(load(map_of(13, 9, TILES + "<layer name='l' width='13' height='9'>" + data + "</layer>"))) << data;
+        EXPECT_EQ(cells(), wanted) << data;
+    }
+    // An infinite map has them in pieces, which may lie anywhere.
+    std::string chunks;
+    for (int row = 0; row < 9; row += 3) {
+        for (int col = 0; col < 13; col += 13 - row) {
+            const int width = col == 0 ? 13 - row : row;
+            Cells piece;
+            for (int y = row; y < row + 3; y++) {
+                for (int x = col; x < col + width; x++) piece.push_back(wanted[static_cast<size_t>(y * 13 + x)]);
+            }
+            chunks.insert(
+                0, "<chunk x='" + std::to_string(col - 40) + "' y='" + std::to_string(row - 5) + "' width='" +
+                       std::to_string(width) + "' height='3'>" + base64(packed(bytes_of(piece), false)) + "</chunk>");
+        }
+    }
+    ASSERT_TRUE(load(map_of(
+        1, 1,
+        TILES + "<layer name='l' width='1' height='1'><data encoding='base64' compression='zlib'>" + chunks +
+            "</data></layer><layer name='empty'><data encoding='csv'/></layer>",
+        "infinite='1'")));
+    EXPECT_TRUE(world->left == -40 && world->top == -5 && world->cols == 13 && world->rows == 9);
+    EXPECT_EQ(cells(), wanted);
+}
+
+// --- what is refused ---
+
+TEST_F(TileWorldTest, NamesWhatItRefuses) {
+    const std::string bomb = base64(packed(std::string(1 << 20, '\0'), false));
+    const auto data = [](const std::string &attributes, const std::string &text) {
+        return map_of(
+            2, 1, TILES + "<layer name='l' width='2' height='1'><data " + attributes + ">" + text + "</data></layer>");
+    };
+    const auto object = [](const std::string &content) {
+        return map_of(1, 1, TILES + "<objectgroup name='o'>" + content + "</objectgroup>");
+    };
+    const auto tileset = [](const std::string &attributes, const std::string &content) {
+        return map_of(
+            1, 1,
+            "<tileset firstgid='1' name='t' tilewidth='8' tileheight='8' " + attributes + ">" + content + "</tileset>");
+    };
+    std::string nested = "<layer name='l'/>";
+    for (int i = 0; i < 40; i++) nested = "<group name='g'>" + nested + "</group>";
+    write_file("maps/set.tsx", "<tileset name='s' source='other.tsx'/>");
+    write_file("maps/loop.tx", "<template><object template='loop.tx'/></template>");
+    write_file("maps/map.tsx", map_of(1, 1, ""));
+    write_file("maps/cut.png", read_file("tiles.png").substr(0, 60));
+    const struct {
+        std::string map;
+        const char *message;
+    } cases[] = {
+        {"<map", "broken XML at byte "},
+        {"<tileset/>", "its outermost element is 'tileset', but 'map' is wanted"},
+        {map_of(1, 1, "", "infinite='1'").replace(65, 10, "hexagonal '"), "broken XML"},
+        {"<map orientation='isometric' width='1' height='1'/>", "map: its orientation is isometric: only orthogonal"},
+        {"<map width='1' height='1' tilewidth='8'/>", "map: 1x1 tiles of 8x0 px"},
+        {"<map width='0' height='1' tilewidth='8' tileheight='8'/>", "map: 0x1 tiles of 8x8 px"},
+        {data("encoding='csv'", "1"), "layer 'l' holds at most 1 cells, but its size says 2"},
+        {data("encoding='csv'", "1,   "), "layer 'l' holds 1 cells, but its size says 2"},
+        {data("encoding='csv'", "1,2,3"), "layer 'l' holds more than 2 cells, but its size says 2"},
+        {data("encoding='csv'", "1 2"), "a comma is missing in its CSV"},
+        {data("encoding='csv'", "1,x"), "something that is no tile number"},
+        {data("encoding='csv'", "1,4294967296"), "something that is no tile number"},
+        {data("encoding='csv'", "1,5"),
+         "layer 'l' has tile 5 at column 1, row 0, which is in none of the map's tilesets"},
+        {data("", "<tile gid='1'/>"), "layer 'l' holds 1 cells"},
+        {data("encoding='json'", "[]"), "layer 'l' is encoded as json: choose CSV or base64"},
+        {data("encoding='base64' compression='zstd'", ""), "layer 'l' is compressed with zstd: choose zlib"},
+        {data("encoding='base64'", "AA*A"), "its base64 text is broken"},
+        {data("encoding='base64'", "AAAA=A"), "its base64 text is broken"},
+        {data("encoding='base64'", base64("1234")), "layer 'l' holds 1 cells, but its size says 2"},
+        {data("encoding='base64'", base64(std::string(12, '\0'))), "layer 'l' holds 3 cells, but its size says 2"},
+        {data("encoding='base64' compression='zlib'", base64("12345678")), "its compressed data are broken"},
+        {data("encoding='base64' compression='zlib'", base64(packed(std::string(9, '\0'), false))),
+         "holds more than 2"},
+        {data("encoding='base64' compression='zlib'", bomb), "layer 'l' holds more than 2 cells, but its size says 2"},
+        {data("encoding='base64' compression='zlib'", base64(packed(std::string(4, '\0'), true))), "holds 1 cells"},
+        {map_of(9000, 9000, TILES + layer_of(9000, 9000, {1})), "layer 'ground' has 9000x9000 cells from 0, 0 on"},
+        {map_of(4000, 4000, TILES + layer_of(4000, 4000, {1})), "holds at most 1 cells, but its size says 16000000"},
+        {map_of(1, 1, nested), "lies within more than 32 others"},
+        {map_of(1, 1, "<layer name='l' mode='multiply'/>"), "layer 'l' has the blend mode multiply: only normal"},
+        {map_of(1, 1, TILES + TILES), "tileset: its firstgid '1' does not rise"},
+        {map_of(1, 1, "<tileset firstgid='1' source='none.tsx'/>"), "[STORAGE] Error reading file: maps/none.tsx"},
+        {map_of(1, 1, "<tileset firstgid='1' source='../../a.tsx'/>"), "'../../a.tsx' leads out of the game's files"},
+        {map_of(1, 1, "<tileset firstgid='1' source='C:/a.tsx'/>"), "'C:/a.tsx' is no relative path"},
+        {map_of(1, 1, "<tileset firstgid='1' source='set.tsx'/>"), "maps/set.tsx: a tileset's file names another one"},
+        {map_of(1, 1, "<tileset firstgid='1' source='map.tsx'/>"), "maps/map.tsx: its outermost element is 'map'"},
+        {tileset("", "<image source='none.png'/>"), "'t': cannot load maps/none.png, error: "},
+        {tileset("", "<image source='cut.png'/>"), "'t': cannot load maps/cut.png, error: "},
+        {tileset("", "<image format='png'><data/></image>"), "'t' has its picture within the file"},
+        {tileset("columns='5'", SHEET), "tileset 't' has 5 columns, but its picture, 32 px wide, has 4"},
+        {tileset("margin='30'", SHEET), "its picture is smaller than one of its tiles"},
+        {tileset("", ""), "it has neither a picture nor tiles"},
+        {tileset("", "<tile id='1'/>"), "a tile has no picture"},
+        {tileset("", "<tile id='99999999'>" + SHEET + "</tile>"), "has a tile with the id '99999999'"},
+        {tileset("", "<tile id='0' x='50' width='3' height='3'>" + SHEET + "</tile>"),
+         "a tile lies outside its picture"},
+        {tileset("", SHEET + "<tile id='4'/>"), "speaks of a tile with the id '4', but has 4 tiles"},
+        {tileset("", SHEET + "<tile id='0'><animation><frame tileid='7' duration='1'/></animation></tile>"),
+         "of tile 0 shows tile 7"},
+        {map_of(1, 1, "<tileset firstgid='1' name='t' tilewidth='0' tileheight='8'>" + SHEET + "</tileset>"),
+         "tiles of 0x8 px"},
+        {object("<object id='3' name='n'><polygon points='0,0 1'/></object>"),
+         "object 3 'n': its points are not a list"},
+        {object("<object id='3'><polygon points='0,0 nan,1'/></object>"), "object 3 '': its points are not a list"},
+        {object("<object id='3' gid='9'/>"), "object 3 '': its tile is in none of the map's tilesets"},
+        {object("<object template='loop.tx'/>"), "maps/loop.tx: a template cannot be made from another"},
+        {object("<object template='none.tx'/>"), "[STORAGE] Error reading file: maps/none.tx"},
+    };
+    for (const auto &c : cases) {
+        log.lines.clear();
+        EXPECT_FALSE(load(c.map)) << c.map;
+        ASSERT_EQ(log.errors().size(), 1u) << c.map;
+        EXPECT_NE(log.errors().front().find(c.message), std::string::npos) << log.errors().front() << "\n" << c.map;
+    }
+    EXPECT_EQ(tile_world_load(nullptr, "maps/a.tmx"), nullptr);
+    ASSERT_TRUE(load(map_of(1, 1, TILES + layer_of(1, 1, {1}))));
+    const TileWorldView view = {{0, 0, 9, 9}, 1};
+    EXPECT_FALSE(tile_world_draw_layer(engine_renderer(), world, 1, &view));
+}
+
+// --- collision ---
+
+// One more tile to each kind of shape; the pixels of its picture are opaque where the shape is.
+TEST_F(TileWorldTest, TilesShapesCoverWhatTheirPicturesShowInEveryOrientation) {
+    save_noise("shapes.png", 4 * TILE, TILE, [](int x, int y) {
+        const int at = x % TILE;
+        const bool solid = x < TILE       ? true
+                           : x < 2 * TILE ? at >= 2 && y >= 5
+                           : x < 3 * TILE ? at < 4
+                                          : y >= TILE - 1 - at;
+        return solid ? 255 : 0;
+    });
+    std::filesystem::create_directories("maps");
+    std::filesystem::rename("shapes.png", "maps/shapes.png");
+    const std::string tiles =
+        "<tileset firstgid='1' name='t' tilewidth='8' tileheight='8'><image source='shapes.png'/>"
+        "<tile id='0'><objectgroup><object id='1' width='8' height='8'/></objectgroup></tile>"
+        "<tile id='1'><objectgroup><object id='1' x='2' y='5' width='6' height='3'/></objectgroup></tile>"
+        "<tile id='2'><objectgroup><object id='1' x='0' y='0' width='4' height='8'/></objectgroup></tile>"
+        "<tile id='3'><objectgroup><object id='1' x='0' y='8'><polygon points='0,0 8,0 "
+        "8,-8'/></object></objectgroup></tile>"
+        "</tileset>";
+    Random random = {std::mt19937(11)};
+    Cells wanted(20 * 14);
+    for (Uint32 &cell : wanted) cell = random() % 3 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 3);
+    // Slopes that rise to either side, on the floor of the map.
+    wanted.resize(20 * 16, 0);
+    for (size_t col = 0; col < 20; col += 2) wanted[15 * 20 + col] = col % 4 == 0 ? 4 : TILE_FLIP_H | 4;
+    ASSERT_TRUE(load(map_of(20, 16, tiles + layer_of(20, 16, wanted))));
+    ColliderRects rects = {};
+    ColliderTris tris = {};
+    ASSERT_TRUE(tile_world_colliders(world, nullptr, &rects, &tris));
+    EXPECT_EQ(tris.count, 10);
+    const Picture shown = drawn({{0, 0, 200, 150}, 1});
+    for (int y = 0; y < 16 * TILE; y++) {
+        for (int x = 0; x < 20 * TILE; x++) {
+            const SDL_FPoint p = {static_cast<float>(x) + 0.5f, static_cast<float>(y) + 0.5f};
+            const bool solid =
+                colliders_point_inside_rect(&p, &rects) != -1 || colliders_point_inside_tri(&p, &tris) != -1;
+            ASSERT_EQ(solid, !same_color(pixel_at(shown, x, y), GREEN)) << x << ", " << y;
+        }
+    }
+    // A hall of whole tiles becomes its four walls.
+    Cells hall;
+    for (int i = 0; i < 20 * 16; i++) hall.push_back(i < 20 || i >= 300 || i % 20 == 0 || i % 20 == 19 ? 1 : 0);
+    ASSERT_TRUE(load(map_of(20, 16, tiles + layer_of(20, 16, hall))));
+    colliders_rects_reset(&rects);
+    ASSERT_TRUE(tile_world_colliders(world, "ground", &rects, nullptr));
+    EXPECT_EQ(rects.count, 4);
+    colliders_rects_cleanup(&rects);
+    colliders_tris_cleanup(&tris);
+}
+
+TEST_F(TileWorldTest, PolygonsBecomeSlopesAndWhatIsNoGroundIsRefusedByName) {
+    ColliderRects rects = {};
+    ColliderTris tris = {};
+    const auto collide = [&](const std::string &objects) {
+        colliders_rects_reset(&rects);
+        colliders_tris_reset(&tris);
+        const std::string layer = "<objectgroup name='solid' offsetx='100'>" + objects + "</objectgroup>";
+        return load(map_of(100, 20, layer)) && tile_world_colliders(world, "solid", &rects, &tris);
+    };
+    const std::string floor = "<object id='1' x='0' y='100' width='200' height='20'/>";
+    // A hill with a dent, its corners in either order, lies on the floor: the triangles have its area.
+    for (const char *points : {"0,0 20,-30 40,-10 60,-30 80,0", "80,0 60,-30 40,-10 20,-30 0,0"}) {
+        ASSERT_TRUE(collide(floor + "<object id='2' x='10' y='100'><polygon points='" + points + "'/></object>"));
+        float area = 0;
+        for (int i = 0; i < tris.count; i++) {
+            const Tri t = tris.items[i];
+            area += SDL_fabsf((t.b.x - t.a.x) * (t.c.y - t.a.y) - (t.b.y - t.a.y) * (t.c.x - t.a.x)) / 2;
+        }
+        const SDL_FPoint dent = {150, 85}, hill = {130, 75};
+        EXPECT_EQ(area, 300 + 400 + 400 + 300);
+        EXPECT_TRUE(colliders_point_inside_tri(&dent, &tris) == -1 && colliders_point_inside_tri(&hill, &tris) != -1);
+        EXPECT_TRUE(rects.count == 1 && rects.items[0].x == 100) << "the layer's offset counts";
+    }
+    // A turned one, on the map's lower edge.
+    ASSERT_TRUE(collide("<object x='50' y='160' rotation='180'><polygon points='0,0 30,0 0,10'/></object>"));
+    EXPECT_NEAR(colliders_tri_top_point(&tris.items[0]).y, 150, 0.01);
+    const auto named = [&](const std::string &message) {
+        return log.has("[TILE_WORLD] maps/a.tmx: layer 'solid': object 7 'n' " + message);
+    };
+    const struct {
+        const char *object, *message;
+    } cases[] = {
+        {"x='0' y='0'><polygon points='0,0 40,0 20,20'/>", "is a polygon with open space below it. A slope lifts"},
+        {"x='0' y='80'><polygon points='0,0 40,0 40,-20'/>", "is a polygon with open space below it"},
+        {"x='180' y='100'><polygon points='0,0 40,0 40,-20'/>", "is a polygon with open space below it"},
+        {"x='0' y='100'><polygon points='0,0 40,-20 40,0 0,-10'/>", "crosses itself"},
+        {"><polygon points='0,0 9,9'/>", "is a polygon without an area"},
+        {"width='4' height='4'><ellipse/>", "is an ellipse: only rectangles and polygons are solid"},
+        {"width='4' height='4' rotation='1'>", "is a turned rectangle: set its rotation to 0"},
+        {"><polyline points='0,0 9,9'/>", "is a polyline"},
+    };
+    for (const auto &c : cases) {
+        log.lines.clear();
+        EXPECT_FALSE(collide(floor + "<object id='7' name='n' " + c.object + "</object>")) << c.object;
+        EXPECT_TRUE(named(c.message)) << c.object << (log.errors().empty() ? "" : log.errors().front());
+        EXPECT_TRUE(rects.count == 0 && tris.count == 0) << "nothing is added";
+    }
+    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>")) << "without a body";
+    EXPECT_FALSE(tile_world_colliders(world, "none", &rects, &tris));
+    colliders_rects_cleanup(&rects);
+    colliders_tris_cleanup(&tris);
+}
+
+// --- drawing ---
+
+TEST_F(TileWorldTest, ChunksShowWhatTilesShow) {
+    save_noise("maps/tall.png", 20, 26, [](int x, int y) { return (x + y) % 5 == 0 ? 0 : 255; });
+    save_noise("maps/glass.png", 16, 8, [](int x, int y) { return x < 8 ? 60 + 12 * y : 255; });
+    const std::string sets =
+        TILES +
+        "<tileset firstgid='5' name='p' tilewidth='20' tileheight='26'><tileoffset x='-3' y='2'/>"
+        "<tile id='0'><image source='tall.png'/></tile></tileset>"
+        "<tileset firstgid='6' name='a' tilewidth='8' tileheight='8'><image source='tiles.png'/><tile id='0'>"
+        "<animation><frame tileid='1' duration='70'/><frame tileid='2' duration='30'/></animation></tile></tileset>"
+        "<tileset firstgid='10' name='g' tilewidth='8' tileheight='8'><image source='glass.png'/></tileset>";
+    const char *orders[] = {"right-down", "right-up", "left-down", "left-up"};
+    Random random = {std::mt19937(21)};
+    for (int round = 0; round < 8; round++) {
+        Cells ground(90 * 70), details(90 * 70);
+        for (Uint32 &cell : ground) cell = (random() & 0xE0000000u) | (1 + random() % 4);
+        for (Uint32 &cell : details) {
+            cell = random() % 4 ? 0 : random() % 3 ? (random() & 0xC0000000u) | 5 : 6;
+            if (round % 2 && random() % 4 == 0) cell = (random() & 0xE0000000u) | 10;
+        }
+        const bool glass = round % 2;
+        const std::string tinted = glass ? "opacity='0.6' tintcolor='#ffc080'" : "tintcolor='#ff80ff'";
+        ASSERT_TRUE(load(map_of(
+            90, 70,
+            sets + layer_of(90, 70, ground) + layer_of(90, 70, details, tinted + " parallaxx='0.5' offsety='-4'"),
+            std::string("renderorder='") + orders[round / 2] + "'")));
+        const float scale = static_cast<float>(1 + random() % 3);
+        const TileWorldView view = {
+            {static_cast<float>(random() % 700) - 40, static_cast<float>(random() % 500) - 40, 200 / scale,
+             150 / scale},
+            scale};
+        const Picture tiles = drawn_by_tiles(view);
+        int differing = 0;
+        for (const int bakes : {0, 1, 1000}) { // none baked, one, all
+            tile_world_set_chunk_budget(world, TILE_WORLD_CHUNK_BYTES, bakes);
+            const Picture chunks = drawn(view);
+            for (int y = 0; y < 150; y++) {
+                for (int x = 0; x < 200; x++) {
+                    const SDL_Color a = pixel_at(tiles, x, y), b = pixel_at(chunks, x, y);
+                    const int off = SDL_max(SDL_max(SDL_abs(a.r - b.r), SDL_abs(a.g - b.g)), SDL_abs(a.b - b.b));
+                    differing += off > (glass ? 2 : 0) ? 1 : 0; // what is half transparent is rounded once more
+                }
+            }
+            EXPECT_EQ(differing, 0) << "round " << round << ", " << bakes << " bakes";
+        }
+    }
+}
+
+TEST_F(TileWorldTest, TilesStandWhereTheEditorPutsThem) {
+    save_noise("maps/tall.png", 12, 20, [](int, int) { return 255; });
+    const std::string sets = TILES +
+                             "<tileset firstgid='5' name='p' tilewidth='12' tileheight='20' %s>"
+                             "<tileoffset x='2' y='-1'/><tile id='0'><image source='tall.png'/></tile></tileset>";
+    const auto shown = [&](const std::string &attributes, Uint32 gid) {
+        std::string with = sets;
+        with.replace(with.find("%s"), 2, attributes);
+        Cells all(10 * 10, 0);
+        all[5 * 10 + 4] = gid;
+        EXPECT_TRUE(load(map_of(10, 10, with + layer_of(10, 10, all))));
+        const Picture tiles = drawn({{0, 0, 200, 150}, 1});
+        int left = 999, top = 999, right = -1, bottom = -1;
+        for (int y = 0; y < 150; y++) {
+            for (int x = 0; x < 200; x++) {
+                if (same_color(pixel_at(tiles, x, y), GREEN)) continue;
+                left = std::min(left, x), top = std::min(top, y), right = std::max(right, x),
+                bottom = std::max(bottom, y);
+            }
+        }
+        return PictureBounds{left, top, right, bottom};
+    };
+    const int x = 4 * 8 + 2, y = 6 * 8 - 1; // the cell's bottom left, moved by the tileset's offset
+    EXPECT_EQ(shown("", 5), (PictureBounds{x, y - 20, x + 11, y - 1})) << "large tiles reach up and to the right";
+    EXPECT_EQ(shown("", TILE_FLIP_D | 5), (PictureBounds{x, y - 12, x + 19, y - 1})) << "turned ones, too";
+    EXPECT_EQ(shown("tilerendersize='grid'", 5), (PictureBounds{x, y - 8, x + 7, y - 1})) << "stretched to the cell";
+    const PictureBounds fitted = shown("tilerendersize='grid' fillmode='preserve-aspect-fit'", 5);
+    EXPECT_TRUE(fitted.top == y - 8 && fitted.bottom == y - 1 && fitted.right - fitted.left < 6);
+    // A tile object stands on its anchor, stretched; an image layer lies where its offset puts it, and repeats.
+    const auto object = [&](const char *alignment, const char *more) {
+        const std::string set = "<tileset firstgid='1' name='t' tilewidth='8' tileheight='8' objectalignment='" +
+                                std::string(alignment) + "'>" + SHEET + "</tileset>";
+        EXPECT_TRUE(load(map_of(
+            10, 10,
+            set + "<objectgroup><object id='1' gid='1' x='50' y='60' width='16' height='24' " + more +
+                "/></objectgroup>")));
+        const Picture all = drawn({{0, 0, 200, 150}, 1});
+        int pixels = 0;
+        for (int row = 0; row < 150; row++) {
+            for (int col = 0; col < 200; col++) pixels += same_color(pixel_at(all, col, row), GREEN) ? 0 : 1;
+        }
+        const auto at = [&](int col, int row) { return !same_color(pixel_at(all, col, row), GREEN); };
+        return std::tuple(pixels, at(51, 59), at(51, 61), at(49, 61));
+    };
+    EXPECT_EQ(object("unspecified", ""), std::tuple(384, true, false, false));
+    EXPECT_EQ(object("topleft", ""), std::tuple(384, false, true, false));
+    EXPECT_EQ(object("topright", ""), std::tuple(384, false, false, true));
+    EXPECT_EQ(object("topleft", "rotation='90'"), std::tuple(384, false, false, true)) << "clockwise about its anchor";
+    EXPECT_EQ(object("topleft", "visible='0'"), std::tuple(0, false, false, false));
+    ASSERT_TRUE(load(
+        map_of(10, 10, "<imagelayer repeatx='1' offsetx='3' offsety='20'><image source='tiles.png'/></imagelayer>")));
+    const Picture repeated = drawn({{5, 0, 200, 150}, 1}), once = Picture(IMG_Load("tiles.png"));
+    for (int col = 0; col < 200; col++) {
+        ASSERT_TRUE(same_color(pixel_at(repeated, col, 23), pixel_at(once, (col + 34) % 32, 3))) << col;
+    }
+    EXPECT_TRUE(same_color(pixel_at(repeated, 9, 19), GREEN) && same_color(pixel_at(repeated, 9, 28), GREEN));
+}
+
+TEST_F(TileWorldTest, AnimatedTilesFollowTheClockAndLayersTheCamera) {
+    const std::string set =
+        "<tileset firstgid='1' name='a' tilewidth='8' tileheight='8'>" + SHEET +
+        "<tile id='0'><animation><frame tileid='1' duration='100'/><frame tileid='2' duration='50'/>"
+        "</animation></tile></tileset>";
+    ASSERT_TRUE(
+        load(map_of(2, 1, set + layer_of(2, 1, {1, 4}, "parallaxx='0.5'") + layer_of(2, 1, {1, 4}, "visible='0'"))));
+    const Picture tiles(IMG_Load("tiles.png"));
+    TileWorldView view = {{0, 0, 200, 150}, 1};
+    const auto shows = [&](int tile, int left) {
+        const Picture now = drawn(view);
+        for (int i = 0; i < TILE * TILE; i++) {
+            const SDL_Color wanted = pixel_at(tiles, tile * TILE + i % TILE, i / TILE);
+            if (!same_color(pixel_at(now, left + i % TILE, i / TILE), wanted)) return false;
+        }
+        return true;
+    };
+    const int moved = static_cast<int>(tile_world_origin(world, 0, &view).x);
+    EXPECT_EQ(moved, 50) << "half of the way to the middle of the view";
+    EXPECT_TRUE(shows(1, moved) && shows(3, moved + TILE));
+    tile_world_advance(world, 0.099);
+    EXPECT_TRUE(shows(1, moved));
+    tile_world_advance(world, 0.002);
+    EXPECT_TRUE(shows(2, moved));
+    tile_world_advance(world, 0.05);
+    EXPECT_TRUE(shows(1, moved)) << "for ever";
+    view.area.x = 40;
+    EXPECT_TRUE(shows(1, moved - 20)) << "half as fast as the camera";
+}
+
+TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
+    Cells all(32 * 400, 1);
+    ASSERT_TRUE(load(map_of(400, 32, TILES + layer_of(400, 32, all))));
+    constexpr size_t CHUNK = 256 * 256 * 4;
+    tile_world_set_chunk_budget(world, 5 * CHUNK, 1);
+    const auto at = [](float x) { return TileWorldView{{x, 0, 200, 150}, 1}; };
+    const Picture wanted = drawn_by_tiles(at(0));
+    tile_world_set_chunk_budget(world, 5 * CHUNK, 1);
+    for (int step = 0; step < 40; step++) {
+        tile_world_advance(world, 0.01);
+        const size_t before = tile_world_chunk_bytes(world);
+        EXPECT_TRUE(same_pixels(drawn(at(static_cast<float>(step) * 72)), wanted)) << step;
+        EXPECT_LE(tile_world_chunk_bytes(world), SDL_min(5 * CHUNK, before + CHUNK)) << "one bake a frame";
+    }
+    EXPECT_EQ(tile_world_chunk_bytes(world), 5 * CHUNK);
+    SDL_Event event = {};
+    event.type = SDL_EVENT_RENDER_TARGETS_RESET;
+    SDL_PushEvent(&event);
+    tile_world_set_chunk_budget(world, 5 * CHUNK, 0);
+    EXPECT_TRUE(same_pixels(drawn(at(0)), wanted));
+    EXPECT_EQ(tile_world_chunk_bytes(world), 0u) << "lost chunks are not drawn any more";
+    EXPECT_EQ(SDL_GetRenderTarget(engine_renderer()), nullptr);
+}
+
+// --- following files ---
+
+TEST_F(TileWorldTest, AWorldFollowsItsFilesAndStaysAsItIsWhileTheyAreBroken) {
+    const TileWorldView view = {{0, 0, 200, 150}, 1};
+    const auto map = [](int cols, const std::string &more = "") {
+        return map_of(
+            cols, 1,
+            "<tileset firstgid='1' source='set.tsx'/>" + layer_of(cols, 1, Cells(static_cast<size_t>(cols), 2)) + more);
+    };
+    const auto set = [](const std::string &more = "") {
+        return "<tileset name='s' tilewidth='8' tileheight='8'>" + SHEET + more + "</tileset>";
+    };
+    write_file("maps/set.tsx", set());
+    reload_set(true, 0);
+    ASSERT_TRUE(load(map(1)));
+    const TileWorld *before = world;
+    const auto follow = [&] {
+        const Uint32 generation = world->generation;
+        tile_world_advance(world, 0.01);
+        EXPECT_EQ(world, before);
+        return world->generation - generation;
+    };
+    EXPECT_EQ(follow(), 0u) << "nothing has changed";
+    const Picture first = drawn(view);
+    write_file("maps/a.tmx", map(3));
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(cells(), (Cells{2, 2, 2}));
+    const Picture three = drawn(view);
+    EXPECT_FALSE(same_pixels(three, first));
+    for (const std::string &broken :
+         {std::string(), map(4).substr(0, 200), map(5, "<layer name='x' width='1' height='1'/>")}) {
+        log.lines.clear();
+        write_file("maps/a.tmx", broken);
+        for (int i = 0; i < 3; i++) EXPECT_EQ(follow(), 0u);
+        EXPECT_EQ(log.errors().size(), 1u) << "said once";
+        EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content stays";
+    }
+    std::filesystem::remove("maps/a.tmx");
+    EXPECT_EQ(follow(), 0u);
+    write_file("maps/new.tmx", map(1));
+    std::filesystem::rename("maps/new.tmx", "maps/a.tmx"); // as editors save
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_TRUE(same_pixels(drawn(view), first));
+    write_file("maps/set.tsx", set("<tile id='1' type='wood'/>"));
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_STREQ(tile_world_tile_type(world, 2), "wood");
+    save_noise("maps/tiles.png", 4 * TILE, TILE, [](int x, int) { return x % 3 ? 255 : 0; });
+    EXPECT_EQ(follow(), 1u);
+    EXPECT_FALSE(same_pixels(drawn(view), first)) << "a changed picture";
+    write_file("maps/a.tmx", map(2));
+    follow();
+    engine_clear_error();
+    const int live = allocation_faults_live();
+    for (int i = 0; i < 100; i++) {
+        write_file("maps/a.tmx", map(1 + i % 2, i % 10 ? "" : "<broken"));
+        follow();
+        drawn(view);
+    }
+    write_file("maps/a.tmx", map(2) + "\n");
+    EXPECT_EQ(follow(), 1u);
+    engine_clear_error();
+    EXPECT_EQ(allocation_faults_live(), live) << "nothing is left behind";
+    reload_set(false);
+    write_file("maps/a.tmx", map(9));
+    EXPECT_EQ(follow(), 0u) << "off";
+}
+
+TEST_F(TileWorldTest, TwoWorldsHoldOnePictureAndLetItGo) {
+    ASSERT_TRUE(load(map_of(1, 1, TILES + layer_of(1, 1, {1}))));
+    TileWorld *other = tile_world_load(engine_renderer(), "maps/a.tmx");
+    ASSERT_NE(other, nullptr);
+    const SharedTexture *shared = world->parts->content.tilesets[0]->texture;
+    EXPECT_EQ(shared, other->parts->content.tilesets[0]->texture);
+    EXPECT_EQ(shared->holders, 2);
+    tile_world_cleanup(&other);
+    tile_world_cleanup(&other);
+    EXPECT_EQ(shared->holders, 1);
+    EXPECT_FALSE(same_color(pixel_at(drawn({{0, 0, 200, 150}, 1}), 1, 1), GREEN)) << "the other's still is there";
+}
+
+TEST_F(TileWorldTest, LoadingDrawingAndCollidingSurviveAllocationFaults) {
+    save_noise("maps/tall.png", 12, 20, [](int, int) { return 255; });
+    write_file(
+        "maps/box.tx",
+        "<template><tileset firstgid='1' source='set.tsx'/><object gid='1' width='9' height='9'/></template>");
+    write_file(
+        "maps/set.tsx",
+        "<tileset name='s' tilewidth='12' tileheight='20'><tile id='0'><image source='tall.png'/></tile></tileset>");
+    const Cells cells = {1, 2};
+    ASSERT_TRUE(load(map_of(
+        2, 1,
+        "<properties><property name='a' type='class'><properties><property name='b' value='c'/></properties></property>"
+        "</properties><tileset firstgid='1' name='t' tilewidth='8' tileheight='8'>" +
+            SHEET +
+            "<tile id='1'><objectgroup><object><polygon points='0,8 8,8 8,0'/></object></objectgroup><animation>"
+            "<frame tileid='0' duration='9'/></animation></tile></tileset>"
+            "<layer name='l' width='2' height='1'><data encoding='base64' compression='zlib'>" +
+            base64(packed(bytes_of(cells), false)) +
+            "</data></layer><objectgroup><object template='box.tx'><properties>"
+            "<property name='p' value='q'/></properties></object></objectgroup>")));
+    tile_world_cleanup(&world);
+    ColliderRects rects = {};
+    ColliderTris tris = {};
+    expect_allocation_faults_survived(
+        &log,
+        [&] {
+            world = tile_world_load(engine_renderer(), "maps/a.tmx");
+            if (!world || !tile_world_colliders(world, nullptr, &rects, &tris)) return false;
+            const TileWorldView view = {{0, 0, 200, 150}, 1};
+            return tile_world_draw(engine_renderer(), world, &view);
+        },
+        [&] {
+            tile_world_cleanup(&world);
+            colliders_rects_cleanup(&rects);
+            colliders_tris_cleanup(&tris);
+        });
+}
+
+} // namespace
