@@ -64,7 +64,7 @@ static bool _sprite_batch_has_room(SpriteBatch *batch) {
 
 bool sprite_batch_add(
     SpriteBatch *batch, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip, SDL_FColor tint) {
-    SpritePlace place; // filled by the next call
+    SpritePlace place = {};
     if (!sprite_sheet_place(batch->sheet, anim, pos, scale, flip, &place) || !_sprite_batch_has_room(batch))
         return false;
     const SpriteFrame *frame = place.frame;

@@ -187,7 +187,7 @@ bool sprite_sheet_place(
 bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip) {
-    SpritePlace place; // filled by the next call
+    SpritePlace place = {};
     if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (!_sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
     if (copy_texture_in_view(renderer, sheet->texture, &place.frame->src, &place.dst, flip)) return true;
