@@ -1,6 +1,7 @@
 #include "toolkit/sprite_batch.h"
 
 #include "core/error.h"
+#include "toolkit/sprite_sheet_internal.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
@@ -64,8 +65,8 @@ static bool _sprite_batch_has_room(SpriteBatch *batch) {
 
 bool sprite_batch_add(
     SpriteBatch *batch, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip, SDL_FColor tint) {
-    SpritePlace place; // filled by the next call
-    if (!sprite_sheet_place(batch->sheet, anim, pos, scale, flip, &place) || !_sprite_batch_has_room(batch))
+    SpritePlace place = {};
+    if (!_sprite_sheet_place(batch->sheet, anim, pos, scale, flip, &place) || !_sprite_batch_has_room(batch))
         return false;
     const SpriteFrame *frame = place.frame;
     float left = frame->left, top = frame->top, right = frame->right, bottom = frame->bottom;

@@ -3,6 +3,7 @@
 #include "core/error.h"
 #include "toolkit/image.h"
 #include "toolkit/reload.h"
+#include "toolkit/sprite_sheet_internal.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
@@ -38,7 +39,7 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
         set->path, w, h, set->columns, set->rows, set->frame_w, set->frame_h, wanted_w, wanted_h);
 }
 
-static SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
+SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
     SpriteFrame frame = {};
     frame.src = animation_set_frame_rect(sheet->set, index);
     // The software renderer cuts corner and length, times the texture's size, down to texels, and either may be a
@@ -138,46 +139,6 @@ SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float
         pos.x, pos.y, static_cast<float>(sheet->set->frame_w) * scale, static_cast<float>(sheet->set->frame_h) * scale};
 }
 
-// animation_sheet_frame without its calls, for what is asked of every sprite in every frame.
-static Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim) {
-    if (!set->clips || static_cast<Uint32>(anim->clip) >= static_cast<Uint32>(set->clip_count)) return -1;
-    const AnimationClip *clip = &set->clips[anim->clip];
-    return clip->order ? animation_sheet_frame(anim) : clip->first_frame + anim->frame;
-}
-
-// A trimmed frame's part is as far from the other side when it is mirrored.
-static SDL_FRect
-_sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoint pos, float scale, SDL_FlipMode flip) {
-    if (flip == SDL_FLIP_NONE) {
-        return {
-            pos.x + frame->offset.x * scale, pos.y + frame->offset.y * scale, frame->src.w * scale,
-            frame->src.h * scale};
-    }
-    const float w = static_cast<float>(sheet->set->frame_w), h = static_cast<float>(sheet->set->frame_h);
-    const float x = flip & SDL_FLIP_HORIZONTAL ? w - frame->offset.x - frame->src.w : frame->offset.x;
-    const float y = flip & SDL_FLIP_VERTICAL ? h - frame->offset.y - frame->src.h : frame->offset.y;
-    return {pos.x + x * scale, pos.y + y * scale, frame->src.w * scale, frame->src.h * scale};
-}
-
-// Inlined, for the sake of what is done two thousand times per frame.
-[[gnu::always_inline]] static inline bool _sprite_sheet_place(
-    const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
-    SpritePlace *place) {
-    if (!sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
-    if (anim->set != sheet->set) {
-        return engine_error(
-            "[SPRITE_SHEET] The animation is playing a different set from %s", sheet->set ? sheet->set->path : "");
-    }
-    const Sint32 frame = _sprite_sheet_frame(sheet->set, anim);
-    if (frame < 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
-    const bool kept = frame < sheet->frame_count;
-    if (!kept) place->beyond = _sprite_sheet_measure(sheet, frame);
-    place->frame = kept ? &sheet->frames[frame] : &place->beyond;
-    if (place->frame->src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
-    place->dst = _sprite_sheet_dest(sheet, place->frame, pos, scale, flip);
-    return true;
-}
-
 bool sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
     SpritePlace *place) {
@@ -187,7 +148,7 @@ bool sprite_sheet_place(
 bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip) {
-    SpritePlace place; // filled by the next call
+    SpritePlace place = {};
     if (!renderer) return engine_error("[SPRITE_SHEET] Nothing to draw");
     if (!_sprite_sheet_place(sheet, anim, pos, scale, flip, &place)) return false;
     if (copy_texture_in_view(renderer, sheet->texture, &place.frame->src, &place.dst, flip)) return true;

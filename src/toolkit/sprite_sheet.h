@@ -19,9 +19,10 @@ struct SpriteFrame {
 struct SpriteSheet {
     SDL_Texture *texture; // owned
     const AnimationSet *set;
-    SpriteFrame *frames; // owned; of the sheet's frames, so that nothing is divided when they are drawn
-    Sint32 frame_count;  // of `frames`
-    float width, height; // of the texture, px
+    SpriteFrame *frames;        // owned; of the sheet's frames, so that nothing is divided when they are drawn
+    Sint32 frame_count;         // of `frames`
+    float width, height;        // of the texture, px
+    mutable SpriteFrame beyond; // the one asked for last of those that `frames` does not have
     // A cache of the debug sheet, made by drawing it; both of it empty until then.
     mutable SDL_Texture *preview;    // owned
     mutable SDL_FPoint preview_size; // what it was made for, output pixels
@@ -38,9 +39,8 @@ bool sprite_sheet_draw(
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
 // The animation's current frame, and where sprite_sheet_draw draws what the sheet has of it. False: reported.
 struct SpritePlace {
-    const SpriteFrame *frame; // the sheet's, or `beyond`
+    const SpriteFrame *frame; // the sheet's, until the next call
     SDL_FRect dst;
-    SpriteFrame beyond; // of a frame whose number lies outside the sheet
 };
 bool sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,

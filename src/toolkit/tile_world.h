@@ -132,7 +132,8 @@ struct TileWorldView {
 };
 
 // Draws one layer, so that actors can be drawn between layers. Invisible layers are not drawn. A layer's origin is
-// rounded to whole units. Draws the same pixels whether they come from baked chunks or tile by tile.
+// rounded to whole units. At whole-number scales the same pixels are drawn from baked chunks and tile by tile, but for
+// half-transparent ones, which are rounded once more.
 // Returns false and reports the error when SDL could not draw.
 bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, const TileWorldView *view);
 // The background colour, where the map has one, and all layers.
@@ -159,9 +160,9 @@ const char *tile_world_tile_type(const TileWorld *world, Uint32 gid);           
 
 // --- collision ---
 
-// Appends a layer's collision shapes to the sets; either set may be null, if the layer has no shapes for it. From an
-// object layer: rectangles as they are, and polygons as triangles whose upper outline is floor. From a tile layer: the
-// shapes drawn on its tiles in the tileset, in all orientations, rectangles that touch merged into few.
+// Appends a layer's collision shapes to the sets; null sets are skipped. From an object layer: rectangles as they are,
+// and polygons as triangles whose upper outline is floor. From a tile layer: the shapes drawn on its tiles in the
+// tileset, in all orientations, rectangles that touch merged into few.
 // Null for `layer`: all tile layers, visible or not.
 // A slope lifts whatever is below it. So a polygon with open space right below it is refused, as are turned rectangles,
 // ellipses, capsules and polylines; points and text have no body. What is below may be in the sets already, in the
