@@ -264,6 +264,22 @@ TEST_F(TilemapTest, ChunksOfOpaqueTilesLeaveTheGapsOfTurnedOnesOpen) {
     }
 }
 
+TEST_F(TilemapTest, OneTransparentPixelKeepsAChunkBlended) {
+    for (const Uint8 alpha : {Uint8{255}, Uint8{0}}) {
+        SDL_WriteSurfacePixel(tileset.get(), 2 * TILE + 5, 3, 9, 9, 9, alpha);
+        ASSERT_TRUE(IMG_SavePNG(tileset.get(), "tiles.png"));
+        ASSERT_TRUE(load("1,2\n3,4\n"));
+        render_grid_cleanup(&grid);
+        grid = tilemap_to_render_grid(engine_renderer(), map, 2);
+        SDL_BlendMode blend = SDL_BLENDMODE_INVALID;
+        SDL_GetTextureBlendMode(render_grid_get(grid, 0, 0), &blend);
+        EXPECT_EQ(blend, alpha ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
+        clear();
+        ASSERT_TRUE(render_grid_draw(engine_renderer(), grid, {0, 0}, 1));
+        EXPECT_EQ(count_pixels(picture(), {0, 255, 0, 255}, {0, 0, 2 * TILE, 2 * TILE}), alpha ? 0 : 1);
+    }
+}
+
 TEST_F(TilemapTest, LoadingChecksTilesetAndLayerAgainstEachOther) {
     const struct {
         const char *path;
