@@ -623,6 +623,27 @@ TEST_F(TileWorldTest, ChunksShowWhatTilesShow) {
     }
 }
 
+// Moved by a few cells and back by as many pixels, the same tiles lie elsewhere in the raster of chunks.
+TEST_F(TileWorldTest, LargeTilesReachIntoTheChunksBesideThem) {
+    save_noise("maps/tall.png", 40, 50, [](int x, int y) { return (x + y) % 5 == 0 ? 0 : 255; });
+    const std::string set = "<tileset firstgid='1' name='p' tilewidth='40' tileheight='50'><tileoffset x='-9' y='7'/>"
+                            "<tile id='0'><image source='tall.png'/></tile></tileset>";
+    Random random = {std::mt19937(17)};
+    Cells plain(64 * 64), moved(71 * 69);
+    for (size_t i = 0; i < plain.size(); i++) {
+        plain[i] = random() % 3 ? 0 : (random() & 0xC0000000u) | 1;
+        moved[(i / 64 + 5) * 71 + i % 64 + 7] = plain[i];
+    }
+    for (const float corner : {150.0f, 180.0f}) {
+        const TileWorldView view = {{corner, corner, 200, 150}, 1};
+        ASSERT_TRUE(load(map_of(64, 64, set + layer_of(64, 64, plain))));
+        const Picture wanted = drawn(view);
+        ASSERT_TRUE(load(map_of(71, 69, set + layer_of(71, 69, moved, "offsetx='-56' offsety='-40'"))));
+        EXPECT_TRUE(same_pixels(drawn(view), wanted)) << corner;
+        EXPECT_TRUE(same_pixels(drawn_by_tiles(view), wanted)) << corner;
+    }
+}
+
 TEST_F(TileWorldTest, TilesStandWhereTheEditorPutsThem) {
     save_noise("maps/tall.png", 12, 20, [](int, int) { return 255; });
     const std::string sets = TILES +

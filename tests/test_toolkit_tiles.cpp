@@ -198,6 +198,14 @@ TEST_F(TilemapTest, TilesAreTurnedAndChunksShowWhatTilesShow) {
     }
 }
 
+TEST_F(TilemapTest, OneTransparentPixelKeepsAChunkBlended) {
+    SDL_WriteSurfacePixel(tileset.get(), 2 * TILE + 5, 3, 9, 9, 9, 0);
+    ASSERT_TRUE(IMG_SavePNG(tileset.get(), "tiles.png") && load("1,2\n3,4\n"));
+    grid = tilemap_to_render_grid(renderer, map, 2);
+    const Picture chunk = drawn([&] { return render_grid_draw(renderer, grid, {0, 0}, 1); });
+    EXPECT_EQ(count_pixels(chunk, GREEN, {0, 0, 2 * TILE, 2 * TILE}), 1);
+}
+
 TEST_F(TilemapTest, WhatIsNotUsableIsRefusedByName) {
     EXPECT_FALSE(tilemap_load_tileset(map, renderer, "tiles.png", 0, 8, 1));
     EXPECT_FALSE(tilemap_load_tileset(map, renderer, "tiles.png", 8, 0, 1));

@@ -31,17 +31,23 @@ _sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoin
 [[gnu::always_inline]] inline bool _sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
     SpritePlace *place) {
-    if (!sheet || !sheet->texture || !anim) return engine_error("[SPRITE_SHEET] Nothing to draw");
+    if (!sheet || !sheet->texture || !anim) {
+        engine_error("[SPRITE_SHEET] Nothing to draw");
+        return false;
+    }
     if (anim->set != sheet->set) {
-        return engine_error(
+        engine_error(
             "[SPRITE_SHEET] The animation is playing a different set from %s", sheet->set ? sheet->set->path : "");
+        return false;
     }
     const Sint32 frame = _sprite_sheet_frame(sheet->set, anim);
-    if (frame < 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
     const bool kept = frame < sheet->frame_count;
     if (!kept) sheet->beyond = _sprite_sheet_measure(sheet, frame);
-    place->frame = kept ? &sheet->frames[frame] : &sheet->beyond;
-    if (place->frame->src.w <= 0) return engine_error("[SPRITE_SHEET] The animation has no current frame");
+    if (frame >= 0) place->frame = kept ? &sheet->frames[frame] : &sheet->beyond;
+    if (frame < 0 || place->frame->src.w <= 0) {
+        engine_error("[SPRITE_SHEET] The animation has no current frame");
+        return false;
+    }
     place->dst = _sprite_sheet_dest(sheet, place->frame, pos, scale, flip);
     return true;
 }
