@@ -44,7 +44,7 @@ constexpr Scene SCENES[] = {
     {"sprite_cycle", "sprite-demo", "640x500", "3s 1"},
     {"sprite_finished", "sprite-demo", "1000x620", "Left Space key:2 1.5s 10"},
     {"sprite_again", "sprite-demo", "640x360", "Left Space 1.5s Space 0.5s 3 Space 5"},
-    {"sprite_resumed", "sprite-demo", "640x360", "Right Space 0.5s R 2.9s", TWICE},
+    {"sprite_resumed", "sprite-demo", "640x360", "Right Space 0.5s R 2.85s", TWICE},
 
     {"platformer", "platformer-demo", "800x450", "1"},
     {"platformer_run", "platformer-demo", "800x450", "+Right 40.5"},

@@ -151,7 +151,7 @@ protected:
     std::mt19937 random{9};
     TemporaryDirectory directory;
     LogCapture log;
-    Picture target{SDL_CreateSurface(VIEW_W, VIEW_H, SDL_PIXELFORMAT_RGB24)};
+    Picture target{SDL_CreateSurface(VIEW_W, VIEW_H, SDL_PIXELFORMAT_XRGB8888)};
     Picture tileset{SDL_CreateSurface(4 * TILE, 2 * TILE, SDL_PIXELFORMAT_RGBA32)};
     SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
     Tilemap *map = tilemap_new();
