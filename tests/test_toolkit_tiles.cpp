@@ -173,8 +173,8 @@ TEST_F(TilemapTest, TilesAreTurnedAndChunksShowWhatTilesShow) {
             csv += cell % cols == cols - 1 ? ",\n" : ",";
         }
         opaque = round % 2;
-        ASSERT_TRUE(load(
-            csv, static_cast<Uint32>(first_gid), opaque ? "opaque.png" : "tiles.png", oblong ? 2 * TILE : TILE));
+        ASSERT_TRUE(
+            load(csv, static_cast<Uint32>(first_gid), opaque ? "opaque.png" : "tiles.png", oblong ? 2 * TILE : TILE));
         const auto size = static_cast<float>(scale);
         tilemap_set_scale(map, size);
         EXPECT_EQ(tilemap_width(map), static_cast<float>(scale * cols * map->tile_w));
