@@ -1,10 +1,11 @@
 // Sound effects: how many seconds of sound a second of one core makes. Each preset over many seeds, and each wave.
 // And what all the sounds of the audio demo cost at once: the time its set-up takes, its files in the system's cache.
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
-#include "audio/sfx.h"
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
+#include "lumarind/audio/sfx.h"
 #include "screens/audio_demo.h"
 
 #include <SDL3/SDL_log.h>
@@ -54,7 +55,7 @@ static void audio_demo_set_up(benchmark::State &state) {
     SDL_SetLogOutputFunction([](void *, int, SDL_LogPriority, const char *) {}, nullptr);
     char program[] = "LumarindEngine", no_save[] = "--no-config-save";
     char *argv[] = {program, no_save};
-    const bool runs = main_loop_start(std::size(argv), argv) == MAIN_START_RUN;
+    const bool runs = main_loop_start(&demo_game, std::size(argv), argv) == MAIN_START_RUN;
     if (!runs) return state.SkipWithError("the engine does not start");
     for (auto _ : state) {
         const bool ok = audio_demo_setup();

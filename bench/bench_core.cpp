@@ -1,7 +1,7 @@
 // The plain calculations behind every frame.
 
-#include "engine/timestep.h"
-#include "toolkit/colliders.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/toolkit/colliders.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,14 +2,15 @@
 // The panel and captures are measured at 1280 x 720 on the software renderer, and on what the offscreen video driver
 // gives when it starts.
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
-#include "config/config.h"
 #include "diagnostics/capture_internal.h"
 #include "diagnostics/profiler.h"
 #include "diagnostics/profiler_internal.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
 #include "engine/frame.h"
+#include "lumarind/config/config.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_hints.h>
@@ -48,7 +49,7 @@ public:
         SDL_SetHintWithPriority(SDL_HINT_RENDER_DRIVER, renderer, SDL_HINT_OVERRIDE);
         char name[] = "bench", no_save[] = "--no-config-save", size[] = "--window-size", value[] = "1280x720";
         char *argv[] = {name, no_save, size, value};
-        runs = main_loop_start(4, argv) == MAIN_START_RUN;
+        runs = main_loop_start(&demo_game, 4, argv) == MAIN_START_RUN;
     }
     ~Program() {
         if (runs) main_loop_stop();

@@ -1,8 +1,9 @@
 // The physics screen: its fixed step and its frame. What is timed is a stretch of steps in each state of the scene,
 // built anew for every stretch, because a scene falls asleep while it is measured.
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
 #include "screens/physics_demo.h"
 
 #include <SDL3/SDL_render.h>
@@ -20,7 +21,7 @@ bool start_screen(const char *size) {
     SDL_strlcpy(arguments[5], size, sizeof arguments[5]);
     char *argv[6];
     for (int i = 0; i < 6; i++) argv[i] = arguments[i];
-    return main_loop_start(6, argv) == MAIN_START_RUN;
+    return main_loop_start(&demo_game, 6, argv) == MAIN_START_RUN;
 }
 
 enum SceneState { SCENE_AT_START, SCENE_WITH_DEBRIS, SCENE_ASLEEP }; // asleep: all but the ball and its chain

@@ -1,5 +1,6 @@
 // What the layer adds to Box2D 2.4: the screen's fixed step, and the same scene stepped by 2.4 itself, in turns.
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
 #include "bench_direct.h"
 #include "screens/physics_demo.h"
@@ -51,7 +52,7 @@ template <typename Work> double timed(Work work) {
 void physics_layer_share(benchmark::State &state) {
     char name[] = "LumarindEngine", save[] = "--no-config-save", screen[] = "--screen", demo[] = "physics-demo";
     char *argv[] = {name, save, screen, demo};
-    if (main_loop_start(4, argv) != MAIN_START_RUN) return state.SkipWithError("the screen did not start");
+    if (main_loop_start(&demo_game, 4, argv) != MAIN_START_RUN) return state.SkipWithError("the screen did not start");
     double layer = 0, direct = 0;
     for (auto _ : state) {
         physics_demo_rebuild();

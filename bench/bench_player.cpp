@@ -1,6 +1,6 @@
 // The player's fixed step: in the castle, and against levels of many rectangles.
 
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
 #include "player/player.h"
 
 #include <benchmark/benchmark.h>

@@ -1,9 +1,10 @@
 // What drawing one frame of each screen costs at 1280 × 720, without overlays and presenting. The renderer is SDL's
 // choice for the video driver: the software one on the dummy driver, OpenGL where SDL_VIDEO_DRIVER=offscreen has it.
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
 #include "app/screen_registry.h"
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
 
 #include <SDL3/SDL_render.h>
 #include <benchmark/benchmark.h>
@@ -17,7 +18,7 @@ static void screen_frame(benchmark::State &state) {
     SDL_strlcpy(arguments[5], NAMES[state.range(0)], sizeof arguments[5]);
     char *argv[6];
     for (int i = 0; i < 6; i++) argv[i] = arguments[i];
-    if (main_loop_start(6, argv) != MAIN_START_RUN) return state.SkipWithError("no screen");
+    if (main_loop_start(&demo_game, 6, argv) != MAIN_START_RUN) return state.SkipWithError("no screen");
     state.SetLabel(NAMES[state.range(0)]);
     const GameState screen = engine_get_state();
     for (auto _ : state) {

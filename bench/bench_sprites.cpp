@@ -2,11 +2,11 @@
 // draw the same. Only the handing over is timed, not the drawing that follows. The bare and the other loop take turns,
 // and a row's share is that of the medians.
 
-#include "engine/engine.h"
 #include "engine/setup.h"
-#include "toolkit/fireknight.h"
-#include "toolkit/sprite_batch.h"
-#include "toolkit/sprite_sheet.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/sprite_batch.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "player/fireknight.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_log.h>

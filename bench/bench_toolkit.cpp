@@ -1,13 +1,13 @@
 // Tile layers: reading them, baking them, and what a frame of a panning map costs, on the software renderer.
 
 #include "bench/repeated_castle.h"
-#include "core/storage.h"
-#include "engine/engine.h"
 #include "engine/setup.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/tile_world.h"
+#include "lumarind/toolkit/tilemap.h"
 #include "screens/castle.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/tile_world.h"
-#include "toolkit/tilemap.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_render.h>

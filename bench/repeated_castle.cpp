@@ -1,7 +1,7 @@
 #include "bench/repeated_castle.h"
 
-#include "core/storage.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/tile_grid.h"
 
 #include <SDL3/SDL_filesystem.h>
 

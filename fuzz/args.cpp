@@ -1,9 +1,9 @@
 // The command line, one word to a line.
 #include "app/args.h"
 
-#include "engine/ui_scale.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
+#include "lumarind/engine/ui_scale.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -2,7 +2,7 @@
 #include "config/config_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "input/input.h"
+#include "lumarind/input/input.h"
 
 #include <SDL3/SDL_gamepad.h>
 #include <SDL3/SDL_keyboard.h>

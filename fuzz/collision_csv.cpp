@@ -1,8 +1,8 @@
 // A collision file: its shapes, every question asked of them, and their outlines.
-#include "engine/engine.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "toolkit/colliders.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/colliders.h"
 
 #include <SDL3/SDL_render.h>
 

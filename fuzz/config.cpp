@@ -2,6 +2,7 @@
 #include "config/config_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
+#include "lumarind/input/input_actions.h"
 #include "support/temporary_directory.h"
 
 #include <cmath>
@@ -48,7 +49,7 @@ static void check_same(const Config &a, const Config &b) {
 
 int fuzz_config(const uint8_t *data, size_t size) {
     fuzz_start();
-    write_file(CFG_PATH, std::string(reinterpret_cast<const char *>(data), size));
+    write_file(cfg_path().text, std::string(reinterpret_cast<const char *>(data), size));
     fuzz_check(cfg_setup() && cfg_load(), "any file loads");
     const Config first = *config;
     fuzz_check(cfg_save(), "what was loaded can be saved");

@@ -1,8 +1,8 @@
 // A font file: opened, measured, drawn in two sizes.
-#include "engine/engine.h"
-#include "engine/text.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
 
 #include <SDL3/SDL_render.h>
 

@@ -1,11 +1,18 @@
 // libFuzzer's entry. Which target runs is told by LUMARIND_FUZZ, for the fuzzer starts itself anew with options of its
 // own.
+#include "engine/game_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+
+static constexpr Game FUZZ_GAME = {
+    .program = "lumarind_fuzz",
+    .id = "lumarind-engine",
+    .organisation = "lumarind",
+    .files = GAME_FILES_CURRENT_FOLDER};
 
 static const FuzzTarget *target;
 
@@ -23,6 +30,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
         std::fprintf(stderr, "LUMARIND_FUZZ has to name a target of targets.h\n");
         std::exit(2);
     }
+    _engine_set_game(&FUZZ_GAME);
     std::atexit(fuzz_stop);
     return 0;
 }

@@ -1,11 +1,11 @@
 // Pictures as files: a sprite sheet of 4 x 2 frames of 8 pixels, and a tileset of tiles of 8 pixels.
-#include "engine/engine.h"
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/sprite_sheet.h"
-#include "toolkit/tilemap.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "lumarind/toolkit/tilemap.h"
 
 #include <SDL3/SDL_render.h>
 

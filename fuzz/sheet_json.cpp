@@ -1,9 +1,9 @@
 // A sprite editor's JSON, and the sheet made of it with the one picture there is.
-#include "engine/engine.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "toolkit/animation_set.h"
-#include "toolkit/sprite_batch.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/sprite_batch.h"
 
 #include <SDL3/SDL_render.h>
 

@@ -1,8 +1,8 @@
 // A sound file: decoded at once or while it plays, and mixed.
-#include "audio/audio.h"
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
+#include "lumarind/audio/audio.h"
 
 #include <SDL3/SDL_properties.h>
 #include <SDL3_mixer/SDL_mixer.h>

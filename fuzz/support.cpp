@@ -1,8 +1,8 @@
 #include "fuzz/support.h"
 
-#include "core/storage.h"
 #include "core/storage_internal.h"
 #include "engine/setup.h"
+#include "lumarind/core/storage.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_filesystem.h>

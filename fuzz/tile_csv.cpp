@@ -1,7 +1,7 @@
 // A tile layer's CSV, through the tile map that loads it.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "toolkit/tilemap.h"
+#include "lumarind/toolkit/tilemap.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 // A map editor's files: the map, and behind two marks the tileset and the template that it may name.
-#include "engine/engine.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "toolkit/tile_grid.h"
-#include "toolkit/tile_world.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/tile_grid.h"
+#include "lumarind/toolkit/tile_world.h"
 
 #include <SDL3/SDL_render.h>
 

@@ -5,8 +5,9 @@
 //   LUMARIND_SOAK_SEED    from which seed (default 1)
 
 #include "app/screen_registry.h"
-#include "engine/engine.h"
-#include "engine/transition.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/transition.h"
+#include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 #include "support/log_kinds.h"
 #include "support/virtual_gamepad.h"

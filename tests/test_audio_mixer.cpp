@@ -1,10 +1,10 @@
 // The mixer on SDL's dummy driver: tracks, music, volumes, files that are not what they should be, and a machine
 // without a playback device.
 
-#include "audio/audio.h"
 #include "audio/audio_internal.h"
-#include "audio/sfx.h"
-#include "config/config.h"
+#include "lumarind/audio/audio.h"
+#include "lumarind/audio/sfx.h"
+#include "lumarind/config/config.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_audio.h>

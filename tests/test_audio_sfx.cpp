@@ -1,8 +1,8 @@
 // The synthesiser: that every build draws the same parameters from a seed and makes the same frames of them.
 
-#include "audio/sfx.h"
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
+#include "lumarind/audio/sfx.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
 

@@ -3,6 +3,7 @@
 #include "app/args.h"
 #include "config/config_internal.h"
 #include "core/log.h"
+#include "lumarind/input/input_actions.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 
@@ -17,6 +18,8 @@
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr const char *CFG_PATH = "config/lumarind-engine.ini";
 
 class ConfigTest : public ::testing::Test {
 protected:

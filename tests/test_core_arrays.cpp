@@ -1,6 +1,6 @@
 // The typed array family, through a value instance of the tests' own and the string instance.
 
-#include "core/string_array.h"
+#include "lumarind/core/string_array.h"
 #include "support/allocation_faults.h"
 #include "support/log_capture.h"
 

@@ -1,7 +1,7 @@
 // The log file behind SDL's log, and the error report.
 
-#include "core/error.h"
 #include "core/log.h"
+#include "lumarind/core/error.h"
 #include "support/allocation_faults.h"
 #include "support/temporary_directory.h"
 

@@ -1,6 +1,6 @@
 // Reading whole files from storage, and cutting text into lines. Failing allocations are left to its callers' tests.
 
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
 

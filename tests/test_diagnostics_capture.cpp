@@ -1,13 +1,13 @@
 // Captured frames: which frame is taken, what the file is called, what is in it, and what happens when it cannot be
 // written.
 
-#include "core/error.h"
-#include "diagnostics/capture.h"
 #include "diagnostics/capture_internal.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
 #include "engine/frame.h"
-#include "engine/text.h"
+#include "lumarind/core/error.h"
+#include "lumarind/diagnostics/capture.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_render.h>

@@ -1,10 +1,11 @@
 // The profiler: what the main loop records, and the panel drawn from a history made up here, against stored pictures.
 
-#include "config/config.h"
 #include "diagnostics/profiler.h"
 #include "diagnostics/profiler_internal.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
+#include "lumarind/config/config.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "screens/screen_states.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "support/stored_pictures.h"

@@ -1,14 +1,14 @@
 // The listings of docs/maps-and-sprites.md: what stands between a pair of marks here stands there word for word, and
 // does what the page says.
 
-#include "engine/engine.h"
-#include "input/input.h"
-#include "player/player_body.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/input/input.h"
+#include "lumarind/player/player_body.h"
+#include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/sprite_batch.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "lumarind/toolkit/tile_world.h"
 #include "support/engine_fixture.h"
-#include "toolkit/animation_set.h"
-#include "toolkit/sprite_batch.h"
-#include "toolkit/sprite_sheet.h"
-#include "toolkit/tile_world.h"
 
 #include <SDL3/SDL_render.h>
 

@@ -1,8 +1,9 @@
 // A frame: game state, event callbacks, hot keys, fixed steps and the frame clock.
 
-#include "engine/engine.h"
 #include "engine/frame.h"
-#include "engine/transition.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/transition.h"
+#include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_timer.h>

@@ -1,8 +1,8 @@
 // The pure calculations of the engine: UI scale, menu columns, fixed timestep.
 
-#include "engine/menu_layout.h"
-#include "engine/timestep.h"
-#include "engine/ui_scale.h"
+#include "lumarind/engine/menu_layout.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/engine/ui_scale.h"
 
 #include <gtest/gtest.h>
 

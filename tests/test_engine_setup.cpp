@@ -2,12 +2,12 @@
 // when a step fails.
 
 #include "diagnostics/profiler_internal.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
 #include "engine/frame.h"
 #include "engine/setup.h"
-#include "engine/text.h"
-#include "input/input.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
 

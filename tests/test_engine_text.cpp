@@ -1,8 +1,8 @@
 // Drawing spaces, fonts, texts and the FPS read-out.
 
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/text.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
 #include "support/engine_fixture.h"
 #include "support/stored_pictures.h"
 

@@ -1,8 +1,9 @@
 // The fade between screens, through the running program.
 
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/transition.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/transition.h"
+#include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_render.h>

@@ -1,8 +1,8 @@
 // Bindings from text, and the delivery of presses: each once to the frame, once to the fixed steps.
 
-#include "config/config.h"
-#include "engine/timestep.h"
-#include "input/input.h"
+#include "lumarind/config/config.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/input/input.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_keyboard.h>

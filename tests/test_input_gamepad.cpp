@@ -1,6 +1,6 @@
 // Controllers plugged into SDL and out again, through the running program.
 
-#include "input/gamepad.h"
+#include "lumarind/input/gamepad.h"
 #include "support/engine_fixture.h"
 #include "support/stored_pictures.h"
 #include "support/virtual_gamepad.h"

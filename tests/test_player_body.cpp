@@ -1,6 +1,6 @@
 // The player's box on random levels: what holds wherever it moves, and a record of where it gets to.
 
-#include "player/player_body.h"
+#include "lumarind/player/player_body.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // The castle as it is played: along both ways to the throne, and along every way there is.
 
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/colliders.h"
+#include "lumarind/toolkit/geometry.h"
 #include "player/player.h"
 #include "support/castle_routes.h"
 #include "support/log_capture.h"
 #include "support/temporary_directory.h"
-#include "toolkit/colliders.h"
-#include "toolkit/geometry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,10 @@
 // The audio demo as it is heard: the tracks of the mixer after a user's keys. How it looks: the stored pictures.
 
-#include "audio/audio.h"
 #include "audio/audio_internal.h"
-#include "audio/sfx.h"
-#include "engine/engine.h"
+#include "lumarind/audio/audio.h"
+#include "lumarind/audio/sfx.h"
+#include "lumarind/engine/engine.h"
+#include "screens/screen_states.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 

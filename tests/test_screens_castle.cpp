@@ -1,8 +1,8 @@
 // The castle that three screens show, when the renderer loses what it has drawn.
 
+#include "lumarind/toolkit/render_grid.h"
 #include "screens/castle.h"
 #include "support/engine_fixture.h"
-#include "toolkit/render_grid.h"
 
 #include <SDL3/SDL_render.h>
 

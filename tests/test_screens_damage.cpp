@@ -3,7 +3,8 @@
 //   LUMARIND_DAMAGE_SEED        what the damage is drawn from (default 1)
 //   LUMARIND_DAMAGE_EVERYWHERE  when set, all screens are visited for each file
 
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
+#include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 #include "support/log_kinds.h"
 

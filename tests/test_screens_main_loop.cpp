@@ -1,8 +1,11 @@
 // The program's spine: start screens, switches, quitting, every failed start, and screens without their assets.
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
 #include "app/screen_registry.h"
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "screens/screen_states.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
@@ -17,7 +20,7 @@ protected:
         std::vector<char *> argv;
         for (std::string &word : words) argv.push_back(word.data());
         sdl_calls.clear();
-        return SDL_main(static_cast<int>(argv.size()), argv.data());
+        return engine_run(&demo_game, static_cast<int>(argv.size()), argv.data());
     }
 };
 

@@ -1,6 +1,7 @@
 // Where the main menu leads, by keyboard, mouse and gamepad.
 
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
+#include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 
 namespace {

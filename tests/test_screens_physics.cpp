@@ -1,6 +1,6 @@
 // The physics demo: its scene over time, and what the user does to it. How it is drawn: the stored pictures.
 
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
 #include "screens/physics_demo.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"

@@ -1,6 +1,8 @@
 // The playable castle: latched presses, health, falls, and levels that cannot be played.
 
 #include "app/screen_registry.h"
+#include "lumarind/engine/game.h"
+#include "screens/screen_states.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 

@@ -1,11 +1,11 @@
 // Animation clips, and sprite sheets that do or do not fit their set.
 
+#include "lumarind/toolkit/reload.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "player/fireknight.h"
 #include "support/log_capture.h"
 #include "support/picture.h"
 #include "support/temporary_directory.h"
-#include "toolkit/fireknight.h"
-#include "toolkit/reload.h"
-#include "toolkit/sprite_sheet.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3_image/SDL_image.h>

@@ -1,12 +1,12 @@
 // Sprite sheets as a sprite editor exports them: what is read, what is refused, and that trimmed frames show what whole
 // ones do.
 
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/sprite_batch.h"
+#include "player/fireknight.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-#include "toolkit/animation_set.h"
-#include "toolkit/fireknight.h"
-#include "toolkit/sprite_batch.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3_image/SDL_image.h>

@@ -1,7 +1,7 @@
 // The camera's properties on random walks, and the generator that games draw from.
 
-#include "core/random.h"
-#include "toolkit/camera.h"
+#include "lumarind/core/random.h"
+#include "lumarind/toolkit/camera.h"
 
 #include <gtest/gtest.h>
 

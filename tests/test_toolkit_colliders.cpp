@@ -1,10 +1,10 @@
 // The collision file, the questions asked of what is in it, and its outlines.
 
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/colliders.h"
 #include "support/log_capture.h"
 #include "support/stored_pictures.h"
 #include "support/temporary_directory.h"
-#include "toolkit/colliders.h"
 
 #include <SDL3/SDL_render.h>
 

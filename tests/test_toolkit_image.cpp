@@ -1,8 +1,8 @@
 // Pictures of each kind, and those that ask for more than there is.
 
+#include "lumarind/toolkit/image.h"
 #include "support/picture.h"
 #include "support/temporary_directory.h"
-#include "toolkit/image.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

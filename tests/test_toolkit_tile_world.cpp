@@ -1,13 +1,13 @@
 // Maps of a map editor: what is read from their files, what is refused and how it is said, the collision shapes, and
 // the drawing, which gives the same pixels baked and tile by tile.
 
-#include "core/error.h"
-#include "engine/engine.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/tilemap.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-#include "toolkit/render_grid.h"
 #include "toolkit/tile_world_internal.h"
-#include "toolkit/tilemap.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_render.h>

@@ -1,12 +1,12 @@
 // Tile layers from CSV, GIDs, ranges, and the drawing of maps: orientations, chunks, culling, seams.
 
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/reload.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/tilemap.h"
 #include "support/log_capture.h"
 #include "support/picture.h"
 #include "support/temporary_directory.h"
-#include "toolkit/reload.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/tilemap.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3_image/SDL_image.h>

@@ -1,10 +1,10 @@
 // Drawing that leaves out what nobody sees, against drawing all of it.
 
+#include "lumarind/toolkit/sprite_batch.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "player/fireknight.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
-#include "toolkit/fireknight.h"
-#include "toolkit/sprite_batch.h"
-#include "toolkit/sprite_sheet.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_render.h>

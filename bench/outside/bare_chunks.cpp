@@ -2,9 +2,9 @@
 // window of 1280 × 720.
 //   lumarind_bare_chunks FRAMES
 
-#include "core/storage.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/tilemap.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/tilemap.h"
 
 #include <SDL3/SDL.h>
 

@@ -5,8 +5,8 @@
 // Frames are counted in processor time of all threads, drawn to their end.
 
 #include "bench/repeated_castle.h"
-#include "core/storage.h"
-#include "toolkit/tile_world.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/tile_world.h"
 
 #include <SDL3/SDL.h>
 

@@ -1,6 +1,7 @@
 #include "app/args.h"
 
-#include "engine/ui_scale.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/ui_scale.h"
 
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_stdinc.h>
@@ -85,14 +86,26 @@ static const Option *_args_find_option(const char *name) {
     return nullptr;
 }
 
+// One of the game's own options, with its value.
+static ArgsResult _args_take_game_option(int argc, char *argv[], int *index) {
+    const char *name = argv[*index];
+    const Game *game = engine_game();
+    for (int i = 0; i < game->option_count; i++) {
+        const GameOption &option = game->options[i];
+        if (SDL_strcmp(option.name, name) != 0) continue;
+        const char *value = option.value_name ? args_take_value(name, argc, argv, index) : nullptr;
+        if (option.value_name && !value) return ARGS_FAILED;
+        return option.apply(value) ? ARGS_RUN : ARGS_FAILED;
+    }
+    SDL_LogError(SDL_LOG_CATEGORY_APPLICATION, "[ARGS] Unknown argument: %s", name);
+    return ARGS_FAILED;
+}
+
 // Takes the option at *index and its value.
 static ArgsResult _args_take_option(int argc, char *argv[], int *index) {
     const char *name = argv[*index];
     const Option *option = _args_find_option(name);
-    if (!option) {
-        SDL_LogError(SDL_LOG_CATEGORY_APPLICATION, "[ARGS] Unknown argument: %s", name);
-        return ARGS_FAILED;
-    }
+    if (!option) return _args_take_game_option(argc, argv, index);
     if (!option->apply) return ARGS_HELP;
     const char *value = nullptr;
     if (option->takes_value) {
@@ -113,10 +126,18 @@ ArgsResult args_parse(int argc, char *argv[]) {
     return ARGS_RUN;
 }
 
+static void _args_print_game_option(const GameOption &option) {
+    constexpr int HELP_COLUMN = 22;
+    char name[128] = {};
+    SDL_snprintf(name, sizeof name, option.value_name ? "%s <%s>" : "%s", option.name, option.value_name);
+    std::printf("  %-*s%s\n", HELP_COLUMN, name, option.help);
+}
+
 void args_print_usage() {
-    std::printf("Usage: LumarindEngine [options]\n");
+    const Game *game = engine_game();
+    std::printf("Usage: %s [options]\n", game->program);
     std::printf("\n");
-    std::printf("  --no-config-save      Run without writing config/lumarind-engine.ini on exit.\n");
+    std::printf("  --no-config-save      Run without writing config/%s.ini on exit.\n", game->id);
     std::printf("  --screen <name>       Open this screen instead of the main menu.\n");
     std::printf("  --capture-at <n>      Save a capture of frame n.\n");
     std::printf("  --capture-every <n>   Save a capture every n frames.\n");
@@ -124,6 +145,7 @@ void args_print_usage() {
     std::printf("  --window-size <WxH>   Override the window size, without saving it.\n");
     std::printf(
         "  --ui-scale <n>        Override the UI scale (%d to %d), without saving it.\n", UI_SCALE_MIN, UI_SCALE_MAX);
+    for (int i = 0; i < game->option_count; i++) _args_print_game_option(game->options[i]);
     std::printf("  -h, --help            Show this help and exit.\n");
     std::fflush(stdout);
 }

@@ -1,7 +1,12 @@
-// The platform's entry point: hands over to SDL_main, which SDL_main.h declares and main_loop.cpp defines.
+// The entry points of the demonstration.
+
+#include "app/demo_game.h"
+#include "lumarind/engine/game.h"
 
 #define SDL_MAIN_HANDLED // the entry points below are ours
 #include <SDL3/SDL_main.h>
+
+extern "C" int SDL_main(int argc, char *argv[]) { return engine_run(&demo_game, argc, argv); }
 
 #ifdef _WIN32
 #include <windows.h>

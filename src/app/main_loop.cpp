@@ -2,37 +2,42 @@
 
 #include "app/args.h"
 #include "app/screen_registry.h"
-#include "core/error.h"
+#include "core/files_internal.h"
 #include "core/log.h"
 #include "diagnostics/frame_profile.h"
 #include "diagnostics/profiler.h"
-#include "engine/engine.h"
 #include "engine/frame.h"
+#include "engine/game_internal.h"
 #include "engine/setup.h"
-#include "engine/text.h"
-#include "engine/transition.h"
-#include "input/input.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/files.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/transition.h"
+#include "lumarind/input/input.h"
 
+#include <SDL3/SDL_error.h>
 #include <SDL3/SDL_messagebox.h>
-
-static constexpr const char *TITLE = "Lumarind Engine v0.0.1";
-static constexpr const char *START_FAILED_TEXT =
-    "Lumarind Engine could not start. See lumarind-engine.log in this folder for the reason.";
-
-static constexpr const char *UI_FONT_PATH = "assets/fonts/EuroStyle Normal.ttf";
-static constexpr float UI_FONT_SIZE = 32;
-static constexpr float HEADING_FONT_SIZE = 48;
 
 // --- start ---
 
-static int startup_failed() {
-    SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, TITLE, START_FAILED_TEXT, nullptr);
+static int startup_failed(const Game *game) {
+    FilePath log = {};
+    SDL_snprintf(log.text, sizeof log.text, "%s.log", game->id);
+    const bool here = game->files == GAME_FILES_CURRENT_FOLDER;
+    char text[2 * FILE_PATH_SIZE];
+    SDL_snprintf(
+        text, sizeof text, "%s could not start. See %s%s for the reason.", game->name,
+        here ? log.text : files_user(log.text).text, here ? " in this folder" : "");
+    SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, game->title, text, nullptr);
     log_cleanup();
     return 1;
 }
 
 static bool shared_fonts_setup() {
-    TTF_Font *ui = font_open(UI_FONT_PATH, UI_FONT_SIZE);
+    const Game *game = engine_game();
+    if (!game->ui_font) return true;
+    TTF_Font *ui = font_open(game->ui_font, game->ui_font_size);
     if (!ui) return false;
     if (engine_add_font(ui) != SHARED_FONT_UI) {
         font_cleanup(ui);
@@ -44,7 +49,7 @@ static bool shared_fonts_setup() {
         font_cleanup(heading);
         return engine_error("[MAIN] Shared heading font did not land at SHARED_FONT_UI_HEADING");
     }
-    return font_set_size(heading, HEADING_FONT_SIZE);
+    return font_set_size(heading, game->heading_font_size);
 }
 
 static bool _main_first_screen_setup(GameState start) {
@@ -54,14 +59,21 @@ static bool _main_first_screen_setup(GameState start) {
     return false;
 }
 
-MainStart main_loop_start(int argc, char *argv[]) {
-    log_setup(); // first: the file is there before anything can fail
+MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
+    _engine_set_game(game);
+    const bool has_folders = files_setup();
+    log_setup(); // before anything that can fail: the file is there
+    if (!has_folders) {
+        engine_error("[FILES] There is no folder for the user's files, error: %s", SDL_GetError());
+        return MAIN_START_FAILED;
+    }
+    files_log();
     const ArgsResult result = args_parse(argc, argv);
     if (result == ARGS_HELP) return MAIN_START_HELP;
     if (result == ARGS_FAILED) return MAIN_START_FAILED;
     const GameState start = resolve_start_screen();
     if (start == GAME_STATE_NONE) return MAIN_START_FAILED;
-    if (!engine_start(TITLE)) return MAIN_START_FAILED;
+    if (!engine_start(game->title)) return MAIN_START_FAILED;
     if (!shared_fonts_setup() || !_main_first_screen_setup(start)) {
         engine_stop();
         return MAIN_START_FAILED;
@@ -81,12 +93,14 @@ static bool _main_switch_screen(GameState state) {
     return true;
 }
 
+static bool _main_has_to_switch(GameState state) { return state != engine_get_prev_state() || engine_take_restart(); }
+
 static void _main_run_fixed_steps(GameState state) {
     profiler_mark(PHASE_FIX);
     const double dt = engine_fixed_delta();
     while (engine_fixed_step_consume()) {
         input_fixed_step_begin();
-        screen_fixed_update(state, dt);
+        if (!engine_is_paused()) screen_fixed_update(state, dt);
         transition_fixed_update(dt);
         input_fixed_step_end();
         profiler_count_step();
@@ -97,7 +111,7 @@ bool main_loop_frame() {
     engine_frame_start();
     engine_event_poll();
     const GameState state = engine_get_state();
-    if (state != engine_get_prev_state() && !_main_switch_screen(state)) return false;
+    if (_main_has_to_switch(state) && !_main_switch_screen(state)) return false;
     _main_run_fixed_steps(state);
     profiler_mark(PHASE_TICK);
     screen_tick(state);
@@ -117,13 +131,18 @@ void main_loop_stop() {
     log_cleanup();
 }
 
-extern "C" int SDL_main(int argc, char *argv[]) {
-    switch (main_loop_start(argc, argv)) {
+int engine_run(const Game *game, int argc, char *argv[]) {
+    if (const char *problem = _engine_game_problem(game)) {
+        engine_error("[MAIN] The game's record is not usable: %s", problem);
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, "The game's record is not usable", problem, nullptr);
+        return 1;
+    }
+    switch (main_loop_start(game, argc, argv)) {
     case MAIN_START_HELP:
         log_cleanup();
         return 0;
     case MAIN_START_FAILED:
-        return startup_failed();
+        return startup_failed(game);
     case MAIN_START_RUN:
         break;
     }

@@ -1,7 +1,8 @@
-#include "audio/audio.h"
+#include "lumarind/audio/audio.h"
 
 #include "audio/audio_internal.h"
-#include "core/error.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/files.h"
 
 #include <SDL3/SDL_audio.h>
 #include <SDL3/SDL_error.h>
@@ -19,7 +20,7 @@ static constexpr int AUDIO_RATE_MAX = 768000; // Hz
 static constexpr int AUDIO_FRAMES_MIN = 2;
 static constexpr const char *AUDIO_TOO_SHORT = "there is no sound in it";
 
-AudioState *audio;
+AudioState *lumarind::audio;
 
 static float _audio_clamp(float volume) {
     if (!(volume >= 0)) return 0; // not a number, too: it would silence the mixer for good
@@ -217,7 +218,7 @@ static MIX_Audio *_audio_load_io(SDL_IOStream *file, bool predecode) {
 }
 
 static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
-    SDL_IOStream *file = SDL_IOFromFile(path, "rb");
+    SDL_IOStream *file = SDL_IOFromFile(files_asset(path).text, "rb");
     if (!file) return nullptr;
     MIX_Audio *sound = _audio_load_io(file, predecode);
     SDL_CloseIO(file);

@@ -4,7 +4,7 @@
 // Without a playback device the program runs on, silently, on SDL's dummy driver.
 #pragma once
 
-#include "config/config.h"
+#include "lumarind/config/config.h"
 
 struct MIX_Audio;
 

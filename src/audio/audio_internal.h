@@ -4,7 +4,7 @@
 struct MIX_Mixer;
 struct MIX_Track;
 
-inline constexpr int AUDIO_SFX_TRACKS = 16;
+constexpr int AUDIO_SFX_TRACKS = 16;
 
 struct AudioState {
     MIX_Mixer *mixer;
@@ -12,4 +12,7 @@ struct AudioState {
     MIX_Track *sfx[AUDIO_SFX_TRACKS]; // each tagged "sfx"
     bool library_started;             // MIX_Quit is owed
 };
+namespace lumarind {
 extern AudioState *audio; // null: not set up
+}
+using lumarind::audio;

@@ -1,9 +1,9 @@
-#include "audio/sfx.h"
+#include "lumarind/audio/sfx.h"
 
-#include "audio/audio.h"
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
-#include "core/error.h"
+#include "lumarind/audio/audio.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 

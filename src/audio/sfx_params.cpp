@@ -6,7 +6,7 @@ static constexpr Uint32 SIGNED_FIELDS = 0x25A4C0; // those that go down to -1
 
 // --- random numbers ---
 
-Uint64 sfx_rng_state;
+Uint64 lumarind::sfx_rng_state;
 
 int sfx_random(int n) { return SDL_rand_r(&sfx_rng_state, n); }
 

@@ -45,7 +45,10 @@ inline constexpr int SFX_PARAM_COUNT = 22; // the floats
 static_assert(sizeof(SfxParams) == sizeof(Sint32) + SFX_PARAM_COUNT * sizeof(float), "sfx_mutate counts through them");
 
 // --- random numbers ---
+namespace lumarind {
 extern Uint64 sfx_rng_state;
+}
+using lumarind::sfx_rng_state;
 
 int sfx_random(int n);   // 0 to n - 1
 float frnd(float range); // 0 to range, in 10000 steps

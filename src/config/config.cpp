@@ -1,8 +1,9 @@
-#include "config/config.h"
+#include "lumarind/config/config.h"
 
 #include "app/args.h"
 #include "config/config_internal.h"
-#include "core/error.h"
+#include "lumarind/core/error.h"
+#include "lumarind/input/input_actions.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -17,17 +18,17 @@
 #include <filesystem>
 #include <iterator>
 
-Config *config;
+Config *lumarind::config;
 
-const char *const cfg_audio_volume_keys[AUDIO_BUS_COUNT] = {"master_volume", "music_volume", "sfx_volume"};
+const char *const lumarind::cfg_audio_volume_keys[AUDIO_BUS_COUNT] = {"master_volume", "music_volume", "sfx_volume"};
 
 // --- the file's keys, in the order they are written ---
 
-enum KeyKind { KEY_BOOL, KEY_INT, KEY_FLOAT, KEY_DIRECTORY, KEY_FORMAT, KEY_BINDINGS, KEY_VOLUMES };
+enum KeyKind { KEY_BOOL, KEY_INT, KEY_FLOAT, KEY_DIRECTORY, KEY_FORMAT, KEY_BINDINGS, KEY_VOLUMES, KEY_SETTINGS };
 
 struct KeyRow {
     const char *section = "";
-    const char *key = ""; // empty for the two kinds that stand for a key per action or bus
+    const char *key = ""; // empty for the kinds that stand for a key per action, bus or setting
     KeyKind kind = KEY_BOOL;
     bool Config::*flag = nullptr;
     Sint32 Config::*number = nullptr;
@@ -55,12 +56,13 @@ static constexpr KeyRow KEY_ROWS[] = {
     {.section = "gamepad", .key = "deadzone", .kind = KEY_FLOAT, .real = &Config::deadzone},
     {.section = "input", .kind = KEY_BINDINGS},
     {.section = "audio", .kind = KEY_VOLUMES},
+    {.section = "game", .kind = KEY_SETTINGS},
 };
 
 static const KeyRow *_cfg_find_row(const char *section, const char *name) {
     for (const KeyRow &row : KEY_ROWS) {
         if (SDL_strcmp(row.section, section) != 0) continue;
-        if (row.kind == KEY_BINDINGS || row.kind == KEY_VOLUMES || SDL_strcmp(row.key, name) == 0) return &row;
+        if (!*row.key || SDL_strcmp(row.key, name) == 0) return &row;
     }
     return nullptr;
 }
@@ -78,17 +80,24 @@ void cfg_cleanup() {
     config = nullptr;
 }
 
+FilePath cfg_path() {
+    FilePath name = {};
+    SDL_snprintf(name.text, sizeof name.text, "%s/%s.ini", CFG_DIRECTORY, engine_game()->id);
+    return files_user(name.text);
+}
+
 void cfg_set_defaults() {
+    const Game *game = engine_game();
     *config = Config{
         .x = 200,
         .y = 400,
-        .width = 800,
-        .height = 450,
+        .width = game->window_width,
+        .height = game->window_height,
         .resizable = true,
         .fullscreen = false,
         .maximized = false,
         .borderless = false,
-        .show_fps = true,
+        .show_fps = game->show_fps,
         .show_frame_time_graph = false,
         .vsync_enable = true,
         .fps_limit = 0,
@@ -101,10 +110,14 @@ void cfg_set_defaults() {
         .deadzone = 0.15f,
         .bindings = {},
         .volumes = {0.8f, 0.6f, 0.8f},
+        .settings = {},
         .load_failed = config->load_failed,
     };
-    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
+    for (int action = 0; action < input_action_count(); action++) {
         cfg_set_input_bindings(action, input_default_bindings_text(action));
+    }
+    for (int i = 0; i < game->setting_count; i++) {
+        SDL_strlcpy(config->settings[i], game->settings[i].value, CFG_SETTING_SIZE);
     }
 }
 
@@ -159,6 +172,21 @@ static bool _cfg_load_volume(Config *record, const char *name, const char *value
     return true;
 }
 
+static int _cfg_setting_index(const char *name) {
+    const Game *game = engine_game();
+    for (int i = 0; i < game->setting_count; i++) {
+        if (SDL_strcmp(game->settings[i].name, name) == 0) return i;
+    }
+    return -1;
+}
+
+static bool _cfg_load_setting(Config *record, const char *name, const char *value) {
+    const int index = _cfg_setting_index(name);
+    if (index < 0) return false;
+    SDL_strlcpy(record->settings[index], value, CFG_SETTING_SIZE);
+    return true;
+}
+
 int cfg_load_handler(void *user, const char *section, const char *name, const char *value) {
     auto *record = static_cast<Config *>(user);
     const KeyRow *row = _cfg_find_row(section, name);
@@ -183,6 +211,8 @@ int cfg_load_handler(void *user, const char *section, const char *name, const ch
         return _cfg_load_bindings(record, name, value);
     case KEY_VOLUMES:
         return _cfg_load_volume(record, name, value);
+    case KEY_SETTINGS:
+        return _cfg_load_setting(record, name, value);
     }
     return 1;
 }
@@ -190,20 +220,21 @@ int cfg_load_handler(void *user, const char *section, const char *name, const ch
 // Opened once: a look beforehand could fail, or find, what the opening does not.
 bool cfg_load() {
     cfg_set_defaults();
-    std::FILE *file = std::fopen(CFG_PATH, "r");
+    const FilePath path = cfg_path();
+    std::FILE *file = std::fopen(path.text, "r");
     config->load_failed = !file && errno != ENOENT;
     if (!file && !config->load_failed) {
-        SDL_Log("[CONFIG] Config file not found: %s", CFG_PATH);
-        if (args_config_save_enabled()) SDL_Log("[CONFIG] Creating new config file: %s", CFG_PATH);
+        SDL_Log("[CONFIG] Config file not found: %s", path.text);
+        if (args_config_save_enabled()) SDL_Log("[CONFIG] Creating new config file: %s", path.text);
         cfg_save(); // a first start that cannot write goes on with the defaults
         return true;
     }
-    SDL_Log("[CONFIG] Loading config file: %s", CFG_PATH);
+    SDL_Log("[CONFIG] Loading config file: %s", path.text);
     if (file) { // to the reader a failing read is the file's end
         config->load_failed = ini_parse_file(file, cfg_load_handler, config) < 0 || std::ferror(file);
         std::fclose(file);
     }
-    return !config->load_failed || engine_error("[CONFIG] Error loading/parsing config file: %s", CFG_PATH);
+    return !config->load_failed || engine_error("[CONFIG] Error loading/parsing config file: %s", path.text);
 }
 
 // --- saving ---
@@ -244,17 +275,17 @@ static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *val
     return SDL_IOprintf(file, "%s%s%s\n", key, between, value) > 0;
 }
 
-// Bindings may come from the program as well, with what a file has no room for: line ends, and blanks before a ';'.
-// Around a name neither counts.
-static bool _cfg_write_bindings(SDL_IOStream *file, int action) {
-    char text[CFG_BINDINGS_SIZE] = {};
+// A text that may come from the program as well, with what a file has no room for: line ends, and blanks before a ';'.
+// Around a binding's name neither counts.
+static bool _cfg_write_line(SDL_IOStream *file, const char *key, const char *value) {
+    char text[SDL_max(CFG_BINDINGS_SIZE, CFG_SETTING_SIZE)] = {};
     size_t length = 0;
-    for (const char *at = config->bindings[action]; *at; at++) {
+    for (const char *at = value; *at; at++) {
         while (*at == ';' && length > 0 && SDL_isspace(static_cast<unsigned char>(text[length - 1]))) length--;
         text[length++] = *at == '\n' ? ' ' : *at;
     }
     text[length] = '\0';
-    return _cfg_write_text(file, input_action_name(action), text);
+    return _cfg_write_text(file, key, text);
 }
 
 static bool _cfg_write_row(SDL_IOStream *file, const KeyRow &row) {
@@ -272,12 +303,19 @@ static bool _cfg_write_row(SDL_IOStream *file, const KeyRow &row) {
     case KEY_FORMAT:
         return line(capture_format_to_string(config->capture_format));
     case KEY_BINDINGS:
-        for (int i = 0; i < INPUT_ACTION_COUNT; i++) ok = _cfg_write_bindings(file, i) && ok;
+        for (int i = 0; i < input_action_count(); i++) {
+            ok = _cfg_write_line(file, input_action_name(i), config->bindings[i]) && ok;
+        }
         return ok;
     case KEY_VOLUMES:
         for (int i = 0; i < AUDIO_BUS_COUNT; i++) {
             const double volume = static_cast<double>(config->volumes[i]);
             ok = SDL_IOprintf(file, "%s = %.2f\n", cfg_audio_volume_keys[i], volume) > 0 && ok;
+        }
+        return ok;
+    case KEY_SETTINGS:
+        for (int i = 0; i < engine_game()->setting_count; i++) {
+            ok = _cfg_write_line(file, engine_game()->settings[i].name, config->settings[i]) && ok;
         }
         return ok;
     }
@@ -288,6 +326,7 @@ static bool _cfg_write_rows(SDL_IOStream *file) {
     const char *section = "";
     bool ok = true;
     for (const KeyRow &row : KEY_ROWS) {
+        if (row.kind == KEY_SETTINGS && engine_game()->setting_count == 0) continue;
         if (SDL_strcmp(section, row.section) != 0) {
             ok = SDL_IOprintf(file, "%s[%s]\n", *section ? "\n" : "", row.section) > 0 && ok;
             section = row.section;
@@ -310,7 +349,7 @@ static bool _cfg_write_file(SDL_IOStream *file) { // null: it could not be opene
 // that takes no other file, or a file that cannot be renamed over (a mount of its own), has it written in place.
 static bool _cfg_replace_file() {
     std::error_code error;
-    fs::path path = CFG_PATH;
+    fs::path path = cfg_path().text;
     if (!_cfg_resolve_links(&path)) return false;
     const fs::file_status old = fs::status(path, error);
     if (!_cfg_may_write(path, old.type())) return false;
@@ -327,19 +366,20 @@ static bool _cfg_replace_file() {
 
 bool cfg_save() {
     if (!config) return false;
+    const FilePath path = cfg_path(), directory = files_user(CFG_DIRECTORY);
     if (config->load_failed) {
-        SDL_Log("[CONFIG] The settings were not read, not writing: %s", CFG_PATH);
+        SDL_Log("[CONFIG] The settings were not read, not writing: %s", path.text);
         return false;
     }
     if (!args_config_save_enabled()) {
-        SDL_Log("[CONFIG] --no-config-save given, not writing: %s", CFG_PATH);
+        SDL_Log("[CONFIG] --no-config-save given, not writing: %s", path.text);
         return true;
     }
-    if (!SDL_CreateDirectory(CFG_DIRECTORY)) {
-        return engine_error("[CONFIG] Unable to create directory: %s, error: %s", CFG_DIRECTORY, SDL_GetError());
+    if (!SDL_CreateDirectory(directory.text)) {
+        return engine_error("[CONFIG] Unable to create directory: %s, error: %s", directory.text, SDL_GetError());
     }
-    if (!_cfg_replace_file()) return engine_error("[CONFIG] Error writing config file: %s", CFG_PATH);
-    SDL_Log("[CONFIG] Config file saved: %s", CFG_PATH);
+    if (!_cfg_replace_file()) return engine_error("[CONFIG] Error writing config file: %s", path.text);
+    SDL_Log("[CONFIG] Config file saved: %s", path.text);
     return true;
 }
 
@@ -407,3 +447,25 @@ void cfg_set_input_bindings(int action, const char *text) {
 
 float cfg_get_audio_volume(int bus) { return config->volumes[bus]; }
 void cfg_set_audio_volume(int bus, float volume) { config->volumes[bus] = volume; }
+
+// --- the game's own settings ---
+
+const char *cfg_get_setting(const char *name) {
+    const int index = config ? _cfg_setting_index(name) : -1;
+    return index < 0 ? "" : config->settings[index];
+}
+
+bool cfg_set_setting(const char *name, const char *value) {
+    const int index = config ? _cfg_setting_index(name) : -1;
+    if (index < 0) return engine_error("[CONFIG] The game has no setting of this name: %s", name);
+    SDL_strlcpy(config->settings[index], value, CFG_SETTING_SIZE);
+    return true;
+}
+
+double cfg_get_setting_number(const char *name) { return SDL_strtod(cfg_get_setting(name), nullptr); }
+
+bool cfg_set_setting_number(const char *name, double value) {
+    char text[32] = {};
+    SDL_snprintf(text, sizeof text, "%.9g", value);
+    return cfg_set_setting(name, text);
+}

@@ -1,10 +1,10 @@
-// config: every persistent setting, in one record, read from and written back to config/lumarind-engine.ini in the
-// current directory. Main thread only.
+// config: every persistent setting, in one record, read from and written back to config/<id>.ini, <id> being the
+// game's, among the user's files. Main thread only.
 // The record holds values as they were parsed; whoever uses one checks its range. The getters and setters may be
 // called only between cfg_setup and cfg_cleanup, and with valid action and bus numbers.
 #pragma once
 
-#include "diagnostics/capture_format.h"
+#include "lumarind/diagnostics/capture_format.h"
 
 enum AudioBus {
     AUDIO_BUS_MASTER,
@@ -63,3 +63,9 @@ const char *cfg_get_input_bindings(int action);            // the stored text it
 void cfg_set_input_bindings(int action, const char *text); // cut to 127 characters
 float cfg_get_audio_volume(int bus);                       // not clamped
 void cfg_set_audio_volume(int bus, float volume);
+
+// --- the game's own settings, by the names in its record, as texts of up to 127 characters or as numbers ---
+const char *cfg_get_setting(const char *name);             // "" for no setting's name
+double cfg_get_setting_number(const char *name);           // 0 where there is none
+bool cfg_set_setting(const char *name, const char *value); // false, reported: the game has no setting of this name
+bool cfg_set_setting_number(const char *name, double value);

@@ -1,16 +1,17 @@
 // What the configuration's tests reach into.
 #pragma once
 
-#include "config/config.h"
-#include "input/input_actions.h"
+#include "lumarind/config/config.h"
+#include "lumarind/core/files.h"
+#include "lumarind/engine/game.h"
 
 #include <SDL3/SDL_stdinc.h>
 
-inline constexpr const char *CFG_DIRECTORY = "config";
-inline constexpr const char *CFG_PATH = "config/lumarind-engine.ini";
-inline constexpr int CFG_CAPTURE_DIRECTORY_SIZE = 256; // with the terminating NUL, as below
-inline constexpr int CFG_BINDINGS_SIZE = 128;
-inline constexpr size_t CFG_LINE_MAX = 199; // characters inih reads of a line
+constexpr const char *CFG_DIRECTORY = "config";
+constexpr int CFG_CAPTURE_DIRECTORY_SIZE = 256; // with the terminating NUL, as below
+constexpr int CFG_BINDINGS_SIZE = 128;
+constexpr int CFG_SETTING_SIZE = 128;
+constexpr size_t CFG_LINE_MAX = 199; // characters inih reads of a line
 
 struct Config {
     Sint32 x, y, width, height;
@@ -23,12 +24,21 @@ struct Config {
     Sint32 jpeg_quality;
     bool include_fps;
     float deadzone;
-    char bindings[INPUT_ACTION_COUNT][CFG_BINDINGS_SIZE];
+    char bindings[GAME_MAX_ACTIONS][CFG_BINDINGS_SIZE];
     float volumes[AUDIO_BUS_COUNT];
+    char settings[GAME_MAX_SETTINGS][CFG_SETTING_SIZE]; // of the game's own
     bool load_failed; // the file holds settings that are not in here: it is not written
 };
+namespace lumarind {
 extern Config *config; // null: not set up
+}
+using lumarind::config;
+namespace lumarind {
 extern const char *const cfg_audio_volume_keys[AUDIO_BUS_COUNT];
+}
+using lumarind::cfg_audio_volume_keys;
+
+FilePath cfg_path(); // of the configuration file
 
 // inih's handler; `user` is the record. 1: the pair was recognised.
 int cfg_load_handler(void *user, const char *section, const char *name, const char *value);

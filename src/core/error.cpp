@@ -1,4 +1,4 @@
-#include "core/error.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_log.h>
 

@@ -1,5 +1,8 @@
 #include "core/log.h"
 
+#include "lumarind/core/files.h"
+#include "lumarind/engine/game.h"
+
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_iostream.h>
 #include <SDL3/SDL_log.h>
@@ -44,7 +47,9 @@ void log_setup() {
         if (!user_decides && SDL_GetLogPriority(category) > SDL_LOG_PRIORITY_WARN)
             SDL_SetLogPriority(category, SDL_LOG_PRIORITY_WARN);
     }
-    log_state.file = SDL_IOFromFile("lumarind-engine.log", "w");
+    FilePath name = {};
+    SDL_snprintf(name.text, sizeof name.text, "%s.log", engine_game()->id);
+    log_state.file = SDL_IOFromFile(files_user(name.text).text, "w");
     if (!log_state.file) return;
     SDL_GetLogOutputFunction(&log_state.previous_output, &log_state.previous_userdata);
     SDL_SetLogOutputFunction(_output, nullptr);

@@ -1,4 +1,4 @@
-// log: writes every message of SDL's log to lumarind-engine.log in the current directory as well.
+// log: writes every message of SDL's log to <id>.log as well, <id> being the game's, among the user's files.
 // The file is made anew by each setup and flushed after every line. SDL's own output goes on as before.
 #pragma once
 

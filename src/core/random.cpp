@@ -1,4 +1,4 @@
-#include "core/random.h"
+#include "lumarind/core/random.h"
 
 // The finaliser of a common 64-bit hash: without it the first numbers of seeds 1, 2, 3, ... would be much alike.
 static Uint64 _random_mix(Uint64 bits) {

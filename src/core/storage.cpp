@@ -1,24 +1,26 @@
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
 
+#include "core/files_internal.h"
 #include "core/storage_internal.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/game.h"
 
 #include <SDL3/SDL_storage.h>
 #include <SDL3/SDL_timer.h>
 
-static constexpr const char *ORGANISATION = "lumarind";
-static constexpr const char *APPLICATION = "LumarindEngine";
 static constexpr int READY_WAIT_MS = 10'000; // local storages are ready at once; a remote one may take a while
 
-StorageState *storage;
+StorageState *lumarind::storage;
 
 bool storage_setup_game() {
-    storage->game = SDL_OpenTitleStorage(nullptr, 0);
+    const char *root = files_asset_root(); // empty: the folder of the executable
+    storage->game = SDL_OpenTitleStorage(*root ? root : nullptr, 0);
     if (storage->game) return true;
     return engine_error("[STORAGE] SDL3: Game (title) storage setup failed, error: %s", SDL_GetError());
 }
 
 bool storage_setup_user() {
-    storage->user = SDL_OpenUserStorage(ORGANISATION, APPLICATION, 0);
+    storage->user = SDL_OpenUserStorage(engine_game()->organisation, engine_game()->program, 0);
     if (storage->user) return true;
     return engine_error("[STORAGE] SDL3: User storage setup failed, error: %s", SDL_GetError());
 }

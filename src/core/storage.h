@@ -2,7 +2,7 @@
 // (user storage). Paths are relative, with "/" between names; "." and ".." are refused. Main thread only.
 #pragma once
 
-#include "core/string_array.h"
+#include "lumarind/core/string_array.h"
 
 struct SDL_Storage;
 

@@ -1,4 +1,4 @@
-#include "core/string_array.h"
+#include "lumarind/core/string_array.h"
 
 bool string_array_add(StringArray *array, const char *text) {
     char *copy = SDL_strdup(text);

@@ -1,7 +1,7 @@
 // string_array: a typed array of texts. The array owns a copy of each and frees it when it leaves.
 #pragma once
 
-#include "core/typed_array.h"
+#include "lumarind/core/typed_array.h"
 
 struct StringArrayTraits {
     using Element = char *;

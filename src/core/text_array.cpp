@@ -1,4 +1,4 @@
-#include "core/text_array.h"
+#include "lumarind/core/text_array.h"
 
 bool text_array_add(TextArray *array, TTF_TextEngine *text_engine, TTF_Font *font, const char *text, SDL_Color color) {
     TTF_Text *element = TTF_CreateText(text_engine, font, text, SDL_strlen(text));

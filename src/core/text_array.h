@@ -2,7 +2,7 @@
 // before the text engine they were made with goes.
 #pragma once
 
-#include "core/typed_array.h"
+#include "lumarind/core/typed_array.h"
 
 #include <SDL3/SDL_pixels.h>
 #include <SDL3_ttf/SDL_ttf.h>

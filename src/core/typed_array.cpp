@@ -1,4 +1,4 @@
-#include "core/typed_array.h"
+#include "lumarind/core/typed_array.h"
 
 bool _array_grow(void **items, Sint32 *capacity, Sint32 grow_by, size_t element_size, const char *tag) {
     const Sint32 wanted = *capacity + (grow_by > 0 ? grow_by : 1);

@@ -22,7 +22,7 @@
 // Elements are plain records, in no stable order: removal moves the last one. A zeroed record is an empty array.
 #pragma once
 
-#include "core/error.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_stdinc.h>

@@ -1,10 +1,11 @@
-#include "diagnostics/capture.h"
+#include "lumarind/diagnostics/capture.h"
 
 #include "app/args.h"
-#include "config/config.h"
-#include "core/error.h"
 #include "diagnostics/capture_internal.h"
-#include "engine/engine.h"
+#include "lumarind/config/config.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/files.h"
+#include "lumarind/engine/engine.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -66,7 +67,8 @@ static bool _capture_save_jpeg(SDL_Surface *surface, const char *path, int quali
 }
 
 static bool _capture_write(SDL_Surface *surface, Uint64 frame) {
-    const char *directory = cfg_get_capture_directory();
+    const FilePath user = files_user(cfg_get_capture_directory());
+    const char *directory = user.text;
     if (!SDL_CreateDirectory(directory)) {
         return engine_error("[CAPTURE] Unable to create directory: %s, error: %s", directory, SDL_GetError());
     }

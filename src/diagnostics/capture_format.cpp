@@ -1,4 +1,4 @@
-#include "diagnostics/capture_format.h"
+#include "lumarind/diagnostics/capture_format.h"
 
 #include <SDL3/SDL_stdinc.h>
 

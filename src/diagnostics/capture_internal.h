@@ -1,12 +1,12 @@
 // capture_internal: the steps of a capture. For capture's own source and tests.
 #pragma once
 
-#include "diagnostics/capture_format.h"
+#include "lumarind/diagnostics/capture_format.h"
 
 #include <SDL3/SDL_stdinc.h>
 #include <SDL3/SDL_time.h>
 
-inline constexpr int CAPTURE_PATH_MAX = 512; // bytes, with the terminating NUL
+constexpr int CAPTURE_PATH_MAX = 512; // bytes, with the terminating NUL
 
 // "<directory>/capture-YYYYMMDD-HHMMSS-<frame>.<png or jpg>", the frame number with at least six digits.
 // False: something is missing, or the path does not fit.

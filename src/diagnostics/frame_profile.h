@@ -18,10 +18,10 @@ enum FrameProfilePhase {
     PHASE_COUNT,
 };
 
-inline constexpr const char *PHASE_NAMES[PHASE_COUNT] = {"evt", "swap", "fix", "tick", "ovl", "panel", "pres", "sleep"};
+constexpr const char *PHASE_NAMES[PHASE_COUNT] = {"evt", "swap", "fix", "tick", "ovl", "panel", "pres", "sleep"};
 
-inline constexpr int FRAME_PROFILE_CAPACITY = 512;                                                // frames
-inline constexpr double FRAME_PROFILE_LADDER[] = {2.0, 4.0, 8.0, 16.7, 33.3, 66.7, 100.0, 200.0}; // ms, chart scales
+constexpr int FRAME_PROFILE_CAPACITY = 512;                                                // frames
+constexpr double FRAME_PROFILE_LADDER[] = {2.0, 4.0, 8.0, 16.7, 33.3, 66.7, 100.0, 200.0}; // ms, chart scales
 
 struct FrameRecord {
     uint32_t phase_ns[PHASE_COUNT];

@@ -1,10 +1,10 @@
 #include "diagnostics/profiler.h"
 
-#include "config/config.h"
-#include "core/error.h"
 #include "diagnostics/profiler_internal.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
+#include "lumarind/config/config.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_log.h>
@@ -44,7 +44,7 @@ static constexpr size_t NUMBER_TEXT_SIZE = 16; // bytes, with the terminating NU
 static constexpr size_t MODE_TEXT_SIZE = 32;
 static constexpr size_t STATISTICS_TEXT_SIZE = 160;
 
-ProfilerState *profiler;
+ProfilerState *lumarind::profiler;
 
 // --- lifetime ---
 

@@ -2,8 +2,8 @@
 // and benchmarks. Lengths are UI units.
 #pragma once
 
-#include "core/typed_array.h"
 #include "diagnostics/frame_profile.h"
+#include "lumarind/core/typed_array.h"
 
 #include <SDL3/SDL_pixels.h>
 #include <SDL3/SDL_rect.h>
@@ -18,10 +18,10 @@ struct ProfilerRectsTraits : ArrayOfValues<SDL_FRect> {
 TYPED_ARRAY_STAMP(profiler_rects, ProfilerRects, ProfilerRectsTraits)
 TYPED_ARRAY_STAMP_ADD(profiler_rects, ProfilerRects, ProfilerRectsTraits)
 
-inline constexpr int STEP_CLASSES = 4; // frames with 0, 1, 2, and 3 or more fixed steps
-inline constexpr int JITTER_CLASSES = 3;
+constexpr int STEP_CLASSES = 4; // frames with 0, 1, 2, and 3 or more fixed steps
+constexpr int JITTER_CLASSES = 3;
 
-inline constexpr SDL_Color PHASE_COLORS[PHASE_COUNT] = {
+constexpr SDL_Color PHASE_COLORS[PHASE_COUNT] = {
     {38, 166, 154, 255}, // evt
     {255, 0, 255, 255},  // swap
     {255, 152, 0, 255},  // fix
@@ -31,15 +31,15 @@ inline constexpr SDL_Color PHASE_COLORS[PHASE_COUNT] = {
     {33, 150, 243, 255}, // pres
     {80, 80, 88, 255},   // sleep
 };
-inline constexpr SDL_Color STEP_COLORS[STEP_CLASSES] = {
+constexpr SDL_Color STEP_COLORS[STEP_CLASSES] = {
     {48, 48, 56, 255}, {76, 175, 80, 255}, {255, 152, 0, 255}, {244, 67, 54, 255}};
-inline constexpr SDL_Color JITTER_COLORS[JITTER_CLASSES] = {{76, 175, 80, 255}, {255, 152, 0, 255}, {244, 67, 54, 255}};
-inline constexpr SDL_Color BACKDROP_COLOR = {16, 18, 24, 200};
-inline constexpr SDL_Color GRIDLINE_COLOR = {96, 102, 112, 255};
-inline constexpr SDL_Color BUDGET_COLOR = {224, 224, 224, 192};
-inline constexpr SDL_Color TEXT_COLOR = {208, 214, 224, 255};
-inline constexpr SDL_Color FROZEN_COLOR = {255, 152, 0, 255};
-inline constexpr SDL_Color PIP_COLOR = {255, 0, 255, 255};
+constexpr SDL_Color JITTER_COLORS[JITTER_CLASSES] = {{76, 175, 80, 255}, {255, 152, 0, 255}, {244, 67, 54, 255}};
+constexpr SDL_Color BACKDROP_COLOR = {16, 18, 24, 200};
+constexpr SDL_Color GRIDLINE_COLOR = {96, 102, 112, 255};
+constexpr SDL_Color BUDGET_COLOR = {224, 224, 224, 192};
+constexpr SDL_Color TEXT_COLOR = {208, 214, 224, 255};
+constexpr SDL_Color FROZEN_COLOR = {255, 152, 0, 255};
+constexpr SDL_Color PIP_COLOR = {255, 0, 255, 255};
 
 enum PanelTier {
     PANEL_TOO_SMALL = 0,
@@ -58,7 +58,10 @@ struct ProfilerState {
     ProfilerRects *phase_rects[PHASE_COUNT], *step_rects[STEP_CLASSES], *jitter_rects[JITTER_CLASSES];
     ProfilerRects *pip_rects, *budget_rects;
 };
+namespace lumarind {
 extern ProfilerState *profiler; // null: not set up
+}
+using lumarind::profiler;
 
 double profiler_resolve_budget_ms(); // from the frame-rate limit, else from vsync and the display; 0: neither
 PanelTier profiler_tier_for(Sint32 width, Sint32 height);

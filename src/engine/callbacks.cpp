@@ -1,4 +1,4 @@
-#include "engine/callbacks.h"
+#include "lumarind/engine/callbacks.h"
 
 #include "engine/engine_record.h"
 

@@ -2,7 +2,7 @@
 // the order of their registration. Main thread only; not from inside a callback of the same type.
 #pragma once
 
-#include "core/typed_array.h"
+#include "lumarind/core/typed_array.h"
 
 #include <SDL3/SDL_events.h>
 

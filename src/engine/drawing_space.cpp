@@ -1,7 +1,7 @@
-#include "engine/drawing_space.h"
+#include "lumarind/engine/drawing_space.h"
 
-#include "core/error.h"
 #include "engine/engine_record.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

@@ -1,14 +1,14 @@
-#include "engine/engine.h"
+#include "lumarind/engine/engine.h"
 
-#include "core/error.h"
 #include "engine/engine_record.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
 
-Engine *engine;
+Engine *lumarind::engine;
 
 // --- game state ---
 
@@ -21,6 +21,10 @@ void engine_set_state(GameState s) {
 
 GameState engine_get_state() { return engine ? engine->state : GAME_STATE_NONE; }
 GameState engine_get_prev_state() { return engine ? engine->prev_state : GAME_STATE_NONE; }
+
+void engine_restart_state() { engine->restart = true; }
+bool engine_is_paused() { return engine && engine->paused; }
+void engine_set_paused(bool paused) { engine->paused = paused; }
 
 // --- frame ---
 

@@ -3,7 +3,7 @@
 // the empty text; everything else is for the time between engine_start and engine_stop.
 #pragma once
 
-#include "engine/game_state.h"
+#include "lumarind/engine/game_state.h"
 
 #include <SDL3/SDL_mouse.h>
 #include <SDL3/SDL_stdinc.h>
@@ -15,6 +15,11 @@ struct SDL_Window;
 void engine_set_state(GameState s); // a request: the main loop switches screens in its next frame
 GameState engine_get_state();       // the last one requested
 GameState engine_get_prev_state();  // differs from the state while a switch is pending
+void engine_restart_state();        // a request: the same screen is cleaned up and set up again in the next frame
+
+// While paused, the screen's fixed updates stop; its ticks, fades and input go on. A change of screens ends it.
+void engine_set_paused(bool paused);
+bool engine_is_paused();
 
 // --- frame ---
 Uint64 engine_frame_number();           // 1 during the first frame

@@ -2,9 +2,9 @@
 // operations of engine.h, drawing_space.h, text.h and callbacks.h.
 #pragma once
 
-#include "engine/callbacks.h"
-#include "engine/game_state.h"
-#include "engine/timestep.h"
+#include "lumarind/engine/callbacks.h"
+#include "lumarind/engine/game_state.h"
+#include "lumarind/engine/timestep.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_mouse.h>
@@ -17,10 +17,10 @@ struct SDL_Window;
 struct TTF_Font;
 struct TTF_TextEngine;
 
-inline constexpr int MAX_FONTS = 8;
-inline constexpr int KEPT_FONTS = 8;
-inline constexpr int FONT_PATH_SIZE = 256; // bytes, with the terminating NUL
-inline constexpr int FPS_TEXT_SIZE = 64;   // bytes, with the terminating NUL
+constexpr int MAX_FONTS = 8;
+constexpr int KEPT_FONTS = 8;
+constexpr int FONT_PATH_SIZE = 256; // bytes, with the terminating NUL
+constexpr int FPS_TEXT_SIZE = 64;   // bytes, with the terminating NUL
 
 struct FontList {
     Sint32 count;
@@ -42,6 +42,8 @@ struct KeptFont {
 
 struct Engine {
     Sint32 state, prev_state; // GameState; they differ while a switch is pending
+    bool restart;             // of the current screen, pending
+    bool paused;              // the screen's fixed updates stand still
     bool show_frame_time_graph;
     Sint32 ui_scale;                                    // 1 to 8
     Sint32 logical_width, logical_height;               // of the current screen; 0 × 0: it draws in UI space
@@ -69,4 +71,7 @@ struct Engine {
     TTF_TextEngine *text_engine;
     CallbackArray *callbacks; // owned, ENGINE_EVENT_TYPES of them
 };
+namespace lumarind {
 extern Engine *engine; // null: not started
+}
+using lumarind::engine;

@@ -1,33 +1,41 @@
 #include "engine/frame.h"
 
-#include "config/config.h"
-#include "diagnostics/capture.h"
 #include "diagnostics/frame_profile.h"
 #include "diagnostics/profiler.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
 #include "engine/engine_record.h"
-#include "engine/text.h"
-#include "engine/transition.h"
-#include "input/gamepad.h"
-#include "input/input.h"
-#include "toolkit/reload.h"
+#include "lumarind/config/config.h"
+#include "lumarind/diagnostics/capture.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/transition.h"
+#include "lumarind/input/gamepad.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/reload.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
 
-static constexpr double FADE_TO_MENU_SECONDS = 0.25;
+static constexpr double FADE_HOME_SECONDS = 0.25;
 
 static double _ns_to_seconds(Uint64 ns) { return static_cast<double>(ns) / static_cast<double>(SDL_NS_PER_SECOND); }
 
 void engine_state_change_handled() {
     SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[ENGINE] DEBUG: GAME STATE HANDLED: %d", engine->state);
     engine->prev_state = engine->state;
+    engine->restart = engine->paused = false;
     timestep_reset(&engine->timestep);
     engine->last_frame_ticks = SDL_GetTicksNS();
     input_clear_presses();
+}
+
+bool engine_take_restart() {
+    const bool asked = engine->restart;
+    engine->restart = false;
+    return asked;
 }
 
 void engine_frame_start() {
@@ -46,29 +54,31 @@ void engine_frame_start() {
 // --- events ---
 
 static void _engine_handle_escape() {
-    if (engine_get_state() == GAME_STATE_MAIN_MENU) {
+    if (engine_game()->escape && engine_game()->escape()) return;
+    if (engine_get_state() == GAME_STATE_FIRST_SCREEN) {
         engine_set_state(GAME_STATE_QUIT);
     } else {
-        transition_fade_to(GAME_STATE_MAIN_MENU, FADE_TO_MENU_SECONDS);
+        transition_fade_to(GAME_STATE_FIRST_SCREEN, FADE_HOME_SECONDS);
     }
 }
 
 static void _engine_handle_key(const SDL_KeyboardEvent *key) {
+    const Uint32 on = engine_game()->hot_keys;
     switch (key->key) {
     case SDLK_ESCAPE:
-        _engine_handle_escape();
+        if (on & GAME_KEY_ESCAPE) _engine_handle_escape();
         break;
     case SDLK_F3:
-        engine_toggle_show_frame_time_graph();
+        if (on & GAME_KEY_PROFILER) engine_toggle_show_frame_time_graph();
         break;
     case SDLK_F4:
-        profiler_toggle_freeze();
+        if (on & GAME_KEY_PROFILER) profiler_toggle_freeze();
         break;
     case SDLK_F12:
-        capture_request();
+        if (on & GAME_KEY_CAPTURE) capture_request();
         break;
     case SDLK_Q:
-        if (key->mod & SDL_KMOD_CTRL) engine_set_state(GAME_STATE_QUIT);
+        if ((on & GAME_KEY_QUIT) && (key->mod & SDL_KMOD_CTRL)) engine_set_state(GAME_STATE_QUIT);
         break;
     default:
         break;

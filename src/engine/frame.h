@@ -11,4 +11,6 @@ void engine_tick();        // overlays, capture, present, frame-rate wait, FPS c
 // made before it are forgotten.
 void engine_state_change_handled();
 
+bool engine_take_restart(); // whether a restart of the screen was asked for; it no longer is
+
 SDL_Event engine_event(); // a copy of the event polled last

@@ -1,4 +1,4 @@
-#include "engine/menu_layout.h"
+#include "lumarind/engine/menu_layout.h"
 
 int menu_layout_rows(float available_height, float row_height) {
     const int rows = static_cast<int>(available_height / row_height);

@@ -1,17 +1,17 @@
 #include "engine/setup.h"
 
 #include "app/args.h"
-#include "audio/audio.h"
-#include "config/config.h"
-#include "core/error.h"
-#include "core/storage.h"
 #include "diagnostics/profiler.h"
-#include "engine/engine.h"
 #include "engine/engine_record.h"
-#include "engine/text.h"
-#include "engine/ui_scale.h"
-#include "input/gamepad.h"
-#include "input/input.h"
+#include "lumarind/audio/audio.h"
+#include "lumarind/config/config.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/ui_scale.h"
+#include "lumarind/input/gamepad.h"
+#include "lumarind/input/input.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>

@@ -1,8 +1,9 @@
-#include "engine/text.h"
+#include "lumarind/engine/text.h"
 
-#include "core/error.h"
-#include "engine/drawing_space.h"
 #include "engine/engine_record.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/files.h"
+#include "lumarind/engine/drawing_space.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -14,7 +15,7 @@ static float _ui_scale() { return static_cast<float>(engine->ui_scale); }
 
 // --- fonts ---
 
-bool font_file_exists(const char *path) { return SDL_GetPathInfo(path, nullptr); }
+bool font_file_exists(const char *path) { return SDL_GetPathInfo(files_asset(path).text, nullptr); }
 
 // The font kept from an earlier opening of the same file at the same size, or null.
 static TTF_Font *_font_take_kept(const char *path, float size, const SDL_PathInfo &file) {
@@ -57,14 +58,14 @@ static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_P
 TTF_Font *font_open(const char *path, float size) {
     SDL_Log("[FONTS] Setting up font: %s", path);
     SDL_PathInfo file = {};
-    if (!font_file_exists(path) || !SDL_GetPathInfo(path, &file)) {
+    if (!font_file_exists(path) || !SDL_GetPathInfo(files_asset(path).text, &file)) {
         engine_error("[FONTS] Font file not found (%s)", path);
         return nullptr;
     }
     const float pixels = size * _ui_scale();
     TTF_Font *font = _font_take_kept(path, pixels, file);
     if (font) return font;
-    font = TTF_OpenFont(path, pixels);
+    font = TTF_OpenFont(files_asset(path).text, pixels);
     if (font) {
         _font_keep(font, path, pixels, file);
     } else {

@@ -1,4 +1,4 @@
-#include "engine/timestep.h"
+#include "lumarind/engine/timestep.h"
 
 void timestep_init(Timestep *ts, int hz) {
     ts->step = 1.0 / (hz > 0 ? hz : TIMESTEP_DEFAULT_HZ);

@@ -1,8 +1,8 @@
-#include "engine/transition.h"
+#include "lumarind/engine/transition.h"
 
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/timestep.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/timestep.h"
 
 #include <SDL3/SDL_render.h>
 

@@ -2,7 +2,7 @@
 // changed behind a fully black frame, and uncovers the new screen over the same duration. Main thread only.
 #pragma once
 
-#include "engine/game_state.h"
+#include "lumarind/engine/game_state.h"
 
 // Starts covering, also out of a running uncovering and from its opacity. `duration` is seconds for one direction,
 // above 0. False: another fade is already covering, and nothing changes.

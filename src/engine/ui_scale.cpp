@@ -1,4 +1,4 @@
-#include "engine/ui_scale.h"
+#include "lumarind/engine/ui_scale.h"
 
 int ui_scale_clamp(int n) {
     if (n < UI_SCALE_MIN) return UI_SCALE_MIN;

@@ -1,7 +1,8 @@
-#include "input/gamepad.h"
+#include "lumarind/input/gamepad.h"
 
-#include "config/config.h"
-#include "core/error.h"
+#include "lumarind/config/config.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/files.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -20,15 +21,16 @@ static GamepadState *gamepad;
 // --- lifetime ---
 
 static void _gamepad_add_mappings() {
-    if (!SDL_GetPathInfo(MAPPINGS_PATH, nullptr)) return;
-    const int count = SDL_AddGamepadMappingsFromFile(MAPPINGS_PATH);
+    const FilePath path = files_user(MAPPINGS_PATH);
+    if (!SDL_GetPathInfo(path.text, nullptr)) return;
+    const int count = SDL_AddGamepadMappingsFromFile(path.text);
     if (count > 0) {
-        SDL_Log("[GAMEPAD] Controller mappings added: %d from %s", count, MAPPINGS_PATH);
+        SDL_Log("[GAMEPAD] Controller mappings added: %d from %s", count, path.text);
     } else if (count == 0) {
-        SDL_LogWarn(SDL_LOG_CATEGORY_INPUT, "[GAMEPAD] No controller mapping for this platform in: %s", MAPPINGS_PATH);
+        SDL_LogWarn(SDL_LOG_CATEGORY_INPUT, "[GAMEPAD] No controller mapping for this platform in: %s", path.text);
     } else {
         SDL_LogWarn(
-            SDL_LOG_CATEGORY_INPUT, "[GAMEPAD] Could not read controller mappings: %s, error: %s", MAPPINGS_PATH,
+            SDL_LOG_CATEGORY_INPUT, "[GAMEPAD] Could not read controller mappings: %s, error: %s", path.text,
             SDL_GetError());
     }
 }

@@ -1,8 +1,9 @@
-#include "input/input.h"
+#include "lumarind/input/input.h"
 
-#include "config/config.h"
-#include "core/error.h"
-#include "input/gamepad.h"
+#include "lumarind/config/config.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/input/gamepad.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_keyboard.h>
@@ -21,7 +22,7 @@ struct InputActionState {
 };
 
 struct InputState {
-    InputActionState actions[INPUT_ACTION_COUNT];
+    InputActionState actions[GAME_MAX_ACTIONS];
     bool axis_past[SDL_GAMEPAD_AXIS_COUNT][2]; // beyond the threshold at its last event: to the negative, the positive
     bool in_fixed_step;
 };
@@ -143,7 +144,7 @@ bool input_setup() {
     if (input) return true;
     input = static_cast<InputState *>(SDL_calloc(1, sizeof *input));
     if (!input) return engine_error("[INPUT] Memory allocation failed, error: %s", SDL_GetError());
-    for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
+    for (int action = 0; action < input_action_count(); action++) {
         if (_input_apply(action, cfg_get_input_bindings(action))) continue;
         SDL_LogWarn(
             SDL_LOG_CATEGORY_INPUT, "[INPUT] Some bindings for \"%s\" were not recognised", input_action_name(action));

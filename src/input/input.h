@@ -1,4 +1,4 @@
-// input: the eight actions, held and pressed, bound by text to keys and gamepad controls. Main thread only.
+// input: the game's actions, held and pressed, bound by text to keys and gamepad controls. Main thread only.
 //
 // A press is an edge: a key down without auto-repeat, a button down, an axis crossing its threshold. Each reaches the
 // frame and the fixed steps exactly once: outside fixed steps input_pressed is true during the frame that polled the
@@ -8,7 +8,7 @@
 // and a gamepad button ("pad:a"), a trigger ("pad:lefttrigger"), or a stick axis and its direction ("pad:leftx-").
 #pragma once
 
-#include "input/input_actions.h"
+#include "lumarind/input/input_actions.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_stdinc.h>

@@ -1,46 +1,44 @@
-#include "input/input_actions.h"
+#include "lumarind/input/input_actions.h"
+
+#include "lumarind/engine/game.h"
 
 #include <SDL3/SDL_stdinc.h>
 
 #include <iterator>
 
-struct InputActionRow {
-    InputAction action = INPUT_ACTION_COUNT;
-    const char *name = "";
-    const char *bindings = "";
+static constexpr GameAction input_actions[] = {
+    {"left", "Left, A, pad:dpleft, pad:leftx-"},
+    {"right", "Right, D, pad:dpright, pad:leftx+"},
+    {"up", "Up, W, pad:dpup, pad:lefty-"},
+    {"down", "Down, S, pad:dpdown, pad:lefty+"},
+    {"jump", "Space, Z, pad:a"},
+    {"run", "Left Shift, X, pad:x"},
+    {"attack", "J, C, pad:b"},
+    {"pause", "P, pad:start"},
 };
-static constexpr InputActionRow input_actions[] = {
-    {.action = INPUT_ACTION_LEFT, .name = "left", .bindings = "Left, A, pad:dpleft, pad:leftx-"},
-    {.action = INPUT_ACTION_RIGHT, .name = "right", .bindings = "Right, D, pad:dpright, pad:leftx+"},
-    {.action = INPUT_ACTION_UP, .name = "up", .bindings = "Up, W, pad:dpup, pad:lefty-"},
-    {.action = INPUT_ACTION_DOWN, .name = "down", .bindings = "Down, S, pad:dpdown, pad:lefty+"},
-    {.action = INPUT_ACTION_JUMP, .name = "jump", .bindings = "Space, Z, pad:a"},
-    {.action = INPUT_ACTION_RUN, .name = "run", .bindings = "Left Shift, X, pad:x"},
-    {.action = INPUT_ACTION_ATTACK, .name = "attack", .bindings = "J, C, pad:b"},
-    {.action = INPUT_ACTION_PAUSE, .name = "pause", .bindings = "P, pad:start"},
-};
-static_assert(std::size(input_actions) == INPUT_ACTION_COUNT, "one row per action");
+static_assert(std::size(input_actions) == INPUT_ACTION_COUNT, "one row per action, in the order of the enum");
 
-static constexpr bool _input_rows_in_enum_order() {
-    int index = 0;
-    for (const InputActionRow &row : input_actions) {
-        if (row.action != index++) return false;
-    }
-    return true;
+static const GameAction *_input_actions() {
+    const Game *game = engine_game();
+    return game->actions ? game->actions : input_actions;
 }
-static_assert(_input_rows_in_enum_order(), "a row is found by its index");
 
-bool _input_action_valid(int action) { return action >= 0 && action < INPUT_ACTION_COUNT; }
+int input_action_count() {
+    const Game *game = engine_game();
+    return game->actions ? game->action_count : INPUT_ACTION_COUNT;
+}
 
-const char *input_action_name(int action) { return _input_action_valid(action) ? input_actions[action].name : ""; }
+bool _input_action_valid(int action) { return action >= 0 && action < input_action_count(); }
+
+const char *input_action_name(int action) { return _input_action_valid(action) ? _input_actions()[action].name : ""; }
 
 const char *input_default_bindings_text(int action) {
-    return _input_action_valid(action) ? input_actions[action].bindings : "";
+    return _input_action_valid(action) ? _input_actions()[action].bindings : "";
 }
 
 int input_action_from_name(const char *text) {
-    for (const InputActionRow &row : input_actions) {
-        if (SDL_strcasecmp(row.name, text) == 0) return row.action;
+    for (int action = 0; action < input_action_count(); action++) {
+        if (SDL_strcasecmp(_input_actions()[action].name, text) == 0) return action;
     }
     return -1;
 }

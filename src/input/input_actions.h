@@ -1,4 +1,4 @@
-// input_actions: the eight actions, their names and their default bindings. A constant table, no state.
+// input_actions: the actions of the game, their names and default bindings: those of its record, or these eight.
 #pragma once
 
 enum InputAction {
@@ -13,6 +13,7 @@ enum InputAction {
     INPUT_ACTION_COUNT,
 };
 
+int input_action_count();
 bool _input_action_valid(int action);
 const char *input_action_name(int action);           // also its key in the configuration; "" for no action
 const char *input_default_bindings_text(int action); // "" for no action

@@ -1,7 +1,7 @@
 #include "player/player.h"
 
-#include "core/error.h"
-#include "toolkit/fireknight.h"
+#include "lumarind/core/error.h"
+#include "player/fireknight.h"
 
 #include <iterator>
 

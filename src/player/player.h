@@ -2,8 +2,8 @@
 // takes what the controls ask for, picks the next state, falls, moves and advances its clip.
 #pragma once
 
-#include "player/player_body.h"
-#include "toolkit/animation.h"
+#include "lumarind/player/player_body.h"
+#include "lumarind/toolkit/animation.h"
 
 enum PlayerState : Sint32 {
     PLAYER_STATE_NONE, // as a state's answer: stay

@@ -1,4 +1,4 @@
-#include "player/player_body.h"
+#include "lumarind/player/player_body.h"
 
 // px
 static constexpr int LEDGE_MAX = 10;           // climbed by walking

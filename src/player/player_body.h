@@ -6,7 +6,7 @@
 // inside a rectangle is stuck along that axis.
 #pragma once
 
-#include "toolkit/colliders.h"
+#include "lumarind/toolkit/colliders.h"
 
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>

@@ -3,14 +3,14 @@
 
 #include "screens/audio_demo.h"
 
-#include "audio/audio.h"
-#include "audio/sfx.h"
-#include "core/error.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/text.h"
-#include "input/input.h"
-#include "toolkit/primitives.h"
+#include "lumarind/audio/audio.h"
+#include "lumarind/audio/sfx.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/primitives.h"
 
 #include <SDL3/SDL_audio.h>
 #include <SDL3/SDL_error.h>

@@ -1,10 +1,10 @@
 #include "screens/castle.h"
 
-#include "core/error.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/tilemap.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/tilemap.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_events.h>

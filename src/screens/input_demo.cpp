@@ -4,14 +4,14 @@
 
 #include "screens/input_demo.h"
 
-#include "core/error.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/text.h"
-#include "engine/timestep.h"
-#include "input/gamepad.h"
-#include "input/input.h"
-#include "toolkit/primitives.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/input/gamepad.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/primitives.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

@@ -3,14 +3,14 @@
 
 #include "screens/logical_demo.h"
 
-#include "core/error.h"
-#include "engine/callbacks.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/text.h"
-#include "engine/timestep.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/callbacks.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/toolkit/primitives.h"
 #include "screens/castle.h"
-#include "toolkit/primitives.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

@@ -3,14 +3,15 @@
 
 #include "screens/main_menu.h"
 
-#include "core/text_array.h"
-#include "engine/callbacks.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/menu_layout.h"
-#include "engine/text.h"
-#include "engine/transition.h"
-#include "toolkit/colliders.h"
+#include "lumarind/core/text_array.h"
+#include "lumarind/engine/callbacks.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/menu_layout.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/transition.h"
+#include "lumarind/toolkit/colliders.h"
+#include "screens/screen_states.h"
 
 #include <SDL3/SDL_render.h>
 

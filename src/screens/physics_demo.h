@@ -4,7 +4,7 @@
 // World units are metres, kilograms, seconds and radians; world y points up, and y = 0 is the bottom of the view.
 #pragma once
 
-#include "core/typed_array.h"
+#include "lumarind/core/typed_array.h"
 
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_pixels.h>

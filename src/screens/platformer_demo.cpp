@@ -4,19 +4,19 @@
 
 #include "screens/platformer_demo.h"
 
-#include "core/error.h"
-#include "engine/callbacks.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/timestep.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/callbacks.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/toolkit/camera.h"
+#include "lumarind/toolkit/colliders.h"
+#include "lumarind/toolkit/primitives.h"
+#include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "player/fireknight.h"
 #include "player/player.h"
 #include "screens/castle.h"
-#include "toolkit/camera.h"
-#include "toolkit/colliders.h"
-#include "toolkit/fireknight.h"
-#include "toolkit/primitives.h"
-#include "toolkit/render_grid.h"
-#include "toolkit/sprite_sheet.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_keyboard.h>

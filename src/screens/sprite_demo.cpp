@@ -2,13 +2,13 @@
 
 #include "screens/sprite_demo.h"
 
-#include "core/error.h"
-#include "engine/callbacks.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "toolkit/fireknight.h"
-#include "toolkit/primitives.h"
-#include "toolkit/sprite_sheet.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/callbacks.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/primitives.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+#include "player/fireknight.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

@@ -2,10 +2,10 @@
 
 #include "screens/text_demo.h"
 
-#include "core/error.h"
-#include "engine/drawing_space.h"
-#include "engine/engine.h"
-#include "engine/text.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

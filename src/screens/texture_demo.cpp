@@ -3,10 +3,10 @@
 
 #include "screens/texture_demo.h"
 
-#include "core/error.h"
-#include "engine/engine.h"
-#include "engine/timestep.h"
-#include "toolkit/image.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/timestep.h"
+#include "lumarind/toolkit/image.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

@@ -2,9 +2,9 @@
 
 #include "screens/tilemap_demo.h"
 
-#include "core/error.h"
-#include "engine/engine.h"
-#include "engine/timestep.h"
+#include "lumarind/core/error.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/timestep.h"
 #include "screens/castle.h"
 
 #include <SDL3/SDL_error.h>

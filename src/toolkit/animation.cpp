@@ -1,6 +1,6 @@
-#include "toolkit/animation.h"
+#include "lumarind/toolkit/animation.h"
 
-#include "core/error.h"
+#include "lumarind/core/error.h"
 
 // --- choosing ---
 

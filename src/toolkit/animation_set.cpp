@@ -1,8 +1,8 @@
-#include "toolkit/animation_set.h"
+#include "lumarind/toolkit/animation_set.h"
 
 #include "core/arena.h"
-#include "core/error.h"
-#include "core/storage.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/storage.h"
 
 #include <SDL3/SDL_error.h>
 

@@ -2,7 +2,7 @@
 // set: tags become clips; frames may be packed, trimmed and last differently. Main thread only.
 #pragma once
 
-#include "toolkit/animation.h"
+#include "lumarind/toolkit/animation.h"
 
 // What a slice says from one frame on; px of the untrimmed frame.
 struct AnimationSliceKey {

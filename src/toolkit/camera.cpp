@@ -1,4 +1,4 @@
-#include "toolkit/camera.h"
+#include "lumarind/toolkit/camera.h"
 
 #include <SDL3/SDL_stdinc.h>
 

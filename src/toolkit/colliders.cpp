@@ -1,6 +1,6 @@
-#include "toolkit/colliders.h"
+#include "lumarind/toolkit/colliders.h"
 
-#include "core/storage.h"
+#include "lumarind/core/storage.h"
 
 #include <SDL3/SDL_render.h>
 

@@ -3,8 +3,8 @@
 // The sets are small (tens of shapes to a level) and scanned from index 0.
 #pragma once
 
-#include "core/typed_array.h"
-#include "toolkit/geometry.h"
+#include "lumarind/core/typed_array.h"
+#include "lumarind/toolkit/geometry.h"
 
 struct SDL_Renderer;
 

@@ -1,4 +1,4 @@
-#include "toolkit/geometry.h"
+#include "lumarind/toolkit/geometry.h"
 
 bool point_in_rect(const SDL_FPoint *p, const SDL_FRect *r) {
     return p->x >= r->x && p->x <= r->x + r->w && p->y >= r->y && p->y <= r->y + r->h;

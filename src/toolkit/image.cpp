@@ -1,4 +1,6 @@
-#include "toolkit/image.h"
+#include "lumarind/toolkit/image.h"
+
+#include "lumarind/core/files.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_iostream.h>
@@ -116,7 +118,7 @@ static void _image_name_in_error(const char *path) {
 }
 
 SDL_Surface *image_load_surface(const char *path) {
-    SDL_IOStream *file = SDL_IOFromFile(path, "rb");
+    SDL_IOStream *file = SDL_IOFromFile(files_asset(path).text, "rb");
     if (!file) return nullptr;
     SDL_Surface *surface = _image_load(file);
     SDL_CloseIO(file);

@@ -1,4 +1,4 @@
-#include "toolkit/primitives.h"
+#include "lumarind/toolkit/primitives.h"
 
 #include <SDL3/SDL_render.h>
 

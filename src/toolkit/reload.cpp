@@ -1,6 +1,8 @@
-#include "toolkit/reload.h"
+#include "lumarind/toolkit/reload.h"
 
-#include "core/storage.h"
+#include "lumarind/core/files.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/engine/game.h"
 
 #include <SDL3/SDL_filesystem.h>
 #include <SDL3/SDL_log.h>
@@ -21,7 +23,7 @@ void reload_set(bool enabled, int interval_ms) {
 bool reload_is_enabled() {
     if (!g_reload.known) {
         const char *wish = SDL_getenv("LUMARIND_RELOAD");
-        reload_set(wish && SDL_strcmp(wish, "1") == 0);
+        reload_set(wish ? SDL_strcmp(wish, "1") == 0 : engine_game()->reload);
     }
     return g_reload.enabled;
 }
@@ -32,7 +34,7 @@ static FileStamp _stamp(bool found, const SDL_PathInfo &info) {
 
 FileStamp file_stamp_of_path(const char *path) {
     SDL_PathInfo info = {};
-    return _stamp(SDL_GetPathInfo(path, &info), info);
+    return _stamp(SDL_GetPathInfo(files_asset(path).text, &info), info);
 }
 
 FileStamp file_stamp_of_game_file(const char *path) {

@@ -1,5 +1,5 @@
 // reload: follows files while the program runs, for those who edit them. Off unless the environment says
-// LUMARIND_RELOAD=1 or the program says so; off, it costs nothing. Main thread only.
+// LUMARIND_RELOAD=1, or is silent and the game says so; off, it costs nothing. Main thread only.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -14,7 +14,7 @@ struct FileStamp {
     Uint64 size;
     Sint64 modified; // SDL_Time
 };
-FileStamp file_stamp_of_path(const char *path);      // relative to the current folder
+FileStamp file_stamp_of_path(const char *path);      // of an asset
 FileStamp file_stamp_of_game_file(const char *path); // in the title storage
 bool file_stamp_same(FileStamp a, FileStamp b);
 

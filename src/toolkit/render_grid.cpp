@@ -1,6 +1,6 @@
-#include "toolkit/render_grid.h"
+#include "lumarind/toolkit/render_grid.h"
 
-#include "core/error.h"
+#include "lumarind/core/error.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>

@@ -3,7 +3,7 @@
 // render targets: their content is lost when SDL says that targets were reset.
 #pragma once
 
-#include "toolkit/tile_range.h"
+#include "lumarind/toolkit/tile_range.h"
 
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>

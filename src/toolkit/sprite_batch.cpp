@@ -1,6 +1,6 @@
-#include "toolkit/sprite_batch.h"
+#include "lumarind/toolkit/sprite_batch.h"
 
-#include "core/error.h"
+#include "lumarind/core/error.h"
 #include "toolkit/sprite_sheet_internal.h"
 
 #include <SDL3/SDL_error.h>

@@ -2,7 +2,7 @@
 // each. The sprites are drawn in the order they were added, with the pixels of sprite_sheet_draw. Main thread only.
 #pragma once
 
-#include "toolkit/sprite_sheet.h"
+#include "lumarind/toolkit/sprite_sheet.h"
 
 #include <SDL3/SDL_pixels.h>
 

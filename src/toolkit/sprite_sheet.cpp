@@ -1,8 +1,8 @@
-#include "toolkit/sprite_sheet.h"
+#include "lumarind/toolkit/sprite_sheet.h"
 
-#include "core/error.h"
-#include "toolkit/image.h"
-#include "toolkit/reload.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/image.h"
+#include "lumarind/toolkit/reload.h"
 #include "toolkit/sprite_sheet_internal.h"
 #include "toolkit/view_copy.h"
 

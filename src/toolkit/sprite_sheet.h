@@ -2,7 +2,7 @@
 // frame. Belongs to its renderer and has to be freed before it.
 #pragma once
 
-#include "toolkit/animation.h"
+#include "lumarind/toolkit/animation.h"
 
 #include <SDL3/SDL_pixels.h>
 #include <SDL3/SDL_surface.h>

@@ -1,8 +1,8 @@
 // What drawing sprites one by one and in batches share, inlined: it is done for each of thousands in every frame.
 #pragma once
 
-#include "core/error.h"
-#include "toolkit/sprite_sheet.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/sprite_sheet.h"
 
 SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index); // any of the sheet's frames, or one beyond
 

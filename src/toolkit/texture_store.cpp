@@ -1,4 +1,4 @@
-#include "toolkit/texture_store.h"
+#include "lumarind/toolkit/texture_store.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

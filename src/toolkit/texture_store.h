@@ -2,8 +2,8 @@
 // holds it. Main thread only. All pictures have to be released before their renderer is destroyed.
 #pragma once
 
-#include "toolkit/image.h"
-#include "toolkit/reload.h"
+#include "lumarind/toolkit/image.h"
+#include "lumarind/toolkit/reload.h"
 
 struct SharedTexture {
     SDL_Texture *texture; // with nearest-neighbour scaling; whoever changes its other settings sets them before drawing

@@ -1,6 +1,6 @@
-#include "toolkit/tile_grid.h"
+#include "lumarind/toolkit/tile_grid.h"
 
-#include "core/error.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 

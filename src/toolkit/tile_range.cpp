@@ -1,4 +1,4 @@
-#include "toolkit/tile_range.h"
+#include "lumarind/toolkit/tile_range.h"
 
 #include <SDL3/SDL_stdinc.h>
 

@@ -1,7 +1,7 @@
-#include "toolkit/tile_world.h"
+#include "lumarind/toolkit/tile_world.h"
 
-#include "core/error.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <SDL3/SDL_error.h>

@@ -4,7 +4,7 @@
 // Main thread only. A world belongs to its renderer and has to be freed before it.
 #pragma once
 
-#include "toolkit/colliders.h"
+#include "lumarind/toolkit/colliders.h"
 
 #include <SDL3/SDL_pixels.h>
 #include <SDL3/SDL_rect.h>

@@ -1,6 +1,6 @@
 // Collision shapes out of object layers and tilesets.
-#include "core/error.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <iterator>

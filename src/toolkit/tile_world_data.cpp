@@ -1,7 +1,7 @@
 // The cells of tile layers: CSV, base64 and XML, plain or compressed. Sizes are checked before memory is taken: each
 // form needs so many bytes for a cell.
-#include "core/error.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <SDL3/SDL_endian.h>

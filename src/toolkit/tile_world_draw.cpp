@@ -1,10 +1,10 @@
 // Drawing of worlds. Tile layers are cut into chunks of a fixed raster; those that are seen are baked into textures as
 // far as a byte budget and a number of bakes per frame allow, and the others drawn tile by tile.
-#include "core/error.h"
-#include "toolkit/tile_grid.h"
-#include "toolkit/tile_range.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/tile_grid.h"
+#include "lumarind/toolkit/tile_range.h"
+#include "lumarind/toolkit/tilemap.h"
 #include "toolkit/tile_world_internal.h"
-#include "toolkit/tilemap.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_atomic.h>

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "core/arena.h"
-#include "toolkit/reload.h"
-#include "toolkit/texture_store.h"
-#include "toolkit/tile_world.h"
+#include "lumarind/toolkit/reload.h"
+#include "lumarind/toolkit/texture_store.h"
+#include "lumarind/toolkit/tile_world.h"
 
 namespace pugi {
 class xml_node;
@@ -32,7 +32,7 @@ struct TileInfo {
 };
 
 // Of each tile: its ImageAlpha, and these flags.
-inline constexpr Uint8 TILE_IS_THERE = 0x80, TILE_IS_ANIMATED = 0x40, TILE_HAS_SHAPES = 0x20, TILE_ALPHA = 0x03;
+constexpr Uint8 TILE_IS_THERE = 0x80, TILE_IS_ANIMATED = 0x40, TILE_HAS_SHAPES = 0x20, TILE_ALPHA = 0x03;
 
 struct TileSet {
     Uint32 first_gid;
@@ -129,11 +129,11 @@ struct TileTemplate {
     TileObject object;
 };
 
-inline constexpr int TILE_WORLD_DEPTH_MAX = 32;            // of groups, and of properties within properties
-inline constexpr int TILE_WORLD_TILES_MAX = 1 << 16;       // of a tileset
-inline constexpr Sint64 TILE_WORLD_CELLS_MAX = 64 << 20;   // of a layer or chunk: a quarter of a gigabyte
-inline constexpr int TILE_WORLD_TILE_SIZE_MAX = 4096;      // px
-inline constexpr int TILE_WORLD_COORDINATE_MAX = 16 << 20; // tiles
+constexpr int TILE_WORLD_DEPTH_MAX = 32;            // of groups, and of properties within properties
+constexpr int TILE_WORLD_TILES_MAX = 1 << 16;       // of a tileset
+constexpr Sint64 TILE_WORLD_CELLS_MAX = 64 << 20;   // of a layer or chunk: a quarter of a gigabyte
+constexpr int TILE_WORLD_TILE_SIZE_MAX = 4096;      // px
+constexpr int TILE_WORLD_COORDINATE_MAX = 16 << 20; // tiles
 
 // Memory of the content. Null: reported.
 void *_tile_load_memory(TileLoad *load, size_t count, size_t size);

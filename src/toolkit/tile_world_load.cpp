@@ -1,8 +1,8 @@
 // Reads a map's file and those it names. Everything goes into one arena, so that a load that fails half-way is freed
 // like a whole world.
-#include "core/error.h"
-#include "core/storage.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <SDL3/SDL_error.h>

@@ -1,6 +1,6 @@
 // The objects of object layers, and the collision shapes of tiles, which are written in the same way.
-#include "core/error.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <cmath>

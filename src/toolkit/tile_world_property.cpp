@@ -1,4 +1,4 @@
-#include "core/error.h"
+#include "lumarind/core/error.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <SDL3/SDL_error.h>

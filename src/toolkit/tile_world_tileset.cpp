@@ -1,6 +1,6 @@
 // Tilesets: one picture cut into tiles, or a picture for each tile.
-#include "core/error.h"
-#include "toolkit/tile_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
 
 #include <SDL3/SDL_error.h>

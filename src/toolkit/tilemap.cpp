@@ -1,10 +1,10 @@
-#include "toolkit/tilemap.h"
+#include "lumarind/toolkit/tilemap.h"
 
-#include "core/error.h"
-#include "core/storage.h"
-#include "toolkit/image.h"
-#include "toolkit/reload.h"
-#include "toolkit/render_grid.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/toolkit/image.h"
+#include "lumarind/toolkit/reload.h"
+#include "lumarind/toolkit/render_grid.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>

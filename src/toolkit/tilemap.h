@@ -2,8 +2,8 @@
 // render grid, which is what a screen draws in every frame. Main thread only.
 #pragma once
 
-#include "toolkit/tile_grid.h"
-#include "toolkit/tile_range.h"
+#include "lumarind/toolkit/tile_grid.h"
+#include "lumarind/toolkit/tile_range.h"
 
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_surface.h>

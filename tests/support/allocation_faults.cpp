@@ -1,6 +1,6 @@
 #include "support/allocation_faults.h"
 
-#include "core/error.h"
+#include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_stdinc.h>

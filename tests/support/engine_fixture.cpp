@@ -1,9 +1,11 @@
 #include "support/engine_fixture.h"
 
+#include "app/demo_game.h"
 #include "app/main_loop.h"
 #include "core/log.h"
-#include "engine/drawing_space.h"
-#include "engine/transition.h"
+#include "engine/game_internal.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/transition.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_keyboard.h>
@@ -16,6 +18,9 @@
 #include <sstream>
 
 // --- the program ---
+
+// Modules that a test sets up without the engine ask for the game as well.
+static const bool g_game_is_set = (_engine_set_game(&demo_game), true);
 
 void EngineTest::SetUp() {
     choose_driver(SDL_HINT_VIDEO_DRIVER, "dummy");
@@ -50,7 +55,7 @@ bool EngineTest::start(const std::vector<std::string> &arguments) {
     words.insert(words.begin(), "LumarindEngine");
     std::vector<char *> argv;
     for (std::string &word : words) argv.push_back(word.data());
-    running_ = main_loop_start(static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
+    running_ = main_loop_start(&demo_game, static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
     return running_;
 }
 

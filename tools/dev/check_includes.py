@@ -8,19 +8,21 @@ from pathlib import Path
 
 SRC = Path(__file__).resolve().parents[2] / "src"
 
-# From the ground up. A name is a file without its ending, or a folder for all its other files.
+# From the ground up. A name is a file without its ending, or a folder for all its other files. The last two floors are
+# the demonstration; all below is the library, whose public headers are included as "lumarind/folder/name.h".
 FLOORS = [
-    ["core/arena", "core/error", "core/typed_array", "core/string_array", "core/text_array", "core/log", "core/random", "app/args",
-     "engine/game_state", "engine/menu_layout", "engine/timestep", "engine/ui_scale",
-     "input/input_actions", "diagnostics/capture_format", "diagnostics/frame_profile", "toolkit/geometry", "toolkit/camera"],
-    ["core/storage", "core/storage_internal", "config"],
-    ["engine/engine_record", "engine/engine", "engine/callbacks", "engine/drawing_space", "engine/text"],
-    ["input", "audio", "diagnostics", "toolkit", "engine/transition"],
-    ["engine/setup", "engine/frame"],
-    ["player", "screens/castle"],
-    ["screens"],
+    ["core", "app/args", "engine/game", "engine/game_state", "engine/game_internal", "engine/ui_scale",
+     "input/input_actions", "diagnostics/capture_format"],
+    ["config"],
+    ["engine"],
+    ["input", "audio", "diagnostics", "toolkit"],
+    ["player/player_body", "engine/setup", "engine/frame"],
     ["app"],
+    ["player", "screens/castle", "screens/screen_states"],
+    ["screens"],
+    ["app/demo_game", "app/main"],
 ]
+PROGRAM_FLOOR = 7
 FLOOR_OF = {name: floor for floor, names in enumerate(FLOORS, 1) for name in names}
 
 
@@ -33,9 +35,33 @@ def is_internal(file: str) -> bool:
     return file.endswith(("_internal", "_record"))
 
 
+def public_headers() -> set[str]:
+    """The headers games may include, as the build lists them."""
+    names = set()
+    for path in SRC.glob("*/CMakeLists.txt"):
+        for listed in re.findall(r"lumarind_sources\(\s*PUBLIC([^)]*?)(?:PRIVATE|\))", path.read_text(encoding="utf-8")):
+            names |= {f"{path.parent.name}/{name}" for name in listed.split()}
+    return names
+
+
+PUBLIC = public_headers()
+
+
 def project_includes(path: Path) -> list[str]:
-    found = re.findall(r'^#include "([^"]+)\.h"', path.read_text(encoding="utf-8"), re.MULTILINE)
+    found = re.findall(r'^#include "(?:lumarind/)?([^"]+)\.h"', path.read_text(encoding="utf-8"), re.MULTILINE)
     return [name for name in found if (SRC / f"{name}.h").exists()]
+
+
+def check_prefixes(path: Path) -> list[str]:
+    """Public headers are included with the library's prefix, all others without, and public ones include no others."""
+    problems = []
+    public = path.suffix == ".h" and path.relative_to(SRC).with_suffix("").as_posix() in PUBLIC
+    for prefix, name in re.findall(r'^#include "(lumarind/)?([^"]+)\.h"', path.read_text(encoding="utf-8"), re.MULTILINE):
+        if not prefix and name in PUBLIC:
+            problems.append(f'{name} is public: "lumarind/{name}.h"')
+        if public and not prefix:
+            problems.append(f"{name} is not public, its includer is")
+    return problems
 
 
 def check_include(file: str, included: str) -> str | None:
@@ -43,8 +69,10 @@ def check_include(file: str, included: str) -> str | None:
     folder, other = file.split("/")[0], included.split("/")[0]
     if floor_of(included) > floor_of(file):
         return f"{included} stands on floor {floor_of(included)}, above floor {floor_of(file)}"
-    if is_internal(included) and folder != other:
+    if is_internal(included) and folder != other and file != "app/main_loop":
         return f"{included} is internal to {other}"
+    if floor_of(file) >= PROGRAM_FLOOR > floor_of(included) and included not in PUBLIC:
+        return f"{included} is the library's own"
     if folder == other == "screens" and file != included and floor_of(file) == floor_of(included):
         return f"a screen knows no other screen ({included})"
     return None
@@ -82,6 +110,7 @@ def main() -> int:
         included = project_includes(path)
         if path.suffix == ".h":
             headers[file] = included
+        problems += [f"{path.relative_to(SRC.parent)}: {problem}" for problem in check_prefixes(path)]
         for name in included:
             if problem := check_include(file, name):
                 problems.append(f"{path.relative_to(SRC.parent)}: {problem}")

@@ -1,4 +1,4 @@
-#include "toolkit/fireknight.h"
+#include "player/fireknight.h"
 
 #include <iterator>
 

@@ -1,7 +1,7 @@
 // fireknight: the animation set of the fire knight, the player's character.
 #pragma once
 
-#include "toolkit/animation.h"
+#include "lumarind/toolkit/animation.h"
 
 // Indices of the clips.
 enum FireknightClip {

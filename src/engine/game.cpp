@@ -1,0 +1,92 @@
+#include "engine/game_internal.h"
+
+static constexpr Game NO_GAME = {.id = "lumarind"};
+static const Game *g_game = &NO_GAME;
+
+void _engine_set_game(const Game *game) { g_game = game ? game : &NO_GAME; }
+
+const Game *engine_game() { return g_game; }
+
+// --- checks: each returns what is wrong, or null ---
+
+static bool _is_empty(const char *text) { return !text || !*text; }
+
+static bool _is_file_name(const char *text) {
+    return !SDL_strpbrk(text, "/\\:*?\"<>|") && SDL_strcmp(text, ".") != 0 && SDL_strcmp(text, "..") != 0;
+}
+
+static const char *_problem(const char *format, ...) {
+    static char text[256];
+    va_list args;
+    va_start(args, format);
+    SDL_vsnprintf(text, sizeof text, format, args);
+    va_end(args);
+    return text;
+}
+
+static const char *_check_texts(const Game *game) {
+    const struct {
+        const char *field, *text;
+        bool is_file_name;
+    } texts[] = {
+        {"title", game->title, false},
+        {"name", game->name, false},
+        {"program", game->program, true},
+        {"id", game->id, true},
+        {"organisation", game->organisation, true},
+    };
+    for (const auto &row : texts) {
+        if (_is_empty(row.text)) return _problem("%s is empty", row.field);
+        if (row.is_file_name && !_is_file_name(row.text))
+            return _problem("%s is no file name: %s", row.field, row.text);
+    }
+    return nullptr;
+}
+
+// Number, presence and names of a table whose rows begin with their name.
+template <typename Row> static const char *_check_rows(const char *table, const Row *rows, Sint32 count, Sint32 most) {
+    if (count < 0 || count > most) return _problem("%d %s are out of range, 0 to %d", count, table, most);
+    if (!rows && count > 0) return _problem("%d %s without a table", count, table);
+    for (Sint32 i = 0; i < count; i++) {
+        if (_is_empty(rows[i].name)) return _problem("the name of %s[%d] is empty", table, i);
+        for (Sint32 j = 0; j < i; j++) {
+            if (SDL_strcasecmp(rows[i].name, rows[j].name) == 0) return _problem("%s: %s twice", table, rows[i].name);
+        }
+    }
+    return nullptr;
+}
+
+static const char *_check_screens(const Game *game) {
+    if (!game->screens || game->screen_count < 1) return _problem("it has no screens");
+    if (const char *wrong = _check_rows("screens", game->screens, game->screen_count, SDL_MAX_SINT32)) return wrong;
+    for (Sint32 i = 0; i < game->screen_count; i++) {
+        const Screen &screen = game->screens[i].screen;
+        if (!screen.setup || !screen.tick || !screen.cleanup)
+            return _problem("screen %s lacks setup, tick or cleanup", game->screens[i].name);
+    }
+    return nullptr;
+}
+
+static const char *_check_options(const Game *game) {
+    if (const char *wrong = _check_rows("options", game->options, game->option_count, SDL_MAX_SINT32)) return wrong;
+    for (Sint32 i = 0; i < game->option_count; i++) {
+        if (!game->options[i].apply) return _problem("option %s does nothing", game->options[i].name);
+    }
+    return nullptr;
+}
+
+const char *_engine_game_problem(const Game *game) {
+    if (!game) return "there is none";
+    if (game->abi != LUMARIND_ABI) {
+        return _problem("it was built for ABI %u, the library has %u", game->abi, unsigned{LUMARIND_ABI});
+    }
+    if (const char *wrong = _check_texts(game)) return wrong;
+    if (const char *wrong = _check_screens(game)) return wrong;
+    if (const char *wrong = _check_rows("actions", game->actions, game->action_count, GAME_MAX_ACTIONS)) return wrong;
+    if (const char *wrong = _check_rows("settings", game->settings, game->setting_count, GAME_MAX_SETTINGS))
+        return wrong;
+    if (const char *wrong = _check_options(game)) return wrong;
+    if (game->ui_font && !(game->ui_font_size > 0 && game->heading_font_size > 0)) return "a font size is not positive";
+    if (game->window_width < 1 || game->window_height < 1) return "the window's size is not positive";
+    return nullptr;
+}
