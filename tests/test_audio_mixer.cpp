@@ -13,6 +13,7 @@
 #include <SDL3/SDL_timer.h>
 #include <SDL3_mixer/SDL_mixer.h>
 
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <string>
@@ -201,6 +202,33 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     EXPECT_EQ(log.count(" generated frames, error: there is no sound in it"), 2);
     sounds.push_back(audio_load_samples(frames, 2, 1, 768000));
     EXPECT_TRUE(sounds.back() && !audio_load_samples(frames, 2, 1, 768001));
+}
+
+TEST_F(AudioMixerTest, EffectsHaveTheirOwnVolumePitchAndPanForOnePlay) {
+    MIX_Track *track = audio->sfx[0];
+    MIX_Audio *sound = tone(0.05);
+    const auto ended = [&] { return !MIX_TrackPlaying(track); };
+    ASSERT_TRUE(audio_play_sfx_with(sound, {.volume = 0.5f, .pitch = 0.5f, .pan = -2}));
+    EXPECT_FLOAT_EQ(MIX_GetTrackGain(track), 0.4f) << "of the bus's 0.8";
+    EXPECT_FLOAT_EQ(MIX_GetTrackFrequencyRatio(track), 0.5f);
+    audio_set_volume(AUDIO_BUS_SFX, 0.5f);
+    EXPECT_FLOAT_EQ(MIX_GetTrackGain(track), 0.25f);
+    EXPECT_FLOAT_EQ(MIX_GetTrackGain(audio->sfx[1]), 0.5f);
+    ASSERT_TRUE(within_seconds(5, ended) && audio_play_sfx(sound));
+    EXPECT_TRUE(MIX_GetTrackGain(track) == 0.5f && MIX_GetTrackFrequencyRatio(track) == 1);
+    ASSERT_TRUE(within_seconds(5, ended) && audio_play_sfx_with(sound, {.volume = NAN, .pitch = NAN, .pan = NAN}));
+    EXPECT_TRUE(MIX_GetTrackGain(track) == 0 && MIX_GetTrackFrequencyRatio(track) > 0);
+
+    ASSERT_TRUE(audio_play_music_once(tone(0.1), 0));
+    audio_pause_music(true);
+    EXPECT_TRUE(MIX_TrackPaused(audio->music) && !audio_music_playing());
+    audio_pause_music(false);
+    EXPECT_TRUE(audio_music_playing() && within_seconds(5, [] { return !audio_music_playing(); }));
+    ASSERT_TRUE(audio_play_music_once(tone(0.1), 0));
+    audio_pause_music(true);
+    audio_stop_music(50);
+    audio_pause_music(false);
+    EXPECT_FALSE(audio_music_playing()) << "stopped while it was paused";
 }
 
 } // namespace

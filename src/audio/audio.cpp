@@ -60,6 +60,9 @@ static void audio_apply_volume(AudioBus bus) {
         break;
     case AUDIO_BUS_SFX:
         MIX_SetTagGain(audio->mixer, TAG_SFX, level);
+        for (int i = 0; i < AUDIO_SFX_TRACKS; i++) {
+            if (audio->sfx_volumes[i] != 1) MIX_SetTrackGain(audio->sfx[i], level * audio->sfx_volumes[i]);
+        }
         break;
     default:
         break;
@@ -69,9 +72,10 @@ static void audio_apply_volume(AudioBus bus) {
 static bool _audio_create_tracks() {
     audio->music = audio_create_track(TAG_MUSIC);
     if (!audio->music) return false;
-    for (MIX_Track *&track : audio->sfx) {
-        track = audio_create_track(TAG_SFX);
-        if (!track) return false;
+    for (int i = 0; i < AUDIO_SFX_TRACKS; i++) {
+        audio->sfx[i] = audio_create_track(TAG_SFX);
+        if (!audio->sfx[i]) return false;
+        audio->sfx_volumes[i] = 1;
     }
     return true;
 }
@@ -272,28 +276,53 @@ static bool _audio_set_track(MIX_Track *track, MIX_Audio *sound) {
     return ok;
 }
 
-bool audio_play_sfx(MIX_Audio *sound) {
+static void _audio_set_play(int index, const SfxPlay &how) {
+    MIX_Track *track = audio->sfx[index];
+    const float pan = how.pan > 0 ? SDL_min(how.pan, 1) : how.pan < 0 ? SDL_max(how.pan, -1) : 0; // NaN is the middle
+    const MIX_StereoGains gains = {.left = SDL_min(1 - pan, 1), .right = SDL_min(1 + pan, 1)};
+    audio->sfx_volumes[index] = _audio_clamp(how.volume);
+    MIX_SetTrackGain(track, audio->sfx_volumes[index] * audio_volume(AUDIO_BUS_SFX));
+    MIX_SetTrackFrequencyRatio(track, how.pitch > 0.01f ? SDL_min(how.pitch, 100) : 0.01f);
+    MIX_SetTrackStereo(track, pan == 0 ? nullptr : &gains);
+}
+
+bool audio_play_sfx(MIX_Audio *sound) { return audio_play_sfx_with(sound, {}); }
+
+bool audio_play_sfx_with(MIX_Audio *sound, const SfxPlay &how) {
     if (!audio || !sound) return false;
-    for (MIX_Track *track : audio->sfx) {
-        if (!MIX_TrackPlaying(track)) return _audio_set_track(track, sound) && MIX_PlayTrack(track, 0);
+    for (int i = 0; i < AUDIO_SFX_TRACKS; i++) {
+        if (MIX_TrackPlaying(audio->sfx[i])) continue;
+        if (!_audio_set_track(audio->sfx[i], sound)) return false;
+        _audio_set_play(i, how);
+        return MIX_PlayTrack(audio->sfx[i], 0);
     }
     return false;
 }
 
-bool audio_play_music(MIX_Audio *sound, int fade_in_ms) {
+static bool _audio_play_music(MIX_Audio *sound, int fade_in_ms, int loops) {
     if (!audio) return false;
     if (!_audio_set_track(audio->music, sound)) {
         return engine_error("[AUDIO] Unable to set the music, error: %s", SDL_GetError());
     }
     const SDL_PropertiesID options = SDL_CreateProperties();
-    SDL_SetNumberProperty(options, MIX_PROP_PLAY_LOOPS_NUMBER, LOOP_FOREVER);
+    SDL_SetNumberProperty(options, MIX_PROP_PLAY_LOOPS_NUMBER, loops);
     SDL_SetNumberProperty(options, MIX_PROP_PLAY_FADE_IN_MILLISECONDS_NUMBER, fade_in_ms);
     const bool ok = MIX_PlayTrack(audio->music, options);
     SDL_DestroyProperties(options);
     return ok || engine_error("[AUDIO] Unable to play the music, error: %s", SDL_GetError());
 }
 
+bool audio_play_music(MIX_Audio *sound, int fade_in_ms) { return _audio_play_music(sound, fade_in_ms, LOOP_FOREVER); }
+
+bool audio_play_music_once(MIX_Audio *sound, int fade_in_ms) { return _audio_play_music(sound, fade_in_ms, 0); }
+
+void audio_pause_music(bool paused) {
+    if (!audio) return;
+    paused ? MIX_PauseTrack(audio->music) : MIX_ResumeTrack(audio->music);
+}
+
 void audio_stop_music(int fade_out_ms) {
+    if (audio && MIX_TrackPaused(audio->music)) MIX_StopTrack(audio->music, 0); // nothing is heard of a fade
     if (!audio_music_playing()) return;
     const Sint64 frames = MIX_TrackMSToFrames(audio->music, fade_out_ms); // a track fades in frames of its own sound
     MIX_StopTrack(audio->music, frames);

@@ -24,10 +24,18 @@ MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels
 void audio_free(MIX_Audio **sound); // sets the handle to null; does nothing when it is already
 
 // --- playing ---
-bool audio_play_sfx(MIX_Audio *sound);                   // once. False: all tracks are busy, the effect is dropped
-bool audio_play_music(MIX_Audio *sound, int fade_in_ms); // for ever, instead of what played. False: reported
-void audio_stop_music(int fade_out_ms);                  // 0: at once
-bool audio_music_playing();                              // true while it fades out, too
+struct SfxPlay {
+    float volume = 1; // 0 to 1, below the bus's
+    float pitch = 1;  // 0.01 to 100: twice as high is half as long
+    float pan = 0;    // -1 left to 1 right; 0 leaves the sound's own channels as they are
+};
+bool audio_play_sfx(MIX_Audio *sound);                          // once. False: no track is free, it is dropped
+bool audio_play_sfx_with(MIX_Audio *sound, const SfxPlay &how); // the same; values out of range are clamped
+bool audio_play_music(MIX_Audio *sound, int fade_in_ms);        // for ever, instead of what played. False: reported
+bool audio_play_music_once(MIX_Audio *sound, int fade_in_ms);   // the same, to its end
+void audio_pause_music(bool paused);                            // where it is; paused, it does not count as playing
+void audio_stop_music(int fade_out_ms);                         // 0: at once
+bool audio_music_playing();                                     // true while it fades out, too
 
 // --- volumes: linear, 0 to 1 ---
 float audio_volume(AudioBus bus);

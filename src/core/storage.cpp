@@ -83,6 +83,38 @@ char *storage_read_game_file(const char *path) { return storage_read_file(storag
 
 char *storage_read_user_file(const char *path) { return storage_read_file(storage_user(), path); }
 
+// The folder a file is to lie in, made with all above it where it is missing.
+static bool _storage_make_folder(const char *path) {
+    const char *end = SDL_strrchr(path, '/');
+    if (!end) return true;
+    char *folder = SDL_strndup(path, static_cast<size_t>(end - path));
+    const bool made = folder && SDL_CreateStorageDirectory(storage_user(), folder);
+    SDL_free(folder);
+    return made;
+}
+
+// Beside the file first, so that there is a whole one at any time.
+static bool _storage_replace(const char *path, const char *beside, const void *data, size_t size) {
+    return _storage_make_folder(path) && SDL_WriteStorageFile(storage_user(), beside, data, size) &&
+           SDL_RenameStoragePath(storage_user(), beside, path);
+}
+
+bool storage_write_user_file(const char *path, const void *data, size_t size) {
+    if (!storage_user()) return engine_error("[STORAGE] Storage is NULL, can't write file: %s", path);
+    if (!_storage_wait(storage_user())) return engine_error("[STORAGE] Storage not ready, can't write file: %s", path);
+    char *beside = nullptr;
+    if (SDL_asprintf(&beside, "%s.new", path) < 0) {
+        return engine_error("[STORAGE] Memory allocation failed while writing file, error: %s", SDL_GetError());
+    }
+    const bool written = _storage_replace(path, beside, data, size);
+    if (!written) {
+        engine_error("[STORAGE] Error writing file: %s, error: %s", path, SDL_GetError());
+        SDL_RemoveStoragePath(storage_user(), beside); // it may be there, and cut
+    }
+    SDL_free(beside);
+    return written;
+}
+
 int storage_parse_lines(char *text, StringArray *lines) {
     string_array_reset(lines);
     char *rest = nullptr;

@@ -16,6 +16,12 @@ char *storage_read_file(SDL_Storage *storage, const char *path);
 char *storage_read_game_file(const char *path);
 char *storage_read_user_file(const char *path);
 
+// --- writing ---
+// Writes the whole file among the user's own, or leaves it as it was: a crash or a full disk loses nothing. Folders in
+// `path` are made. False: reported.
+bool storage_write_user_file(const char *path, const void *data, size_t size);
+
+// --- lines ---
 // Replaces what `lines` holds by the lines of `text` and returns their number. Empty lines give none; a carriage
 // return stays at its line's end. The text is cut up in the process.
 int storage_parse_lines(char *text, StringArray *lines);

@@ -24,3 +24,8 @@ inline constexpr Uint32 ENGINE_EVENT_TYPES = 0x1308; // event types below this c
 bool engine_add_callback(Uint32 type, EventCallback cb);
 // Removes the first such entry; true also when there is none. False: reported, for a type out of range.
 bool engine_remove_callback(Uint32 type, EventCallback cb);
+
+// --- callbacks that are handed a pointer of their owner's, called after those without ---
+using DataCallback = bool (*)(SDL_Event *event, void *data);
+bool engine_add_callback(Uint32 type, DataCallback cb, void *data);
+bool engine_remove_callback(Uint32 type, DataCallback cb, void *data); // the first with this pointer

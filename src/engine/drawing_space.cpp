@@ -4,6 +4,7 @@
 #include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
+#include <SDL3/SDL_mouse.h>
 #include <SDL3/SDL_render.h>
 
 bool engine_in_logical_space() { return engine && engine->logical_width > 0 && !engine->ui_space; }
@@ -45,6 +46,14 @@ void engine_view_size(float *width, float *height) {
     }
     if (width) *width = view_width;
     if (height) *height = view_height;
+}
+
+void engine_mouse_position(float *x, float *y) {
+    float window_x = 0, window_y = 0, at_x = 0, at_y = 0;
+    SDL_GetMouseState(&window_x, &window_y);
+    if (engine) SDL_RenderCoordinatesFromWindow(engine->renderer, window_x, window_y, &at_x, &at_y);
+    if (x) *x = at_x;
+    if (y) *y = at_y;
 }
 
 int engine_ui_scale() { return engine ? engine->ui_scale : 0; }

@@ -11,4 +11,5 @@ void engine_use_ui_space();
 bool engine_set_logical_size(int width, int height); // the screen's; 0 × 0 for none. False: reported
 
 void engine_view_size(float *width, float *height); // of the current space, in its units; either may be null
+void engine_mouse_position(float *x, float *y);     // in the current space; either may be null
 int engine_ui_scale();                              // 1 to 8, the same for the engine's whole life

@@ -40,6 +40,17 @@ struct KeptFont {
     bool lent;         // an owner has it; else it is the engine's
 };
 
+struct DataCallbackEntry {
+    Uint32 type;
+    DataCallback call;
+    void *data; // borrowed
+};
+struct DataCallbackTraits : ArrayOfValues<DataCallbackEntry> {
+    static constexpr const char *TAG = "CALLBACK_ARRAY";
+    static constexpr const char *PREFIX = "data_callbacks";
+};
+TYPED_ARRAY_STAMP(data_callbacks, DataCallbackArray, DataCallbackTraits)
+
 struct Engine {
     Sint32 state, prev_state; // GameState; they differ while a switch is pending
     bool restart;             // of the current screen, pending
@@ -70,6 +81,7 @@ struct Engine {
     TTF_Font *active_font; // borrowed
     TTF_TextEngine *text_engine;
     CallbackArray *callbacks; // owned, ENGINE_EVENT_TYPES of them
+    DataCallbackArray data_callbacks;
 };
 namespace lumarind {
 extern Engine *engine; // null: not started

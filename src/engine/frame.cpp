@@ -110,6 +110,11 @@ static void _engine_run_callbacks(SDL_Event *event) {
     for (int i = 0; i < chain.count; i++) {
         if (chain.items[i] && !chain.items[i](event)) return;
     }
+    const DataCallbackArray with_data = engine->data_callbacks;
+    for (int i = 0; i < with_data.count; i++) {
+        const DataCallbackEntry &entry = with_data.items[i];
+        if (entry.type == event->type && !entry.call(event, entry.data)) return;
+    }
 }
 
 void engine_event_poll() {

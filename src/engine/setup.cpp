@@ -206,6 +206,7 @@ static void _engine_release_fonts() {
 }
 
 static void _engine_release_callbacks() {
+    data_callbacks_cleanup(&engine->data_callbacks);
     if (!engine->callbacks) return;
     for (Uint32 type = 0; type < ENGINE_EVENT_TYPES; type++) callback_array_cleanup(&engine->callbacks[type]);
     SDL_free(engine->callbacks);

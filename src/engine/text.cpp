@@ -154,6 +154,12 @@ TTF_Text *engine_prepare_text(TTF_Font *font, const char *text, size_t length, S
     return prepared;
 }
 
+bool engine_set_text(TTF_Text *text, const char *content) {
+    if (text && SDL_strcmp(text->text ? text->text : "", content) == 0) return true; // nothing to lay out again
+    return TTF_SetTextString(text, content, 0) ||
+           engine_error("[ENGINE] Changing the text failed, error: %s", SDL_GetError());
+}
+
 void engine_set_text_color(TTF_Text *text, SDL_Color color) {
     TTF_SetTextColor(text, color.r, color.g, color.b, color.a);
 }

@@ -30,6 +30,7 @@ TTF_Font *engine_get_font();
 // --- texts: owned by who prepared them ---
 TTF_TextEngine *engine_text_engine();
 TTF_Text *engine_prepare_text(TTF_Font *font, const char *text, size_t length, SDL_Color color); // length 0: to the NUL
+bool engine_set_text(TTF_Text *text, const char *content); // the old content stays on failure. False: reported
 void engine_set_text_color(TTF_Text *text, SDL_Color color);
 void engine_cleanup_text(TTF_Text **text);                          // destroys and nulls; null pointers are fine
 void engine_render_text(TTF_Text *text, float x, float y);          // top-left corner, in the current drawing space

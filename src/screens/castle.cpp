@@ -1,13 +1,9 @@
 #include "screens/castle.h"
 
-#include "lumarind/core/error.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/render_grid.h"
 #include "lumarind/toolkit/tilemap.h"
-
-#include <SDL3/SDL_error.h>
-#include <SDL3/SDL_events.h>
 
 static constexpr const char *TILESET_PATH = "assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png";
 static constexpr const char *LAYER_PATH = "assets/fireknight/tilemaps/castle-tilemap.csv";
@@ -17,13 +13,6 @@ static constexpr int CHUNK_TILES = 16;
 static constexpr double PAN_SPEED_X = 0.35; // rad/s
 static constexpr double PAN_SPEED_Y = 0.9;
 
-// An event watch, because this event's type lies beyond those that callbacks can be registered for.
-static bool SDLCALL _castle_watch_event(void *userdata, SDL_Event *event) {
-    auto *castle = static_cast<Castle *>(userdata);
-    if (event->type == SDL_EVENT_RENDER_TARGETS_RESET) SDL_SetAtomicInt(&castle->targets_lost, 1);
-    return true;
-}
-
 bool castle_load(Castle *castle, float scale) {
     SDL_Renderer *renderer = engine_renderer();
     castle->map = tilemap_new();
@@ -32,20 +21,16 @@ bool castle_load(Castle *castle, float scale) {
     if (!tilemap_load_csv(castle->map, LAYER_PATH)) return false;
     tilemap_set_scale(castle->map, scale);
     castle->grid = tilemap_to_render_grid(renderer, castle->map, CHUNK_TILES);
-    if (!castle->grid) return false;
-    if (SDL_AddEventWatch(_castle_watch_event, castle)) return true;
-    return engine_error("[TILEMAP] Watching for lost render targets failed, error: %s", SDL_GetError());
+    return castle->grid != nullptr;
 }
 
 void castle_cleanup(Castle *castle) {
-    SDL_RemoveEventWatch(_castle_watch_event, castle);
     render_grid_cleanup(&castle->grid);
     tilemap_cleanup(&castle->map);
 }
 
 void castle_refresh(Castle *castle) {
-    const bool lost = SDL_SetAtomicInt(&castle->targets_lost, 0) != 0;
-    if (!lost && !tilemap_grid_is_stale(castle->map, castle->grid)) return;
+    if (!render_grid_is_lost(castle->grid) && !tilemap_grid_is_stale(castle->map, castle->grid)) return;
     RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), castle->map, CHUNK_TILES);
     if (!fresh) return; // reported; the old chunks go on
     render_grid_cleanup(&castle->grid);

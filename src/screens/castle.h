@@ -1,16 +1,13 @@
 // castle: the castle's tile map, as the screens that show it share it.
 #pragma once
 
-#include <SDL3/SDL_atomic.h>
-
 struct RenderGrid;
 struct Tilemap;
 
-// Embedded in its screen's record, zeroed. It must stay where it is from castle_load to castle_cleanup.
+// Embedded in its screen's record, zeroed.
 struct Castle {
-    Tilemap *map;               // owned, as is the grid
-    RenderGrid *grid;           // the map's baked chunks
-    SDL_AtomicInt targets_lost; // SDL has said that what render targets held is gone
+    Tilemap *map;     // owned, as is the grid
+    RenderGrid *grid; // the map's baked chunks
 };
 
 bool castle_load(Castle *castle, float scale); // false: reported; castle_cleanup releases what was made

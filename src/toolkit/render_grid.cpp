@@ -4,6 +4,7 @@
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
+#include <SDL3/SDL_events.h>
 #include <SDL3/SDL_render.h>
 
 // --- lifetime ---
@@ -30,10 +31,20 @@ static bool _render_grid_check_size(int rows, int cols, int chunk_w, int chunk_h
         chunk_h, mb, RENDER_GRID_MAX_MB);
 }
 
+// An event watch, because these events' types lie beyond those that callbacks can be registered for.
+static bool SDLCALL _render_grid_watch(void *userdata, SDL_Event *event) {
+    const bool lost = event->type == SDL_EVENT_RENDER_TARGETS_RESET || event->type == SDL_EVENT_RENDER_DEVICE_RESET;
+    if (lost) SDL_SetAtomicInt(&static_cast<RenderGrid *>(userdata)->lost, 1);
+    return true;
+}
+
 RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h) {
     if (!_render_grid_check_size(rows, cols, chunk_w, chunk_h)) return nullptr;
-    const RenderGrid empty = {
-        .rows = rows, .cols = cols, .chunk_w = chunk_w, .chunk_h = chunk_h, .chunks = nullptr, .generation = 0};
+    RenderGrid empty = {};
+    empty.rows = rows;
+    empty.cols = cols;
+    empty.chunk_w = chunk_w;
+    empty.chunk_h = chunk_h;
     const size_t count = _render_grid_count(&empty);
     auto *grid = static_cast<RenderGrid *>(SDL_malloc(sizeof(RenderGrid)));
     if (grid) {
@@ -52,11 +63,15 @@ RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chun
         render_grid_cleanup(&grid);
         return nullptr;
     }
-    return grid;
+    if (SDL_AddEventWatch(_render_grid_watch, grid)) return grid;
+    engine_error("[RENDER_GRID] Watching for lost render targets failed, error: %s", SDL_GetError());
+    render_grid_cleanup(&grid);
+    return nullptr;
 }
 
 void render_grid_cleanup(RenderGrid **grid) {
     if (!grid || !*grid) return;
+    SDL_RemoveEventWatch(_render_grid_watch, *grid);
     const size_t count = _render_grid_count(*grid);
     for (size_t i = 0; (*grid)->chunks && i < count; i++) {
         if ((*grid)->chunks[i]) SDL_DestroyTexture((*grid)->chunks[i]);
@@ -112,6 +127,8 @@ bool render_grid_draw(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoint
 }
 
 // --- questions ---
+
+bool render_grid_is_lost(RenderGrid *grid) { return SDL_GetAtomicInt(&grid->lost) != 0; }
 
 SDL_Texture *render_grid_get(const RenderGrid *grid, int row, int col) {
     if (!grid || !grid->chunks || row < 0 || row >= grid->rows || col < 0 || col >= grid->cols) return nullptr;

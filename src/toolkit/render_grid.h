@@ -1,10 +1,11 @@
 // render_grid: a grid of equal pictures ("chunks") that static content is drawn into once and copied from in every
 // frame, only those the view covers. Belongs to the renderer that made it and has to be freed before it. The chunks are
-// render targets: their content is lost when SDL says that targets were reset.
+// render targets, whose content a renderer may lose: render_grid_is_lost tells, and the grid has to be filled again.
 #pragma once
 
 #include "lumarind/toolkit/tile_range.h"
 
+#include <SDL3/SDL_atomic.h>
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>
 
@@ -16,6 +17,7 @@ struct RenderGrid {
     Sint32 chunk_w, chunk_h; // px
     SDL_Texture **chunks;    // owned, as are they; row by row
     Uint32 generation;       // of what was drawn into it, for who filled it
+    SDL_AtomicInt lost;      // set by SDL's events
 };
 
 // A map's file of a few hundred kilobytes can ask for more memory than there is. This is a world of 2^29 pixels, such
@@ -36,6 +38,7 @@ bool render_grid_draw_range(
 bool render_grid_draw(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoint origin, float scale);
 
 // --- questions ---
+bool render_grid_is_lost(RenderGrid *grid);                             // the renderer has lost what it held
 SDL_Texture *render_grid_get(const RenderGrid *grid, int row, int col); // null outside the grid
 TileRange render_grid_visible_rows(const RenderGrid *grid, float view_y, float view_h, SDL_FPoint origin, float scale);
 TileRange render_grid_visible_cols(const RenderGrid *grid, float view_x, float view_w, SDL_FPoint origin, float scale);

@@ -2,6 +2,7 @@
 // own, a frame at a time. Real SDL events go in, pixels come out.
 #pragma once
 
+#include "app/demo_game.h"
 #include "engine/engine_record.h"
 #include "support/log_capture.h"
 #include "support/picture.h"
@@ -22,6 +23,8 @@ class EngineTest : public ::testing::Test {
 protected:
     // What a test changes before start(). Without vsync, frames do not wait.
     std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
+
+    const Game *game = &demo_game;
 
     void SetUp() override;
     void TearDown() override; // stops the program when it runs
