@@ -17,7 +17,7 @@ constexpr float FLOOR_Y = 416, LEDGE_X = 500; // a floor that ends at the ledge
 class PlayerStatesTest : public ::testing::Test {
 protected:
     PlayerStatesTest() {
-        const SDL_FRect floor = {-2000, FLOOR_Y, LEDGE_X + 2000, 40}, ceiling = {200, FLOOR_Y - 80, 60, 20};
+        const SDL_FRect floor = {-2000, FLOOR_Y, LEDGE_X + 2000, 40}, ceiling = {200, FLOOR_Y - 61, 60, 20};
         const Tri slope = {{-100, FLOOR_Y - 100}, {-100, FLOOR_Y}, {0, FLOOR_Y}};
         EXPECT_TRUE(colliders_rects_add(&rects, &floor) && colliders_rects_add(&rects, &ceiling));
         EXPECT_TRUE(colliders_tris_add(&tris, &slope));
@@ -166,9 +166,9 @@ TEST_F(PlayerStatesTest, AScriptLeadsThroughItsStatesAtItsTimesAndPlaces) {
          "v 0 0 1 h3 #6"},
         {60, "h:10 h:8 .:10 h:30 hr:90 rjo:10",
          "HURT:0 IDLE:36 HURT:56 IDLE:92 DEATH:116 | 100>100 416 v 0 6.66667 1 h0 #12"},
-        // a jump, its height, and one under a ceiling
-        {60, "q:5 r:2 rj:60 .:9", "RUN:0 JUMP:14 FALL:56 RUN:96 FALL:117 | 582>582 498 v 0 253.333 1 h3 #2"},
-        {60, "r:13 j:50", "RUN:0 JUMP:26 FALL:31 IDLE:50 | 208>208 416 v 0 6.66667 1 h3 #4"},
+        // a jump, its height, and one under a ceiling so low that the press would still be remembered on landing
+        {60, "q:5 r:2 rj:60 .:9", "RUN:0 JUMP:14 FALL:56 RUN:96 FALL:114 | 596>596 512 v 0 273.333 1 h3 #0"},
+        {60, "r:13 j:50", "RUN:0 JUMP:26 FALL:27 IDLE:30 | 208>208 416 v 0 6.66667 1 h3 #0"},
         // a press is remembered until landing for 0.12 s, and the ledge for 0.1 s
         {60, "j:38 j:9", "JUMP:0 FALL:42 JUMP:82 | 100>100 370 v 0 -195 1 h3 #2"},
         {60, "j:37 j:9", "JUMP:0 FALL:42 IDLE:82 | 100>100 416 v 0 6.66667 1 h3 #1"},
