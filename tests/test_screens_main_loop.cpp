@@ -25,7 +25,7 @@ protected:
 };
 
 TEST_F(MainLoopTest, StatesWithoutAScreenDoNothing) {
-    for (const GameState state : {-1, 0, 1, 2, 14, 1000}) {
+    for (const GameState state : {-1, 0, 1, 2, int{GAME_STATE_COUNT}, 1000}) {
         EXPECT_EQ(screen_for(state), nullptr) << state;
         screen_tick(state);
         screen_fixed_update(state, 1);
