@@ -203,6 +203,13 @@ b2Rot b2Body_GetRotation(b2BodyId body) {
     return {rotation.c, rotation.s};
 }
 
+b2Vec2 b2Body_GetLinearVelocity(b2BodyId body) {
+    const ::b2Vec2 &velocity = _body(body)->GetLinearVelocity();
+    return {velocity.x, velocity.y};
+}
+
+float b2Body_GetAngularVelocity(b2BodyId body) { return _body(body)->GetAngularVelocity(); }
+
 bool b2Body_IsAwake(b2BodyId body) {
     const b2Body *asked = _body(body);
     return asked->GetType() != ::b2_staticBody && asked->IsAwake();

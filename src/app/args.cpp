@@ -181,3 +181,11 @@ bool args_window_size(int *width, int *height) {
     if (height) *height = args.window_height;
     return true;
 }
+
+void args_take_recorded(const char *screen, int window_width, int window_height, int ui_scale) {
+    args.config_save = false;
+    args.screen = screen;
+    args.window_width = window_width;
+    args.window_height = window_height;
+    args.ui_scale = ui_scale;
+}

@@ -25,4 +25,9 @@ int args_capture_at();
 int args_capture_every();
 int args_quit_at();
 int args_ui_scale();
+
+// Takes from now on what a recording was made with, whatever the command line says; nothing is saved. The text is
+// borrowed.
+void args_take_recorded(const char *screen, int window_width, int window_height, int ui_scale);
+
 bool args_window_size(int *width, int *height); // false, and nothing written, when not given; either may be null

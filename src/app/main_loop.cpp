@@ -9,15 +9,21 @@
 #include "engine/frame.h"
 #include "engine/game_internal.h"
 #include "engine/setup.h"
+#include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
 #include "lumarind/core/files.h"
+#include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
 #include "lumarind/engine/transition.h"
 #include "lumarind/input/input.h"
+#include "replay/replay_feed.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_messagebox.h>
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_timer.h>
+#include <SDL3/SDL_video.h>
 
 // --- start ---
 
@@ -30,6 +36,7 @@ static int startup_failed(const Game *game) {
         text, sizeof text, "%s could not start. See %s%s for the reason.", game->name,
         here ? log.text : files_user(log.text).text, here ? " in this folder" : "");
     SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, game->title, text, nullptr);
+    replay_stop();
     log_cleanup();
     return 1;
 }
@@ -52,9 +59,58 @@ static bool shared_fonts_setup() {
     return font_set_size(heading, game->heading_font_size);
 }
 
+// The environment asks for a recording, or for one to be replayed.
+static bool _main_take_recording() {
+    if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
+    const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");
+    if (!path) return true;
+    double factor = 1;
+    if (speed && SDL_strcmp(speed, "max") == 0) {
+        factor = 0;
+    } else if (speed) {
+        factor = SDL_strtod(speed, nullptr);
+        if (!(factor > 0))
+            return engine_error("[REPLAY] LUMARIND_REPLAY_SPEED expects a number above 0 or max: %s", speed);
+    }
+    if (!replay_open(path, factor)) return false;
+    const ReplayStart *start = replay_start();
+    args_take_recorded(start->screen, start->window_width, start->window_height, start->ui_scale);
+    return true;
+}
+
+static void _main_fill_recording_start(GameState state, ReplayStart *start) {
+    const Game *game = engine_game();
+    SDL_strlcpy(start->game, game->id, sizeof start->game);
+    SDL_strlcpy(start->build, LUMARIND_VERSION, sizeof start->build);
+    SDL_strlcpy(start->screen, game->screens[state - GAME_STATE_FIRST_SCREEN].name, sizeof start->screen);
+    start->step_hz = cfg_get_fixed_step_hz();
+    SDL_GetWindowSize(engine_window(), &start->window_width, &start->window_height);
+    SDL_GetRenderOutputSize(engine_renderer(), &start->output_width, &start->output_height);
+    start->ui_scale = engine_ui_scale();
+    start->deadzone = cfg_get_gamepad_deadzone();
+    start->seed = SDL_GetTicksNS();
+    start->binding_count = input_action_count();
+    for (int i = 0; i < start->binding_count; i++) {
+        SDL_strlcpy(start->bindings[i], cfg_get_input_bindings(i), sizeof start->bindings[i]);
+    }
+}
+
+// Sets a screen up, from whose setup on a recording may begin.
+static bool _main_setup_screen(GameState state) {
+    if (replay_is_wanted() && screen_for(state)) {
+        auto *start = static_cast<ReplayStart *>(SDL_calloc(1, sizeof(ReplayStart)));
+        if (!start) return engine_error("[REPLAY] Memory allocation failed, error: %s", SDL_GetError());
+        _main_fill_recording_start(state, start);
+        replay_begin(start);
+        SDL_free(start);
+    }
+    replay_play();
+    return screen_setup(state);
+}
+
 static bool _main_first_screen_setup(GameState start) {
     engine_set_state(start);
-    if (screen_setup(start)) return true;
+    if (_main_setup_screen(start)) return true;
     screen_cleanup();
     return false;
 }
@@ -71,6 +127,7 @@ MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
     const ArgsResult result = args_parse(argc, argv);
     if (result == ARGS_HELP) return MAIN_START_HELP;
     if (result == ARGS_FAILED) return MAIN_START_FAILED;
+    if (!_main_take_recording()) return MAIN_START_FAILED;
     const GameState start = resolve_start_screen();
     if (start == GAME_STATE_NONE) return MAIN_START_FAILED;
     if (!engine_start(game->title)) return MAIN_START_FAILED;
@@ -87,7 +144,7 @@ MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
 static bool _main_switch_screen(GameState state) {
     profiler_mark(PHASE_SWAP);
     screen_cleanup();
-    if (!screen_setup(state)) return false;
+    if (!_main_setup_screen(state)) return false;
     engine_state_change_handled();
     transition_screen_changed(state);
     return true;
@@ -103,6 +160,7 @@ static void _main_run_fixed_steps(GameState state) {
         if (!engine_is_paused()) screen_fixed_update(state, dt);
         transition_fixed_update(dt);
         input_fixed_step_end();
+        replay_step(screen_name(state), screen_state_hash(state));
         profiler_count_step();
     }
 }
@@ -117,6 +175,7 @@ bool main_loop_frame() {
     screen_tick(state);
     transition_tick();
     engine_tick();
+    if (replay_failed()) return false;
 
     const int quit_at = args_quit_at();
     if (quit_at > 0 && engine_frame_number() >= static_cast<Uint64>(quit_at)) engine_set_state(GAME_STATE_QUIT);
@@ -126,6 +185,7 @@ bool main_loop_frame() {
 // --- stop ---
 
 void main_loop_stop() {
+    replay_stop();
     screen_cleanup();
     engine_stop();
     log_cleanup();
@@ -149,5 +209,5 @@ int engine_run(const Game *game, int argc, char *argv[]) {
     while (main_loop_frame()) {
     }
     main_loop_stop();
-    return 0;
+    return replay_failed() ? 1 : 0;
 }

@@ -8,10 +8,25 @@
 
 static const Screen *resident_screen; // null: none
 
-const Screen *screen_for(GameState state) {
+static const GameScreen *_screen_row(GameState state) {
     const Game *game = engine_game();
     const int index = state - GAME_STATE_FIRST_SCREEN;
-    return index >= 0 && index < game->screen_count ? &game->screens[index].screen : nullptr;
+    return index >= 0 && index < game->screen_count ? &game->screens[index] : nullptr;
+}
+
+const Screen *screen_for(GameState state) {
+    const GameScreen *row = _screen_row(state);
+    return row ? &row->screen : nullptr;
+}
+
+const char *screen_name(GameState state) {
+    const GameScreen *row = _screen_row(state);
+    return row ? row->name : "";
+}
+
+Uint64 (*screen_state_hash(GameState state))() {
+    const GameScreen *row = _screen_row(state);
+    return row ? row->state_hash : nullptr;
 }
 
 bool screen_setup(GameState state) {

@@ -3,9 +3,14 @@
 
 #include "lumarind/engine/game_state.h"
 
+#include <SDL3/SDL_stdinc.h>
+
 struct Screen;
 
 const Screen *screen_for(GameState state); // null: no screen in that state
+
+const char *screen_name(GameState state);       // "" without one
+Uint64 (*screen_state_hash(GameState state))(); // null without one
 
 // --- the resident screen: the one whose setup ran last ---
 bool screen_setup(GameState state); // true as well for a state without a screen

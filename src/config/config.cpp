@@ -438,6 +438,7 @@ const char *cfg_get_capture_directory() { return config->capture_directory; }
 CaptureFormat cfg_get_capture_format() { return config->capture_format; }
 int cfg_get_capture_jpeg_quality() { return config->jpeg_quality; }
 bool cfg_get_capture_include_fps() { return config->include_fps; }
+void cfg_set_gamepad_deadzone(float deadzone) { config->deadzone = deadzone; }
 float cfg_get_gamepad_deadzone() { return config->deadzone; }
 const char *cfg_get_input_bindings(int action) { return config->bindings[action]; }
 

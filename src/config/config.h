@@ -58,6 +58,7 @@ const char *cfg_get_capture_directory(); // the stored text itself
 CaptureFormat cfg_get_capture_format();
 int cfg_get_capture_jpeg_quality();
 bool cfg_get_capture_include_fps();
+void cfg_set_gamepad_deadzone(float deadzone);
 float cfg_get_gamepad_deadzone();                          // not clamped
 const char *cfg_get_input_bindings(int action);            // the stored text itself
 void cfg_set_input_bindings(int action, const char *text); // cut to 127 characters

@@ -2,6 +2,7 @@
 
 #include "engine/engine_record.h"
 #include "lumarind/core/error.h"
+#include "replay/replay_feed.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_mouse.h>
@@ -40,7 +41,12 @@ void engine_view_size(float *width, float *height) {
         view_height = static_cast<float>(engine->logical_height);
     } else if (engine) {
         int output_width = 0, output_height = 0;
-        SDL_GetRenderOutputSize(engine->renderer, &output_width, &output_height);
+        if (const ReplayDevices *recorded = replay_devices()) {
+            output_width = recorded->output_width;
+            output_height = recorded->output_height;
+        } else {
+            SDL_GetRenderOutputSize(engine->renderer, &output_width, &output_height);
+        }
         view_width = static_cast<float>(output_width) / static_cast<float>(engine->ui_scale);
         view_height = static_cast<float>(output_height) / static_cast<float>(engine->ui_scale);
     }
@@ -50,7 +56,12 @@ void engine_view_size(float *width, float *height) {
 
 void engine_mouse_position(float *x, float *y) {
     float window_x = 0, window_y = 0, at_x = 0, at_y = 0;
-    SDL_GetMouseState(&window_x, &window_y);
+    if (const ReplayDevices *recorded = replay_devices()) {
+        window_x = recorded->mouse_x;
+        window_y = recorded->mouse_y;
+    } else {
+        SDL_GetMouseState(&window_x, &window_y);
+    }
     if (engine) SDL_RenderCoordinatesFromWindow(engine->renderer, window_x, window_y, &at_x, &at_y);
     if (x) *x = at_x;
     if (y) *y = at_y;

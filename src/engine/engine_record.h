@@ -13,6 +13,7 @@
 #include <SDL3/SDL_time.h>
 
 struct SDL_Renderer;
+struct SDL_Texture;
 struct SDL_Window;
 struct TTF_Font;
 struct TTF_TextEngine;
@@ -72,9 +73,11 @@ struct Engine {
     SDL_Color fps_color;
     Timestep timestep;
     Uint64 last_frame_ticks; // ns; 0: no frame yet
+    Sint64 given_frame_ns;   // of the next frame; -1: the clock says it
     Uint64 frame_number;     // 1 in the first frame
     SDL_Window *window;      // owned, as are the renderer, the cursors and the text engine
     SDL_Renderer *renderer;
+    SDL_Texture *sink; // what a replay that nobody watches is drawn on; goes with the renderer
     SDL_Cursor *default_cursor, *pointer_cursor;
     FontList *fonts; // owned
     KeptFont kept_fonts[KEPT_FONTS];

@@ -3,6 +3,7 @@
 #include "diagnostics/frame_profile.h"
 #include "diagnostics/profiler.h"
 #include "engine/engine_record.h"
+#include "input/gamepad_state.h"
 #include "lumarind/config/config.h"
 #include "lumarind/diagnostics/capture.h"
 #include "lumarind/engine/drawing_space.h"
@@ -13,6 +14,7 @@
 #include "lumarind/input/gamepad.h"
 #include "lumarind/input/input.h"
 #include "lumarind/toolkit/reload.h"
+#include "replay/replay_feed.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_log.h>
@@ -38,15 +40,33 @@ bool engine_take_restart() {
     return asked;
 }
 
+// ns since the last frame, as the clock says, or as a test or the recording that is replayed has it.
+static Uint64 _frame_length(Uint64 now) {
+    Uint64 elapsed = engine->last_frame_ticks != 0 ? now - engine->last_frame_ticks : 0;
+    if (engine->given_frame_ns >= 0) elapsed = static_cast<Uint64>(engine->given_frame_ns);
+    engine->given_frame_ns = -1;
+    if (replay_is_playing() && !replay_next_frame(&elapsed)) engine_set_state(GAME_STATE_QUIT);
+    replay_record_frame(elapsed);
+    return elapsed;
+}
+
+// A replay that nobody watches is drawn on one pixel.
+static void _engine_draw_nowhere() {
+    if (!engine->sink) {
+        engine->sink = SDL_CreateTexture(engine->renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_TARGET, 1, 1);
+    }
+    SDL_SetRenderTarget(engine->renderer, engine->sink);
+}
+
 void engine_frame_start() {
     const Uint64 now = SDL_GetTicksNS();
     profiler_frame_boundary(now);
     engine->frame_number++;
-    if (engine->last_frame_ticks != 0) {
-        timestep_advance(&engine->timestep, _ns_to_seconds(now - engine->last_frame_ticks));
-    }
+    const Uint64 elapsed = _frame_length(now);
+    if (elapsed != 0) timestep_advance(&engine->timestep, _ns_to_seconds(elapsed));
     engine->last_frame_ticks = now;
     engine->frame_start = now;
+    if (replay_is_fast()) _engine_draw_nowhere();
     reload_tick();
     view_copy_new_frame();
 }
@@ -86,6 +106,8 @@ static void _engine_handle_key(const SDL_KeyboardEvent *key) {
 }
 
 static void _engine_handle_event(const SDL_Event *event) {
+    if (replay_is_playing() && event->type >= SDL_EVENT_GAMEPAD_ADDED && event->type <= SDL_EVENT_GAMEPAD_REMOVED)
+        return; // of a controller that is not here
     switch (event->type) {
     case SDL_EVENT_QUIT:
         engine_set_state(GAME_STATE_QUIT);
@@ -117,18 +139,50 @@ static void _engine_run_callbacks(SDL_Event *event) {
     }
 }
 
+static void _engine_dispatch_event() {
+    SDL_Event *event = &engine->event;
+    replay_record_event(event);
+    input_handle_event(event);
+    _engine_run_callbacks(event);
+    _engine_handle_event(event);
+}
+
+// While a recording is replayed, the user can only end it.
+static bool _engine_ends_replay(const SDL_Event *event) {
+    const bool ctrl_q =
+        event->type == SDL_EVENT_KEY_DOWN && event->key.key == SDLK_Q && (event->key.mod & SDL_KMOD_CTRL);
+    return ctrl_q || event->type == SDL_EVENT_QUIT;
+}
+
+static void _engine_replay_events() {
+    while (replay_next_event(&engine->event)) _engine_dispatch_event();
+    if (replay_failed()) engine_set_state(GAME_STATE_QUIT);
+}
+
+static void _engine_record_devices() {
+    ReplayDevices devices = {};
+    SDL_memcpy(devices.keys, SDL_GetKeyboardState(nullptr), sizeof devices.keys);
+    SDL_GetMouseState(&devices.mouse_x, &devices.mouse_y);
+    SDL_GetRenderOutputSize(engine->renderer, &devices.output_width, &devices.output_height);
+    _gamepad_record(&devices.pad);
+    replay_record_devices(&devices);
+}
+
 void engine_event_poll() {
     input_frame_start();
     SDL_Event polled = {}; // SDL writes here also when it says that there is no event
     while (SDL_PollEvent(&polled)) {
+        if (polled.type >= ENGINE_EVENT_TYPES) continue;
+        if (replay_is_playing()) {
+            if (_engine_ends_replay(&polled)) engine_set_state(GAME_STATE_QUIT);
+            continue;
+        }
         engine->event = polled;
-        SDL_Event *event = &engine->event;
-        if (event->type >= ENGINE_EVENT_TYPES) continue;
-        SDL_ConvertEventToRenderCoordinates(engine->renderer, event);
-        input_handle_event(event);
-        _engine_run_callbacks(event);
-        _engine_handle_event(event);
+        SDL_ConvertEventToRenderCoordinates(engine->renderer, &engine->event);
+        _engine_dispatch_event();
     }
+    if (replay_is_playing()) _engine_replay_events();
+    if (replay_is_recording()) _engine_record_devices();
 }
 
 SDL_Event engine_event() { return engine ? engine->event : SDL_Event{}; }
@@ -165,7 +219,7 @@ void engine_tick() {
     profiler_mark(PHASE_OVL);
     _engine_draw_overlays();
     profiler_mark(PHASE_PRES);
-    SDL_RenderPresent(engine->renderer);
+    if (!replay_is_fast()) SDL_RenderPresent(engine->renderer);
     engine_apply_space(false);
     profiler_mark(PHASE_SLEEP);
     _engine_wait_for_frame_period();

@@ -12,6 +12,7 @@
 #include "lumarind/engine/ui_scale.h"
 #include "lumarind/input/gamepad.h"
 #include "lumarind/input/input.h"
+#include "replay/replay_feed.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -162,11 +163,29 @@ static bool engine_setup_text_engine() {
     return true;
 }
 
+// What a recording was made with, in place of what the configuration says. It is not saved.
+static bool _engine_take_recorded_settings() {
+    const ReplayStart *start = replay_start();
+    if (!start) return true;
+    if (start->step_hz != cfg_get_fixed_step_hz()) {
+        return engine_error(
+            "[REPLAY] The recording has %d fixed steps a second, the configuration %d", start->step_hz,
+            cfg_get_fixed_step_hz());
+    }
+    for (int i = 0; i < SDL_min(start->binding_count, input_action_count()); i++) {
+        cfg_set_input_bindings(i, start->bindings[i]);
+    }
+    cfg_set_gamepad_deadzone(start->deadzone);
+    cfg_set_vsync_enabled(false); // the recording says how long frames last
+    cfg_set_fps_limit(0);
+    return true;
+}
+
 static bool engine_setup(const char *title) {
     if (!engine_setup_sdl3()) return false;
     if (!engine_setup_ttf()) return false;
     if (!storage_setup()) return false;
-    if (!cfg_setup() || !cfg_load()) return false;
+    if (!cfg_setup() || !cfg_load() || !_engine_take_recorded_settings()) return false;
     if (!engine_setup_properties()) return false;
     if (!engine_setup_event_callbacks()) return false;
     if (!gamepad_setup() || !input_setup() || !audio_setup()) return false;
@@ -182,6 +201,7 @@ bool engine_start(const char *title) {
     if (engine) return true;
     engine = static_cast<Engine *>(SDL_calloc(1, sizeof *engine));
     if (!engine) return engine_error("[ENGINE] Memory allocation failed, error: %s", SDL_GetError());
+    engine->given_frame_ns = -1;
     engine_error_attach(&engine->error);
     if (engine_setup(title)) return true;
     engine_stop();

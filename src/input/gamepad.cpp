@@ -1,8 +1,10 @@
 #include "lumarind/input/gamepad.h"
 
+#include "input/gamepad_state.h"
 #include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
 #include "lumarind/core/files.h"
+#include "replay/replay_feed.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -17,6 +19,8 @@ struct GamepadState {
     float deadzone;
 };
 static GamepadState *gamepad;
+
+static bool _is_real() { return gamepad && gamepad->handle; } // else there is none, or one of a recording
 
 // --- lifetime ---
 
@@ -83,7 +87,7 @@ void gamepad_handle_added(SDL_JoystickID id) {
 }
 
 void gamepad_handle_removed(SDL_JoystickID id) {
-    if (!gamepad_connected() || id != gamepad->id) return;
+    if (!_is_real() || id != gamepad->id) return;
     SDL_Log("[GAMEPAD] Disconnected: %s", gamepad_name());
     SDL_CloseGamepad(gamepad->handle);
     gamepad->handle = nullptr;
@@ -91,38 +95,80 @@ void gamepad_handle_removed(SDL_JoystickID id) {
     _gamepad_open_all();
 }
 
-// --- the active controller ---
+// --- the active controller: the real one, or the one of the recording that is replayed ---
 
-bool gamepad_connected() { return gamepad && gamepad->handle; }
+static const ReplayPad *_gamepad_recorded() {
+    const ReplayDevices *recorded = replay_devices();
+    return recorded ? &recorded->pad : nullptr;
+}
+
+template <typename T> static bool _has_bit(Uint32 bits, T index) {
+    return index >= 0 && index < 32 && (bits >> index & 1) != 0;
+}
+
+bool gamepad_connected() {
+    const ReplayPad *pad = _gamepad_recorded();
+    return pad ? pad->connected : _is_real();
+}
 
 const char *gamepad_name() {
     if (!gamepad_connected()) return "No controller";
-    const char *name = SDL_GetGamepadName(gamepad->handle);
+    const ReplayPad *pad = _gamepad_recorded();
+    const char *name = pad ? pad->name : SDL_GetGamepadName(gamepad->handle);
     return name ? name : "Unnamed controller";
 }
 
 const char *gamepad_type_name() {
     if (!gamepad_connected()) return "none";
-    const char *name = SDL_GetGamepadStringForType(SDL_GetGamepadType(gamepad->handle));
+    const ReplayPad *pad = _gamepad_recorded();
+    const char *name = pad ? pad->type : SDL_GetGamepadStringForType(SDL_GetGamepadType(gamepad->handle));
     return name ? name : "unknown";
 }
 
 bool gamepad_has_button(SDL_GamepadButton button) {
-    return gamepad_connected() && SDL_GamepadHasButton(gamepad->handle, button);
+    if (const ReplayPad *pad = _gamepad_recorded()) return _has_bit(pad->has_buttons, button);
+    return _is_real() && SDL_GamepadHasButton(gamepad->handle, button);
 }
 
 bool gamepad_button(SDL_GamepadButton button) {
-    return gamepad_connected() && SDL_GetGamepadButton(gamepad->handle, button);
+    if (const ReplayPad *pad = _gamepad_recorded()) return _has_bit(pad->buttons, button);
+    return _is_real() && SDL_GetGamepadButton(gamepad->handle, button);
 }
 
 SDL_GamepadButtonLabel gamepad_button_label(SDL_GamepadButton button) {
-    return gamepad_connected() ? SDL_GetGamepadButtonLabel(gamepad->handle, button) : SDL_GAMEPAD_BUTTON_LABEL_UNKNOWN;
+    const ReplayPad *pad = _gamepad_recorded();
+    if (pad && button >= 0 && button < SDL_GAMEPAD_BUTTON_COUNT)
+        return static_cast<SDL_GamepadButtonLabel>(pad->labels[button]);
+    return !pad && _is_real() ? SDL_GetGamepadButtonLabel(gamepad->handle, button) : SDL_GAMEPAD_BUTTON_LABEL_UNKNOWN;
 }
 
-bool gamepad_has_axis(SDL_GamepadAxis axis) { return gamepad_connected() && SDL_GamepadHasAxis(gamepad->handle, axis); }
+bool gamepad_has_axis(SDL_GamepadAxis axis) {
+    if (const ReplayPad *pad = _gamepad_recorded()) return _has_bit(pad->has_axes, axis);
+    return _is_real() && SDL_GamepadHasAxis(gamepad->handle, axis);
+}
 
 Sint16 gamepad_axis_raw(SDL_GamepadAxis axis) {
-    return gamepad_connected() ? SDL_GetGamepadAxis(gamepad->handle, axis) : Sint16{0};
+    const ReplayPad *pad = _gamepad_recorded();
+    if (pad) return axis >= 0 && axis < SDL_GAMEPAD_AXIS_COUNT ? pad->axes[axis] : Sint16{0};
+    return _is_real() ? SDL_GetGamepadAxis(gamepad->handle, axis) : Sint16{0};
+}
+
+void _gamepad_record(ReplayPad *pad) {
+    *pad = {};
+    pad->connected = _is_real();
+    if (!pad->connected) return;
+    SDL_strlcpy(pad->name, gamepad_name(), sizeof pad->name);
+    SDL_strlcpy(pad->type, gamepad_type_name(), sizeof pad->type);
+    for (int i = 0; i < SDL_GAMEPAD_BUTTON_COUNT; i++) {
+        const auto button = static_cast<SDL_GamepadButton>(i);
+        pad->has_buttons |= Uint32{gamepad_has_button(button)} << i;
+        pad->buttons |= Uint32{gamepad_button(button)} << i;
+        pad->labels[i] = static_cast<Uint8>(gamepad_button_label(button));
+    }
+    for (int i = 0; i < SDL_GAMEPAD_AXIS_COUNT; i++) {
+        pad->has_axes |= Uint32{gamepad_has_axis(static_cast<SDL_GamepadAxis>(i))} << i;
+        pad->axes[i] = gamepad_axis_raw(static_cast<SDL_GamepadAxis>(i));
+    }
 }
 
 float gamepad_axis(SDL_GamepadAxis axis) {
@@ -144,7 +190,7 @@ void gamepad_left_stick(float *x, float *y) { gamepad_stick(SDL_GAMEPAD_AXIS_LEF
 void gamepad_right_stick(float *x, float *y) { gamepad_stick(SDL_GAMEPAD_AXIS_RIGHTX, SDL_GAMEPAD_AXIS_RIGHTY, x, y); }
 
 bool gamepad_rumble(Uint16 low_frequency, Uint16 high_frequency, Uint32 duration_ms) {
-    return gamepad_connected() && SDL_RumbleGamepad(gamepad->handle, low_frequency, high_frequency, duration_ms);
+    return _is_real() && SDL_RumbleGamepad(gamepad->handle, low_frequency, high_frequency, duration_ms);
 }
 
 // --- pure calculations ---

@@ -4,6 +4,7 @@
 #include "lumarind/core/error.h"
 #include "lumarind/engine/game.h"
 #include "lumarind/input/gamepad.h"
+#include "replay/replay_feed.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_keyboard.h>
@@ -232,10 +233,15 @@ void input_clear_presses() {
 
 // --- questions ---
 
+bool input_key_held(SDL_Scancode key) {
+    const ReplayDevices *recorded = replay_devices();
+    return recorded ? recorded->keys[key] : SDL_GetKeyboardState(nullptr)[key];
+}
+
 static bool _input_entry_active(const InputBinding *entry) {
     switch (entry->kind) {
     case INPUT_BINDING_KEY:
-        return SDL_GetKeyboardState(nullptr)[entry->code];
+        return input_key_held(static_cast<SDL_Scancode>(entry->code));
     case INPUT_BINDING_BUTTON:
         return gamepad_button(static_cast<SDL_GamepadButton>(entry->code));
     case INPUT_BINDING_AXIS: {

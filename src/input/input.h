@@ -33,8 +33,9 @@ bool input_setup(); // binds the configuration's texts; what is not recognised i
 void input_cleanup();
 
 // --- questions: false for no action, and without setup ---
-bool input_held(int action);    // some binding is active now
-bool input_pressed(int action); // see above
+bool input_key_held(SDL_Scancode key); // any key, bound or not; what a replay says while there is one
+bool input_held(int action);           // some binding is active now
+bool input_pressed(int action);        // see above
 
 // --- bindings ---
 // Reads up to `capacity` bindings from the text and returns their number. Each piece left out is warned of.

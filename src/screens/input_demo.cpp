@@ -5,6 +5,7 @@
 #include "screens/input_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
@@ -96,6 +97,15 @@ static void _input_demo_move_marker(float dt) {
     marker->y += way * _input_demo_axis(INPUT_ACTION_UP, INPUT_ACTION_DOWN);
     marker->x = SDL_clamp(marker->x, 0, arena.w - INPUT_DEMO_MARKER_SIZE);
     marker->y = SDL_clamp(marker->y, 0, arena.h - INPUT_DEMO_MARKER_SIZE);
+}
+
+Uint64 input_demo_state_hash() {
+    const InputDemo *demo = input_demo;
+    Uint64 hash = state_hash_of(
+        STATE_HASH_START, demo->marker.x, demo->marker.y, demo->prev_marker.x, demo->prev_marker.y, demo->flash,
+        demo->paused);
+    for (Uint32 count : demo->step_counts) hash = state_hash_add(hash, count);
+    return hash;
 }
 
 void input_demo_fixed_update(double dt) {

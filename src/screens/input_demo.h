@@ -1,7 +1,10 @@
 // input_demo: the eight actions live, their presses counted by steps and ticks, and a marker they move.
 #pragma once
 
+#include <SDL3/SDL_stdinc.h>
+
 bool input_demo_setup();
 void input_demo_fixed_update(double dt); // dt in seconds
 void input_demo_tick();
+Uint64 input_demo_state_hash(); // of the simulation
 void input_demo_cleanup();

@@ -4,6 +4,7 @@
 #include "screens/logical_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/callbacks.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
@@ -114,6 +115,10 @@ static void logical_demo_draw_ui_space(SDL_Renderer *renderer) {
     fill_rect(renderer, &box, COLOR_BOX);
     outline_rect(renderer, &box, COLOR_BOX_OUTLINE);
     engine_render_text(label, box.x + BOX_PADDING, box.y + BOX_PADDING);
+}
+
+Uint64 logical_demo_state_hash() {
+    return state_hash_of(STATE_HASH_START, logical_demo->time, logical_demo->prev_time, logical_demo->paused);
 }
 
 void logical_demo_tick() {

@@ -5,10 +5,12 @@
 #include "screens/physics_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/callbacks.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
 #include "lumarind/toolkit/primitives.h"
 
 #include <SDL3/SDL_error.h>
@@ -266,9 +268,8 @@ void physics_demo_drop_debris(float x, float y) {
 }
 
 void physics_demo_apply_swing() {
-    const bool *held = SDL_GetKeyboardState(nullptr);
-    const bool left = held[SDL_SCANCODE_LEFT] || held[SDL_SCANCODE_A];
-    const bool right = held[SDL_SCANCODE_RIGHT] || held[SDL_SCANCODE_D];
+    const bool left = input_key_held(SDL_SCANCODE_LEFT) || input_key_held(SDL_SCANCODE_A);
+    const bool right = input_key_held(SDL_SCANCODE_RIGHT) || input_key_held(SDL_SCANCODE_D);
     if (left == right) return;
     b2Body_ApplyForceToCenter(physics_demo->ball, {right ? SWING_NEWTONS : -SWING_NEWTONS, 0}, true);
 }
@@ -289,6 +290,18 @@ bool physics_demo_mouse_button_down(SDL_Event *event) {
 }
 
 // --- simulation ---
+
+Uint64 physics_demo_state_hash() {
+    Uint64 hash = state_hash_of(STATE_HASH_START, physics_demo->spawned, physics_demo->props->count);
+    for (int i = 0; i < physics_demo->props->count; i++) {
+        const b2BodyId body = physics_demo->props->items[i].body;
+        const b2Vec2 place = b2Body_GetPosition(body), velocity = b2Body_GetLinearVelocity(body);
+        const b2Rot turn = b2Body_GetRotation(body);
+        hash = state_hash_of(
+            hash, place.x, place.y, turn.c, turn.s, velocity.x, velocity.y, b2Body_GetAngularVelocity(body));
+    }
+    return hash;
+}
 
 void physics_demo_fixed_update(double dt) {
     if (!b2World_IsValid(physics_demo->world)) return; // a rebuild failed

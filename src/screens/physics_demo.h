@@ -9,6 +9,7 @@
 #include <SDL3/SDL_events.h>
 #include <SDL3/SDL_pixels.h>
 #include <SDL3/SDL_rect.h>
+#include <SDL3/SDL_stdinc.h>
 #include <box2d/box2d.h>
 
 struct SDL_Renderer;
@@ -17,6 +18,7 @@ struct TTF_Text;
 bool physics_demo_setup();
 void physics_demo_fixed_update(double dt); // dt in seconds
 void physics_demo_tick();
+Uint64 physics_demo_state_hash(); // of the simulation
 void physics_demo_cleanup();
 
 // --- records ---

@@ -5,10 +5,12 @@
 #include "screens/platformer_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/callbacks.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/timestep.h"
+#include "lumarind/input/input.h"
 #include "lumarind/toolkit/camera.h"
 #include "lumarind/toolkit/colliders.h"
 #include "lumarind/toolkit/primitives.h"
@@ -155,9 +157,8 @@ void platformer_demo_cleanup() {
 // --- simulation ---
 
 static PlayerIntent _platformer_demo_read_intent() {
-    const bool *keys = SDL_GetKeyboardState(nullptr);
-    const bool left = keys[SDL_SCANCODE_LEFT] || keys[SDL_SCANCODE_A];
-    const bool right = keys[SDL_SCANCODE_RIGHT] || keys[SDL_SCANCODE_D];
+    const bool left = input_key_held(SDL_SCANCODE_LEFT) || input_key_held(SDL_SCANCODE_A);
+    const bool right = input_key_held(SDL_SCANCODE_RIGHT) || input_key_held(SDL_SCANCODE_D);
     const bool air_attack = platformer_demo->air_attack_pressed && !platformer_demo->player.body.grounded;
     return {
         .move_x = static_cast<float>(right) - static_cast<float>(left),
@@ -165,7 +166,7 @@ static PlayerIntent _platformer_demo_read_intent() {
         .roll = platformer_demo->roll_pressed,
         .attack = air_attack ? 1 : platformer_demo->attack_pressed,
         .special = platformer_demo->special_pressed,
-        .defend = keys[SDL_SCANCODE_S],
+        .defend = input_key_held(SDL_SCANCODE_S),
         .hurt = platformer_demo->hurt_pressed,
     };
 }
@@ -183,6 +184,19 @@ void platformer_demo_fixed_update(double dt) {
     player_fixed_update(player, &platformer_demo->intent, platformer_demo->rects, platformer_demo->tris, dt);
     const bool died = player->state == PLAYER_STATE_DEATH && player->anim.finished;
     if (player->body.pos.y > FALL_OUT_Y || died) platformer_demo_respawn();
+}
+
+Uint64 platformer_demo_state_hash() {
+    const Player *player = &platformer_demo->player;
+    const PlayerBody *body = &player->body;
+    const Animation *anim = &player->anim;
+    Uint64 hash = state_hash_of(
+        STATE_HASH_START, body->pos.x, body->pos.y, body->prev_pos.x, body->prev_pos.y, body->vel.x, body->vel.y,
+        body->remainder_x, body->remainder_y, body->grounded, body->facing);
+    hash = state_hash_of(hash, anim->clip, anim->frame, anim->elapsed_ms, anim->playing, anim->finished);
+    return state_hash_of(
+        hash, player->state, player->prev_state, player->state_time, player->health, player->coyote,
+        player->jump_buffer, player->last_move_x, player->history_count);
 }
 
 // --- camera ---

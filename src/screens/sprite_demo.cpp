@@ -3,6 +3,7 @@
 #include "screens/sprite_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/callbacks.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
@@ -163,6 +164,14 @@ void sprite_demo_fixed_update(double dt) {
     if (sprite_demo->cycle_time < CYCLE_SECONDS) return;
     sprite_demo_select(sprite_demo->anim.clip + 1);
     animation_play(&sprite_demo->anim);
+}
+
+Uint64 sprite_demo_state_hash() {
+    const SpriteDemo *demo = sprite_demo;
+    const Animation *anim = &demo->anim;
+    return state_hash_of(
+        STATE_HASH_START, anim->clip, anim->frame, anim->elapsed_ms, anim->playing, anim->finished, demo->cycle_time,
+        demo->auto_cycle, demo->flip, demo->outline, demo->show_sheet);
 }
 
 static void _sprite_demo_draw_status(SDL_Renderer *renderer, float y) {

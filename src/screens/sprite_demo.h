@@ -1,7 +1,10 @@
 // sprite_demo: the fire knight's fourteen clips, one at a time, and the sheet they come from.
 #pragma once
 
+#include <SDL3/SDL_stdinc.h>
+
 bool sprite_demo_setup();
 void sprite_demo_fixed_update(double dt); // dt in seconds
 void sprite_demo_tick();
+Uint64 sprite_demo_state_hash(); // of the simulation
 void sprite_demo_cleanup();

@@ -4,6 +4,7 @@
 #include "screens/texture_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/timestep.h"
 #include "lumarind/toolkit/image.h"
@@ -77,6 +78,12 @@ void texture_demo_fixed_update(double dt) {
     texture_demo->phase += SLIDE_SPEED * dt;
     texture_demo->spinner.prev_angle = texture_demo->spinner.angle;
     texture_demo->spinner.angle += SPIN_SPEED * dt;
+}
+
+Uint64 texture_demo_state_hash() {
+    const TextureDemo *demo = texture_demo;
+    return state_hash_of(
+        STATE_HASH_START, demo->phase, demo->prev_phase, demo->spinner.angle, demo->spinner.prev_angle);
 }
 
 void texture_demo_tick() {

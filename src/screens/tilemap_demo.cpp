@@ -3,6 +3,7 @@
 #include "screens/tilemap_demo.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/timestep.h"
 #include "screens/castle.h"
@@ -28,6 +29,10 @@ bool tilemap_demo_setup() {
 void tilemap_demo_fixed_update(double dt) {
     tilemap_demo->prev_time = tilemap_demo->time;
     tilemap_demo->time += dt;
+}
+
+Uint64 tilemap_demo_state_hash() {
+    return state_hash_of(STATE_HASH_START, tilemap_demo->time, tilemap_demo->prev_time);
 }
 
 void tilemap_demo_tick() {

@@ -11,8 +11,8 @@ SRC = Path(__file__).resolve().parents[2] / "src"
 # From the ground up. A name is a file without its ending, or a folder for all its other files. The last two floors are
 # the demonstration; all below is the library, whose public headers are included as "lumarind/folder/name.h".
 FLOORS = [
-    ["core", "app/args", "engine/game", "engine/game_state", "engine/game_internal", "engine/ui_scale",
-     "input/input_actions", "diagnostics/capture_format"],
+    ["core", "replay", "app/args", "engine/game", "engine/game_state", "engine/game_internal", "engine/ui_scale",
+     "input/input_actions", "input/gamepad_state", "diagnostics/capture_format"],
     ["config"],
     ["engine"],
     ["input", "audio", "diagnostics", "toolkit"],

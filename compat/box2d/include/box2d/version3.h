@@ -103,6 +103,8 @@ bool b2Body_IsValid(b2BodyId body);
 b2BodyType b2Body_GetType(b2BodyId body);
 b2Vec2 b2Body_GetPosition(b2BodyId body); // of its origin, in the world
 b2Rot b2Body_GetRotation(b2BodyId body);
+b2Vec2 b2Body_GetLinearVelocity(b2BodyId body);                           // m/s
+float b2Body_GetAngularVelocity(b2BodyId body);                           // rad/s
 bool b2Body_IsAwake(b2BodyId body);                                       // a static body never is
 void b2Body_ApplyForceToCenter(b2BodyId body, b2Vec2 newtons, bool wake); // for the next step
 
