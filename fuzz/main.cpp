@@ -8,10 +8,13 @@
 #include <cstdlib>
 #include <cstring>
 
+static constexpr GameScreen FUZZ_SCREENS[] = {{.name = "fuzz"}};
 static constexpr Game FUZZ_GAME = {
     .program = "lumarind_fuzz",
     .id = "lumarind-engine",
     .organisation = "lumarind",
+    .screens = FUZZ_SCREENS,
+    .screen_count = 1,
     .files = GAME_FILES_CURRENT_FOLDER};
 
 static const FuzzTarget *target;

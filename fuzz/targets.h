@@ -17,6 +17,7 @@ int fuzz_tile_map(const uint8_t *data, size_t size);
 int fuzz_sheet_json(const uint8_t *data, size_t size);
 int fuzz_font(const uint8_t *data, size_t size);
 int fuzz_sound(const uint8_t *data, size_t size);
+int fuzz_recording(const uint8_t *data, size_t size);
 
 struct FuzzTarget {
     const char *name; // as in targets.list and the folders of seeds
@@ -34,4 +35,5 @@ inline constexpr FuzzTarget FUZZ_TARGETS[] = {
     {"sheet-json", fuzz_sheet_json},
     {"font", fuzz_font},
     {"sound", fuzz_sound},
+    {"recording", fuzz_recording},
 };

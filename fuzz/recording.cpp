@@ -1,0 +1,68 @@
+// A recording whose blocks are what they should be but for the records in them: the input is the second block. One that
+// begins with "LMRP" is the whole file.
+#include "fuzz/support.h"
+#include "fuzz/targets.h"
+#include "lumarind/engine/game.h"
+#include "replay/codec.h"
+#include "replay/replay_feed.h"
+
+#include <SDL3/SDL_stdinc.h>
+
+#include <cmath>
+#include <cstring>
+#include <string>
+
+static void add_block(std::string *file, const uint8_t *bytes, size_t size) {
+    const Uint32 head[] = {static_cast<Uint32>(size), SDL_crc32(0, bytes, size)};
+    for (const Uint32 number : head) {
+        for (int shift = 0; shift < 32; shift += 8) *file += static_cast<char>(number >> shift);
+    }
+    file->append(reinterpret_cast<const char *>(bytes), size);
+}
+
+static std::string whole_file(const uint8_t *data, size_t size) {
+    if (size >= 4 && std::memcmp(data, "LMRP", 4) == 0) return {reinterpret_cast<const char *>(data), size};
+    std::string file = {'L', 'M', 'R', 'P', REPLAY_VERSION, 0};
+    Codec codec = {};
+    char game[REPLAY_TEXT_SIZE] = {}, build[] = "fuzz", screen[REPLAY_TEXT_SIZE] = {};
+    SDL_strlcpy(game, engine_game()->id, sizeof game);
+    SDL_strlcpy(screen, engine_game()->screens[0].name, sizeof screen);
+    for (char *text : {game, build, screen}) codec_text(&codec, text, REPLAY_TEXT_SIZE);
+    for (int number : {60, 640, 360, 640, 360, 1}) codec_int(&codec, &number);
+    float deadzone = 0.1f;
+    Uint64 seed = 1;
+    int bindings = 0;
+    codec_float(&codec, &deadzone);
+    codec_unsigned(&codec, &seed);
+    codec_int(&codec, &bindings);
+    add_block(&file, codec.bytes, codec.size);
+    codec_cleanup(&codec);
+    add_block(&file, data, size);
+    return file;
+}
+
+static void check_event(const SDL_Event *event) {
+    if (event->type == SDL_EVENT_TEXT_INPUT) fuzz_check(std::strlen(event->text.text) < 512, "typed texts have an end");
+    if (event->type == SDL_EVENT_DROP_FILE) fuzz_check(std::strlen(event->drop.data) < 512, "dropped texts have one");
+}
+
+int fuzz_recording(const uint8_t *data, size_t size) {
+    fuzz_start();
+    const std::string file = whole_file(data, size);
+    const char *path = fuzz_memory_file(reinterpret_cast<const uint8_t *>(file.data()), file.size());
+    const bool opened = replay_open(path, 0);
+    fuzz_check(opened || fuzz_logged_errors() == 1, "what is refused is reported once");
+    replay_play();
+    Uint64 ns = 0;
+    while (opened && replay_next_frame(&ns)) {
+        const ReplayDevices *devices = replay_devices();
+        fuzz_check(std::strlen(devices->pad.name) < REPLAY_TEXT_SIZE, "names have an end");
+        SDL_Event event = {};
+        while (replay_next_event(&event)) check_event(&event);
+        for (int step = 0; step < REPLAY_HASH_STEPS; step++) replay_step("fuzz", [] { return Uint64{7}; });
+        if (replay_failed()) break;
+    }
+    fuzz_check(fuzz_logged_errors() <= 1, "damage is reported once");
+    replay_stop();
+    return 0;
+}
