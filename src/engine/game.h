@@ -22,7 +22,7 @@ struct Screen {
 // The screen at index i runs in state GAME_STATE_FIRST_SCREEN + i.
 struct GameScreen {
     const char *name = ""; // for --screen: unique, in the form "main-menu"
-    Screen screen;
+    Screen screen = {};
     Uint64 (*state_hash)() = nullptr; // of the screen's simulation; may be null
 };
 

@@ -4,6 +4,8 @@
 
 #include <SDL3/SDL_stdinc.h>
 
+#include <type_traits>
+
 struct Codec {
     bool reading;
     Uint8 *bytes;    // writing: owned, codec_cleanup. Reading: borrowed
@@ -21,8 +23,9 @@ void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most = ~Uint64{0}); // w
 void codec_float(Codec *codec, float *value);                               // short when it is a whole number
 void codec_text(Codec *codec, char *text, size_t size);                     // cut to size - 1 bytes
 
-// Any integer or enum; signed ones are short near 0.
+// Any integer; signed ones are short near 0.
 template <typename T> void codec_int(Codec *codec, T *value) {
+    static_assert(std::is_integral_v<T>);
     const auto wide = static_cast<Sint64>(*value);
     Uint64 zigzag = static_cast<Uint64>(wide) << 1 ^ static_cast<Uint64>(wide >> 63);
     codec_unsigned(codec, &zigzag);
@@ -30,4 +33,11 @@ template <typename T> void codec_int(Codec *codec, T *value) {
     if (!codec->reading) return;
     *value = static_cast<T>(back);
     if (static_cast<Sint64>(*value) != back) codec->bad = true;
+}
+
+// What counts things from 0 to below `end`, an enum say.
+template <typename T> void codec_index(Codec *codec, T *value, int end) {
+    auto number = static_cast<Uint64>(*value);
+    codec_unsigned(codec, &number, static_cast<Uint64>(end) - 1);
+    if (codec->reading) *value = static_cast<T>(number);
 }

@@ -67,7 +67,7 @@ void replay_event_code(Codec *codec, SDL_Event *event, char *text) {
     case EVENT_PLAIN:
         break;
     case EVENT_KEY:
-        codec_int(codec, &event->key.scancode);
+        codec_index(codec, &event->key.scancode, SDL_SCANCODE_COUNT);
         codec_int(codec, &event->key.key);
         codec_int(codec, &event->key.mod);
         codec_int(codec, &event->key.down);
@@ -87,15 +87,15 @@ void replay_event_code(Codec *codec, SDL_Event *event, char *text) {
         _code_floats(codec, {&event->button.x, &event->button.y});
         break;
     case EVENT_WHEEL:
-        codec_int(codec, &event->wheel.direction);
+        codec_index(codec, &event->wheel.direction, SDL_MOUSEWHEEL_FLIPPED + 1);
         _code_floats(codec, {&event->wheel.x, &event->wheel.y, &event->wheel.mouse_x, &event->wheel.mouse_y});
         break;
     case EVENT_PAD_BUTTON:
-        codec_int(codec, &event->gbutton.button);
+        codec_index(codec, &event->gbutton.button, SDL_GAMEPAD_BUTTON_COUNT);
         codec_int(codec, &event->gbutton.down);
         break;
     case EVENT_PAD_AXIS:
-        codec_int(codec, &event->gaxis.axis);
+        codec_index(codec, &event->gaxis.axis, SDL_GAMEPAD_AXIS_COUNT);
         codec_int(codec, &event->gaxis.value);
         break;
     case EVENT_PAD_DEVICE:
