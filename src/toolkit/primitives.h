@@ -14,7 +14,7 @@ constexpr Uint32 rgba(Uint8 r, Uint8 g, Uint8 b, Uint8 a) {
 }
 
 void set_color(SDL_Renderer *renderer, Uint32 color); // the renderer's draw colour
-void fill_rect(SDL_Renderer *renderer, const SDL_FRect *rect, Uint32 color);
+void fill_rect(SDL_Renderer *renderer, const SDL_FRect *rect, Uint32 color); // null: the whole view
 void outline_rect(SDL_Renderer *renderer, const SDL_FRect *rect, Uint32 color);
 void fill_circle(SDL_Renderer *renderer, float cx, float cy, float r, Uint32 color);
 void outline_circle(SDL_Renderer *renderer, float cx, float cy, float r, Uint32 color);
