@@ -34,7 +34,8 @@ def check(right: bool, message: str) -> None:
 def build(source: Path, name: str, *options: str, kind: str = "Debug") -> Path:
     """Configures and builds a project in WORK/name; no warning may come out of it."""
     folder = WORK / name
-    said = run("cmake", "-S", source, "-B", folder, "-G", "Ninja", "--no-warn-unused-cli", f"-DCMAKE_BUILD_TYPE={kind}", *options)
+    said = run("cmake", "-S", source, "-B", folder, "-G", "Ninja", "--no-warn-unused-cli", "-U", "LUMARIND_*",
+               f"-DCMAKE_BUILD_TYPE={kind}", *options) # with the defaults of now
     check("CMake Warning" not in said, said)
     run("cmake", "--build", folder)
     return folder
@@ -71,9 +72,14 @@ def play(program: Path) -> None:
 
 
 def check_nothing_leaked(folder: Path) -> None:
-    """Of the engine's own programs, links, tests and install rules there is none in a game's build."""
+    """Of the engine's own programs, links, tests, install rules, flags and folders there is none in a game's build."""
     targets = run("ninja", "-t", "targets", "all", cwd=folder)
     check(not re.search("LumarindEngine|lumarind_(tests|soak|gallery|program|box2d)", targets), targets)
+    compiled = re.search(r"(?m)^.* -c \S+/(main|own-screen)\.cpp$", run("ninja", "-t", "commands", cwd=folder))[0]
+    check(not re.search(r" -[Wf]", compiled), compiled)
+    seen = [path for path in map(Path, re.findall(r" (?:-I|-isystem ?)(\S+)", compiled)) if path != SOURCE / "tests/package"]
+    check(str(folder) in str(seen[0]) and not any((path / name).exists() for path in seen for name in [
+        "engine", "config", "core", "input"]), compiled)
     links = [path.name for path in folder.rglob("*") if path.is_symlink()]
     check(set(links) <= {"assets"} and len(links) <= 1, f"links in {folder}: {links}")
     check("Total Tests: 0" in run("ctest", "-N", cwd=folder), "it has tests")
