@@ -30,9 +30,10 @@ static void fixed_update(double dt) {
     SDL_memmove(&tail[1], &tail[0], sizeof tail - sizeof tail[0]);
     tail[0].x += static_cast<float>(350 * dt * (input_held(INPUT_ACTION_RIGHT) - input_held(INPUT_ACTION_LEFT)));
     tail[0].y += static_cast<float>(350 * dt * (input_held(INPUT_ACTION_DOWN) - input_held(INPUT_ACTION_UP)));
-    if (SDL_fabsf(tail[0].x - light.x) + SDL_fabsf(tail[0].y - light.y) > 40) return;
-    audio_play_sfx(chime);
     engine_view_size(&view.x, &view.y);
+    tail[0] = {SDL_clamp(tail[0].x, 0, view.x), SDL_clamp(tail[0].y, 0, view.y)};
+    if (SDL_fabsf(tail[0].x - light.x) + SDL_fabsf(tail[0].y - light.y) > 50) return;
+    audio_play_sfx(chime);
     light = {view.x * (0.1f + 0.8f * SDL_randf()), view.y * (0.1f + 0.8f * SDL_randf())};
 }
 
@@ -40,8 +41,7 @@ static void tick() {
     fill_rect(engine_renderer(), nullptr, rgba(12, 14, 36, 255));
     fill_circle(engine_renderer(), light.x, light.y, 24, rgba(60, 54, 60, 255));
     fill_circle(engine_renderer(), light.x, light.y, 14, rgba(255, 220, 120, 255));
-    for (int i = 49; i > 0; i--)
-        fill_circle(engine_renderer(), tail[i].x, tail[i].y, 0.2f * static_cast<float>(50 - i), rgba(36, 110, 96, 255));
+    for (float r = 10; SDL_FPoint at : tail) fill_circle(engine_renderer(), at.x, at.y, r -= 0.2f, rgba(36, 99, 90, 255));
     const float alpha = static_cast<float>(engine_fixed_alpha()); // the firefly is drawn between its last two steps
     const SDL_FPoint at = {tail[1].x + alpha * (tail[0].x - tail[1].x), tail[1].y + alpha * (tail[0].y - tail[1].y)};
     fill_circle(engine_renderer(), at.x, at.y, 11, rgba(170, 255, 200, 255));
