@@ -41,7 +41,7 @@ static void tick() {
     fill_rect(engine_renderer(), nullptr, rgba(12, 14, 36, 255));
     fill_circle(engine_renderer(), light.x, light.y, 24, rgba(60, 54, 60, 255));
     fill_circle(engine_renderer(), light.x, light.y, 14, rgba(255, 220, 120, 255));
-    for (float r = 10; SDL_FPoint at : tail) fill_circle(engine_renderer(), at.x, at.y, r -= .2f, rgba(36, 99, 90, 255));
+    for (float r = 10; SDL_FPoint p : tail) fill_circle(engine_renderer(), p.x, p.y, r -= 0.2f, rgba(36, 110, 90, 255));
     const float alpha = static_cast<float>(engine_fixed_alpha()); // the firefly is drawn between its last two steps
     const SDL_FPoint at = {tail[1].x + alpha * (tail[0].x - tail[1].x), tail[1].y + alpha * (tail[0].y - tail[1].y)};
     fill_circle(engine_renderer(), at.x, at.y, 11, rgba(170, 255, 200, 255));
