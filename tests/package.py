@@ -97,7 +97,7 @@ def install() -> None:
     inside = [name for name in files_in(PREFIX) if re.search(r"_(internal|record)\.h$|engine/(frame|setup)\.h", name)]
     check(not inside, f"not for games: {inside}")
     for name in files_in(PREFIX):
-        check(str(WORK).encode() not in (PREFIX / name).read_bytes() or name.endswith(".a"), f"{name} names a folder")
+        check(str(SOURCE).encode() not in (PREFIX / name).read_bytes() or name.endswith(".a"), f"{name} names a folder")
 
 
 def check_objects() -> None:
