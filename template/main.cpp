@@ -17,7 +17,7 @@ static bool setup() {
     name = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI_HEADING), "First Game", 0, {255, 220, 120, 255});
     hint = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), "Press Space", 0, {130, 160, 230, 255});
     if (!chime) chime = sfx_generate(SFX_COIN, 1);
-    for (float i = 0; SDL_FPoint &point : tail) point = {400 - 6 * i, 290 + 2 * i++};
+    for (float i = 0; SDL_FPoint &point : tail) point = {400 - i * i / 8, 290 + SDL_powf(i++, 2) / 24};
     return name && hint && chime;
 }
 
@@ -39,9 +39,9 @@ static void fixed_update(double dt) {
 
 static void tick() {
     fill_rect(engine_renderer(), nullptr, rgba(12, 14, 36, 255));
-    fill_circle(engine_renderer(), light.x, light.y, 24, rgba(60, 54, 60, 255));
-    fill_circle(engine_renderer(), light.x, light.y, 14, rgba(255, 220, 120, 255));
-    for (float r = 10; SDL_FPoint p : tail) fill_circle(engine_renderer(), p.x, p.y, r -= 0.2f, rgba(36, 110, 90, 255));
+    fill_circle(engine_renderer(), light.x, light.y, 16, rgba(255, 220, 120, 255));
+    for (int i = 49; i > 0; i--)
+        fill_circle(engine_renderer(), tail[i].x, tail[i].y, 0.2f * static_cast<float>(50 - i), rgba(36, 99, 90, 255));
     const float alpha = static_cast<float>(engine_fixed_alpha()); // the firefly is drawn between its last two steps
     const SDL_FPoint at = {tail[1].x + alpha * (tail[0].x - tail[1].x), tail[1].y + alpha * (tail[0].y - tail[1].y)};
     fill_circle(engine_renderer(), at.x, at.y, 11, rgba(170, 255, 200, 255));
