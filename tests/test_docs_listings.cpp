@@ -1,5 +1,6 @@
 // The listings of docs/maps-and-sprites.md: what stands between a pair of marks here stands there word for word, and
-// does what the page says.
+// does what the page says. Those of docs/first-game.md stand in the template, but for the screen at its end, which the
+// package test adds to the template and runs.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/input/input.h"
@@ -162,6 +163,19 @@ TEST_F(DocsListings, ThePageHasThemWordForWord) {
         ASSERT_NE(end, source.npos) << name;
         EXPECT_NE(page.find("```cpp\n" + source.substr(begin, end - begin) + "```"), page.npos) << name;
     }
+}
+
+TEST_F(DocsListings, TheFirstGameIsTheTemplate) {
+    const std::string page = read_file(FIRST_GAME_PAGE), folder = FIRST_GAME_TEMPLATE;
+    const std::string code = read_file(folder + "/main.cpp") + read_file(folder + "/CMakeLists.txt");
+    int listings = 0;
+    for (size_t at = 0; (at = page.find("\n```c", at)) < page.find("\n## A screen of your own"); listings++) {
+        const size_t begin = page.find('\n', at + 1) + 1, end = page.find("```\n", begin);
+        const std::string listing = page.substr(begin, end - begin);
+        EXPECT_NE(code.find(listing), code.npos) << listing;
+        at = end;
+    }
+    EXPECT_EQ(listings, 6);
 }
 
 } // namespace

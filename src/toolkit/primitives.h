@@ -13,8 +13,8 @@ constexpr Uint32 rgba(Uint8 r, Uint8 g, Uint8 b, Uint8 a) {
     return r | static_cast<Uint32>(g) << 8 | static_cast<Uint32>(b) << 16 | static_cast<Uint32>(a) << 24;
 }
 
-void set_color(SDL_Renderer *renderer, Uint32 color); // the renderer's draw colour
-void fill_rect(SDL_Renderer *renderer, const SDL_FRect *rect, Uint32 color);
+void set_color(SDL_Renderer *renderer, Uint32 color);                        // the renderer's draw colour
+void fill_rect(SDL_Renderer *renderer, const SDL_FRect *rect, Uint32 color); // null: the whole view
 void outline_rect(SDL_Renderer *renderer, const SDL_FRect *rect, Uint32 color);
 void fill_circle(SDL_Renderer *renderer, float cx, float cy, float r, Uint32 color);
 void outline_circle(SDL_Renderer *renderer, float cx, float cy, float r, Uint32 color);

@@ -1,7 +1,8 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # top and assume_yes are ./dev's
+# shellcheck disable=SC2154 # the three variables below are the caller's
 # The build environment behind ./dev: finds one, or makes one, and runs commands in it.
-# Sourced by ./dev, which sets `top` (the checkout) and `assume_yes` (0 or 1).
+# Sourced by ./dev and game.sh, which set `top` (the project that is built), `engine` (this checkout, which may be the
+# same) and `assume_yes` (0 or 1).
 #
 # In this order: the machine's own packages; a private root that is there already; the package manager; a private root
 # file system of Debian testing, entered with bubblewrap; a message that names the packages.
@@ -18,7 +19,7 @@ die() {
 # --- the package list ---
 
 # packages COLUMN: the names of one column of packages.list (1 Debian, 2 Fedora, 3 Arch, 4 Homebrew), one a line.
-packages() { awk -v column="$1" '!/^#/ && NF && $column != "-" && !seen[$column]++ { print $column }' "$top/packages.list"; }
+packages() { awk -v column="$1" '!/^#/ && NF && $column != "-" && !seen[$column]++ { print $column }' "$engine/packages.list"; }
 
 package_words() { packages "$1" | paste -sd ' '; }
 
@@ -202,7 +203,7 @@ device_arguments() {
     return 0
 }
 
-# inside COMMAND: runs one text for `sh -c` in the environment, in the checkout; passes its exit code on.
+# inside COMMAND: runs one text for `sh -c` in the environment, in `top`; passes its exit code on.
 inside() {
     if [ "$environment" = host ]; then
         (cd "$top" && exec sh -c "$1")
@@ -216,12 +217,23 @@ inside() {
     if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # SDL's sound and Wayland code complains without one
         arguments+=(--perms 0700 --dir /run/user --setenv XDG_RUNTIME_DIR /run/user)
     fi
-    [ -d "$data" ] && arguments+=(--bind "$data" "$data") # the user storage lives there
+    mkdir -p "$data" 2>/dev/null && arguments+=(--bind "$data" "$data") # the user's files live there
     bwrap --die-with-parent --unshare-pid \
         --ro-bind "$root/usr" /usr --ro-bind "$root/etc" /etc --ro-bind "$root/var" /var \
         --symlink usr/bin /bin --symlink usr/sbin /sbin --symlink usr/lib /lib --symlink usr/lib64 /lib64 \
         --dev /dev --proc /proc --tmpfs /run --bind /tmp /tmp "${arguments[@]}" \
-        --bind "$top" "$top" --chdir "$top" \
+        --bind "$engine" "$engine" --bind "$top" "$top" --chdir "$top" \
         --setenv PATH /usr/local/bin:/usr/bin:/usr/sbin --setenv LANG C.UTF-8 --setenv LC_ALL C.UTF-8 \
         sh -c "$1"
 }
+
+# --- what ./dev and a game's commands share ---
+
+quote() { [ $# = 0 ] || printf '%q ' "$@"; } # words as one text for `sh -c`
+
+configure_and_build() { # configure_and_build PRESET [TARGET]
+    inside "cmake --preset $1 >build/$1.configure.log 2>&1 || { cat build/$1.configure.log >&2; exit 1; }
+        cmake --build --preset $1 ${2:+--target $2}"
+}
+
+has_display() { [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}${SDL_VIDEO_DRIVER:-}" ]; }

@@ -1,0 +1,98 @@
+// engine_run's check of the game's record: each fault is reported once, in the log and in a box, before anything
+// starts.
+
+#include "lumarind/engine/game.h"
+#include "support/engine_fixture.h"
+#include "support/sdl_calls.h"
+
+#include <iterator>
+
+namespace {
+
+bool setup() { return false; }
+void nothing() {}
+bool take(const char *) { return true; }
+
+constexpr Screen SCREEN = {.setup = setup, .tick = nothing, .cleanup = nothing};
+constexpr GameScreen SCREENS[] = {{"title", SCREEN}, {"play", SCREEN}};
+constexpr GameScreen SAME_SCREENS[] = {{"title", SCREEN}, {"title", SCREEN}};
+constexpr GameScreen NAMELESS_SCREENS[] = {{"title", SCREEN}, {"", SCREEN}};
+constexpr GameScreen LAZY_SCREENS[] = {{"title", {.setup = setup, .cleanup = nothing}}};
+constexpr GameAction SAME_ACTIONS[] = {{"left", "A"}, {"right", "D"}, {"Left", "Left"}};
+constexpr GameAction NAMELESS_ACTIONS[] = {{"left", "A"}, {nullptr, "D"}};
+constexpr GameAction MANY_ACTIONS[GAME_MAX_ACTIONS + 1] = {{"left", "A"}};
+constexpr GameSetting SAME_SETTINGS[] = {{"level", "1"}, {"level", "2"}};
+constexpr GameOption SAME_OPTIONS[] = {{.name = "--level", .apply = take}, {.name = "--level", .apply = take}};
+constexpr GameOption IDLE_OPTIONS[] = {{.name = "--level", .value_name = "n", .help = "Begin with this level."}};
+
+constexpr Game USABLE = {
+    .title = "First Game",
+    .name = "First Game",
+    .program = "first-game",
+    .id = "first-game",
+    .organisation = "somebody",
+    .screens = SCREENS,
+    .screen_count = std::size(SCREENS)};
+
+template <typename Row, size_t COUNT>
+void set(const Row *Game::*rows, Sint32 Game::*count, const Row (&table)[COUNT], Game *game) {
+    game->*rows = table;
+    game->*count = COUNT;
+}
+
+class EngineGame : public EngineTest {};
+
+TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
+    const struct {
+        const char *problem;
+        void (*spoil)(Game *game);
+    } faults[] = {
+        {"it was built for ABI 99, the library has 1", [](Game *game) { game->abi = 99; }},
+        {"title is empty", [](Game *game) { game->title = ""; }},
+        {"name is empty", [](Game *game) { game->name = nullptr; }},
+        {"program is no file name: a/b", [](Game *game) { game->program = "a/b"; }},
+        {"id is no file name: ..", [](Game *game) { game->id = ".."; }},
+        {"organisation is empty", [](Game *game) { game->organisation = ""; }},
+        {"it has no screens", [](Game *game) { game->screen_count = 0; }},
+        {"it has no screens", [](Game *game) { game->screens = nullptr; }},
+        {"screens: title twice", [](Game *game) { game->screens = SAME_SCREENS; }},
+        {"the name of screens[1] is empty", [](Game *game) { game->screens = NAMELESS_SCREENS; }},
+        {"screen title lacks setup, tick or cleanup",
+         [](Game *game) { set(&Game::screens, &Game::screen_count, LAZY_SCREENS, game); }},
+        {"33 actions are out of range, 0 to 32",
+         [](Game *game) { set(&Game::actions, &Game::action_count, MANY_ACTIONS, game); }},
+        {"-1 actions are out of range, 0 to 32", [](Game *game) { game->action_count = -1; }},
+        {"2 actions without a table", [](Game *game) { game->action_count = 2; }},
+        {"actions: Left twice", [](Game *game) { set(&Game::actions, &Game::action_count, SAME_ACTIONS, game); }},
+        {"the name of actions[1] is empty",
+         [](Game *game) { set(&Game::actions, &Game::action_count, NAMELESS_ACTIONS, game); }},
+        {"settings: level twice", [](Game *game) { set(&Game::settings, &Game::setting_count, SAME_SETTINGS, game); }},
+        {"65 settings are out of range, 0 to 64", [](Game *game) { game->setting_count = 65; }},
+        {"options: --level twice", [](Game *game) { set(&Game::options, &Game::option_count, SAME_OPTIONS, game); }},
+        {"option --level does nothing",
+         [](Game *game) { set(&Game::options, &Game::option_count, IDLE_OPTIONS, game); }},
+        {"a font size is not positive",
+         [](Game *game) {
+             game->ui_font = "assets/ui.ttf";
+             game->heading_font_size = 0;
+         }},
+        {"the window's size is not positive", [](Game *game) { game->window_height = 0; }},
+    };
+    char program[] = "first-game";
+    char *argv[] = {program, nullptr};
+    const auto expect_report = [&](const Game *game, const std::string &problem) {
+        sdl_calls.clear();
+        log.lines.clear();
+        EXPECT_EQ(engine_run(game, 1, argv), 1) << problem;
+        EXPECT_EQ(log.errors(), std::vector{"[MAIN] The game's record is not usable: " + problem});
+        EXPECT_EQ(sdl_calls, "The game's record is not usable: " + problem + " box 16; ");
+    };
+    expect_report(nullptr, "there is none");
+    for (const auto &[problem, spoil] : faults) {
+        Game game = USABLE;
+        spoil(&game);
+        expect_report(&game, problem);
+    }
+}
+
+} // namespace
