@@ -12,8 +12,8 @@ step() { # step NAME COMMAND...: runs it, remembers a failure and goes on
     if "$@"; then echo "lint: $name ok"; else echo "lint: $name FAILED" >&2; failed=1; fi
 }
 
-mapfile -t sources < <(find src tests bench compat fuzz -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
-mapfile -t compiled < <(find src compat -name '*.cpp' 2>/dev/null | sort)
+mapfile -t sources < <(find src tests bench compat examples fuzz -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
+mapfile -t compiled < <(find src compat examples -name '*.cpp' 2>/dev/null | sort)
 mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run tools/dev/*.sh)
 
 tidy() { # one file to a process, as many as there are cores; its progress goes nowhere, its findings to stdout
