@@ -61,6 +61,7 @@ static void tick() {
 static void cleanup() {
     engine_remove_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
     engine_cleanup_text(&help);
+    audio_stop_music(0);
     audio_free(&chime);
     audio_free(&music);
 }
