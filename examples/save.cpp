@@ -50,7 +50,8 @@ static void tick() {
     set_color(renderer, rgba(38, 24, 34, 255));
     SDL_RenderClear(renderer);
     for (int i = 0; i < coins && i < 10 * 16; i++) { // stacks of sixteen
-        const float x = 60 + 72 * static_cast<float>(i / 16), y = 390 - 16 * static_cast<float>(i % 16);
+        const int stack = i / 16, height = i % 16;
+        const float x = 60 + 72 * static_cast<float>(stack), y = 390 - 16 * static_cast<float>(height);
         const SDL_FRect rim = {x - 26, y, 52, 14}, shine = {x - 26, y, 52, 5}, spot = {x - 18, y, 8, 5};
         fill_rect(renderer, &rim, rgba(176, 112, 40, 255));
         fill_rect(renderer, &shine, rgba(246, 190, 74, 255));

@@ -79,6 +79,7 @@ static const Game game = {
     .option_count = 2,
     .ui_font = "assets/fonts/EuroStyle Normal.ttf",
     .ui_font_size = 24,
+    .heading_font_size = 34,
 };
 
 int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

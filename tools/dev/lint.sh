@@ -24,9 +24,20 @@ tidy() { # one file to a process, as many as there are cores; its progress goes 
 header_sets() { cmake --build build/release --target all_verify_interface_header_sets >build/headers.log 2>&1 ||
     { cat build/headers.log; return 1; }; }
 
+examples_listed() { # each is built, run by the tests, and in the guide
+    local file name missing=0
+    for file in examples/*.cpp; do
+        name=$(basename "$file" .cpp)
+        grep -qxE " +$name\)?" examples/CMakeLists.txt || { echo "examples/CMakeLists.txt lacks $name"; missing=1; }
+        grep -q "^| \`$name\` |" docs/README.md || { echo "docs/README.md lacks $name"; missing=1; }
+    done
+    return "$missing"
+}
+
 step 'format' clang-format --dry-run --Werror "${sources[@]}"
 step 'includes' python3 tools/dev/check_includes.py
 step 'headers compile alone' header_sets
+step 'examples are listed' examples_listed
 step 'shell scripts' shellcheck -x "${scripts[@]}"
 step 'clang-tidy' tidy
 exit "$failed"
