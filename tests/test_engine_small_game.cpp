@@ -66,8 +66,10 @@ TEST_F(SmallGameTest, ScreensRunInTheirStatesFromHomeOn) {
     EXPECT_FALSE(engine_is_paused());
 
     small_takes_escape = true;
-    play("Escape 1");
+    calls();
+    play("Escape ~Escape 1");
     EXPECT_EQ(engine_get_state(), SMALL_ROOM);
+    EXPECT_EQ(calls(), "Er5r.") << "a key held down is offered once";
     small_takes_escape = false;
     play("Escape 20 Escape 1");
     EXPECT_EQ(engine_get_state(), GAME_STATE_QUIT) << "from home";

@@ -73,8 +73,8 @@ void engine_frame_start() {
 
 // --- events ---
 
-static void _engine_handle_escape() {
-    if (engine_game()->escape && engine_game()->escape()) return;
+static void _engine_handle_escape(bool repeat) {
+    if (engine_game()->escape && (repeat || engine_game()->escape())) return;
     if (engine_get_state() == GAME_STATE_FIRST_SCREEN) {
         engine_set_state(GAME_STATE_QUIT);
     } else {
@@ -86,7 +86,7 @@ static void _engine_handle_key(const SDL_KeyboardEvent *key) {
     const Uint32 on = engine_game()->hot_keys;
     switch (key->key) {
     case SDLK_ESCAPE:
-        if (on & GAME_KEY_ESCAPE) _engine_handle_escape();
+        if (on & GAME_KEY_ESCAPE) _engine_handle_escape(key->repeat);
         break;
     case SDLK_F3:
         if (on & GAME_KEY_PROFILER) engine_toggle_show_frame_time_graph();

@@ -89,7 +89,7 @@ struct Game {
     bool reload = false;              // follow changed files, as LUMARIND_RELOAD=1 does; for debug builds
     GameFiles files = {};             //
     Uint32 hot_keys = GAME_KEYS_ALL;  // GAME_KEY_..., or-ed
-    bool (*escape)() = nullptr;       // called for Escape before the engine acts; true: the game has taken it
+    bool (*escape)() = nullptr;       // called once per press of Escape, before the engine acts; true: it is taken
 };
 
 // Runs the program from its arguments to its exit code: 0 after a run or the usage text, 1 after a failed start, whose

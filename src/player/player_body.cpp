@@ -97,7 +97,7 @@ static bool _player_body_edge_y(SDL_FPoint p, SDL_FPoint q, float x, float *y) {
 bool player_body_slope_surface_y(const ColliderTris *tris, float x, float *surface_y) {
     bool found = false;
     float top = 0;
-    for (int i = 0; i < tris->count; i++) {
+    for (int i = 0; tris && i < tris->count; i++) {
         const Tri *tri = &tris->items[i];
         const SDL_FPoint corners[] = {tri->a, tri->b, tri->c, tri->a};
         for (int edge = 0; edge < 3; edge++) {

@@ -25,7 +25,7 @@ struct PlayerBody {
 void player_body_init(PlayerBody *body, SDL_FPoint feet, float w, float h); // at rest, airborne, facing right
 SDL_FRect player_body_rect(const PlayerBody *body);
 
-// --- one step, in this order ---
+// --- one step, in this order; null for the triangles: the level has no slopes ---
 
 // Moves by dx or dy px, and what earlier moves still owe. True: a rectangle has stopped it, which cancels what is owed.
 // On the ground, ledges of up to 10 px are climbed on the way; vel.x stays as it is.

@@ -12,8 +12,8 @@ step() { # step NAME COMMAND...: runs it, remembers a failure and goes on
     if "$@"; then echo "lint: $name ok"; else echo "lint: $name FAILED" >&2; failed=1; fi
 }
 
-mapfile -t sources < <(find src tests bench compat fuzz template/main.cpp -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
-mapfile -t compiled < <(find src compat -name '*.cpp' 2>/dev/null | sort)
+mapfile -t sources < <(find src tests bench compat examples fuzz template/main.cpp -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
+mapfile -t compiled < <(find src compat examples -name '*.cpp' 2>/dev/null | sort)
 mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run template/dev tools/dev/*.sh)
 
 tidy() { # one file to a process, as many as there are cores; its progress goes nowhere, its findings to stdout
@@ -24,9 +24,20 @@ tidy() { # one file to a process, as many as there are cores; its progress goes 
 header_sets() { cmake --build build/release --target all_verify_interface_header_sets >build/headers.log 2>&1 ||
     { cat build/headers.log; return 1; }; }
 
+examples_listed() { # each is built, run by the tests, and in the guide
+    local file name missing=0
+    for file in examples/*.cpp; do
+        name=$(basename "$file" .cpp)
+        grep -qxE " +$name\)?" examples/CMakeLists.txt || { echo "examples/CMakeLists.txt lacks $name"; missing=1; }
+        grep -q "^| \`$name\` |" docs/README.md || { echo "docs/README.md lacks $name"; missing=1; }
+    done
+    return "$missing"
+}
+
 step 'format' clang-format --dry-run --Werror "${sources[@]}"
 step 'includes' python3 tools/dev/check_includes.py
 step 'headers compile alone' header_sets
+step 'examples are listed' examples_listed
 step 'shell scripts' shellcheck -x "${scripts[@]}"
 step 'clang-tidy' tidy
 exit "$failed"

@@ -1,0 +1,82 @@
+// actions: a game's own input actions. J strikes, L burns; the settings file holds the bindings, to be changed there.
+
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/primitives.h"
+#include "lumarind/toolkit/sprite_sheet.h"
+
+#include <SDL3/SDL_render.h>
+
+#include <iterator>
+
+enum Action { ACTION_STRIKE, ACTION_GUARD, ACTION_BURN, ACTION_COUNT };
+static constexpr GameAction ACTIONS[] = {
+    {"strike", "J, pad:x"}, {"guard", "K, pad:rightshoulder"}, {"burn", "L, pad:righttrigger"}};
+static_assert(std::size(ACTIONS) == ACTION_COUNT, "an action's number is its index");
+static constexpr const char *CLIPS[] = {"2_atk", "defend", "sp_atk"}; // what the knight does for each
+
+static AnimationSet *set;
+static SpriteSheet *sheet;
+static Animation knight;
+static TTF_Text *labels[ACTION_COUNT];
+
+static bool setup() {
+    set = animation_set_load("assets/fireknight/sprites/fireknight.json");
+    sheet = set ? sprite_sheet_new(engine_renderer(), set) : nullptr;
+    if (!sheet) return false;
+    for (int action = 0; action < ACTION_COUNT; action++) {
+        char text[160];
+        SDL_snprintf(text, sizeof text, "%s:  %s", input_action_name(action), input_bindings_text(action));
+        labels[action] = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), text, 0, {});
+        if (!labels[action]) return false;
+    }
+    return animation_init(&knight, set, animation_find_clip(set, "sp_atk"));
+}
+
+static void fixed_update(double dt) {
+    animation_advance(&knight, dt);
+    const char *next = knight.finished ? "idle" : nullptr;
+    for (int action = 0; action < ACTION_COUNT; action++) {
+        if (input_pressed(action)) next = CLIPS[action]; // true in one step for each press: none is lost
+    }
+    if (next) animation_select_clip(&knight, animation_find_clip(set, next));
+}
+
+static void tick() {
+    SDL_Renderer *renderer = engine_renderer();
+    set_color(renderer, rgba(30, 22, 36, 255));
+    SDL_RenderClear(renderer);
+    sprite_sheet_draw(renderer, sheet, &knight, {-32, -60}, 3, SDL_FLIP_NONE);
+    for (int action = 0; action < ACTION_COUNT; action++) {
+        const SDL_Color lit = {255, 206, 110, 255}, dark = {150, 140, 160, 255};
+        engine_set_text_color(labels[action], input_held(action) ? lit : dark); // as long as the key is down
+        engine_render_text(labels[action], 30, 340 + 34 * static_cast<float>(action));
+    }
+}
+
+static void cleanup() {
+    for (TTF_Text *&label : labels) engine_cleanup_text(&label);
+    sprite_sheet_cleanup(&sheet);
+    animation_set_cleanup(&set);
+}
+
+static constexpr GameScreen SCREENS[] = {{"yard", {setup, fixed_update, tick, cleanup}}};
+
+static const Game game = {
+    .title = "Own actions",
+    .name = "The actions example",
+    .program = "actions",
+    .id = "actions",
+    .organisation = "lumarind-examples",
+    .screens = SCREENS,
+    .screen_count = 1,
+    .actions = ACTIONS,
+    .action_count = ACTION_COUNT,
+    .ui_font = "assets/fonts/EuroStyle Normal.ttf",
+    .ui_font_size = 20,
+};
+
+int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

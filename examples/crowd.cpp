@@ -1,0 +1,81 @@
+// crowd: a hundred and fifty knights on the march, drawn in a single call.
+
+#include "lumarind/core/random.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/primitives.h"
+#include "lumarind/toolkit/sprite_batch.h"
+
+#include <SDL3/SDL_render.h>
+
+struct Soldier {
+    Animation animation;
+    float x, speed;
+};
+static constexpr int COUNT = 150;
+static Soldier soldiers[COUNT];
+static AnimationSet *set;
+static SpriteSheet *sheet;
+static SpriteBatch *batch;
+
+static bool setup() {
+    set = animation_set_load("assets/fireknight/sprites/fireknight.json");
+    sheet = set ? sprite_sheet_new(engine_renderer(), set) : nullptr;
+    batch = sprite_batch_new(COUNT);
+    if (!sheet || !batch) return false;
+    Random random = random_make(4);
+    for (Soldier &soldier : soldiers) {
+        soldier.x = random_float(&random, -40, 520);
+        soldier.speed = random_float(&random, 50, 70);
+        if (!animation_init(&soldier.animation, set, animation_find_clip(set, "run"))) return false;
+        animation_set_frame(&soldier.animation, random_below(&random, 8)); // not in step
+    }
+    return true;
+}
+
+static void fixed_update(double dt) {
+    for (Soldier &soldier : soldiers) {
+        soldier.x += soldier.speed * static_cast<float>(dt);
+        if (soldier.x > 520) soldier.x -= 560;
+        animation_advance(&soldier.animation, dt);
+    }
+}
+
+static void tick() {
+    SDL_Renderer *renderer = engine_renderer();
+    set_color(renderer, rgba(96, 70, 74, 255));
+    SDL_RenderClear(renderer);
+    const SDL_FRect field = {0, 86, 480, 184};
+    fill_rect(renderer, &field, rgba(52, 40, 46, 255));
+    sprite_batch_begin(batch, sheet);
+    for (int i = 0; i < COUNT; i++) { // in the order they are added: from far to near, out of the haze
+        const float near = static_cast<float>(i) / COUNT, shade = 0.35f + 0.65f * near;
+        const SDL_FPoint corner = {SDL_roundf(soldiers[i].x) - 144, SDL_roundf(92 + 172 * near) - 128};
+        sprite_batch_add(
+            batch, &soldiers[i].animation, corner, 1, SDL_FLIP_NONE, {shade, shade * 0.96f, shade * 0.94f, 1});
+    }
+    sprite_batch_draw(renderer, batch);
+}
+
+static void cleanup() {
+    sprite_batch_cleanup(&batch);
+    sprite_sheet_cleanup(&sheet);
+    animation_set_cleanup(&set);
+}
+
+static constexpr GameScreen SCREENS[] = {{"field", {setup, fixed_update, tick, cleanup, 480, 270}}};
+
+static const Game game = {
+    .title = "A crowd in one call",
+    .name = "The crowd example",
+    .program = "crowd",
+    .id = "crowd",
+    .organisation = "lumarind-examples",
+    .screens = SCREENS,
+    .screen_count = 1,
+    .window_width = 960,
+    .window_height = 540,
+};
+
+int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

@@ -1,0 +1,100 @@
+// level: a body that runs and jumps through a level of the game's own. Left, Right, jump (Space), or a gamepad.
+
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/input/input.h"
+#include "lumarind/player/player_body.h"
+#include "lumarind/toolkit/picture.h"
+#include "lumarind/toolkit/primitives.h"
+
+#include <SDL3/SDL_render.h>
+
+static constexpr const char *LEVEL[] = {
+    "                    ", //
+    "                    ", //
+    "                    ", //
+    "              ####  ", //
+    "                    ", //
+    "        ###         ", //
+    "                    ", //
+    "   ###        ##    ", //
+    "                   #", //
+    "######   ###########", //
+    "######   ###########", //
+};
+static constexpr float TILE = 16, GRAVITY = 900, JUMP = 300, RUN = 120; // px, px/s², px/s
+
+static ColliderRects solid; // an empty set
+static SDL_Texture *stones, *knight;
+static PlayerBody body;
+
+static bool setup() {
+    for (size_t row = 0; row < SDL_arraysize(LEVEL); row++) {
+        for (size_t col = 0; LEVEL[row][col]; col++) {
+            const SDL_FRect tile = {TILE * static_cast<float>(col), TILE * static_cast<float>(row), TILE, TILE};
+            if (LEVEL[row][col] == '#' && !colliders_rects_add(&solid, &tile)) return false;
+        }
+    }
+    player_body_init(&body, {66, 112}, 16, 38);
+    stones = picture_load("assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png");
+    knight = picture_load("assets/fireknight/sprites/fireknight_288x128.png"); // rows of frames: idle, run, ...
+    return stones && knight;
+}
+
+static void fixed_update(double dt) {
+    const float seconds = static_cast<float>(dt);
+    body.prev_pos = body.pos;
+    const int direction = input_held(INPUT_ACTION_RIGHT) - input_held(INPUT_ACTION_LEFT);
+    if (direction != 0) body.facing = direction;
+    body.vel.x = RUN * static_cast<float>(direction);
+    body.vel.y = SDL_min(body.vel.y + GRAVITY * seconds, 400);
+    if (body.grounded && input_pressed(INPUT_ACTION_JUMP)) body.vel.y = -JUMP;
+    player_body_move_x(&body, body.vel.x * seconds, &solid);
+    player_body_move_y(&body, body.vel.y * seconds, &solid);
+    player_body_update_ground(&body, &solid, nullptr);
+    if (body.pos.y > 260) player_body_init(&body, {66, 0}, 16, 38); // fell down a pit
+}
+
+static void tick() {
+    SDL_Renderer *renderer = engine_renderer();
+    set_color(renderer, rgba(0, 0, 0, 255));
+    SDL_RenderClear(renderer);
+    picture_draw(stones, 0, 0, {.cell = {0, 368, 320, 176}}); // a wall behind it all, in the dark
+    const SDL_FRect view = {0, 0, 320, 176};
+    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
+    fill_rect(renderer, &view, rgba(12, 10, 26, 150));
+    for (int i = 0; i < solid.count; i++) {
+        const SDL_FRect tile = solid.items[i];
+        const bool covered = tile.y > 9 * TILE;
+        picture_draw(stones, tile.x, tile.y, {.cell = {tile.x, covered ? 208.0f : 0.0f, TILE, TILE}});
+    }
+    const float t = static_cast<float>(engine_fixed_alpha()); // between the last two steps
+    const float x = SDL_roundf(body.prev_pos.x + (body.pos.x - body.prev_pos.x) * t);
+    const float y = SDL_roundf(body.prev_pos.y + (body.pos.y - body.prev_pos.y) * t);
+    const SDL_FRect frame = {288 * SDL_floorf(SDL_fmodf(x / 16 + 20, 8)), body.vel.x == 0 ? 0.0f : 128.0f, 288, 128};
+    picture_draw(
+        knight, x - 144, y - 128, {.cell = frame, .flip = body.facing < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE});
+}
+
+static void cleanup() {
+    SDL_DestroyTexture(stones);
+    SDL_DestroyTexture(knight);
+    stones = knight = nullptr;
+    colliders_rects_cleanup(&solid);
+}
+
+static constexpr GameScreen SCREENS[] = {{"level", {setup, fixed_update, tick, cleanup, 320, 176}}};
+
+static const Game game = {
+    .title = "A body in a level",
+    .name = "The level example",
+    .program = "level",
+    .id = "level",
+    .organisation = "lumarind-examples",
+    .screens = SCREENS,
+    .screen_count = 1,
+    .window_width = 960,
+    .window_height = 528,
+};
+
+int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

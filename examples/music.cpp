@@ -1,0 +1,83 @@
+// music: a piece that loops, and effects over it. Click: left and right is the pan, up and down the pitch. P pauses.
+
+#include "lumarind/audio/audio.h"
+#include "lumarind/engine/callbacks.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/primitives.h"
+
+#include <SDL3/SDL_render.h>
+
+static MIX_Audio *music, *chime;
+static TTF_Text *help;
+static float last_x, last_y, ripple; // of the last click
+static bool paused;
+
+static void play_at(float x, float y) {
+    float width = 0, height = 0;
+    engine_view_size(&width, &height);
+    const float octaves = 1 - 2 * y / height; // one up at the top, one down at the bottom
+    audio_play_sfx_with(chime, {.pitch = SDL_powf(2, octaves), .pan = 2 * x / width - 1});
+    last_x = x;
+    last_y = y;
+    ripple = 0;
+}
+
+static bool mouse_down(SDL_Event *event) {
+    play_at(event->button.x, event->button.y);
+    return true;
+}
+
+static bool setup() {
+    music = audio_load("assets/audio/music/FluffyTail.ogg", false); // decoded while it plays
+    chime = audio_load("assets/audio/sfx/retro/sfx_coin_single1.wav", true);
+    help = engine_prepare_text(
+        engine_get_font_by_index(SHARED_FONT_UI), "Click to play. P pauses the music.", 0, {240, 226, 190, 255});
+    if (!music || !chime || !help || !audio_play_music(music, 1000)) return false;
+    play_at(560, 130);
+    return engine_add_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
+}
+
+static void tick() {
+    if (input_pressed(INPUT_ACTION_PAUSE)) audio_pause_music(paused = !paused);
+    SDL_Renderer *renderer = engine_renderer();
+    set_color(renderer, rgba(20, 26, 44, 255));
+    SDL_RenderClear(renderer);
+    float width = 0, height = 0;
+    engine_view_size(&width, &height);
+    for (int line = 1; line < 8; line++) { // a stave: higher is higher
+        const SDL_FRect stave = {0, height * static_cast<float>(line) / 8, width, line == 4 ? 2.0f : 1.0f};
+        fill_rect(renderer, &stave, rgba(52, 62, 96, 255));
+    }
+    ripple = SDL_min(ripple + 60 * static_cast<float>(engine_fps_delta()), 60);
+    for (float r = ripple; r > 0; r -= 12) outline_circle(renderer, last_x, last_y, r, rgba(255, 190, 90, 255));
+    fill_circle(renderer, last_x, last_y, 6, rgba(255, 226, 160, 255));
+    engine_render_text(help, 30, height - 50);
+}
+
+static void cleanup() {
+    engine_remove_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
+    engine_cleanup_text(&help);
+    audio_stop_music(0);
+    audio_free(&chime);
+    audio_free(&music);
+}
+
+static constexpr GameScreen SCREENS[] = {{"room", {.setup = setup, .tick = tick, .cleanup = cleanup}}};
+
+static const Game game = {
+    .title = "Music and effects",
+    .name = "The music example",
+    .program = "music",
+    .id = "music",
+    .organisation = "lumarind-examples",
+    .screens = SCREENS,
+    .screen_count = 1,
+    .ui_font = "assets/fonts/EuroStyle Normal.ttf",
+    .ui_font_size = 20,
+};
+
+int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

@@ -1,0 +1,90 @@
+// pause: Escape opens a menu over the game, which stops meanwhile. Up and Down choose, jump (Space) takes.
+
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/picture.h"
+#include "lumarind/toolkit/primitives.h"
+
+#include <SDL3/SDL_render.h>
+
+enum Entry { ENTRY_GO_ON, ENTRY_AGAIN, ENTRY_QUIT, ENTRY_COUNT };
+static constexpr const char *ENTRIES[] = {"Go on", "Begin again", "Quit"};
+
+static SDL_Texture *wheel;
+static TTF_Text *labels[ENTRY_COUNT];
+static int chosen;
+static float distance; // the wheel has rolled, units
+
+static bool setup() { // also called by engine_restart_state, after cleanup
+    chosen = ENTRY_GO_ON;
+    distance = 340;
+    wheel = picture_load("assets/texture_demo/texture_b.png");
+    for (int i = 0; i < ENTRY_COUNT; i++) {
+        labels[i] = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), ENTRIES[i], 0, {});
+        if (!labels[i]) return false;
+    }
+    return wheel;
+}
+
+static bool escape() { // true: Escape does not end the program
+    engine_set_paused(!engine_is_paused());
+    chosen = ENTRY_GO_ON;
+    return true;
+}
+
+static void fixed_update(double dt) { distance += 90 * static_cast<float>(dt); } // not called while paused
+
+static void choose() {
+    if (chosen == ENTRY_GO_ON) engine_set_paused(false);
+    if (chosen == ENTRY_AGAIN) engine_restart_state(); // which also ends the pause
+    if (chosen == ENTRY_QUIT) engine_set_state(GAME_STATE_QUIT);
+}
+
+static void tick() {
+    SDL_Renderer *renderer = engine_renderer();
+    SDL_FRect view = {};
+    engine_view_size(&view.w, &view.h);
+    set_color(renderer, rgba(44, 50, 84, 255));
+    SDL_RenderClear(renderer);
+    const SDL_FRect road = {0, view.h - 80, view.w, 80};
+    fill_rect(renderer, &road, rgba(28, 24, 40, 255));
+    const float x = SDL_fmodf(distance, view.w + 264) - 264; // the wheel is 264 units wide, and rolls
+    picture_draw(wheel, x, road.y - 264, {.scale = 3, .angle = distance / 132 * 180 / SDL_PI_D});
+    if (!engine_is_paused()) return;
+
+    chosen = (chosen + ENTRY_COUNT + input_pressed(INPUT_ACTION_DOWN) - input_pressed(INPUT_ACTION_UP)) % ENTRY_COUNT;
+    if (input_pressed(INPUT_ACTION_JUMP)) choose();
+    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
+    fill_rect(renderer, &view, rgba(10, 8, 20, 190));
+    for (int i = 0; i < ENTRY_COUNT; i++) {
+        const SDL_Color bright = {255, 220, 150, 255}, dim = {160, 148, 166, 255};
+        engine_set_text_color(labels[i], i == chosen ? bright : dim);
+        engine_render_text(labels[i], view.w / 2 - 80, view.h / 2 - 80 + 55 * static_cast<float>(i));
+    }
+}
+
+static void cleanup() {
+    for (TTF_Text *&label : labels) engine_cleanup_text(&label);
+    SDL_DestroyTexture(wheel);
+    wheel = nullptr;
+}
+
+static constexpr GameScreen SCREENS[] = {{"road", {setup, fixed_update, tick, cleanup}}};
+
+static const Game game = {
+    .title = "A pause menu",
+    .name = "The pause example",
+    .program = "pause",
+    .id = "pause",
+    .organisation = "lumarind-examples",
+    .screens = SCREENS,
+    .screen_count = 1,
+    .ui_font = "assets/fonts/EuroStyle Normal.ttf",
+    .ui_font_size = 28,
+    .escape = escape,
+};
+
+int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

@@ -1,0 +1,78 @@
+// save: a game that goes on where it was left. Jump (Space) finds a coin; Escape quits; start again.
+
+#include "lumarind/core/storage.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/input/input.h"
+#include "lumarind/toolkit/primitives.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_storage.h>
+
+static constexpr char SAVE[] = "saves/purse.txt"; // in the user's folder
+static int coins;
+static TTF_Text *label;
+
+static bool load() {
+    coins = 21;
+    if (!SDL_GetStoragePathInfo(storage_user(), SAVE, nullptr)) return true; // the first time
+    char *text = storage_read_user_file(SAVE);
+    if (!text) return false; // reported; better no game than one that overwrites the old save
+    coins = SDL_max(SDL_atoi(text), 0);
+    SDL_free(text);
+    return true;
+}
+
+static void save() { // replaces the file as a whole: a crash in between costs nothing
+    char text[16];
+    storage_write_user_file(SAVE, text, static_cast<size_t>(SDL_snprintf(text, sizeof text, "%d\n", coins)));
+}
+
+static bool show_coins() {
+    char text[32];
+    SDL_snprintf(text, sizeof text, "%d coins. Space finds another.", coins);
+    return engine_set_text(label, text);
+}
+
+static bool setup() {
+    label = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), "", 0, {255, 222, 120, 255});
+    return label && load() && show_coins();
+}
+
+static void tick() {
+    if (input_pressed(INPUT_ACTION_JUMP)) {
+        coins++;
+        save();
+        show_coins();
+    }
+    SDL_Renderer *renderer = engine_renderer();
+    set_color(renderer, rgba(38, 24, 34, 255));
+    SDL_RenderClear(renderer);
+    for (int i = 0; i < coins && i < 10 * 16; i++) { // stacks of sixteen
+        const int stack = i / 16, height = i % 16;
+        const float x = 60 + 72 * static_cast<float>(stack), y = 390 - 16 * static_cast<float>(height);
+        const SDL_FRect rim = {x - 26, y, 52, 14}, shine = {x - 26, y, 52, 5}, spot = {x - 18, y, 8, 5};
+        fill_rect(renderer, &rim, rgba(176, 112, 40, 255));
+        fill_rect(renderer, &shine, rgba(246, 190, 74, 255));
+        fill_rect(renderer, &spot, rgba(255, 240, 186, 255));
+    }
+    engine_render_text(label, 34, 30);
+}
+
+static void cleanup() { engine_cleanup_text(&label); }
+
+static constexpr GameScreen SCREENS[] = {{"purse", {.setup = setup, .tick = tick, .cleanup = cleanup}}};
+
+static const Game game = {
+    .title = "Saving and loading",
+    .name = "The save example",
+    .program = "save",
+    .id = "save",
+    .organisation = "lumarind-examples",
+    .screens = SCREENS,
+    .screen_count = 1,
+    .ui_font = "assets/fonts/EuroStyle Normal.ttf",
+};
+
+int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }
