@@ -127,7 +127,7 @@ TEST_F(AnimationSetTest, TagsBecomeClipsInEveryDirectionWithTheirRepeats) {
         {R"("from":1,"to":4,"direction":"pingpong")", {1, 2, 3, 4, 3, 2}, true},
         {R"("from":1,"to":4,"direction":"pingpong_reverse")", {4, 3, 2, 1, 2, 3}, true},
         {R"("from":1,"to":3,"direction":"pingpong","repeat":"1")", {1, 2, 3}, false},
-        {R"("from":1,"to":3,"direction":"pingpong","repeat":"3")", {1, 2, 3, 2, 1, 2, 3}, false},
+        {R"("from":1,"to":3,"direction":"pingpong","repeat":"4")", {1, 2, 3, 2, 1, 2, 3, 2, 1}, false},
         {R"("from":1,"to":3,"direction":"pingpong_reverse","repeat":2)", {3, 2, 1, 2, 3}, false},
         {R"("from":2,"to":2,"direction":"pingpong")", {2}, true},
         {R"("from":2,"to":2,"direction":"pingpong","repeat":3)", {2, 2, 2}, false},

@@ -248,6 +248,9 @@ TEST_F(TilemapTest, WhatIsNotUsableIsRefusedByName) {
 TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) {
     reload_set(true, 0);
     EXPECT_TRUE(load("1,2"));
+    std::filesystem::create_directory("elsewhere"); // where pictures are looked for, but not the other files
+    std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
+    std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);
     const auto follow = [this] {
         const Uint32 generation = map->generation;
@@ -257,12 +260,12 @@ TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) 
     EXPECT_EQ(follow(), 0u);
     for (const char *broken : {"1,x", "1,9", ""}) {
         log.lines.clear();
-        write_file("layer.csv", broken);
+        write_file("../layer.csv", broken);
         EXPECT_EQ(follow() + follow(), 0u);
         EXPECT_GE(log.errors().size(), 1u) << broken;
         EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer stays after " << broken;
     }
-    write_file("layer.csv", "3,4,1\n");
+    write_file("../layer.csv", "3,4,1\n");
     EXPECT_EQ(follow(), 1u);
     EXPECT_TRUE(tile_grid_gid(map->layer, 0, 1) == 4 && tilemap_grid_is_stale(map, grid));
     render_grid_cleanup(&grid);
@@ -276,7 +279,7 @@ TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) 
     EXPECT_EQ(follow(), 1u);
     EXPECT_EQ(map->columns, 6);
     tilemap_cleanup(&map);
-    write_file("layer.csv", "1");
+    write_file("../layer.csv", "1");
     reload_tick(); // nobody follows any more
     reload_set(false);
     map = tilemap_new();
