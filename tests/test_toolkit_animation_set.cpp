@@ -163,7 +163,7 @@ TEST_F(AnimationSetTest, ArraysSlicesAndFramesOfDifferingSizesAreRead) {
     const AnimationSlice *hit = animation_set_find_slice(set, "hit");
     ASSERT_NE(hit, nullptr);
     const AnimationSliceKey *first = animation_slice_at(hit, 0), *later = animation_slice_at(hit, 9);
-    EXPECT_TRUE(first->bounds.x == 1 && !first->has_pivot && first->center.w == 0 && first->pivot.y == 0);
+    EXPECT_TRUE(first->bounds.x == 1 && !first->has_pivot && first->center.x == 0 && first->pivot.y == 0);
     EXPECT_TRUE(later->bounds.x == 2 && later->pivot.y == -1 && later->center.h == 2);
     EXPECT_TRUE(animation_slice_at(hit, -1) == nullptr && animation_slice_at(nullptr, 0) == nullptr);
     EXPECT_EQ(animation_set_find_slice(set, "none"), nullptr);
