@@ -3,6 +3,7 @@
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sprite_batch.h"
 #include "player/fireknight.h"
 #include "support/allocation_faults.h"
@@ -203,6 +204,47 @@ TEST_F(AnimationSetTest, NamesWhatItRefusesAndSurvivesAllocationFaults) {
     expect_allocation_faults_survived(
         &log, [&] { return (set = animation_set_load("a/sheet.json")) != nullptr; },
         [&] { animation_set_cleanup(&set); });
+}
+
+TEST_F(AnimationSetTest, ASetAndItsSheetFollowTheirFilesTogether) {
+    const auto save_picture = [](int width) {
+        IMG_SavePNG(Picture(SDL_CreateSurface(width, 3, SDL_PIXELFORMAT_RGBA32)).get(), "a/sheet.png");
+    };
+    reload_set(true, 0);
+    ASSERT_TRUE(load(with_meta(frames_json(3), "")));
+    save_picture(12);
+    sheet = sprite_sheet_new(engine_renderer(), set);
+    Animation anim = {};
+    ASSERT_TRUE(sheet && animation_init(&anim, set, 0));
+    animation_set_frame(&anim, 2);
+    const std::string two_clips = R"("frameTags":[{"name":"a","from":0,"to":0},{"name":"b","from":0,"to":0}])";
+    const struct {
+        std::string json; // empty: the picture changes
+        int width, frames, picture;
+        const char *error;
+    } steps[] = {
+        {with_meta(frames_json(4), ""), 0, 3, 12, "a/sheet.png is 12x3, but frame 3 of its set ends at 16, 3"},
+        {"", 16, 4, 16, nullptr}, // now they fit each other
+        {"{", 0, 4, 16, "a/sheet.json: broken JSON"},
+        {"", 8, 4, 16, "a/sheet.json: broken JSON"},
+        {with_meta(frames_json(2), two_clips), 0, 2, 8, nullptr},
+        {with_meta(frames_json(1), ""), 0, 2, 8, "a/sheet.json: 1 clips, but 2 are in use"},
+    };
+    for (const auto &step : steps) {
+        log.lines.clear();
+        if (step.width > 0) save_picture(step.width);
+        if (!step.json.empty()) write_file("a/sheet.json", step.json);
+        for (int i = 0; i < 3; i++) reload_tick();
+        EXPECT_EQ(log.errors().size(), step.error ? 1u : 0u) << "said once";
+        EXPECT_TRUE(!step.error || log.has(step.error)) << step.error;
+        EXPECT_TRUE(set->rows == step.frames && sheet->frame_count == step.frames) << set->rows;
+        EXPECT_EQ(sheet->texture->w, step.picture);
+        EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
+    }
+    animation_advance(&anim, 0);
+    EXPECT_EQ(anim.frame, 0) << "the clip has become shorter";
+    animation_set_cleanup(&set);
+    reload_set(false);
 }
 
 } // namespace
