@@ -435,6 +435,9 @@ TEST_F(TileWorldTest, NamesWhatItRefuses) {
     ASSERT_TRUE(load(map_of(1, 1, TILES + layer_of(1, 1, {1}))));
     const TileWorldView view = {{0, 0, 9, 9}, 1};
     EXPECT_FALSE(tile_world_draw_layer(engine_renderer(), world, 1, &view));
+    for (const SDL_FPoint size : {SDL_FPoint{0, 9}, {9, 0}, {0, 0}}) {
+        EXPECT_EQ(count_pixels(drawn({{0, 0, size.x, size.y}, 1}), GREEN), 200 * 150);
+    }
 }
 
 // --- collision ---
@@ -584,14 +587,13 @@ struct Painter {
                 if (gid & TILE_FLIP_V) v = 1 - v;
                 if (gid & TILE_FLIP_D) std::swap(u, v);
                 const int px = static_cast<int>(u * real(src.w)), py = static_cast<int>(v * real(src.h));
-                const SDL_Color over = pixel_at(set.picture, src.x + px, src.y + py), under = pixel_at(onto, x, y);
-                const float alpha = tint.a * real(over.a) / 255;
-                const auto mixed = [alpha](Uint8 a, float shade, Uint8 b) {
-                    return static_cast<Uint8>(0.5f + real(a) * shade * alpha + real(b) * (1 - alpha));
-                };
-                SDL_WriteSurfacePixel(
-                    onto.get(), x, y, mixed(over.r, tint.r, under.r), mixed(over.g, tint.g, under.g),
-                    mixed(over.b, tint.b, under.b), 255);
+                const Uint8 *over = row_of(set.picture, src.y + py) + static_cast<ptrdiff_t>(src.x + px) * 4;
+                auto *under = const_cast<Uint8 *>(row_of(onto, y)) + static_cast<ptrdiff_t>(x) * 3;
+                const float alpha = tint.a * real(over[3]) / 255, shades[] = {tint.r, tint.g, tint.b};
+                for (int i = 0; i < 3; i++) {
+                    under[i] =
+                        static_cast<Uint8>(0.5f + real(over[i]) * shades[i] * alpha + real(under[i]) * (1 - alpha));
+                }
             }
         }
     }
@@ -663,7 +665,7 @@ struct Painter {
 TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
     Random random = {std::mt19937(21)};
     const auto pick = [&](const std::vector<int> &of) { return of[random() % of.size()]; };
-    for (int round = 0; round < 40; round++) {
+    for (int round = 0; round < 32; round++) {
         SCOPED_TRACE(round);
         const bool fits = round % 3 == 0, large = round % 8 == 7; // all tiles are as large as cells; a giant object
         const float scale = real(pick({1, 2, 3})), left = real(pick({-40, 0, 31, 197, 412}));
@@ -691,7 +693,8 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
             save_noise(("maps/" + name).c_str(), w, h, [&](int x, int y) {
                 return kind == 1 && x == w - 1 ? 0 : kind == 2 && y == h - 1 ? 100 : 255;
             });
-            set.picture.reset(IMG_Load(("maps/" + name).c_str()));
+            const Picture loaded(IMG_Load(("maps/" + name).c_str()));
+            set.picture.reset(SDL_ConvertSurface(loaded.get(), SDL_PIXELFORMAT_RGBA32));
             const char *more = i == 2 ? "<tile id='0'><animation><frame tileid='1' duration='70'/>"
                                         "<frame tileid='2' duration='30'/></animation></tile>"
                                       : "";
@@ -732,7 +735,7 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
                 "<object gid='{}' x='{}' y='{}' width='{}' height='{}' rotation='{}' opacity='{}' visible='{}'/>",
                 (thin ? 0 : random() & 0xC0000000u) | (set.first + random() % set.count),
                 view.area.x + (large ? 90 / scale : real(random() % 250) - 30),
-                view.area.y + (large ? 70 / scale : real(random() % 200) - 30),
+                view.area.y + (large ? 70 / scale : real(8 * (random() % 25)) - 30),
                 large ? 5000 / scale : real(thin ? 1 : pick({0, set.w, 2 * set.w})),
                 large ? 4800 / scale : real(thin ? 1 : pick({0, set.h, 3 * set.h})),
                 large  ? 71 * round % 360
@@ -879,10 +882,11 @@ TEST_F(TileWorldTest, LoadingDrawingAndCollidingSurviveAllocationFaults) {
         "game/maps/set.tsx",
         "<tileset name='s' tilewidth='12' tileheight='20'><tile id='0'><image source='tall.png'/></tile></tileset>");
     const Cells cells = {1, 2};
+    const std::string part(1 << 20, 'c'); // memory of its own
     ASSERT_TRUE(load(map_of(
         2, 1,
-        "<properties><property name='a' type='class'><properties><property name='b' value='c'/></properties></property>"
-        "</properties><tileset firstgid='1' name='t' tilewidth='8' tileheight='8'>" +
+        "<properties><property name='a' type='class'><properties><property name='b' value='" + part +
+            "'/></properties></property></properties><tileset firstgid='1' name='t' tilewidth='8' tileheight='8'>" +
             SHEET +
             "<tile id='1'><objectgroup><object><polygon points='0,8 8,8 8,0'/></object></objectgroup><animation>"
             "<frame tileid='0' duration='9'/></animation></tile></tileset>"
@@ -898,7 +902,7 @@ TEST_F(TileWorldTest, LoadingDrawingAndCollidingSurviveAllocationFaults) {
         [&] {
             world = tile_world_load(engine_renderer(), "maps/a.tmx");
             if (!world || !tile_world_colliders(world, nullptr, &rects, &tris)) return false;
-            EXPECT_STREQ(tile_property_string(&world->properties, "a.b", ""), "c") << "nothing is half loaded";
+            EXPECT_EQ(tile_property_string(&world->properties, "a.b", ""), part) << "nothing is half loaded";
             const TileWorldView view = {{0, 0, 200, 150}, 1};
             return tile_world_draw(engine_renderer(), world, &view);
         },
