@@ -32,19 +32,14 @@ protected:
         set = animation_set_load("a/sheet.json");
         return set != nullptr;
     }
-    static Picture drawn(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
-        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
-        SDL_RenderClear(engine_renderer());
-        EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), of, anim, {3, 5}, 1, flip));
-        return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
-    }
-
-    static Picture drawn_in_batch(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
+    static Picture drawn(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip, bool in_batch = false) {
         SpriteBatch *batch = sprite_batch_new(1);
         SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
         SDL_RenderClear(engine_renderer());
         sprite_batch_begin(batch, of);
-        EXPECT_TRUE(sprite_batch_add(batch, anim, {3, 5}, 1, flip) && sprite_batch_draw(engine_renderer(), batch));
+        EXPECT_TRUE(
+            in_batch ? sprite_batch_add(batch, anim, {3, 5}, 1, flip) && sprite_batch_draw(engine_renderer(), batch)
+                     : sprite_sheet_draw(engine_renderer(), of, anim, {3, 5}, 1, flip));
         sprite_batch_cleanup(&batch);
         return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
     }
@@ -101,7 +96,7 @@ TEST_F(AnimationSetTest, TheKnightsExportShowsTheFramesOfItsTable) {
             animation_set_frame(&constant, i);
             for (const SDL_FlipMode flip : {SDL_FLIP_NONE, SDL_FLIP_HORIZONTAL, SDL_FLIP_VERTICAL}) {
                 const Picture a = drawn(sheet, &loaded, flip), b = drawn(table, &constant, flip);
-                ASSERT_TRUE(same_rgb(drawn_in_batch(sheet, &loaded, flip), a))
+                ASSERT_TRUE(same_rgb(drawn(sheet, &loaded, flip, true), a))
                     << "in a batch: " << row->name << ", frame " << i << ", flip " << flip;
                 ASSERT_TRUE(same_rgb(a, b)) << row->name << ", frame " << i << ", flip " << flip;
             }
