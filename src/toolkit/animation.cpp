@@ -124,7 +124,8 @@ const AnimationClip *animation_clip(const Animation *anim) {
 int animation_sheet_frame(const Animation *anim) {
     const AnimationClip *clip = animation_clip(anim);
     if (!clip || !clip->order) return clip ? clip->first_frame + anim->frame : -1;
-    return anim->frame >= 0 ? clip->order[SDL_min(anim->frame, clip->frame_count - 1)] : -1; // of a set loaded anew
+    const Sint32 frame = SDL_min(anim->frame, clip->frame_count - 1); // the last one, where the set was loaded anew
+    return frame >= 0 ? clip->order[frame] : -1;
 }
 
 SDL_FRect animation_frame_rect(const Animation *anim) {
