@@ -543,6 +543,7 @@ struct PaintedSet {
     int w, h, margin, spacing, align, fit; // align: as in ALIGNMENTS; fit: as in FITS
     SDL_Point offset;
     Picture picture;
+    std::string trans; // the colour that is transparent
 };
 constexpr const char *ALIGNMENTS[] = {"topleft", "top",        "topright", "left",        "center",
                                       "right",   "bottomleft", "bottom",   "bottomright", "unspecified"};
@@ -685,14 +686,18 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
             });
             const Picture loaded(IMG_Load(("maps/" + name).c_str()));
             set.picture.reset(SDL_ConvertSurface(loaded.get(), SDL_PIXELFORMAT_RGBA32));
+            const int at = set.margin + 2; // the colour of this pixel may be the one that is transparent
+            const SDL_Color key = pixel_at(set.picture, at, at);
+            if (random() % 3 == 0) set.trans = std::format("{:02x}{:02x}{:02x}", key.r, key.g, key.b);
+            if (!set.trans.empty()) SDL_WriteSurfacePixel(set.picture.get(), at, at, 0, 0, 0, 0);
             const char *more = i == 2 ? "<tile id='0'><animation><frame tileid='1' duration='70'/>"
                                         "<frame tileid='2' duration='30'/></animation></tile>"
                                       : "";
             content += std::format(
                 "<tileset name='s' firstgid='{}' tilewidth='{}' tileheight='{}' margin='{}' spacing='{}' "
-                "objectalignment='{}' {}><tileoffset x='{}' y='{}'/>{}<image source='{}'/>{}{}</tileset>",
+                "objectalignment='{}' {}><tileoffset x='{}' y='{}'/>{}<image source='{}' trans='{}'/>{}{}</tileset>",
                 set.first, set.w, set.h, set.margin, set.spacing, ALIGNMENTS[set.align], FITS[set.fit], set.offset.x,
-                set.offset.y, alone ? "<tile id='0'>" : "", name, alone ? "</tile>" : "", more);
+                set.offset.y, alone ? "<tile id='0'>" : "", name, set.trans, alone ? "</tile>" : "", more);
             sets.push_back(std::move(set));
         }
         const auto look = [&] {
@@ -734,8 +739,9 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
                 pick({2, 2, 1}) / 2.0, random() % 8 ? 1 : 0);
         }
         content += std::format(
-            "</objectgroup><imagelayer {} repeatx='{:d}' repeaty='{:d}'><image source='s0.png'/></imagelayer>", look(),
-            repeat_x, repeat_y);
+            "</objectgroup><imagelayer {} repeatx='{:d}' repeaty='{:d}'><image source='s0.png' "
+            "trans='{}'/></imagelayer>",
+            look(), repeat_x, repeat_y, sets[0].trans);
         const int order = pick({0, 1, 2, 3}), ms = pick({1, 69, 71, 99, 101, 168, 171});
         ASSERT_TRUE(load(map_of(
             70, 50, content,
@@ -781,6 +787,14 @@ TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
     EXPECT_TRUE(same_pixels(drawn(at(0)), wanted));
     EXPECT_EQ(tile_world_chunk_bytes(world), 0u) << "lost chunks are not drawn any more";
     EXPECT_EQ(SDL_GetRenderTarget(engine_renderer()), nullptr);
+    // More chunks are seen than are kept, nearly all of them empty.
+    ASSERT_TRUE(load(map_of(
+        1, 1,
+        TILES + "<layer name='l'><data encoding='csv'><chunk width='1' height='1'>1</chunk>"
+                "<chunk x='1300' y='1300' width='1' height='1'>1</chunk></data></layer>",
+        "infinite='1'")));
+    for (int frame = 0; frame < 3; frame++, tile_world_advance(world, 0.01)) drawn({{0, 0, 11000, 11000}, 1 / 64.0f});
+    EXPECT_EQ(count_pixels(drawn({{10300, 10300, 200, 150}, 1}), GREEN), 200 * 150 - TILE * TILE);
 }
 
 // --- following files ---
