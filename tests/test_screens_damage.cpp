@@ -4,6 +4,7 @@
 //   LUMARIND_DAMAGE_EVERYWHERE  when set, all screens are visited for each file
 
 #include "lumarind/engine/engine.h"
+#include "lumarind/toolkit/tile_world.h"
 #include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 #include "support/log_kinds.h"
@@ -37,7 +38,7 @@ const Asset ASSETS[] = {
     {"fireknight/tilemaps/old-dark-castle-interior-tileset.png",
      {TILEMAP, LOGICAL, PLATFORMER},
      "[TILEMAP] IMG_LoadTexture failed for *"},
-    {"fireknight/tilemaps/", {}}, // the map editor's own files
+    {"fireknight/tilemaps/", {}}, // the map editor's own files, for games: see visit_world
     {"texture_demo/", {TEXTURE}, "[TEXTURE_DEMO] IMG_LoadTexture failed, error: *"},
 };
 
@@ -129,6 +130,20 @@ protected:
         ASSERT_TRUE(start_on_damaged()) << "the menu does not open any more";
     }
 
+    // The castle as the map editor's map, under a camera that moves across it.
+    void visit_world(bool reads) {
+        log.lines.clear();
+        TileWorld *world = tile_world_load(engine_renderer(), "assets/fireknight/tilemaps/castle-tilemap.tmx");
+        for (float x = 0; world && x < 2000; x += 400) {
+            const TileWorldView view = {{x, x / 8, 400, 300}, 1};
+            EXPECT_TRUE(tile_world_draw(engine_renderer(), world, &view));
+            tile_world_advance(world, 0.1);
+        }
+        expect_log_of(world != nullptr);
+        EXPECT_TRUE(reads ? damage || !world : world != nullptr);
+        tile_world_cleanup(&world);
+    }
+
     // Screens that do not read the file are visited as well, but seldom: two of them take half a second to load.
     void visit_screens(const Asset &asset) {
         for (GameState screen = GAME_STATE_TEXT_DEMO; screen <= GAME_STATE_PHYSICS_DEMO; screen++) {
@@ -154,6 +169,7 @@ protected:
             EXPECT_FALSE(started && asset.needed_to_start && !damage);
             if (!started) continue;
             visit_screens(asset);
+            if (file.find("/tilemaps/") != file.npos) visit_world(!file.ends_with(".csv"));
             stop();
         }
         EXPECT_GT(files, 20);

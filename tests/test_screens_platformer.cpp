@@ -2,6 +2,7 @@
 
 #include "app/screen_registry.h"
 #include "lumarind/engine/game.h"
+#include "lumarind/toolkit/reload.h"
 #include "screens/screen_states.h"
 #include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
@@ -10,6 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr const char *COLLISIONS = "assets/fireknight/tilemaps/castle-tilemap-collisions.csv";
 constexpr SDL_Color BODY = {80, 255, 112, 255};
 
 class PlatformerTest : public EngineTest {
@@ -22,7 +24,7 @@ protected:
         fs::create_directories("assets/fireknight");
         fs::create_directory_symlink(real / "fireknight/sprites", "assets/fireknight/sprites");
         fs::copy(real / "fireknight/tilemaps", "assets/fireknight/tilemaps");
-        write_file("assets/fireknight/tilemaps/castle-tilemap-collisions.csv", collisions);
+        write_file(COLLISIONS, collisions);
         directory.use_as_game_files();
     }
     void start_own_level(const std::string &collisions) {
@@ -57,12 +59,21 @@ TEST_F(PlatformerTest, PressesWaitForOneStepAndRepeatsDoNothing) {
     EXPECT_EQ(body().bottom, 432) << "one jump: the feet are back, on the dead zone's lower edge";
 }
 
-TEST_F(PlatformerTest, AFallLeadsBackToTheSpawn) {
+TEST_F(PlatformerTest, AFallLeadsBackToTheSpawnUnlessTheFileGetsGround) {
+    reload_set(true, 0);
     start_own_level("0,416,200,16\n"); // a floor that ends
     play("+Right 36");
     EXPECT_GT(body().left, 500);
     play("-Right 1.25s");
     EXPECT_EQ(body().left, 270);
+    write_file(COLLISIONS, ""); // unreadable: the old floor stays
+    play("2 1s");
+    EXPECT_EQ(log.errors().size(), 1u);
+    EXPECT_EQ(body().bottom, 360);
+    write_file(COLLISIONS, "0,432,1920,16\n");
+    play("1s");
+    EXPECT_EQ(body().bottom, 408) << "it follows its file, 16 px lower";
+    reload_set(false);
 }
 
 TEST_F(PlatformerTest, ASpawnInsideAColliderIsRefused) {
@@ -72,7 +83,7 @@ TEST_F(PlatformerTest, ASpawnInsideAColliderIsRefused) {
     EXPECT_FALSE(screen->setup());
     EXPECT_TRUE(log.has("[PLATFORMER_DEMO] Spawn at (100, 416) is inside a collider"));
     screen->cleanup();
-    fs::remove("assets/fireknight/tilemaps/castle-tilemap-collisions.csv");
+    fs::remove(COLLISIONS);
     EXPECT_FALSE(screen->setup());
     screen->cleanup();
     screen->cleanup();

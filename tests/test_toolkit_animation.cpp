@@ -102,6 +102,7 @@ TEST(SpriteSheetTest, AnImageThatDoesNotFitAndAnAnimationOfAnotherSetAreRefusedB
     const Picture target(SDL_CreateSurface(64, 64, SDL_PIXELFORMAT_RGB24));
     SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
     SpriteSheet *sheet = nullptr;
+    reload_set(true, 0);
     const AnimationSet twin = SET, no_cells = {"flat", 8, 4, 0, 3, CLIPS, 4};
     for (const int size : {1, 0}) {
         const Picture image(SDL_CreateSurface(16 + size, 12 - size, SDL_PIXELFORMAT_RGBA32));
@@ -119,34 +120,18 @@ TEST(SpriteSheetTest, AnImageThatDoesNotFitAndAnAnimationOfAnotherSetAreRefusedB
     EXPECT_FALSE(draw(&other) || draw(&anim) || draw(nullptr));
     EXPECT_TRUE(log.has("sheet.png is 17x11, but its set describes a 2x3 grid of 8x4 frames, which is 16x12. "));
     EXPECT_TRUE(log.has("The animation is playing a different set from sheet.png") && log.errors().size() == 6);
-    sprite_sheet_cleanup(&sheet);
-    EXPECT_EQ(sprite_sheet_dest_rect(sheet, {1, 1}, 2).w, 0);
-    SDL_DestroyRenderer(renderer);
-}
-
-TEST(SpriteSheetTest, ASheetFollowsItsPicture) {
-    const TemporaryDirectory directory;
-    const LogCapture log;
-    const Picture target(SDL_CreateSurface(64, 64, SDL_PIXELFORMAT_RGB24));
-    SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
-    const auto save_sheet = [](int height) {
-        IMG_SavePNG(Picture(SDL_CreateSurface(16, height, SDL_PIXELFORMAT_RGBA32)).get(), "sheet.png");
-    };
-    reload_set(true, 0);
-    save_sheet(12);
-    SpriteSheet *sheet = sprite_sheet_new(renderer, &SET);
-    ASSERT_NE(sheet, nullptr);
     const SDL_Texture *first = sheet->texture;
-    for (const bool cut : {true, false}) {
-        save_sheet(cut ? 11 : 12);
-        if (cut) write_file("sheet.png", read_file("sheet.png") + "x"); // in the same second, another size
+    for (const int height : {11, 12}) { // the sheet follows its picture, but not one that does not fit
+        IMG_SavePNG(Picture(SDL_CreateSurface(16, height, SDL_PIXELFORMAT_RGBA32)).get(), "sheet.png");
+        if (height == 11) write_file("sheet.png", read_file("sheet.png") + "x"); // in the same second, another size
         reload_tick();
-        EXPECT_EQ(sheet->texture == first, cut) << "a picture that does not fit leaves the old one";
+        EXPECT_EQ(sheet->texture == first, height == 11);
+        anim.clip = 1;
+        EXPECT_TRUE(draw(&anim));
     }
-    const Animation anim = playing(&SET, 0);
-    EXPECT_TRUE(sprite_sheet_draw(renderer, sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
     reload_set(false);
     sprite_sheet_cleanup(&sheet);
+    EXPECT_EQ(sprite_sheet_dest_rect(sheet, {1, 1}, 2).w, 0);
     SDL_DestroyRenderer(renderer);
 }
 

@@ -3,6 +3,7 @@
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/animation_set.h"
+#include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sprite_batch.h"
 #include "player/fireknight.h"
 #include "support/allocation_faults.h"
@@ -31,19 +32,14 @@ protected:
         set = animation_set_load("a/sheet.json");
         return set != nullptr;
     }
-    static Picture drawn(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
-        SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
-        SDL_RenderClear(engine_renderer());
-        EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), of, anim, {3, 5}, 1, flip));
-        return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
-    }
-
-    static Picture drawn_in_batch(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip) {
+    static Picture drawn(const SpriteSheet *of, const Animation *anim, SDL_FlipMode flip, bool in_batch = false) {
         SpriteBatch *batch = sprite_batch_new(1);
         SDL_SetRenderDrawColor(engine_renderer(), 0, 255, 0, 255);
         SDL_RenderClear(engine_renderer());
         sprite_batch_begin(batch, of);
-        EXPECT_TRUE(sprite_batch_add(batch, anim, {3, 5}, 1, flip) && sprite_batch_draw(engine_renderer(), batch));
+        EXPECT_TRUE(
+            in_batch ? sprite_batch_add(batch, anim, {3, 5}, 1, flip) && sprite_batch_draw(engine_renderer(), batch)
+                     : sprite_sheet_draw(engine_renderer(), of, anim, {3, 5}, 1, flip));
         sprite_batch_cleanup(&batch);
         return Picture(SDL_RenderReadPixels(engine_renderer(), nullptr));
     }
@@ -100,7 +96,7 @@ TEST_F(AnimationSetTest, TheKnightsExportShowsTheFramesOfItsTable) {
             animation_set_frame(&constant, i);
             for (const SDL_FlipMode flip : {SDL_FLIP_NONE, SDL_FLIP_HORIZONTAL, SDL_FLIP_VERTICAL}) {
                 const Picture a = drawn(sheet, &loaded, flip), b = drawn(table, &constant, flip);
-                ASSERT_TRUE(same_rgb(drawn_in_batch(sheet, &loaded, flip), a))
+                ASSERT_TRUE(same_rgb(drawn(sheet, &loaded, flip, true), a))
                     << "in a batch: " << row->name << ", frame " << i << ", flip " << flip;
                 ASSERT_TRUE(same_rgb(a, b)) << row->name << ", frame " << i << ", flip " << flip;
             }
@@ -127,7 +123,7 @@ TEST_F(AnimationSetTest, TagsBecomeClipsInEveryDirectionWithTheirRepeats) {
         {R"("from":1,"to":4,"direction":"pingpong")", {1, 2, 3, 4, 3, 2}, true},
         {R"("from":1,"to":4,"direction":"pingpong_reverse")", {4, 3, 2, 1, 2, 3}, true},
         {R"("from":1,"to":3,"direction":"pingpong","repeat":"1")", {1, 2, 3}, false},
-        {R"("from":1,"to":3,"direction":"pingpong","repeat":"3")", {1, 2, 3, 2, 1, 2, 3}, false},
+        {R"("from":1,"to":3,"direction":"pingpong","repeat":"4")", {1, 2, 3, 2, 1, 2, 3, 2, 1}, false},
         {R"("from":1,"to":3,"direction":"pingpong_reverse","repeat":2)", {3, 2, 1, 2, 3}, false},
         {R"("from":2,"to":2,"direction":"pingpong")", {2}, true},
         {R"("from":2,"to":2,"direction":"pingpong","repeat":3)", {2, 2, 2}, false},
@@ -163,7 +159,7 @@ TEST_F(AnimationSetTest, ArraysSlicesAndFramesOfDifferingSizesAreRead) {
     const AnimationSlice *hit = animation_set_find_slice(set, "hit");
     ASSERT_NE(hit, nullptr);
     const AnimationSliceKey *first = animation_slice_at(hit, 0), *later = animation_slice_at(hit, 9);
-    EXPECT_TRUE(first->bounds.x == 1 && !first->has_pivot && first->center.w == 0 && first->pivot.y == 0);
+    EXPECT_TRUE(first->bounds.x == 1 && !first->has_pivot && first->center.x == 0 && first->pivot.y == 0);
     EXPECT_TRUE(later->bounds.x == 2 && later->pivot.y == -1 && later->center.h == 2);
     EXPECT_TRUE(animation_slice_at(hit, -1) == nullptr && animation_slice_at(nullptr, 0) == nullptr);
     EXPECT_EQ(animation_set_find_slice(set, "none"), nullptr);
@@ -203,6 +199,47 @@ TEST_F(AnimationSetTest, NamesWhatItRefusesAndSurvivesAllocationFaults) {
     expect_allocation_faults_survived(
         &log, [&] { return (set = animation_set_load("a/sheet.json")) != nullptr; },
         [&] { animation_set_cleanup(&set); });
+}
+
+TEST_F(AnimationSetTest, ASetAndItsSheetFollowTheirFilesTogether) {
+    const auto save_picture = [](int width) {
+        IMG_SavePNG(Picture(SDL_CreateSurface(width, 3, SDL_PIXELFORMAT_RGBA32)).get(), "a/sheet.png");
+    };
+    reload_set(true, 0);
+    ASSERT_TRUE(load(with_meta(frames_json(3), "")));
+    save_picture(12);
+    sheet = sprite_sheet_new(engine_renderer(), set);
+    Animation anim = {};
+    ASSERT_TRUE(sheet && animation_init(&anim, set, 0));
+    animation_set_frame(&anim, 2);
+    const std::string two_clips = R"("frameTags":[{"name":"a","from":0,"to":0},{"name":"b","from":0,"to":0}])";
+    const struct {
+        std::string json; // empty: the picture changes
+        int width, frames, picture;
+        const char *error;
+    } steps[] = {
+        {with_meta(frames_json(4), ""), 0, 3, 12, "a/sheet.png is 12x3, but frame 3 of its set ends at 16, 3"},
+        {"", 16, 4, 16, nullptr}, // now they fit each other
+        {"{", 0, 4, 16, "a/sheet.json: broken JSON"},
+        {"", 8, 4, 16, "a/sheet.json: broken JSON"},
+        {with_meta(frames_json(2), two_clips), 0, 2, 8, nullptr},
+        {with_meta(frames_json(1), ""), 0, 2, 8, "a/sheet.json: 1 clips, but 2 are in use"},
+    };
+    for (const auto &step : steps) {
+        log.lines.clear();
+        if (step.width > 0) save_picture(step.width);
+        if (!step.json.empty()) write_file("a/sheet.json", step.json);
+        for (int i = 0; i < 3; i++) reload_tick();
+        EXPECT_EQ(log.errors().size(), step.error ? 1u : 0u) << "said once";
+        EXPECT_TRUE(!step.error || log.has(step.error)) << step.error;
+        EXPECT_TRUE(set->rows == step.frames && sheet->frame_count == step.frames) << set->rows;
+        EXPECT_EQ(sheet->texture->w, step.picture);
+        EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
+    }
+    animation_advance(&anim, 0);
+    EXPECT_EQ(anim.frame, 0) << "the clip has become shorter";
+    animation_set_cleanup(&set);
+    reload_set(false);
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "lumarind/toolkit/camera.h"
 #include "lumarind/toolkit/colliders.h"
 #include "lumarind/toolkit/primitives.h"
+#include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/render_grid.h"
 #include "lumarind/toolkit/sprite_sheet.h"
 #include "player/fireknight.h"
@@ -24,6 +25,8 @@
 #include <SDL3/SDL_keyboard.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
+
+#include <utility>
 
 static constexpr const char *COLLISIONS_PATH = "assets/fireknight/tilemaps/castle-tilemap-collisions.csv";
 static constexpr float COLLISIONS_SCALE = 1; // the file is in world pixels
@@ -107,7 +110,21 @@ static void platformer_demo_respawn() {
     platformer_demo->camera_ready = false;
 }
 
+// A file that cannot be read leaves the old colliders.
+static void _platformer_demo_reload_colliders(void *, const char *path) {
+    ColliderRects rects = {};
+    ColliderTris tris = {};
+    if (colliders_load_csv(&rects, &tris, nullptr, nullptr, path, COLLISIONS_SCALE)) {
+        std::swap(*platformer_demo->rects, rects);
+        std::swap(*platformer_demo->tris, tris);
+        SDL_Log("[PLATFORMER_DEMO] Reloaded: %s", path);
+    }
+    colliders_rects_cleanup(&rects);
+    colliders_tris_cleanup(&tris);
+}
+
 static bool _platformer_demo_load_colliders() {
+    const FileStamp stamp = reload_stamp(COLLISIONS_PATH, true);
     platformer_demo->rects = colliders_new_rects();
     if (!platformer_demo->rects) return false;
     platformer_demo->tris = colliders_new_tris();
@@ -116,6 +133,7 @@ static bool _platformer_demo_load_colliders() {
             platformer_demo->rects, platformer_demo->tris, nullptr, nullptr, COLLISIONS_PATH, COLLISIONS_SCALE)) {
         return false;
     }
+    reload_follow(platformer_demo, _platformer_demo_reload_colliders, COLLISIONS_PATH, true, stamp);
     SDL_Log(
         "[PLATFORMER_DEMO] Loaded %d rect colliders and %d slopes from %s", platformer_demo->rects->count,
         platformer_demo->tris->count, COLLISIONS_PATH);
@@ -143,6 +161,7 @@ bool platformer_demo_setup() {
 
 void platformer_demo_cleanup() {
     if (!platformer_demo) return;
+    reload_forget(platformer_demo);
     engine_remove_callback(SDL_EVENT_KEY_DOWN, platformer_demo_key_down);
     sprite_sheet_cleanup(&platformer_demo->sheet);
     if (platformer_demo->rects) colliders_rects_cleanup(platformer_demo->rects);

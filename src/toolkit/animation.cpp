@@ -67,6 +67,7 @@ static bool _animation_step(Animation *anim, const AnimationClip *clip) {
 
 void animation_advance(Animation *anim, double dt_seconds) {
     const AnimationClip *clip = animation_clip(anim);
+    if (clip && anim->frame >= clip->frame_count) animation_restart(anim); // its set has been loaded anew
     if (!clip || !anim->playing || !(dt_seconds > 0)) return;
     if (!clip->frame_ms || anim->frame < 0 || anim->frame >= clip->frame_count) return;
     anim->elapsed_ms = SDL_min(anim->elapsed_ms + 1000.0 * dt_seconds, _clip_length_ms(clip));
@@ -123,7 +124,8 @@ const AnimationClip *animation_clip(const Animation *anim) {
 int animation_sheet_frame(const Animation *anim) {
     const AnimationClip *clip = animation_clip(anim);
     if (!clip || !clip->order) return clip ? clip->first_frame + anim->frame : -1;
-    return anim->frame >= 0 && anim->frame < clip->frame_count ? clip->order[anim->frame] : -1;
+    const Sint32 frame = SDL_min(anim->frame, clip->frame_count - 1); // the last one, where the set was loaded anew
+    return frame >= 0 ? clip->order[frame] : -1;
 }
 
 SDL_FRect animation_frame_rect(const Animation *anim) {

@@ -3,9 +3,13 @@
 #include "core/arena.h"
 #include "lumarind/core/error.h"
 #include "lumarind/core/storage.h"
+#include "lumarind/toolkit/reload.h"
+#include "toolkit/sprite_sheet_internal.h"
 
 #include <SDL3/SDL_error.h>
+#include <SDL3/SDL_log.h>
 
+#include <utility>
 #include <yyjson.h>
 
 static constexpr int FRAMES_MAX = 1 << 16;     // of a sheet, and of a clip with its repeats
@@ -296,7 +300,7 @@ static bool _set_parse(SetLoad *load, char *text) {
     return read;
 }
 
-AnimationSet *animation_set_load(const char *path) {
+static AnimationSet *_set_load(const char *path) {
     auto *made = static_cast<LoadedSet *>(SDL_calloc(1, sizeof(LoadedSet)));
     if (!made) {
         engine_error("[ANIMATION_SET] Memory allocation failed while loading %s", path);
@@ -313,8 +317,33 @@ AnimationSet *animation_set_load(const char *path) {
     return set;
 }
 
+// Sheets and their set change together or not at all.
+static void _set_reload(void *owner, const char *path) {
+    auto *made = static_cast<LoadedSet *>(owner);
+    AnimationSet *fresh = _set_load(path);
+    if (!fresh) return;
+    const bool enough =
+        fresh->clip_count >= made->set.clip_count ||
+        engine_error(
+            "[ANIMATION_SET] %s: %d clips, but %d are in use: put them back, or start the program again", path,
+            fresh->clip_count, made->set.clip_count);
+    const bool fits = enough && _sprite_sheets_prepare(&made->set, fresh);
+    if (fits) std::swap(*made, *reinterpret_cast<LoadedSet *>(fresh));
+    _sprite_sheets_finish(&made->set, fits);
+    animation_set_cleanup(&fresh);
+    if (fits) SDL_Log("[ANIMATION_SET] Reloaded: %s", path);
+}
+
+AnimationSet *animation_set_load(const char *path) {
+    const FileStamp stamp = reload_stamp(path, true);
+    AnimationSet *set = _set_load(path);
+    if (set) reload_follow(set, _set_reload, path, true, stamp);
+    return set;
+}
+
 void animation_set_cleanup(AnimationSet **set) {
     if (!set || !*set) return;
+    reload_forget(*set);
     auto *made = reinterpret_cast<LoadedSet *>(*set);
     arena_free(&made->arena);
     SDL_free(made);

@@ -23,6 +23,9 @@ struct AnimationSlice {
 // reverse and ping-pong ones list their frames in the order they are played. Without tags, all frames are one clip,
 // "all". The caller owns the set, and it has to outlive the sheets and animations made of it. Null: reported, with the
 // file, the key and what to do about it.
+// Where files are followed (toolkit/reload.h), the set takes over what its changed file holds, once all sheets made of
+// it fit: it stays where it is, but pointers to its clips, frames and slices end here. A version that is broken, has
+// fewer clips or does not fit its picture changes nothing and is reported once.
 AnimationSet *animation_set_load(const char *path);
 void animation_set_cleanup(
     AnimationSet **set); // of a loaded set; nulls the caller's pointer; null pointers are ignored

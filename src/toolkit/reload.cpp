@@ -120,6 +120,23 @@ void reload_forget(const void *owner) {
     }
 }
 
+bool reload_now(const void *owner) {
+    bool found = false;
+    for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
+        if (entry->owner != owner) continue;
+        entry->stamp = reload_stamp(entry->path, entry->is_game_file);
+        entry->changed(entry->owner, entry->path);
+        found = true;
+    }
+    return found;
+}
+
+void reload_each_owner(ReloadChanged changed, void (*visit)(void *owner, void *context), void *context) {
+    for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
+        if (entry->changed == changed) visit(entry->owner, context);
+    }
+}
+
 void reload_tick() {
     if (!reload_is_due(&g_reload_looked_ms)) return;
     for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {

@@ -26,6 +26,9 @@ using ReloadChanged = void (*)(void *owner, const char *path);
 void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp);
 void reload_forget(const void *owner);                       // all of the owner's files; to be called before it goes
 FileStamp reload_stamp(const char *path, bool is_game_file); // to be taken before reading; empty when it is off
+// For owners that follow files together. Calls what the owner's files call, as if they had changed. False: it has none.
+bool reload_now(const void *owner);
+void reload_each_owner(ReloadChanged changed, void (*visit)(void *owner, void *context), void *context);
 void reload_tick(); // the engine's, once per frame: looks at the files when it is time
 
 // --- for those who look by themselves ---

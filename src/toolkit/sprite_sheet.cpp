@@ -9,6 +9,8 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
+#include <utility>
+
 static constexpr int FRAMES_KEPT_MAX = 1 << 16; // 2.5 MB of them
 
 // --- lifetime ---
@@ -85,18 +87,63 @@ static SpriteSheet *_sprite_sheet_make(SDL_Texture *texture, const AnimationSet 
     return sheet;
 }
 
-// A picture that is no good leaves the old one in place.
-static void _sprite_sheet_reload(void *owner, const char *path) {
-    auto *sheet = static_cast<SpriteSheet *>(owner);
-    SDL_Renderer *renderer = SDL_GetRendererFromTexture(sheet->texture);
-    SDL_Texture *texture = image_load_texture(renderer, path);
-    if (!texture) engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
-    SpriteSheet *fresh = texture ? _sprite_sheet_make(texture, sheet->set) : nullptr;
-    if (!fresh) return;
-    const SpriteSheet old = *sheet;
-    *sheet = *fresh;
-    *fresh = old;
+static SpriteSheet *_sprite_sheet_load(SDL_Renderer *renderer, const AnimationSet *set) {
+    SDL_Texture *texture = image_load_texture(renderer, set->path);
+    if (texture) return _sprite_sheet_make(texture, set);
+    engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", set->path, SDL_GetError());
+    return nullptr;
+}
+
+// --- changed files: what is no good leaves the old content in place ---
+
+static void _sprite_sheet_take(SpriteSheet *sheet, const AnimationSet *set) {
+    SpriteSheet *fresh = sheet->fresh;
+    sheet->fresh = nullptr;
+    std::swap(*sheet, *fresh);
+    sheet->set = set;
     sprite_sheet_cleanup(&fresh);
+}
+
+// A set that has a file of its own is loaded anew with its picture: they are exported together.
+static void _sprite_sheet_reload(void *owner, const char *) {
+    auto *sheet = static_cast<SpriteSheet *>(owner);
+    if (reload_now(sheet->set)) return;
+    sheet->fresh = _sprite_sheet_load(SDL_GetRendererFromTexture(sheet->texture), sheet->set);
+    if (sheet->fresh) _sprite_sheet_take(sheet, sheet->set);
+}
+
+struct SheetsToChange {
+    const AnimationSet *set, *fresh;
+    bool fit;
+};
+
+bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh) {
+    SheetsToChange sheets = {set, fresh, true};
+    const auto prepare = [](void *owner, void *context) {
+        auto *to = static_cast<SheetsToChange *>(context);
+        auto *sheet = static_cast<SpriteSheet *>(owner);
+        if (sheet->set != to->set || !to->fit) return;
+        reload_follow(sheet, _sprite_sheet_reload, to->fresh->path, false, reload_stamp(to->fresh->path, false));
+        sheet->fresh = _sprite_sheet_load(SDL_GetRendererFromTexture(sheet->texture), to->fresh);
+        to->fit = sheet->fresh != nullptr;
+    };
+    reload_each_owner(_sprite_sheet_reload, prepare, &sheets);
+    return sheets.fit;
+}
+
+void _sprite_sheets_finish(const AnimationSet *set, bool take) {
+    SheetsToChange sheets = {set, nullptr, take};
+    const auto finish = [](void *owner, void *context) {
+        const auto *to = static_cast<SheetsToChange *>(context);
+        auto *sheet = static_cast<SpriteSheet *>(owner);
+        if (sheet->set != to->set || !sheet->fresh) return;
+        if (!to->fit) {
+            sprite_sheet_cleanup(&sheet->fresh);
+            return;
+        }
+        _sprite_sheet_take(sheet, to->set);
+    };
+    reload_each_owner(_sprite_sheet_reload, finish, &sheets);
 }
 
 SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
@@ -111,12 +158,7 @@ SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set) {
         return nullptr;
     }
     const FileStamp stamp = reload_stamp(set->path, false);
-    SDL_Texture *texture = image_load_texture(renderer, set->path);
-    if (!texture) {
-        engine_error("[SPRITE_SHEET] IMG_LoadTexture failed for %s, error: %s", set->path, SDL_GetError());
-        return nullptr;
-    }
-    SpriteSheet *sheet = _sprite_sheet_make(texture, set);
+    SpriteSheet *sheet = _sprite_sheet_load(renderer, set);
     if (sheet) reload_follow(sheet, _sprite_sheet_reload, set->path, false, stamp);
     return sheet;
 }

@@ -26,6 +26,7 @@ struct SpriteSheet {
     // A cache of the debug sheet, made by drawing it; both of it empty until then.
     mutable SDL_Texture *preview;    // owned
     mutable SDL_FPoint preview_size; // what it was made for, output pixels
+    SpriteSheet *fresh;              // owned; only while the set's file is loaded anew
 };
 
 // --- lifetime ---

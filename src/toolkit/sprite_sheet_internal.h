@@ -6,6 +6,11 @@
 
 SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index); // any of the sheet's frames, or one beyond
 
+// A loaded set is about to become `fresh`: makes for each sheet of it, where files are followed, what it will be.
+// False: one does not fit; reported.
+bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh);
+void _sprite_sheets_finish(const AnimationSet *set, bool take); // or leaves it
+
 // animation_sheet_frame without its calls, for what is asked of every sprite in every frame.
 inline Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim) {
     if (!set->clips || static_cast<Uint32>(anim->clip) >= static_cast<Uint32>(set->clip_count)) return -1;

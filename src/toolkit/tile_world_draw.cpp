@@ -177,6 +177,7 @@ struct TilePainter {
     SDL_FPoint origin; // of the world, in drawing units
     float scale;
     SDL_FColor tint;
+    bool keeps_alpha; // the target's alpha has to be right, for it will be blended itself
 };
 
 static bool _is_white(SDL_FColor c) { return c.r == 1 && c.g == 1 && c.b == 1 && c.a == 1; }
@@ -212,6 +213,7 @@ static bool _paint_texture(
     const SDL_FPoint *center, SDL_FlipMode flip) {
     const SDL_FColor tint = painter->tint;
     const bool tinted = !_is_white(tint);
+    const bool plain = angle == 0 && flip == SDL_FLIP_NONE;
     if (dst->w > LARGE || dst->h > LARGE) {
         return _paint_large(painter, texture, src, dst, angle, center, flip) ||
                engine_error("[TILE_WORLD] Could not draw, error: %s", SDL_GetError());
@@ -220,7 +222,11 @@ static bool _paint_texture(
         SDL_SetTextureColorModFloat(texture, tint.r, tint.g, tint.b);
         SDL_SetTextureAlphaModFloat(texture, tint.a);
     }
-    const bool drawn = angle == 0 && flip == SDL_FLIP_NONE
+    if (plain && painter->keeps_alpha) { // the same, but the software renderer's plain copy makes its target opaque
+        angle = 180;
+        flip = static_cast<SDL_FlipMode>(SDL_FLIP_HORIZONTAL | SDL_FLIP_VERTICAL);
+    }
+    const bool drawn = plain && !painter->keeps_alpha
                            ? SDL_RenderTexture(painter->renderer, texture, src, dst)
                            : SDL_RenderTextureRotated(painter->renderer, texture, src, dst, angle, center, flip);
     if (tinted) { // others share the texture
@@ -378,14 +384,14 @@ static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, 
 
 // --- baking ---
 
-static bool _chunk_paint_all(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place) {
+static bool _chunk_paint_all(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place, ChunkContent content) {
     const ChunkRaster raster = _chunk_raster(world);
     TileRange rows = {}, cols = {};
     _chunk_cells(world, place.col, place.row, &rows, &cols);
     const SDL_FPoint origin = {
         -static_cast<float>(place.col) * static_cast<float>(raster.w),
         -static_cast<float>(place.row) * static_cast<float>(raster.h)};
-    const TilePainter painter = {renderer, world, origin, 1, _layer_tint(world, place.layer)};
+    const TilePainter painter = {renderer, world, origin, 1, _layer_tint(world, place.layer), content == CHUNK_BLENDED};
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
     SDL_RenderClear(renderer);
     return _paint_cells(&painter, place.layer, rows, cols);
@@ -408,7 +414,7 @@ _chunk_bake(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place, Ch
     SDL_GetRenderDrawColorFloat(renderer, &color.r, &color.g, &color.b, &color.a);
     SDL_SetTextureScaleMode(chunk, SDL_SCALEMODE_NEAREST);
     SDL_SetTextureBlendMode(chunk, _chunk_blend_mode(content));
-    const bool baked = SDL_SetRenderTarget(renderer, chunk) && _chunk_paint_all(renderer, world, place);
+    const bool baked = SDL_SetRenderTarget(renderer, chunk) && _chunk_paint_all(renderer, world, place, content);
     const bool restored = SDL_SetRenderTarget(renderer, before);
     SDL_SetRenderDrawColorFloat(renderer, color.r, color.g, color.b, color.a);
     if (baked && restored) return chunk;
@@ -555,10 +561,11 @@ static bool _draw_objects(const TilePainter *painter, const TileLayerParts *part
     return true;
 }
 
-// Where a picture that is repeated along an axis begins and how far it goes.
+// Where a picture that is repeated along an axis begins and how far it goes: in whole copies, for of part of one the
+// renderers show other pixels.
 static void _repeat(float *at, float *length, float view) {
     *at -= SDL_ceilf(*at / *length) * *length;
-    *length = SDL_max(view - *at, *length);
+    *length *= SDL_max(SDL_ceilf((view - *at) / *length), 1);
 }
 
 static bool _draw_image(const TilePainter *painter, const TileLayerParts *parts, SDL_FPoint view) {
@@ -610,7 +617,7 @@ bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, 
     if (!at->visible || !(size.x > 0) || !(size.y > 0) || !(view->scale > 0)) return true;
     if (SDL_SetAtomicInt(&world->parts->cache->targets_lost, 0) != 0) _tile_cache_clear(world->parts->cache);
     const SDL_FColor tint = _layer_tint(world, layer);
-    const TilePainter painter = {renderer, world, tile_world_origin(world, layer, view), view->scale, tint};
+    const TilePainter painter = {renderer, world, tile_world_origin(world, layer, view), view->scale, tint, false};
     return tint.a <= 0 || _draw_layer(&painter, layer, size);
 }
 

@@ -29,6 +29,7 @@ static constexpr LineKind LINE_KINDS[] = {
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[STORAGE] Error *: *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILE_GRID] *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILEMAP] *"},
+    {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[TILE_WORLD] assets/*: *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[RENDER_GRID] *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[SPRITE_SHEET] *.png is *x*, but its set describes a *"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[PLATFORMER_DEMO] Spawn at (*, *) is inside a collider"},

@@ -29,9 +29,9 @@ void TemporaryDirectory::link_assets() const {
     fs::create_directory_symlink(fs::canonical(fs::path(SDL_GetBasePath()) / "assets"), path / "assets");
 }
 
-void TemporaryDirectory::use_as_game_files() const {
+void TemporaryDirectory::use_as_game_files(const char *folder) const {
     SDL_CloseStorage(storage->game);
-    storage->game = SDL_OpenFileStorage(path.c_str());
+    storage->game = SDL_OpenFileStorage((path / folder).c_str());
 }
 
 void write_file(const fs::path &path, const std::string &content) {

@@ -13,8 +13,9 @@ public:
 
     std::filesystem::path path;
 
-    void link_assets() const;       // the project's assets, as assets/
-    void use_as_game_files() const; // instead of those beside the executable, once the storage is set up
+    void link_assets() const; // the project's assets, as assets/
+    // It, or a folder in it, instead of that of the executable, once the storage is set up.
+    void use_as_game_files(const char *folder = "") const;
 
 private:
     std::filesystem::path previous_;
