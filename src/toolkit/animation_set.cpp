@@ -223,7 +223,7 @@ static bool _set_read_slice(SetLoad *load, yyjson_val *value, AnimationSlice *sl
     slice->keys = made;
     size_t i = 0, max = 0;
     yyjson_val *key = nullptr;
-    yyjson_arr_foreach(keys, i, max, key) {
+    yyjson_arr_foreach(keys, i, max, key) { // what a key does not say is 0
         yyjson_val *pivot = yyjson_obj_get(key, "pivot");
         made[slice->key_count++] = {
             .frame = _set_int(key, "frame", 0, FRAMES_MAX),
@@ -231,8 +231,6 @@ static bool _set_read_slice(SetLoad *load, yyjson_val *value, AnimationSlice *sl
             .center = _set_rect(yyjson_obj_get(key, "center")),
             .pivot = {_set_int(pivot, "x", -LENGTH_MAX, LENGTH_MAX), _set_int(pivot, "y", -LENGTH_MAX, LENGTH_MAX)},
             .has_pivot = pivot != nullptr};
-        if (!yyjson_obj_get(key, "center")) made[slice->key_count - 1].center = {};
-        if (!pivot) made[slice->key_count - 1].pivot = {};
     }
     return true;
 }
