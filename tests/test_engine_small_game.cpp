@@ -32,7 +32,7 @@ protected:
         setenv("XDG_DATA_HOME", user.c_str(), 1);
         SDL_SetEnvironmentVariable(SDL_GetEnvironment(), "XDG_DATA_HOME", user.c_str(), true);
         EngineTest::SetUp();
-        game = &small_game;
+        played = &small_game;
         config.clear();
         small_calls.clear();
         small_takes_escape = small_setup_fails = false;

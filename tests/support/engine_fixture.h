@@ -24,7 +24,7 @@ protected:
     // What a test changes before start(). Without vsync, frames do not wait.
     std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
 
-    const Game *game = &demo_game;
+    const Game *played = &demo_game; // by start()
 
     void SetUp() override;
     void TearDown() override; // stops the program when it runs
