@@ -63,7 +63,8 @@ TEST_F(ReplayTest, EveryScreenDoesTheSameAgain) {
     } rows[] = {
         {"platformer-demo", "+Right 40.5 Space 30 J 20 -Right +A 7s L 1s 13 H 60 -A U 2s"},
         {"physics-demo", "2 Space 10 drop:300,40 2 drop:420,60 size:500x400 +Left 30 drop:100,60 Space 3s R 1s"},
-        {"input-demo", "pad:plug 2 pad:a=1 30 pad:leftx=.7 30 pad:leftx=-.4 20 pad:a=0 pad:unplug P 20 P +D 20 size:400x300 1s"},
+        {"input-demo",
+         "pad:plug 2 pad:a=1 30 pad:leftx=.7 30 pad:leftx=-.4 20 pad:a=0 pad:unplug P 20 P +D 20 size:400x300 1s"},
         {"main-menu", "Down Down 1 Return 40 3s Escape 40 move:100,100 1 Down Return 40 2s Escape 60"},
         {"sprite-demo", "4s Right F 10 Space . . 1s"},
         {"texture-demo", "2s 5.5"},
