@@ -1,10 +1,10 @@
 #include "lumarind/toolkit/render_grid.h"
 
 #include "lumarind/core/error.h"
+#include "toolkit/lost_targets.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_error.h>
-#include <SDL3/SDL_events.h>
 #include <SDL3/SDL_render.h>
 
 // --- lifetime ---
@@ -29,13 +29,6 @@ static bool _render_grid_check_size(int rows, int cols, int chunk_w, int chunk_h
     return engine_error(
         "[RENDER_GRID] A grid of %dx%d chunks of %dx%d px would take %.0f MB, more than %d", cols, rows, chunk_w,
         chunk_h, mb, RENDER_GRID_MAX_MB);
-}
-
-// An event watch, because these events' types lie beyond those that callbacks can be registered for.
-static bool SDLCALL _render_grid_watch(void *userdata, SDL_Event *event) {
-    const bool lost = event->type == SDL_EVENT_RENDER_TARGETS_RESET || event->type == SDL_EVENT_RENDER_DEVICE_RESET;
-    if (lost) SDL_SetAtomicInt(&static_cast<RenderGrid *>(userdata)->lost, 1);
-    return true;
 }
 
 RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h) {
@@ -63,7 +56,7 @@ RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chun
         render_grid_cleanup(&grid);
         return nullptr;
     }
-    if (SDL_AddEventWatch(_render_grid_watch, grid)) return grid;
+    if (lost_targets_watch(&grid->lost)) return grid;
     engine_error("[RENDER_GRID] Watching for lost render targets failed, error: %s", SDL_GetError());
     render_grid_cleanup(&grid);
     return nullptr;
@@ -71,7 +64,7 @@ RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chun
 
 void render_grid_cleanup(RenderGrid **grid) {
     if (!grid || !*grid) return;
-    SDL_RemoveEventWatch(_render_grid_watch, *grid);
+    lost_targets_unwatch(&(*grid)->lost);
     const size_t count = _render_grid_count(*grid);
     for (size_t i = 0; (*grid)->chunks && i < count; i++) {
         if ((*grid)->chunks[i]) SDL_DestroyTexture((*grid)->chunks[i]);

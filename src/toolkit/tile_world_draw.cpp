@@ -4,12 +4,12 @@
 #include "lumarind/toolkit/tile_grid.h"
 #include "lumarind/toolkit/tile_range.h"
 #include "lumarind/toolkit/tilemap.h"
+#include "toolkit/lost_targets.h"
 #include "toolkit/tile_world_internal.h"
 #include "toolkit/view_copy.h"
 
 #include <SDL3/SDL_atomic.h>
 #include <SDL3/SDL_error.h>
-#include <SDL3/SDL_events.h>
 #include <SDL3/SDL_render.h>
 
 #include <cstddef>
@@ -114,17 +114,9 @@ static ChunkSlot *_chunk_add(TileChunkCache *cache, ChunkPlace place, size_t byt
     return slot;
 }
 
-// An event watch, because this event's type lies beyond those that callbacks can be registered for. May be called from
-// another thread.
-static bool SDLCALL _chunk_watch_event(void *userdata, SDL_Event *event) {
-    const bool lost = event->type == SDL_EVENT_RENDER_TARGETS_RESET || event->type == SDL_EVENT_RENDER_DEVICE_RESET;
-    if (lost) SDL_SetAtomicInt(&static_cast<TileChunkCache *>(userdata)->targets_lost, 1);
-    return true;
-}
-
 TileChunkCache *_tile_cache_new(SDL_Renderer *renderer) {
     auto *cache = static_cast<TileChunkCache *>(SDL_calloc(1, sizeof(TileChunkCache)));
-    if (!cache || !SDL_AddEventWatch(_chunk_watch_event, cache)) {
+    if (!cache || !lost_targets_watch(&cache->targets_lost)) {
         SDL_free(cache);
         engine_error("[TILE_WORLD] Memory allocation failed, error: %s", SDL_GetError());
         return nullptr;
@@ -146,7 +138,7 @@ void _tile_cache_clear(TileChunkCache *cache) {
 
 void _tile_cache_free(TileChunkCache *cache) {
     if (!cache) return;
-    SDL_RemoveEventWatch(_chunk_watch_event, cache);
+    lost_targets_unwatch(&cache->targets_lost);
     _tile_cache_clear(cache);
     SDL_free(cache);
 }

@@ -1,0 +1,16 @@
+#include "toolkit/lost_targets.h"
+
+#include <SDL3/SDL_events.h>
+
+// An event watch, because these events' types lie beyond those that callbacks can be registered for. May be called from
+// another thread.
+static bool SDLCALL _lost_targets_event(void *lost, SDL_Event *event) {
+    if (event->type == SDL_EVENT_RENDER_TARGETS_RESET || event->type == SDL_EVENT_RENDER_DEVICE_RESET) {
+        SDL_SetAtomicInt(static_cast<SDL_AtomicInt *>(lost), 1);
+    }
+    return true;
+}
+
+bool lost_targets_watch(SDL_AtomicInt *lost) { return SDL_AddEventWatch(_lost_targets_event, lost); }
+
+void lost_targets_unwatch(SDL_AtomicInt *lost) { SDL_RemoveEventWatch(_lost_targets_event, lost); }
