@@ -58,14 +58,15 @@ static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_P
 TTF_Font *font_open(const char *path, float size) {
     SDL_Log("[FONTS] Setting up font: %s", path);
     SDL_PathInfo file = {};
-    if (!font_file_exists(path) || !SDL_GetPathInfo(files_asset(path).text, &file)) {
+    const FilePath asset = files_asset(path);
+    if (!SDL_GetPathInfo(asset.text, &file)) {
         engine_error("[FONTS] Font file not found (%s)", path);
         return nullptr;
     }
     const float pixels = size * _ui_scale();
     TTF_Font *font = _font_take_kept(path, pixels, file);
     if (font) return font;
-    font = TTF_OpenFont(files_asset(path).text, pixels);
+    font = TTF_OpenFont(asset.text, pixels);
     if (font) {
         _font_keep(font, path, pixels, file);
     } else {
