@@ -98,11 +98,9 @@ static void _main_fill_recording_start(GameState state, ReplayStart *start) {
 // Sets a screen up, from whose setup on a recording may begin.
 static bool _main_setup_screen(GameState state) {
     if (replay_is_wanted() && screen_for(state)) {
-        auto *start = static_cast<ReplayStart *>(SDL_calloc(1, sizeof(ReplayStart)));
-        if (!start) return engine_error("[REPLAY] Memory allocation failed, error: %s", SDL_GetError());
-        _main_fill_recording_start(state, start);
-        replay_begin(start);
-        SDL_free(start);
+        ReplayStart start = {};
+        _main_fill_recording_start(state, &start);
+        replay_begin(&start);
     }
     replay_play();
     return screen_setup(state);
