@@ -147,6 +147,10 @@ TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
         choose_driver(c.hint, std::string(c.hint) == SDL_HINT_RENDER_DRIVER ? "software" : "dummy");
         config = "[graphics]\nvsync_enable = true\nshow_frame_time_graph = true\n";
     }
+    write_file("file", "");
+    SDL_SetEnvironmentVariable(SDL_GetEnvironment(), "XDG_DATA_HOME", "file", true);
+    EXPECT_FALSE(start()) << "without a folder of the user's";
+    SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), "XDG_DATA_HOME");
     EXPECT_TRUE(start());
 }
 
