@@ -71,7 +71,9 @@ TEST_F(SmallGameTest, ScreensRunInTheirStatesFromHomeOn) {
     EXPECT_EQ(engine_get_state(), SMALL_ROOM);
     EXPECT_EQ(calls(), "Er5r.") << "a key held down is offered once";
     small_takes_escape = false;
-    play("Escape 20 Escape 1");
+    play("Escape 2");
+    EXPECT_EQ(calls(), "Er5r.r6r.") << "the screen's step comes before the fade's";
+    play("20 Escape 1");
     EXPECT_EQ(engine_get_state(), GAME_STATE_QUIT) << "from home";
     play("ctrl:Q F12 1"); // keys that are off
     EXPECT_FALSE(fs::exists(folder / "captures"));

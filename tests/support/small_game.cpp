@@ -1,6 +1,7 @@
 #include "support/small_game.h"
 
 #include "lumarind/core/error.h"
+#include "lumarind/engine/transition.h"
 
 #include <iterator>
 
@@ -13,7 +14,7 @@ static constexpr GameScreen SCREENS[] = {
     {"home", {.setup = [] { return _note("h+"); }, .tick = [] { _note("h."); }, .cleanup = [] { _note("h-"); }}},
     {"room",
      {.setup = [] { return _note("r+", !small_setup_fails || engine_error("[ROOM] No room")); },
-      .fixed_update = [](double) { _note("r5"); },
+      .fixed_update = [](double) { _note(transition_cover(1) > 0 ? "r6" : "r5"); },
       .tick = [] { _note("r."); },
       .cleanup = [] { _note("r-"); },
       .logical_width = 100,

@@ -9,7 +9,7 @@ inline constexpr GameState SMALL_HOME = GAME_STATE_FIRST_SCREEN, SMALL_ROOM = GA
 
 extern const Game small_game;
 
-// "h" and "r" before their calls: + setup, - cleanup, . tick, 5 the fixed update; o an option with its value, E an
-// Escape the game was offered.
+// "h" and "r" before their calls: + setup, - cleanup, . tick, 5 the fixed update, 6 the same under a fade's cover; o an
+// option with its value, E an Escape the game was offered.
 extern std::string small_calls;
 extern bool small_takes_escape, small_setup_fails;
