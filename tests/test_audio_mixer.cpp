@@ -5,6 +5,9 @@
 #include "lumarind/audio/audio.h"
 #include "lumarind/audio/sfx.h"
 #include "lumarind/config/config.h"
+#include "lumarind/toolkit/reload.h"
+#include "lumarind/toolkit/sound_store.h"
+#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_audio.h>
@@ -202,6 +205,36 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     EXPECT_EQ(log.count(" generated frames, error: there is no sound in it"), 2);
     sounds.push_back(audio_load_samples(frames, 2, 1, 768000));
     EXPECT_TRUE(sounds.back() && !audio_load_samples(frames, 2, 1, 768001));
+}
+
+TEST_F(AudioMixerTest, SharedSoundsAreLoadedOnceAndFollowTheirFiles) {
+    const auto store = [](const char *name) {
+        write_file("a.wav", read_file("assets/audio/sfx/retro/sfx_" + std::string(name) + ".wav"));
+    };
+    allocation_faults_install();
+    ASSERT_TRUE(start());
+    store("wpn_laser1");
+    reload_set(true, 0);
+    SharedSound *sound = sound_store_get("a.wav"), *music = sound_store_get("a.wav", false);
+    EXPECT_TRUE(sound && music != sound && sound_store_get("a.wav") == sound && !sound_store_get("none.wav"));
+    const MIX_Audio *old = sound->audio;
+    const Sint64 before = MIX_GetAudioDuration(sound->audio);
+    ASSERT_TRUE(audio_play_sfx(sound->audio));
+    log.lines.clear();
+    write_file("a.wav", "RIFF");
+    for (int i = 0; i < 3; i++) reload_tick();
+    EXPECT_TRUE(log.errors().size() == 2 && sound->audio == old) << "one each, once";
+    store("coin_single1");
+    reload_tick();
+    EXPECT_NE(MIX_GetAudioDuration(sound->audio), before);
+    EXPECT_TRUE(MIX_TrackPlaying(audio->sfx[0]) && MIX_GetTrackAudio(audio->sfx[0]) == old) << "to its end";
+    sound_store_release(sound);
+    EXPECT_TRUE(audio_play_sfx(sound->audio)) << "it has another holder";
+    for (SharedSound *held : {sound, music}) sound_store_release(held);
+    reload_set(false);
+    expect_allocation_faults_survived(
+        &log, [&] { return (sound = sound_store_get("a.wav")) != nullptr; },
+        [&] { sound_store_release(std::exchange(sound, nullptr)); });
 }
 
 TEST_F(AudioMixerTest, EffectsHaveTheirOwnVolumePitchAndPanForOnePlay) {
