@@ -9,6 +9,8 @@
 #include "engine/frame.h"
 #include "engine/game_internal.h"
 #include "engine/setup.h"
+#include "engine/transition_internal.h"
+#include "input/input_recording.h"
 #include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
 #include "lumarind/core/files.h"
@@ -89,6 +91,8 @@ static void _main_fill_recording_start(GameState state, ReplayStart *start) {
     start->ui_scale = engine_ui_scale();
     start->deadzone = cfg_get_gamepad_deadzone();
     start->seed = SDL_GetTicksNS();
+    start->fade_seconds = _transition_seconds_to(state);
+    start->axes_past = _input_axes_past();
     start->binding_count = input_action_count();
     for (int i = 0; i < start->binding_count; i++) {
         SDL_strlcpy(start->bindings[i], cfg_get_input_bindings(i), sizeof start->bindings[i]);
@@ -108,9 +112,15 @@ static bool _main_setup_screen(GameState state) {
 
 static bool _main_first_screen_setup(GameState start) {
     engine_set_state(start);
-    if (_main_setup_screen(start)) return true;
-    screen_cleanup();
-    return false;
+    if (!_main_setup_screen(start)) {
+        screen_cleanup();
+        return false;
+    }
+    if (const ReplayStart *recorded = replay_start()) {
+        if (recorded->fade_seconds > 0) _transition_uncover(recorded->fade_seconds);
+        _input_set_axes_past(recorded->axes_past);
+    }
+    return true;
 }
 
 MainStart main_loop_start(const Game *game, int argc, char *argv[]) {

@@ -3,7 +3,7 @@
 #include "diagnostics/frame_profile.h"
 #include "diagnostics/profiler.h"
 #include "engine/engine_record.h"
-#include "input/gamepad_state.h"
+#include "input/input_recording.h"
 #include "lumarind/config/config.h"
 #include "lumarind/diagnostics/capture.h"
 #include "lumarind/engine/drawing_space.h"
@@ -45,7 +45,10 @@ static Uint64 _frame_length(Uint64 now) {
     Uint64 elapsed = engine->last_frame_ticks != 0 ? now - engine->last_frame_ticks : 0;
     if (engine->given_frame_ns >= 0) elapsed = static_cast<Uint64>(engine->given_frame_ns);
     engine->given_frame_ns = -1;
-    if (replay_is_playing() && !replay_next_frame(&elapsed)) engine_set_state(GAME_STATE_QUIT);
+    if (replay_is_playing()) {
+        if (!replay_next_frame(&elapsed)) engine_set_state(GAME_STATE_QUIT);
+        engine->fps_delta = _ns_to_seconds(elapsed); // measured, it would be the time that replaying takes
+    }
     replay_record_frame(elapsed);
     return elapsed;
 }

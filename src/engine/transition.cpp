@@ -1,4 +1,4 @@
-#include "lumarind/engine/transition.h"
+#include "engine/transition_internal.h"
 
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
@@ -77,6 +77,15 @@ void transition_tick() {
     } else {
         engine_set_state(transition.target);
     }
+}
+
+double _transition_seconds_to(GameState state) {
+    return transition.state == TRANSITION_FADE_OUT && transition.target == state ? transition.duration : 0;
+}
+
+void _transition_uncover(double seconds) {
+    transition = {
+        .state = TRANSITION_FADE_IN, .target = GAME_STATE_NONE, .duration = seconds, .cover = 1, .prev_cover = 1};
 }
 
 void transition_screen_changed(GameState state) {

@@ -1,6 +1,6 @@
 #include "lumarind/input/gamepad.h"
 
-#include "input/gamepad_state.h"
+#include "input/input_recording.h"
 #include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
 #include "lumarind/core/files.h"

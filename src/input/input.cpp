@@ -1,5 +1,6 @@
 #include "lumarind/input/input.h"
 
+#include "input/input_recording.h"
 #include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
 #include "lumarind/engine/game.h"
@@ -229,6 +230,20 @@ void input_fixed_step_end() {
 void input_clear_presses() {
     if (!input) return;
     for (InputActionState &state : input->actions) state.pressed_frame = state.pressed_step = false;
+}
+
+// --- recordings ---
+
+Uint32 _input_axes_past() {
+    Uint32 bits = 0;
+    for (int i = 0; input && i < 2 * SDL_GAMEPAD_AXIS_COUNT; i++) {
+        if (input->axis_past[i / 2][i % 2]) bits |= 1u << i;
+    }
+    return bits;
+}
+
+void _input_set_axes_past(Uint32 bits) {
+    for (int i = 0; input && i < 2 * SDL_GAMEPAD_AXIS_COUNT; i++) input->axis_past[i / 2][i % 2] = bits >> i & 1;
 }
 
 // --- questions ---

@@ -1,5 +1,7 @@
 #include "replay/codec.h"
 
+#include <SDL3/SDL_endian.h>
+
 Codec codec_reader(const void *bytes, size_t size) {
     Codec codec = {};
     codec.reading = true;
@@ -61,35 +63,35 @@ void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // seven bits a 
     if (codec->bad) *value = 0;
 }
 
-// An even number is twice the whole float, in zigzag; 1 stands before the four bytes of any other.
+// Whole numbers as twice themselves; 1 stands before the bits of all others, the negative zero among them.
 void codec_float(Codec *codec, float *value) {
     constexpr float WHOLE_MAX = 1 << 20;
     Uint32 bits = 0;
-    Uint64 head = 1;
+    Sint64 head = 1;
     if (!codec->reading) {
-        const bool small = *value >= -WHOLE_MAX && *value <= WHOLE_MAX;
-        const Sint32 whole = small ? static_cast<Sint32>(*value) : 0;
-        const float back = static_cast<float>(whole);
         SDL_memcpy(&bits, value, sizeof bits);
-        if (small && SDL_memcmp(&back, value, sizeof back) == 0) { // not for the negative zero
-            head = static_cast<Uint64>(whole < 0 ? -2 * static_cast<Sint64>(whole) - 1 : 2 * static_cast<Sint64>(whole))
-                   << 1;
-        }
+        const Sint32 whole = SDL_fabsf(*value) <= WHOLE_MAX ? static_cast<Sint32>(*value) : 0;
+        const float back = static_cast<float>(whole);
+        if (SDL_memcmp(&back, &bits, sizeof back) == 0) head = 2 * Sint64{whole};
     }
-    codec_unsigned(codec, &head);
+    codec_int(codec, &head);
     if (head == 1) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            Uint8 byte = static_cast<Uint8>(bits >> shift);
-            codec_bytes(codec, &byte, 1);
-            if (codec->reading) bits |= static_cast<Uint32>(byte) << shift;
-        }
+        bits = SDL_Swap32LE(bits);
+        codec_bytes(codec, &bits, sizeof bits);
+        bits = SDL_Swap32LE(bits);
         if (codec->reading) SDL_memcpy(value, &bits, sizeof bits);
     } else if (codec->reading) {
-        const Uint64 zigzag = head >> 1;
-        if ((head & 1) || zigzag > 2 * static_cast<Uint64>(WHOLE_MAX)) codec->bad = true;
-        const auto half = static_cast<float>((zigzag + 1) >> 1);
-        *value = codec->bad ? 0 : zigzag & 1 ? -half : half;
+        *value = static_cast<float>(head / 2);
     }
+}
+
+void codec_double(Codec *codec, double *value) {
+    Uint64 bits = 0;
+    SDL_memcpy(&bits, value, sizeof bits);
+    bits = SDL_Swap64LE(bits);
+    codec_bytes(codec, &bits, sizeof bits);
+    bits = SDL_Swap64LE(bits);
+    SDL_memcpy(value, &bits, sizeof bits);
 }
 
 void codec_text(Codec *codec, char *text, size_t size) {

@@ -21,6 +21,7 @@ void codec_cleanup(Codec *codec);
 void codec_bytes(Codec *codec, void *bytes, size_t size);
 void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most = ~Uint64{0}); // what is above `most` is bad
 void codec_float(Codec *codec, float *value);                               // short when it is a whole number
+void codec_double(Codec *codec, double *value);
 void codec_text(Codec *codec, char *text, size_t size);                     // cut to size - 1 bytes
 
 // Any integer; signed ones are short near 0.

@@ -94,6 +94,8 @@ static void _code_start(Codec *codec, ReplayStart *start) {
         codec_int(codec, number);
     codec_float(codec, &start->deadzone);
     codec_unsigned(codec, &start->seed);
+    codec_double(codec, &start->fade_seconds);
+    codec_int(codec, &start->axes_past);
     codec_int(codec, &start->binding_count);
     if (start->binding_count < 0 || start->binding_count > REPLAY_MAX_ACTIONS) {
         codec->bad = true;
@@ -265,7 +267,8 @@ static bool _replay_next_block(bool *damaged) {
 static const char *_replay_check_start(const ReplayStart *start) {
     const Game *game = engine_game();
     if (SDL_strcmp(start->game, game->id) != 0) return "it is of another game";
-    if (start->step_hz < 1 || start->window_width < 1 || start->window_height < 1 || start->ui_scale < 1)
+    if (start->step_hz < 1 || start->window_width < 1 || start->window_height < 1 || start->ui_scale < 1 ||
+        !(start->fade_seconds >= 0))
         return "it is damaged";
     for (int i = 0; i < game->screen_count; i++) {
         if (SDL_strcmp(game->screens[i].name, start->screen) == 0) return nullptr;

@@ -16,7 +16,9 @@ struct ReplayStart {
     char game[REPLAY_TEXT_SIZE], build[REPLAY_TEXT_SIZE], screen[REPLAY_TEXT_SIZE];
     Sint32 step_hz, window_width, window_height, output_width, output_height, ui_scale; // Hz, window units, px
     float deadzone;
-    Uint64 seed; // of SDL's random numbers
+    Uint64 seed;         // of SDL's random numbers
+    double fade_seconds; // of the fade that uncovers the first screen; 0: none
+    Uint32 axes_past;    // bits of the controller's axes that count as pressed already
     Sint32 binding_count;
     char bindings[REPLAY_MAX_ACTIONS][REPLAY_TEXT_SIZE];
 };

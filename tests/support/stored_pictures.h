@@ -1,5 +1,5 @@
 // Comparison of rendered pictures with those stored in the repository, pixel by pixel. A picture that differs is
-// written to the build folder, with a picture of the differences beside it; ./dev accept-pictures stores it instead.
+// written to the build folder, with a picture of the differences beside it; ./dev accept stores it instead.
 #pragma once
 
 #include "support/picture.h"

@@ -12,7 +12,7 @@ SRC = Path(__file__).resolve().parents[2] / "src"
 # the demonstration; all below is the library, whose public headers are included as "lumarind/folder/name.h".
 FLOORS = [
     ["core", "replay", "app/args", "engine/game", "engine/game_state", "engine/game_internal", "engine/ui_scale",
-     "input/input_actions", "input/gamepad_state", "diagnostics/capture_format"],
+     "input/input_actions", "input/input_recording", "diagnostics/capture_format"],
     ["config"],
     ["engine"],
     ["input", "audio", "diagnostics", "toolkit"],
