@@ -31,9 +31,12 @@ static std::string whole_file(const uint8_t *data, size_t size) {
     for (int number : {60, 640, 360, 640, 360, 1}) codec_int(&codec, &number);
     float deadzone = 0.1f;
     Uint64 seed = 1;
-    int bindings = 0;
+    double fade = 0.25;
+    int axes = 0, bindings = 0;
     codec_float(&codec, &deadzone);
     codec_unsigned(&codec, &seed);
+    codec_double(&codec, &fade);
+    codec_int(&codec, &axes);
     codec_int(&codec, &bindings);
     add_block(&file, codec.bytes, codec.size);
     codec_cleanup(&codec);

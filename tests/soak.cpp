@@ -3,15 +3,18 @@
 // the frames are many short runs, measured in between, the second half is one long run, measured in its menu.
 //   LUMARIND_SOAK_FRAMES  how many frames (default 20000)
 //   LUMARIND_SOAK_SEED    from which seed (default 1)
+// What is done is recorded beside the program, in soak.lmr: after a crash, up to the crash.
 
 #include "app/screen_registry.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/transition.h"
+#include "lumarind/replay/replay.h"
 #include "screens/screen_states.h"
 #include "support/engine_fixture.h"
 #include "support/log_kinds.h"
 #include "support/virtual_gamepad.h"
 
+#include <SDL3/SDL_filesystem.h>
 #include <SDL3/SDL_video.h>
 
 #include <algorithm>
@@ -90,6 +93,7 @@ protected:
     std::vector<size_t> stopped, running; // memory in use between two runs, and in the menu
     int unknown_lines = 0, plugged = 0;
     bool lasting = false; // the long run, in which the user never leaves
+    const std::string recording = SDL_GetBasePath() + std::string("soak.lmr"); // since the last jump to a screen
 
     int below(int limit) { return SDL_rand_r(&random, limit); }
     bool one_in(int odds) { return below(odds) == 0; }
@@ -154,7 +158,14 @@ protected:
         hold({}); // SDL releases the keys when the focus goes
     }
     GameState any_screen() { return GAME_STATE_MAIN_MENU + below(GAME_STATE_PHYSICS_DEMO - GAME_STATE_MAIN_MENU + 1); }
-    void fade_to_screen() { transition_fade_to(any_screen(), 0.02 + SDL_randf_r(&random) * 0.5); }
+    void jump_to(GameState state) { // no user can: a new recording begins there
+        replay_record(recording.c_str());
+        engine_set_state(state);
+    }
+    void fade_to_screen() {
+        replay_record(recording.c_str());
+        transition_fade_to(any_screen(), 0.02 + SDL_randf_r(&random) * 0.5);
+    }
     void quit() {
         if (!lasting) one_in(2) ? play("ctrl:Q") : push_event(SDL_EVENT_QUIT);
     }
@@ -169,10 +180,10 @@ protected:
                           {200, &Soak::use_gamepad},
                           {20, &Soak::plug_or_unplug},
                           {30, &Soak::press_function_key},
-                          {8, &Soak::press_escape},
+                          {12, &Soak::press_escape},
                           {25, &Soak::resize_window},
                           {30, &Soak::send_odd_event},
-                          {5, &Soak::fade_to_screen},
+                          {1, &Soak::fade_to_screen},
                           {1, &Soak::quit}};
         int at = below(1000);
         for (const auto &happening : HAPPENINGS) {
@@ -204,7 +215,7 @@ protected:
         std::vector<std::string> arguments;
         if (one_in(4)) arguments.insert(arguments.end(), {"--screen", "platformer-demo"});
         if (one_in(4)) arguments.emplace_back("--no-config-save");
-        return start(arguments);
+        return replay_record(recording.c_str()) && start(arguments);
     }
 
     void end() {
@@ -214,7 +225,19 @@ protected:
         gamepads.clear();
         std::filesystem::remove_all("captures");
         check_log();
+        if (one_in(4)) replay_run();
         stopped.push_back(memory_in_use());
+    }
+
+    void replay_run() {
+        set_environment("LUMARIND_REPLAY", recording.c_str());
+        set_environment("LUMARIND_REPLAY_SPEED", "max");
+        EXPECT_TRUE(start());
+        while (frame()) continue;
+        stop();
+        EXPECT_FALSE(replay_failed()) << "run " << stopped.size() << " of seed " << seed;
+        set_environment("LUMARIND_REPLAY", nullptr);
+        check_log();
     }
 
     void check_log() {
@@ -227,7 +250,7 @@ protected:
     }
 
     bool visit(GameState state) {
-        engine_set_state(state);
+        jump_to(state);
         return frame() && frame();
     }
 
@@ -245,7 +268,7 @@ protected:
     }
 
     bool run_a_frame() {
-        if (one_in(200)) engine_set_state(any_screen()); // first: an Escape must know where it goes
+        if (one_in(500)) jump_to(any_screen()); // first: an Escape must know where it goes
         for (int i = below(4); i > 0; i--) let_something_happen();
         const bool goes_on = frame(any_frame_time());
         frames_done++;
@@ -263,7 +286,10 @@ TEST_F(Soak, SurvivesEverythingAUserMayDo) {
     std::fflush(stdout);
 #ifdef __SANITIZE_ADDRESS__
     __sanitizer_set_death_callback(
-        [] { std::fprintf(stderr, "soak: stopped in frame %" PRIu64 " of seed %" PRIu64 "\n", frames_done, seed); });
+        [] {
+            std::fprintf(stderr, "soak: stopped in frame %" PRIu64 " of seed %" PRIu64 "\n", frames_done, seed);
+            replay_stop(); // which writes the last second
+        });
 #endif
     while (frames_done < frames / 2) {
         ASSERT_TRUE(begin());

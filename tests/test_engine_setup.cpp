@@ -148,9 +148,9 @@ TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
         config = "[graphics]\nvsync_enable = true\nshow_frame_time_graph = true\n";
     }
     write_file("file", "");
-    SDL_SetEnvironmentVariable(SDL_GetEnvironment(), "XDG_DATA_HOME", "file", true);
+    set_environment("XDG_DATA_HOME", "file");
     EXPECT_FALSE(start()) << "without a folder of the user's";
-    SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), "XDG_DATA_HOME");
+    set_environment("XDG_DATA_HOME", nullptr);
     EXPECT_TRUE(start());
 }
 

@@ -28,9 +28,7 @@ namespace {
 class SmallGameTest : public EngineTest {
 protected:
     void SetUp() override {
-        const fs::path user = directory.path / "user"; // for SDL's copy of the environment, and for the next copies
-        setenv("XDG_DATA_HOME", user.c_str(), 1);
-        SDL_SetEnvironmentVariable(SDL_GetEnvironment(), "XDG_DATA_HOME", user.c_str(), true);
+        set_environment("XDG_DATA_HOME", (directory.path / "user").c_str());
         EngineTest::SetUp();
         played = &small_game;
         config.clear();

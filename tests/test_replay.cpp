@@ -21,26 +21,17 @@ protected:
     void TearDown() override {
         EngineTest::TearDown();
         replay_stop();
-        set("RECORD", nullptr);
-        set("REPLAY", nullptr);
-        set("REPLAY_SPEED", nullptr);
-    }
-    static void set(const std::string &name, const char *value) { // in SDL's copy and in what it is made from
-        const std::string variable = "LUMARIND_" + name;
-        value ? setenv(variable.c_str(), value, 1) : unsetenv(variable.c_str());
-        if (value) {
-            SDL_SetEnvironmentVariable(SDL_GetEnvironment(), variable.c_str(), value, true);
-        } else {
-            SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), variable.c_str());
-        }
+        set_environment("LUMARIND_RECORD", nullptr);
+        set_environment("LUMARIND_REPLAY", nullptr);
+        set_environment("LUMARIND_REPLAY_SPEED", nullptr);
     }
     std::string record(const std::string &screen, const std::string &script) {
-        set("REPLAY", nullptr);
-        set("RECORD", "run.lmr");
+        set_environment("LUMARIND_REPLAY", nullptr);
+        set_environment("LUMARIND_RECORD", "run.lmr");
         EXPECT_TRUE(start({"--screen", screen, "--window-size", "640x360"}));
         play(script);
         stop();
-        set("RECORD", nullptr);
+        set_environment("LUMARIND_RECORD", nullptr);
         return read_file("run.lmr");
     }
     std::string last_word() const {
@@ -50,8 +41,8 @@ protected:
         return "";
     }
     std::string replay(const char *speed = "max") { // its last word
-        set("REPLAY", "run.lmr");
-        set("REPLAY_SPEED", speed);
+        set_environment("LUMARIND_REPLAY", "run.lmr");
+        set_environment("LUMARIND_REPLAY_SPEED", speed);
         log.lines.clear();
         if (start()) {
             while (frame()) {

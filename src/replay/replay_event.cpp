@@ -13,6 +13,7 @@ enum EventKind {
     EVENT_PAD_AXIS,
     EVENT_PAD_DEVICE,
     EVENT_WINDOW,
+    EVENT_FINGER,
     EVENT_DROP
 };
 
@@ -30,6 +31,7 @@ static constexpr EventRange EVENT_RANGES[] = {
     {SDL_EVENT_GAMEPAD_AXIS_MOTION, SDL_EVENT_GAMEPAD_AXIS_MOTION, EVENT_PAD_AXIS},
     {SDL_EVENT_GAMEPAD_BUTTON_DOWN, SDL_EVENT_GAMEPAD_BUTTON_UP, EVENT_PAD_BUTTON},
     {SDL_EVENT_GAMEPAD_ADDED, SDL_EVENT_GAMEPAD_REMAPPED, EVENT_PAD_DEVICE},
+    {SDL_EVENT_FINGER_DOWN, SDL_EVENT_FINGER_CANCELED, EVENT_FINGER},
     {SDL_EVENT_DROP_FILE, SDL_EVENT_DROP_POSITION, EVENT_DROP},
     {SDL_EVENT_QUIT, SDL_EVENT_QUIT, EVENT_PLAIN},
 };
@@ -103,6 +105,12 @@ void replay_event_code(Codec *codec, SDL_Event *event, char *text) {
     case EVENT_WINDOW:
         codec_int(codec, &event->window.data1);
         codec_int(codec, &event->window.data2);
+        break;
+    case EVENT_FINGER:
+        codec_unsigned(codec, &event->tfinger.fingerID);
+        _code_floats(
+            codec, {&event->tfinger.x, &event->tfinger.y, &event->tfinger.dx, &event->tfinger.dy,
+                    &event->tfinger.pressure});
         break;
     case EVENT_DROP:
         _code_floats(codec, {&event->drop.x, &event->drop.y});

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <sstream>
 
 // --- the program ---
@@ -39,6 +40,15 @@ void EngineTest::TearDown() {
     pad_.reset();
     if (running_) stop();
     log_cleanup();
+}
+
+void set_environment(const char *name, const char *value) {
+    value ? setenv(name, value, 1) : unsetenv(name);
+    if (value) {
+        SDL_SetEnvironmentVariable(SDL_GetEnvironment(), name, value, true);
+    } else {
+        SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), name);
+    }
 }
 
 bool EngineTest::start(const std::vector<std::string> &arguments) {

@@ -19,6 +19,9 @@
 #include <string>
 #include <vector>
 
+// For SDL's copy of the environment, and for the copies it makes later. Null: unset.
+void set_environment(const char *name, const char *value);
+
 class EngineTest : public ::testing::Test {
 protected:
     // What a test changes before start(). Without vsync, frames do not wait.
