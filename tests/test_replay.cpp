@@ -3,6 +3,7 @@
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/transition.h"
 #include "lumarind/replay/replay.h"
+#include "screens/platformer_demo.h"
 #include "screens/screen_states.h"
 #include "support/castle_routes.h"
 #include "support/engine_fixture.h"
@@ -55,14 +56,16 @@ protected:
 
 // --- what is recorded ---
 
+std::string keys_of(char letter) {
+    const PlayerIntent intent = route_intent(letter);
+    return std::string(intent.move_x > 0 ? "-Left +Right " : intent.move_x < 0 ? "-Right +Left " : "-Left -Right ") +
+           (intent.jump ? "Space " : "") + (intent.roll ? "X " : "");
+}
+
 std::string keys_of(const char *route) {
-    std::ostringstream script;
-    for (; *route; route++) {
-        const PlayerIntent intent = route_intent(*route);
-        script << (intent.move_x > 0 ? "-Left +Right " : intent.move_x < 0 ? "-Right +Left " : "-Left -Right ")
-               << (intent.jump ? "Space " : "") << (intent.roll ? "X " : "") << "0.1s ";
-    }
-    return script.str();
+    std::string script;
+    for (; *route; route++) script += keys_of(*route) + "0.1s ";
+    return script;
 }
 
 std::string keys_by_chance(unsigned seed, int count) {
@@ -120,6 +123,23 @@ TEST_F(ReplayTest, EveryScreenDoesTheSameAgain) {
         EXPECT_EQ(replay("100"), done) << "shown, at a hundred times its speed";
         EXPECT_FALSE(replay_failed());
     }
+}
+
+TEST_F(ReplayTest, TheSameInputInEachStepEndsInTheSameStateAtAnyFrameRate) {
+    const std::string route = ROUTE_BY_THE_CRYPTS;
+    std::set<Uint64> ends;
+    for (const int rate : {30, 60, 144}) {
+        ASSERT_TRUE(start({"--screen", "platformer-demo", "--window-size", "320x180"}));
+        size_t steps = 0;
+        for (size_t number = 1; steps < ROUTE_STEPS_PER_LETTER * route.size(); number++) {
+            const size_t then = number * 60 / static_cast<size_t>(rate);
+            if (then > steps && steps % ROUTE_STEPS_PER_LETTER == 0) play(keys_of(route[steps / ROUTE_STEPS_PER_LETTER]));
+            frame(1.0 / rate);
+            steps = then;
+        }
+        ends.insert(platformer_demo_state_hash());
+    }
+    EXPECT_EQ(ends.size(), 1u);
 }
 
 // ./dev accept stores what is recorded anew where a change is meant.
