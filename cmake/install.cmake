@@ -9,7 +9,7 @@ install(
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT unused EXCLUDE_FROM_ALL)
-install(FILES ${PROJECT_BINARY_DIR}/include/lumarind/version.h
+install(FILES ${PROJECT_BINARY_DIR}/include/lumarind/lumarind.h ${PROJECT_BINARY_DIR}/include/lumarind/version.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lumarind COMPONENT development)
 install(EXPORT lumarind_targets NAMESPACE lumarind:: DESTINATION ${package_dir} COMPONENT development)
 

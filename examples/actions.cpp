@@ -1,14 +1,6 @@
 // actions: a game's own input actions. J strikes, L burns; the settings file holds the bindings, to be changed there.
 
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/animation_set.h"
-#include "lumarind/toolkit/primitives.h"
-#include "lumarind/toolkit/sprite_sheet.h"
-
-#include <SDL3/SDL_render.h>
+#include "lumarind/lumarind.h"
 
 #include <iterator>
 
@@ -47,8 +39,7 @@ static void fixed_update(double dt) {
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(30, 22, 36, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(30, 22, 36, 255));
     sprite_sheet_draw(renderer, sheet, &knight, {-32, -60}, 3, SDL_FLIP_NONE);
     for (int action = 0; action < ACTION_COUNT; action++) {
         const SDL_Color lit = {255, 206, 110, 255}, dark = {150, 140, 160, 255};
@@ -67,8 +58,6 @@ static constexpr GameScreen SCREENS[] = {{"yard", {setup, fixed_update, tick, cl
 
 static const Game game = {
     .title = "Own actions",
-    .name = "The actions example",
-    .program = "actions",
     .id = "actions",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

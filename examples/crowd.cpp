@@ -1,13 +1,6 @@
 // crowd: a hundred and fifty knights on the march, drawn in a single call.
 
-#include "lumarind/core/random.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/toolkit/animation_set.h"
-#include "lumarind/toolkit/primitives.h"
-#include "lumarind/toolkit/sprite_batch.h"
-
-#include <SDL3/SDL_render.h>
+#include "lumarind/lumarind.h"
 
 struct Soldier {
     Animation animation;
@@ -44,8 +37,7 @@ static void fixed_update(double dt) {
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(96, 70, 74, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(96, 70, 74, 255));
     const SDL_FRect field = {0, 86, 480, 184};
     fill_rect(renderer, &field, rgba(52, 40, 46, 255));
     sprite_batch_begin(batch, sheet);
@@ -68,8 +60,6 @@ static constexpr GameScreen SCREENS[] = {{"field", {setup, fixed_update, tick, c
 
 static const Game game = {
     .title = "A crowd in one call",
-    .name = "The crowd example",
-    .program = "crowd",
     .id = "crowd",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

@@ -1,11 +1,6 @@
 // ghost: run to the flag; the best run so far runs beside you. Left, Right, jump (Space), or a gamepad.
 
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/input/input.h"
-#include "lumarind/player/player_body.h"
-#include "lumarind/toolkit/picture.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -57,8 +52,7 @@ static void draw_knight(SDL_FPoint feet, Uint8 alpha) {
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(30, 34, 60, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(30, 34, 60, 255));
     for (const SDL_FRect &block : ground) fill_rect(renderer, &block, rgba(86, 78, 96, 255));
     const SDL_FRect pole = {FLAG_X, 92, 2, 48}, flag = {FLAG_X + 2, 92, 14, 9};
     fill_rect(renderer, &pole, rgba(190, 180, 160, 255));
@@ -79,8 +73,6 @@ static constexpr GameScreen SCREENS[] = {{"track", {setup, fixed_update, tick, c
 
 static const Game game = {
     .title = "A race against a ghost",
-    .name = "The ghost example",
-    .program = "ghost",
     .id = "ghost",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

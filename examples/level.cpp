@@ -1,11 +1,6 @@
 // level: a body that runs and jumps through a level of the game's own. Left, Right, jump (Space), or a gamepad.
 
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/input/input.h"
-#include "lumarind/player/player_body.h"
-#include "lumarind/toolkit/picture.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -57,8 +52,7 @@ static void fixed_update(double dt) {
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(0, 0, 0, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
     picture_draw(stones, 0, 0, {.cell = {0, 368, 320, 176}}); // a wall behind it all, in the dark
     const SDL_FRect view = {0, 0, 320, 176};
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
@@ -87,8 +81,6 @@ static constexpr GameScreen SCREENS[] = {{"level", {setup, fixed_update, tick, c
 
 static const Game game = {
     .title = "A body in a level",
-    .name = "The level example",
-    .program = "level",
     .id = "level",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

@@ -1,13 +1,6 @@
 // map: a map editor's level under a camera that follows a firefly. The four directions, or a gamepad's stick.
 
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/timestep.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/camera.h"
-#include "lumarind/toolkit/primitives.h"
-#include "lumarind/toolkit/tile_world.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -44,8 +37,7 @@ static void tick() {
         static_cast<float>(timestep_lerp(previous_x, x, t)), static_cast<float>(timestep_lerp(previous_y, y, t))};
     camera_follow(&camera, firefly, 400, 225); // moves once the firefly leaves the middle of the view
     const TileWorldView view = {camera_area(&camera), 1};
-    set_color(renderer, rgba(0, 0, 0, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
     tile_world_advance(world, engine_fps_delta());
     tile_world_draw(renderer, world, &view);
 
@@ -61,8 +53,6 @@ static constexpr GameScreen SCREENS[] = {{"castle", {setup, fixed_update, tick, 
 
 static const Game game = {
     .title = "A map under a camera",
-    .name = "The map example",
-    .program = "map",
     .id = "map",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

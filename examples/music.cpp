@@ -1,15 +1,6 @@
 // music: a piece that loops, and effects over it. Click: left and right is the pan, up and down the pitch. P pauses.
 
-#include "lumarind/audio/audio.h"
-#include "lumarind/engine/callbacks.h"
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/primitives.h"
-
-#include <SDL3/SDL_render.h>
+#include "lumarind/lumarind.h"
 
 static MIX_Audio *music, *chime;
 static TTF_Text *help;
@@ -44,8 +35,7 @@ static bool setup() {
 static void tick() {
     if (input_pressed(INPUT_ACTION_PAUSE)) audio_pause_music(paused = !paused);
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(20, 26, 44, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(20, 26, 44, 255));
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     for (int line = 1; line < 8; line++) { // a stave: higher is higher
@@ -70,8 +60,6 @@ static constexpr GameScreen SCREENS[] = {{"room", {.setup = setup, .tick = tick,
 
 static const Game game = {
     .title = "Music and effects",
-    .name = "The music example",
-    .program = "music",
     .id = "music",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

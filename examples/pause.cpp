@@ -1,12 +1,6 @@
 // pause: Escape opens a menu over the game, which stops meanwhile. Up and Down choose, jump (Space) takes.
 
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/picture.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -47,8 +41,7 @@ static void tick() {
     SDL_Renderer *renderer = engine_renderer();
     SDL_FRect view = {};
     engine_view_size(&view.w, &view.h);
-    set_color(renderer, rgba(44, 50, 84, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(44, 50, 84, 255));
     const SDL_FRect road = {0, view.h - 80, view.w, 80};
     fill_rect(renderer, &road, rgba(28, 24, 40, 255));
     const float x = SDL_fmodf(distance, view.w + 264) - 264; // the wheel is 264 units wide, and rolls
@@ -76,8 +69,6 @@ static constexpr GameScreen SCREENS[] = {{"road", {setup, fixed_update, tick, cl
 
 static const Game game = {
     .title = "A pause menu",
-    .name = "The pause example",
-    .program = "pause",
     .id = "pause",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

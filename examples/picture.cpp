@@ -1,10 +1,6 @@
 // picture: a picture file on the screen in one call, with sharp pixels on the left and smooth ones on the right.
 
-#include "lumarind/toolkit/picture.h"
-
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -35,8 +31,6 @@ static constexpr GameScreen SCREENS[] = {{"windows", {.setup = setup, .tick = ti
 
 static const Game game = {
     .title = "A picture, sharp and smooth",
-    .name = "The picture example",
-    .program = "picture",
     .id = "picture",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

@@ -1,11 +1,6 @@
 // save: a game that goes on where it was left. Jump (Space) finds a coin; Escape quits; start again.
 
-#include "lumarind/core/storage.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_storage.h>
@@ -47,8 +42,7 @@ static void tick() {
         show_coins();
     }
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(38, 24, 34, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(38, 24, 34, 255));
     for (int i = 0; i < coins && i < 10 * 16; i++) { // stacks of sixteen
         const int stack = i / 16, height = i % 16;
         const float x = 60 + 72 * static_cast<float>(stack), y = 390 - 16 * static_cast<float>(height);
@@ -66,8 +60,6 @@ static constexpr GameScreen SCREENS[] = {{"purse", {.setup = setup, .tick = tick
 
 static const Game game = {
     .title = "Saving and loading",
-    .name = "The save example",
-    .program = "save",
     .id = "save",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

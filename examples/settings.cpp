@@ -1,12 +1,6 @@
 // settings: values of a game's own in its settings file, and options of its own: try --help and --name Ember.
 
-#include "lumarind/config/config.h"
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/toolkit/picture.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -46,8 +40,7 @@ static void draw_centred(TTF_Text *text, float y) {
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(34, 22, 26, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(34, 22, 26, 255));
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     picture_draw(torch, 50, height / 2 - 144, {.scale = 3});
@@ -67,8 +60,6 @@ static constexpr GameScreen SCREENS[] = {{"door", {.setup = setup, .tick = tick,
 
 static const Game game = {
     .title = "Own settings and options",
-    .name = "The settings example",
-    .program = "settings",
     .id = "settings",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

@@ -1,15 +1,6 @@
 // sound: effects made from a number instead of a file. Left and Right choose the kind, jump (Space) the next seed.
 
-#include "lumarind/audio/audio.h"
-#include "lumarind/audio/sfx.h"
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/primitives.h"
-
-#include <SDL3/SDL_render.h>
+#include "lumarind/lumarind.h"
 
 static int preset;
 static Uint64 seed;
@@ -44,8 +35,7 @@ static void tick() {
     if (direction != 0 || input_pressed(INPUT_ACTION_JUMP)) make_sound();
 
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(22, 24, 40, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(22, 24, 40, 255));
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     const int bars = static_cast<int>(width - 80) / 4, span = sample_count / bars + 1;
@@ -69,8 +59,6 @@ static constexpr GameScreen SCREENS[] = {{"sounds", {.setup = setup, .tick = tic
 
 static const Game game = {
     .title = "A sound from a seed",
-    .name = "The sound example",
-    .program = "sound",
     .id = "sound",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

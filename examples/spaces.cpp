@@ -1,11 +1,6 @@
 // spaces: a picture of 160 × 90 large pixels, and sharp text over it. The mouse is told in both units.
 
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/toolkit/picture.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 #include <SDL3/SDL_render.h>
 
@@ -22,7 +17,7 @@ static bool setup() {
 static void tick() {
     // The screen has a logical size, so a frame begins in logical space: whole multiples of its pixels fill the window.
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(0, 0, 0, 255));
+    fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
     SDL_RenderClear(renderer); // what is around the picture, too
     const SDL_FRect room = {0, 0, 160, 90};
     fill_rect(renderer, &room, rgba(34, 30, 52, 255));
@@ -61,8 +56,6 @@ static constexpr GameScreen SCREENS[] = {
 
 static const Game game = {
     .title = "Two drawing spaces",
-    .name = "The spaces example",
-    .program = "spaces",
     .id = "spaces",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

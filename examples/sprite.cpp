@@ -1,14 +1,6 @@
 // sprite: a knight, as a sprite editor exported him, runs under the input actions. Left and Right, or a gamepad.
 
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/timestep.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/animation_set.h"
-#include "lumarind/toolkit/primitives.h"
-#include "lumarind/toolkit/sprite_sheet.h"
-
-#include <SDL3/SDL_render.h>
+#include "lumarind/lumarind.h"
 
 static AnimationSet *set;
 static SpriteSheet *sheet;
@@ -35,8 +27,7 @@ static void fixed_update(double dt) {
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(27, 30, 52, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(27, 30, 52, 255));
     fill_circle(renderer, 236, 52, 24, rgba(236, 228, 200, 255)); // the moon,
     fill_circle(renderer, 60, 230, 130, rgba(38, 42, 74, 255));   // two hills
     fill_circle(renderer, 260, 250, 140, rgba(48, 50, 88, 255));  //
@@ -58,8 +49,6 @@ static constexpr GameScreen SCREENS[] = {{"field", {setup, fixed_update, tick, c
 
 static const Game game = {
     .title = "A sprite that runs",
-    .name = "The sprite example",
-    .program = "sprite",
     .id = "sprite",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

@@ -1,13 +1,6 @@
 // text: a prepared text that changes: a story that types itself, letter by letter. Jump (Space) turns the page.
 
-#include "lumarind/engine/text.h"
-
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/primitives.h"
-
-#include <SDL3/SDL_render.h>
+#include "lumarind/lumarind.h"
 
 #include <iterator>
 
@@ -42,8 +35,7 @@ static void tick() {
     engine_set_text(story, shown); // laid out anew only when it differs
 
     SDL_Renderer *renderer = engine_renderer();
-    set_color(renderer, rgba(24, 22, 28, 255));
-    SDL_RenderClear(renderer);
+    fill_rect(renderer, nullptr, rgba(24, 22, 28, 255));
     const SDL_FRect margin = {56, 60, 3, 330};
     fill_rect(renderer, &margin, rgba(140, 60, 50, 255));
     engine_render_text(heading, 80, 60);
@@ -59,8 +51,6 @@ static constexpr GameScreen SCREENS[] = {{"story", {.setup = setup, .tick = tick
 
 static const Game game = {
     .title = "A text that changes",
-    .name = "The text example",
-    .program = "text",
     .id = "text",
     .organisation = "lumarind-examples",
     .screens = SCREENS,

@@ -1,13 +1,5 @@
 // First Game: a title screen, and a night in which a firefly gathers lights.
-#include "lumarind/audio/audio.h"
-#include "lumarind/audio/sfx.h"
-#include "lumarind/engine/drawing_space.h"
-#include "lumarind/engine/engine.h"
-#include "lumarind/engine/game.h"
-#include "lumarind/engine/text.h"
-#include "lumarind/engine/transition.h"
-#include "lumarind/input/input.h"
-#include "lumarind/toolkit/primitives.h"
+#include "lumarind/lumarind.h"
 
 static TTF_Text *name, *hint;                         // each screen makes them, and destroys them in its cleanup
 static MIX_Audio *chime;                              // made once; the engine frees it with its mixer
@@ -60,10 +52,7 @@ static constexpr GameScreen screens[] = {
 };
 static constexpr Game game = {
     .title = "First Game",
-    .name = "First Game",
-    .program = "first-game",
     .id = "first-game",
-    .organisation = "first-game",
     .screens = screens,
     .screen_count = SDL_arraysize(screens),
     .ui_font = "assets/ui.ttf"};

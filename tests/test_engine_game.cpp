@@ -1,7 +1,7 @@
 // engine_run's check of the game's record: each fault is reported once, in the log and in a box, before anything
 // starts.
 
-#include "lumarind/engine/game.h"
+#include "engine/game_internal.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
 
@@ -27,10 +27,7 @@ constexpr GameOption IDLE_OPTIONS[] = {{.name = "--level", .value_name = "n", .h
 
 constexpr Game USABLE = {
     .title = "First Game",
-    .name = "First Game",
-    .program = "first-game",
     .id = "first-game",
-    .organisation = "somebody",
     .screens = SCREENS,
     .screen_count = std::size(SCREENS)};
 
@@ -49,10 +46,10 @@ TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
     } faults[] = {
         {"it was built for ABI 99, the library has 1", [](Game *game) { game->abi = 99; }},
         {"title is empty", [](Game *game) { game->title = ""; }},
-        {"name is empty", [](Game *game) { game->name = nullptr; }},
+        {"id is empty", [](Game *game) { game->id = nullptr; }},
         {"program is no file name: a/b", [](Game *game) { game->program = "a/b"; }},
         {"id is no file name: ..", [](Game *game) { game->id = ".."; }},
-        {"organisation is empty", [](Game *game) { game->organisation = ""; }},
+        {"organisation is no file name: c:", [](Game *game) { game->organisation = "c:"; }},
         {"it has no screens", [](Game *game) { game->screen_count = 0; }},
         {"it has no screens", [](Game *game) { game->screens = nullptr; }},
         {"screens: title twice", [](Game *game) { game->screens = SAME_SCREENS; }},
@@ -93,6 +90,9 @@ TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
         spoil(&game);
         expect_report(&game, problem);
     }
+    _engine_set_game(&USABLE);
+    EXPECT_STREQ(engine_game()->name, "First Game");
+    EXPECT_STREQ(engine_game()->program, "first-game");
 }
 
 } // namespace

@@ -29,7 +29,8 @@
 
 // --- start ---
 
-static int startup_failed(const Game *game) {
+static int startup_failed() {
+    const Game *game = engine_game();
     FilePath log = {};
     SDL_snprintf(log.text, sizeof log.text, "%s.log", game->id);
     const bool here = game->files == GAME_FILES_CURRENT_FOLDER;
@@ -210,7 +211,7 @@ int engine_run(const Game *game, int argc, char *argv[]) {
         log_cleanup();
         return 0;
     case MAIN_START_FAILED:
-        return startup_failed(game);
+        return startup_failed();
     case MAIN_START_RUN:
         break;
     }

@@ -1,15 +1,20 @@
 #include "engine/game_internal.h"
 
-static constexpr Game NO_GAME = {.id = "lumarind"};
-static const Game *g_game = &NO_GAME;
+#include <utility>
 
-void _engine_set_game(const Game *game) { g_game = game ? game : &NO_GAME; }
-
-const Game *engine_game() { return g_game; }
-
-// --- checks: each returns what is wrong, or null ---
+static Game g_game = {.id = "lumarind"}; // a copy, with the defaults that depend on other fields
 
 static bool _is_empty(const char *text) { return !text || !*text; }
+
+void _engine_set_game(const Game *game) {
+    g_game = *game;
+    if (_is_empty(game->name)) g_game.name = game->title;
+    if (_is_empty(game->program)) g_game.program = game->id;
+}
+
+const Game *engine_game() { return &g_game; }
+
+// --- checks: each returns what is wrong, or null ---
 
 static bool _is_file_name(const char *text) {
     return !SDL_strpbrk(text, "/\\:*?\"<>|") && SDL_strcmp(text, ".") != 0 && SDL_strcmp(text, "..") != 0;
@@ -25,20 +30,12 @@ static const char *_problem(const char *format, ...) {
 }
 
 static const char *_check_texts(const Game *game) {
-    const struct {
-        const char *field, *text;
-        bool is_file_name;
-    } texts[] = {
-        {"title", game->title, false},
-        {"name", game->name, false},
-        {"program", game->program, true},
-        {"id", game->id, true},
-        {"organisation", game->organisation, true},
-    };
-    for (const auto &row : texts) {
-        if (_is_empty(row.text)) return _problem("%s is empty", row.field);
-        if (row.is_file_name && !_is_file_name(row.text))
-            return _problem("%s is no file name: %s", row.field, row.text);
+    if (_is_empty(game->title)) return "title is empty";
+    if (_is_empty(game->id)) return "id is empty";
+    const std::pair<const char *, const char *> names[] = {
+        {"id", game->id}, {"program", game->program}, {"organisation", game->organisation}};
+    for (const auto &[field, text] : names) {
+        if (text && !_is_file_name(text)) return _problem("%s is no file name: %s", field, text);
     }
     return nullptr;
 }

@@ -68,10 +68,10 @@ inline constexpr Sint32 GAME_MAX_SETTINGS = 64;
 struct Game {
     Uint32 abi = LUMARIND_ABI;        // leave it: tells a library of another version from the headers
     const char *title = "";           // of the window and the box that reports a failed start
-    const char *name = "";            // in sentences
-    const char *program = "";         // of the executable, in the usage text; of the user's folder
+    const char *name = "";            // in sentences; empty: the title
+    const char *program = "";         // of the executable, in the usage text; of the user's folder; empty: the id
     const char *id = "";              // of files and folders: small letters, digits and dashes
-    const char *organisation = "";    // the folder around the user's folder
+    const char *organisation = "";    // the folder around the user's folder; empty: there is none
     const GameScreen *screens = {};   // the first is home
     Sint32 screen_count = 0;          // at least 1
     const GameAction *actions = {};   // null: the eight of input_actions.h
