@@ -138,7 +138,7 @@ TEST_F(FrameTest, RealTimeReachesTheSimulationAndAStallAsAQuarterSecond) {
         int hz;
         Uint64 ms;
         int steps;
-    } cases[] = {{64, 2000, 16}, {5, 210, 1}, {3, 200, 0}};
+    } cases[] = {{64, 2000, 16}, {20, 125, 2}, {5, 210, 1}, {3, 200, 0}};
     for (const auto &c : cases) {
         config += "[simulation]\nfixed_step_hz = " + std::to_string(c.hz) + "\n";
         ASSERT_TRUE(start());

@@ -90,8 +90,8 @@ TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
     EXPECT_EQ(settings(font), as_new);
     font_set_size(font, 40);
     font_cleanup(font);
+    TTF_Font *larger = font_open("own.ttf", 21); // while one of 20 is kept
     font = font_open("own.ttf", 20);
-    TTF_Font *larger = font_open("own.ttf", 21);
     EXPECT_TRUE(TTF_GetFontSize(font) == 20 && TTF_GetFontSize(larger) == 21);
     font_cleanup(font);
     font_cleanup(larger);

@@ -48,8 +48,7 @@ protected:
         set_environment("LUMARIND_REPLAY_SPEED", speed);
         log.lines.clear();
         if (start()) {
-            while (frame()) {
-            }
+            while (frame()) EXPECT_EQ(engine->sink != nullptr, std::string(speed ? speed : "") == "max");
             stop();
         }
         return last_word();

@@ -424,6 +424,7 @@ TEST_F(TileWorldTest, NamesWhatItRefuses) {
         EXPECT_NE(log.errors().front().find(c.message), std::string::npos) << log.errors().front() << "\n" << c.map;
     }
     EXPECT_EQ(tile_world_load(nullptr, "maps/a.tmx"), nullptr);
+    ASSERT_TRUE(load("<map width='1' height='1' tilewidth='1' tileheight='1'/>")) << "the smallest";
     ASSERT_TRUE(load(map_of(1, 1, "<imagelayer><image source='tiles.png'/></imagelayer>")));
     const TileWorldView view = {{0, 0, 9, 9}, 1};
     EXPECT_FALSE(tile_world_draw_layer(engine_renderer(), world, 1, &view));
