@@ -7,6 +7,8 @@ set(spare "^(libasound\\.|libgbm\\.)")
 set(libc_parts libdl.so.2 libpthread.so.0 librt.so.1 libutil.so.1 libanl.so.1 libresolv.so.2 libmvec.so.1
     libnss_files.so.2 libnss_dns.so.2 libnss_compat.so.2)
 
+execute_process(COMMAND getconf GNU_LIBC_VERSION COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET) # the launcher knows it
+
 # Debian's libraries lie in one folder; libpulse knows another one, which file() finds.
 file(GET_RUNTIME_DEPENDENCIES EXECUTABLES ${program} RESOLVED_DEPENDENCIES_VAR found UNRESOLVED_DEPENDENCIES_VAR missing)
 if(missing)

@@ -7,7 +7,7 @@
 
 readonly OLD_SUITE=bookworm # Debian 12, whose C library and SDL are older than the build's
 # One scene of each screen, from tests/test_screens_pictures.cpp.
-readonly SCENES='menu text texture tilemap sprite platformer_run gamepad logical input audio_music physics_thrown'
+readonly SCENES='menu text texture tilemap sprite platformer_run gamepad_held logical input audio_music physics_asleep'
 
 packages=$top/build/packages
 work=$top/build/package-check
@@ -52,7 +52,7 @@ files_of() { (cd "$1" && find . -path ./var/lib/apt -prune -o -path ./var/cache 
 as_player() {
     local root=$1 command=$2
     shift 2
-    enter "$root" player "cd /; DISPLAY=$(cat "$work/display") $command" \
+    enter "$root" player "export DISPLAY=$(cat "$work/display"); cd / && $command" \
         --bind "$work/home" /home/player --ro-bind /tmp/.X11-unix /tmp/.X11-unix \
         --ro-bind "$work/recordings" /recordings --ro-bind "$work" /check "$@"
 }
@@ -62,19 +62,20 @@ new_home() {
     mkdir -p "$work/home"
 }
 
-# Replays one scene of each screen and compares the last frame: pictures NAME ROOT PROGRAM VARIABLES SHARE
-# SHARE of the pixels may be another colour, in thousandths.
+# Replays one scene of each screen and compares the last frame: pictures NAME ROOT PROGRAM RENDERER SHARE
+# SHARE of the pixels may be another colour, in thousandths: OpenGL turns pictures and draws lines by other rules.
 pictures() {
-    local name=$1 root=$2 program=$3 variables=$4 share=$5 scene recording frames captures
+    local name=$1 root=$2 program=$3 renderer=$4 share=$5 scene recording frames captures
     rm -rf "${work:?}/$name"
     mkdir -p "$work/$name"
     for scene in $SCENES; do
         recording=$(basename "$work/recordings/$scene".*)
         frames=${recording##*.}
         new_home
-        as_player "$root" "LUMARIND_REPLAY=/recordings/$recording LUMARIND_REPLAY_SPEED=50 $variables \
+        as_player "$root" "LUMARIND_REPLAY=/recordings/$recording LUMARIND_REPLAY_SPEED=50 SDL_RENDER_DRIVER=$renderer \
             $program --no-config-save --capture-at $frames" >"$work/$name/$scene.log" 2>&1 ||
             { cat "$work/$name/$scene.log" >&2; die "$name: $scene ended with an error"; }
+        grep -q "renderer: $renderer\$" "$work/$name/$scene.log" || die "$name: $scene was not drawn by $renderer"
         captures=("$work"/home/.local/share/lumarind-engine/captures/*.png)
         [ "${#captures[@]}" = 1 ] && [ -e "${captures[0]}" ] || die "$name: $scene gave no picture"
         mv "${captures[0]}" "$work/$name/$scene.png"
@@ -85,9 +86,11 @@ pictures() {
 
 # start_time ROOT PROGRAM: ms from the command to the exit after the first frame, the least of five
 start_time() {
+    local times
     new_home
-    as_player "$1" "for i in 1 2 3 4 5; do a=\$(date +%s%N); SDL_RENDER_DRIVER=software $2 --quit-at 1 >/dev/null 2>&1 || exit 1
-        b=\$(date +%s%N); echo \$(((b - a) / 1000000)); done" | sort -n | head -n 1
+    times=$(as_player "$1" "for i in 1 2 3 4 5; do a=\$(date +%s%N); SDL_RENDER_DRIVER=software $2 --quit-at 1 >/dev/null 2>&1 || exit 1
+        b=\$(date +%s%N); echo \$(((b - a) / 1000000)); done") || die "$2 does not start"
+    sort -n <<<"$times" | head -n 1
 }
 
 check_metadata() { # with the tools of Debian testing
@@ -122,7 +125,7 @@ check_debian_package() {
     apt_in "$root" update
     before=$(files_of "$root")
     apt_in "$root" 'install --no-install-recommends /packages/lumarind-engine_*.deb /game/star-catcher_*.deb'
-    pictures deb "$root" lumarind-engine SDL_RENDER_DRIVER=software 0
+    pictures deb "$root" lumarind-engine software 0
     say "start of the installed program: $(start_time "$root" lumarind-engine) ms"
     new_home
     as_player "$root" 'SDL_RENDER_DRIVER=software star-catcher --screen play --quit-at 30' >"$work/game.log" 2>&1 ||
@@ -137,16 +140,16 @@ check_archive() {
     local bare gl
     rm -rf "$work/unpacked"
     mkdir "$work/unpacked"
-    inside "for archive in build/packages/*.tar.xz $(quote "$work/star-catcher/build/packages")/*.tar.xz; do
-        tar -xf \$archive -C $(quote "$work/unpacked") || exit 1; done"
+    inside 'for archive in build/packages/*.tar.xz build/package-check/star-catcher/build/packages/*.tar.xz; do
+        tar -xf $archive -C build/package-check/unpacked || exit 1; done'
     local program="/check/unpacked/lumarind-engine-*/lumarind-engine" game="/check/unpacked/star-catcher-*/star-catcher"
     ensure_root 'to try packages in' 60 300 "$OLD_SUITE"
     ensure_root 'with software OpenGL' 120 600 "$OLD_SUITE" libgl1 libgl1-mesa-dri
     bare=$(root_dir "$OLD_SUITE")
     gl=$(root_dir "$OLD_SUITE" libgl1 libgl1-mesa-dri)
-    pictures archive "$bare" "$program" SDL_RENDER_DRIVER=software 0
-    pictures archive-opengl "$gl" "$program" SDL_RENDER_DRIVER=opengl 5
-    pictures archive-new "$(root_dir "$SUITE")" "$program" SDL_RENDER_DRIVER=software 0
+    pictures archive "$bare" "$program" software 0
+    pictures archive-opengl "$gl" "$program" opengl 25
+    pictures archive-new "$(root_dir "$SUITE")" "$program" software 0
     say "start of the archive's program in $OLD_SUITE: $(start_time "$bare" "$program") ms"
     new_home
     as_player "$bare" "SDL_RENDER_DRIVER=software $game --screen play --quit-at 30" >"$work/game.log" 2>&1 ||
@@ -175,7 +178,7 @@ package_check() {
     "$work/star-catcher/dev" package >&2
     check_metadata
     say 'recording the scenes of the tests'
-    sanitized 'lumarind_tests --gtest_filter=Of/PictureTest.*' "LUMARIND_RECORD_SCENES=$(quote "$work/recordings")" \
+    sanitized "lumarind_tests --gtest_filter=$(printf ':*PictureTest.*/%s' $SCENES | cut -c 2-)" "LUMARIND_RECORD_SCENES=$(quote "$work/recordings")" \
         >"$work/recordings.log" 2>&1 || { tail -n 40 "$work/recordings.log" >&2; die 'the tests of the pictures fail'; }
     environment=root
     inside "exec tools/dev/with_xvfb.sh sh -c 'echo \$DISPLAY >build/package-check/display; exec sleep infinity'" &

@@ -250,12 +250,13 @@ enter() {
     local root=$1 who=$2 command=$3 arguments=()
     shift 3
     if [ "$who" = root ]; then
-        arguments=(--uid 0 --gid 0 --bind "$root" / --ro-bind-try /etc/resolv.conf /etc/resolv.conf)
+        [ "$(id -u)" = 0 ] || arguments=(--unshare-user --uid 0 --gid 0)
+        arguments+=(--bind "$root" / --ro-bind-try /etc/resolv.conf /etc/resolv.conf)
     else
         mapfile -t arguments < <(mounts "$root")
-        arguments+=(--uid 1000 --gid 1000)
+        arguments+=(--unshare-user --uid 1000 --gid 1000)
     fi
-    bwrap --die-with-parent --unshare-user --unshare-pid --unshare-ipc "${arguments[@]}" \
+    bwrap --die-with-parent --unshare-pid --unshare-ipc "${arguments[@]}" \
         --dev /dev --proc /proc --tmpfs /run --tmpfs /tmp "$@" \
         /usr/bin/env -i PATH=/usr/local/bin:/usr/bin:/usr/sbin:/usr/games HOME=/home/player LANG=C.UTF-8 \
         DEBIAN_FRONTEND=noninteractive sh -c "$command"
