@@ -158,16 +158,17 @@ check_archive() {
 }
 
 check_library() { # what a game's own project takes, where only the package brings the engine
-    local tools=(g++ cmake ninja-build) root
+    local tools=(g++ cmake ninja-build dpkg-dev file) root
     root=$(copy_of "$SUITE" "${tools[@]}")
     apt_in "$root" update
     apt_in "$root" 'install --no-install-recommends /packages/liblumarind-dev_*.deb'
     new_home
     as_player "$root" "cp -r /check/star-catcher /home/player/game && cd /home/player/game && rm -rf build &&
         cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build &&
-        grep -q '^lumarind_DIR:PATH=/usr/lib' build/CMakeCache.txt && SDL_RENDER_DRIVER=software build/star-catcher --quit-at 30" \
+        grep -q '^lumarind_DIR:PATH=/usr/lib' build/CMakeCache.txt && SDL_RENDER_DRIVER=software build/star-catcher --quit-at 30 &&
+        cd build && cpack && ls star-catcher_*.deb star-catcher-*.tar.xz" \
         >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'the template does not build on the package'; }
-    passed "the template finds the library's package by find_package, builds and runs"
+    passed "the template finds the library's package by find_package, builds, runs and makes packages"
 }
 
 package_check() {
