@@ -1,6 +1,6 @@
 # lumarind_package(TARGET program ...): what makes packages of a game: install rules by the usual folders, and CPack for
 # `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (an archive that runs where nothing is installed). To be called
-# once, at the end of the project that is built; in a project that is part of another one it does nothing.
+# once, at the end of the project that is built; elsewhere than on Linux, or in a part of another project, it does nothing.
 # docs/packaging.md explains the arguments.
 #
 # Everything in the packages depends on the source alone: times are those of SOURCE_DATE_EPOCH, which `./dev package`
@@ -16,7 +16,7 @@ function(lumarind_package)
     cmake_parse_arguments(
         PARSE_ARGV 0 arg "OWN_FOLDER"
         "TARGET;ID;NAME;SUMMARY;DESCRIPTION;HOMEPAGE;APP_ID;MAINTAINER;ASSETS;ICONS;LICENCE;LICENCE_NAME;CHANGES" "")
-    if(NOT PROJECT_IS_TOP_LEVEL)
+    if(NOT PROJECT_IS_TOP_LEVEL OR NOT CMAKE_SYSTEM_NAME STREQUAL "Linux")
         return()
     endif()
     if(arg_UNPARSED_ARGUMENTS OR NOT TARGET "${arg_TARGET}")

@@ -92,7 +92,8 @@ class PictureTest : public EngineTest, public testing::WithParamInterface<Scene>
     void TearDown() override {
         const std::string frames = RECORDINGS.empty() ? "" : std::to_string(engine_frame_number());
         EngineTest::TearDown();
-        if (!frames.empty()) std::filesystem::rename(RECORDINGS + "/now", RECORDINGS + "/" + GetParam().name + "." + frames);
+        if (!frames.empty())
+            std::filesystem::rename(RECORDINGS + "/now", RECORDINGS + "/" + GetParam().name + "." + frames);
     }
 };
 

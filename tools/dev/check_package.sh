@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # top is the caller's
+# shellcheck disable=SC2016,SC2034,SC2086,SC2154 # text for sh; what is the caller's; lists of words
 # What `./dev package --check` tries, with what lies in build/packages. Sourced by ./dev, after package.sh.
 #
 # Every root is a bare one, but for what a line here installs into a copy of it. The display is the build root's Xvfb;
@@ -29,10 +29,11 @@ package_versions() {
     [ "$(awk '{ print $2 }' <<<"$found" | sort -u | wc -l)" = 1 ] || die "these versions differ:"$'\n'"$found"
 }
 
-# A copy of a root, to install something in: copy_of SUITE PACKAGE...
+need_root() { ensure_root "$@" || die 'this machine cannot make roots'; } # as ensure_root
+
+# Prints the path of a copy of a root, to install something in: copy_of SUITE PACKAGE...
 copy_of() {
     local copy=$work/root
-    ensure_root 'to try packages in' 150 400 "$@" || die 'this machine cannot make roots'
     rm -rf "$copy"
     cp -a --reflink=auto "$(root_dir "$@")" "$copy"
     echo "$copy"
@@ -58,7 +59,7 @@ as_player() {
 }
 
 new_home() {
-    rm -rf "$work/home"
+    rm -rf "${work:?}/home"
     mkdir -p "$work/home"
 }
 
@@ -84,7 +85,7 @@ pictures() {
     passed "$name: one frame of each of $(wc -w <<<"$SCENES") screens is as stored"
 }
 
-# start_time ROOT PROGRAM: ms from the command to the exit after the first frame, the least of five
+# Prints, of start_time ROOT PROGRAM, ms from the command to the exit after the first frame, the least of five
 start_time() {
     local times
     new_home
@@ -95,7 +96,7 @@ start_time() {
 
 check_metadata() { # with the tools of Debian testing
     local tools=(lintian desktop-file-utils appstream)
-    ensure_root 'with what looks packages over' 120 500 "$SUITE" "${tools[@]}" || die 'this machine cannot make roots'
+    need_root 'with what looks packages over' 120 470 "$SUITE" "${tools[@]}"
     enter "$(root_dir "$SUITE" "${tools[@]}")" player "cd /tmp
         for deb in /packages/*.deb /game/*.deb; do
             lintian --fail-on error,warning \"\$deb\" || exit 1
@@ -120,13 +121,15 @@ check_same_bytes() { # built once more, from a copy in another folder
 }
 
 check_debian_package() {
-    local root before
+    local root before time
+    need_root 'to install packages in' 40 120 "$SUITE"
     root=$(copy_of "$SUITE")
     apt_in "$root" update
     before=$(files_of "$root")
     apt_in "$root" 'install --no-install-recommends /packages/lumarind-engine_*.deb /game/star-catcher_*.deb'
     pictures deb "$root" lumarind-engine software 0
-    say "start of the installed program: $(start_time "$root" lumarind-engine) ms"
+    time=$(start_time "$root" lumarind-engine)
+    say "start of the installed program: $time ms"
     new_home
     as_player "$root" 'SDL_RENDER_DRIVER=software star-catcher --screen play --quit-at 30' >"$work/game.log" 2>&1 ||
         { cat "$work/game.log" >&2; die 'the game of the template does not run'; }
@@ -137,20 +140,21 @@ check_debian_package() {
 }
 
 check_archive() {
-    local bare gl
+    local bare gl time
     rm -rf "$work/unpacked"
     mkdir "$work/unpacked"
     inside 'for archive in build/packages/*.tar.xz build/package-check/star-catcher/build/packages/*.tar.xz; do
         tar -xf $archive -C build/package-check/unpacked || exit 1; done'
     local program="/check/unpacked/lumarind-engine-*/lumarind-engine" game="/check/unpacked/star-catcher-*/star-catcher"
-    ensure_root 'to try packages in' 60 300 "$OLD_SUITE"
-    ensure_root 'with software OpenGL' 120 600 "$OLD_SUITE" libgl1 libgl1-mesa-dri
+    need_root 'to try the archive in' 50 170 "$OLD_SUITE"
+    need_root 'with software OpenGL' 100 330 "$OLD_SUITE" libgl1 libgl1-mesa-dri
     bare=$(root_dir "$OLD_SUITE")
     gl=$(root_dir "$OLD_SUITE" libgl1 libgl1-mesa-dri)
     pictures archive "$bare" "$program" software 0
     pictures archive-opengl "$gl" "$program" opengl 25
     pictures archive-new "$(root_dir "$SUITE")" "$program" software 0
-    say "start of the archive's program in $OLD_SUITE: $(start_time "$bare" "$program") ms"
+    time=$(start_time "$bare" "$program")
+    say "start of the archive's program in $OLD_SUITE: $time ms"
     new_home
     as_player "$bare" "SDL_RENDER_DRIVER=software $game --screen play --quit-at 30" >"$work/game.log" 2>&1 ||
         { cat "$work/game.log" >&2; die "the archive of the template's game does not run"; }
@@ -159,6 +163,7 @@ check_archive() {
 
 check_library() { # what a game's own project takes, where only the package brings the engine
     local tools=(g++ cmake ninja-build dpkg-dev file) root
+    need_root 'to build a game in' 170 620 "$SUITE" "${tools[@]}"
     root=$(copy_of "$SUITE" "${tools[@]}")
     apt_in "$root" update
     apt_in "$root" 'install --no-install-recommends /packages/liblumarind-dev_*.deb'

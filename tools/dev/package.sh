@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # top and engine are the caller's
+# shellcheck disable=SC2034,SC2154 # top, engine and environment are the caller's
 # What `./dev package` does, the engine's and a game's own. Sourced, after environment.sh.
 
 # The same source gives the same bytes, whichever machine packs it: in the private root always, with the times of the
