@@ -79,6 +79,10 @@ function(lumarind_package)
     # What desktops, software centres and `man` read.
     configure_file(${LUMARIND_PACKAGING}/game.desktop.in ${made}/${arg_ID}.desktop @ONLY)
     install(FILES ${made}/${arg_ID}.desktop DESTINATION share/applications ${of_program})
+    foreach(text IN ITEMS NAME SUMMARY DESCRIPTION)
+        string(REPLACE "&" "&amp;" xml_${text} "${arg_${text}}")
+        string(REPLACE "<" "&lt;" xml_${text} "${xml_${text}}")
+    endforeach()
     configure_file(${LUMARIND_PACKAGING}/metainfo.xml.in ${made}/${arg_APP_ID}.metainfo.xml @ONLY)
     install(FILES ${made}/${arg_APP_ID}.metainfo.xml DESTINATION share/metainfo ${of_program})
     file(GLOB icons CONFIGURE_DEPENDS ${arg_ICONS}/*.png) # named by their size in pixels
@@ -158,6 +162,7 @@ macro(_lumarind_read_changes file)
         string(REGEX REPLACE "\n(## |\\[).*" "" text "${CMAKE_MATCH_3}") # the older ones, and the addresses below
         string(REGEX REPLACE "### [^\n]*\n" "" text "${text}")
         string(REGEX REPLACE "\n  +" " " text "${text}") # an entry in one line
+        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # which would part a list
         string(REGEX MATCHALL "- [^\n]+" entries "${text}")
         set(changes "")
         foreach(entry IN LISTS entries)
@@ -179,9 +184,13 @@ macro(_lumarind_documents package component)
     install(FILES ${arg_LICENCE} DESTINATION share/doc/${package} RENAME copyright COMPONENT ${component})
 endmacro()
 
+string(ASCII 31 _lumarind_semicolon) # stands for one in texts that become lists
+set(_lumarind_semicolon "${_lumarind_semicolon}" CACHE INTERNAL "")
+
 function(_lumarind_wrap text break result) # lines of up to 74 characters, with `break` between them
     set(lines "")
     set(line "")
+    string(REPLACE ";" "${_lumarind_semicolon}" text "${text}")
     string(REPLACE " " ";" words "${text}")
     foreach(word IN LISTS words)
         string(LENGTH "${line} ${word}" length)
@@ -192,7 +201,8 @@ function(_lumarind_wrap text break result) # lines of up to 74 characters, with 
         string(APPEND line " ${word}")
         string(STRIP "${line}" line)
     endforeach()
-    set(${result} "${lines}${line}" PARENT_SCOPE)
+    string(REPLACE "${_lumarind_semicolon}" ";" lines "${lines}${line}")
+    set(${result} "${lines}" PARENT_SCOPE)
 endfunction()
 
 macro(_lumarind_compress file)
