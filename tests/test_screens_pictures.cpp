@@ -6,6 +6,7 @@
 
 #include <SDL3/SDL_stdinc.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 namespace {
@@ -86,7 +87,9 @@ constexpr Scene SCENES[] = {
 };
 
 // Into this folder, if the environment names one, each scene is recorded as NAME.FRAMES: packaged programs replay them.
-static const std::string RECORDINGS = SDL_getenv("LUMARIND_RECORD_SCENES") ? SDL_getenv("LUMARIND_RECORD_SCENES") : "";
+// Not by SDL's own function, which would take the whole environment as it is before the tests begin.
+static const char *const FOLDER = std::getenv("LUMARIND_RECORD_SCENES");
+static const std::string RECORDINGS = FOLDER ? FOLDER : "";
 
 class PictureTest : public EngineTest, public testing::WithParamInterface<Scene> {
     void TearDown() override {
