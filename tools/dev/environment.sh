@@ -78,10 +78,17 @@ install_with_apt() {
 
 cache_dir() { printf '%s/lumarind-engine' "${XDG_CACHE_HOME:-${HOME:?}/.cache}"; }
 
+# A root file system is named by what is in it: root_dir SUITE PACKAGE...
 root_dir() {
-    local key
-    key=$({ echo "$SUITE"; packages 1; } | sha256sum | cut -c1-16)
+    local suite=$1 key
+    shift
+    key=$({ echo "$suite"; printf '%s\n' "$@"; } | sha256sum | cut -c1-16)
     printf '%s/root-%s' "$(cache_dir)" "$key"
+}
+
+build_root() {
+    # shellcheck disable=SC2046 # names of packages
+    root_dir "$SUITE" $(packages 1)
 }
 
 can_make_root() { # a Debian-like machine, or one that has the two tools
@@ -114,26 +121,29 @@ apt_policy_options() {
 
 # Made beside its place and renamed when whole: an interrupted set-up leaves only a *.partial that the next one
 # removes. Unpacked from a tar stream, so that for an ordinary user every file is the user's own.
-make_root() { # make_root DIR
-    local partial=$1.partial policy unpack=(tar -x -C "$1.partial")
+make_root() { # make_root DIR SUITE PACKAGE...
+    local dir=$1 suite=$2 partial=$1.partial policy slim=() unpack=(tar -x -C "$1.partial")
+    shift 2
+    # One with packages is for their tools; one without is what packages are tried in, with all that belongs to them.
+    [ $# = 0 ] || slim=(--include="$(printf '%s,' "$@")"
+        --dpkgopt='path-exclude=/usr/share/man/*' --dpkgopt='path-exclude=/usr/share/locale/*'
+        --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-include=/usr/share/doc/*/copyright')
     rm -rf "$partial"
     mkdir -p "$partial" || return 1
     mapfile -t policy < <(apt_policy_options)
     [ "$(id -u)" = 0 ] || unpack+=(--no-same-owner --no-same-permissions)
-    mmdebstrap --variant=apt --format=tar "${policy[@]}" \
-        --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-exclude=/usr/share/man/*' \
-        --dpkgopt='path-exclude=/usr/share/locale/*' \
-        --include="$(packages 1 | paste -sd ,)" "$SUITE" - |
+    mmdebstrap --variant=apt --format=tar "${policy[@]}" "${slim[@]}" "$suite" - |
         "${unpack[@]}" --exclude='./dev/*' || return 1
-    mv "$partial" "$1"
+    mv "$partial" "$dir"
 }
 
-root_is_ready() { [ -d "$(root_dir)" ] && command -v bwrap >/dev/null 2>&1; }
+root_is_ready() { [ -d "$(build_root)" ] && command -v bwrap >/dev/null 2>&1; }
 
-ensure_root() {
-    local dir cache
-    dir=$(root_dir)
-    root_is_ready && return 0
+ensure_root() { # ensure_root WHY FETCH_MB ROOT_MB SUITE PACKAGE...
+    local why=$1 fetch=$2 size=$3 dir cache
+    shift 3
+    dir=$(root_dir "$@")
+    [ -d "$dir" ] && command -v bwrap >/dev/null 2>&1 && return 0
     can_make_root || return 1
     cache=$(cache_dir)
     mkdir -p "$cache" || die "cannot create $cache"
@@ -141,12 +151,17 @@ ensure_root() {
     flock -n 9 || { say 'another set-up is running; waiting for it'; flock 9; }
     install_root_tools || return 1
     if [ ! -d "$dir" ]; then
-        say "this machine has no SDL 3.4: making a private Debian $SUITE root for the build"
-        say "it fetches about $FETCH_MB MB and takes $ROOT_MB MB in $dir; './dev clean --all' removes it"
-        make_root "$dir" || die "the private root could not be made; run the same command again to start over"
+        say "making a private root of Debian $1 $why"
+        say "it fetches about $fetch MB and takes $size MB in $dir; './dev clean --all' removes it"
+        make_root "$dir" "$@" || die "the private root could not be made; run the same command again to start over"
         say 'the private root is ready'
     fi
     exec 9>&-
+}
+
+ensure_build_root() {
+    # shellcheck disable=SC2046 # names of packages
+    ensure_root 'for the build' "$FETCH_MB" "$ROOT_MB" "$SUITE" $(packages 1)
 }
 
 # --- choosing and entering ---
@@ -180,7 +195,7 @@ environment_setup() {
     elif apt_offers_everything; then
         install_with_apt
         environment=host
-    elif ensure_root; then
+    elif ensure_build_root; then
         environment=root
     else
         explain_packages
@@ -203,28 +218,48 @@ device_arguments() {
     return 0
 }
 
+mounts() { # mounts ROOT: the bubblewrap arguments that show it, read-only
+    printf '%s\n' --ro-bind "$1/usr" /usr --ro-bind "$1/etc" /etc --ro-bind "$1/var" /var \
+        --symlink usr/bin /bin --symlink usr/sbin /sbin --symlink usr/lib /lib --symlink usr/lib64 /lib64
+}
+
 # inside COMMAND: runs one text for `sh -c` in the environment, in `top`; passes its exit code on.
 inside() {
     if [ "$environment" = host ]; then
         (cd "$top" && exec sh -c "$1")
         return
     fi
-    local root arguments data
-    root=$(root_dir)
+    local arguments data
     data=${XDG_DATA_HOME:-${HOME:-/root}/.local/share}
-    mapfile -t arguments < <(device_arguments)
+    mapfile -t arguments < <(mounts "$(build_root)"; device_arguments)
     arguments+=(--dir "${HOME:-/root}")
     if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # SDL's sound and Wayland code complains without one
         arguments+=(--perms 0700 --dir /run/user --setenv XDG_RUNTIME_DIR /run/user)
     fi
     mkdir -p "$data" 2>/dev/null && arguments+=(--bind "$data" "$data") # the user's files live there
     bwrap --die-with-parent --unshare-pid \
-        --ro-bind "$root/usr" /usr --ro-bind "$root/etc" /etc --ro-bind "$root/var" /var \
-        --symlink usr/bin /bin --symlink usr/sbin /sbin --symlink usr/lib /lib --symlink usr/lib64 /lib64 \
         --dev /dev --proc /proc --tmpfs /run --bind /tmp /tmp "${arguments[@]}" \
         --bind "$engine" "$engine" --bind "$top" "$top" --chdir "$top" \
         --setenv PATH /usr/local/bin:/usr/bin:/usr/sbin --setenv LANG C.UTF-8 --setenv LC_ALL C.UTF-8 \
         sh -c "$1"
+}
+
+# enter ROOT root|player COMMAND [bwrap argument ...]: runs one text for `sh -c` in a root that sees nothing of this
+# machine but the network: as its root, who may change it, or as an ordinary user, whose home the arguments may bring.
+enter() {
+    local root=$1 who=$2 command=$3 arguments=()
+    shift 3
+    if [ "$who" = root ]; then
+        [ "$(id -u)" = 0 ] || arguments=(--unshare-user --uid 0 --gid 0)
+        arguments+=(--bind "$root" / --ro-bind-try /etc/resolv.conf /etc/resolv.conf)
+    else
+        mapfile -t arguments < <(mounts "$root")
+        arguments+=(--unshare-user --uid 1000 --gid 1000)
+    fi
+    bwrap --die-with-parent --unshare-pid --unshare-ipc "${arguments[@]}" \
+        --dev /dev --proc /proc --tmpfs /run --tmpfs /tmp "$@" \
+        /usr/bin/env -i PATH=/usr/local/bin:/usr/bin:/usr/sbin:/usr/games HOME=/home/player LANG=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive sh -c "$command"
 }
 
 # --- what ./dev and a game's commands share ---

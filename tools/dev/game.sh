@@ -10,6 +10,8 @@ shift 2
 assume_yes=0
 # shellcheck source=tools/dev/environment.sh
 . "$engine/tools/dev/environment.sh"
+# shellcheck source=tools/dev/package.sh
+. "$engine/tools/dev/package.sh"
 
 usage() {
     cat <<'TXT'
@@ -18,6 +20,7 @@ Usage: ./dev [--yes] command
   run [options]    build the release preset and run the game; without a display: under Xvfb
   test             build the debug preset and run the game without a window, for 120 frames
   build [preset]   build release (default) or debug
+  package          make a Debian package and a portable archive of the game in build/packages
   shell [command]  a shell, or one command text, inside the build environment
 
 --yes answers the question before packages are installed on this machine.
@@ -57,6 +60,10 @@ case $name in
     run) run "$@" ;;
     test) run_tests "$@" ;;
     build) build "$@" ;;
+    package)
+        package_make
+        package_list
+        ;;
     shell)
         environment_setup
         inside "${1:-exec bash}"

@@ -14,7 +14,7 @@ step() { # step NAME COMMAND...: runs it, remembers a failure and goes on
 
 mapfile -t sources < <(find src tests bench compat examples fuzz template/main.cpp -name '*.cpp' -o -name '*.h' 2>/dev/null | sort)
 mapfile -t compiled < <(find src compat examples -name '*.cpp' 2>/dev/null | sort)
-mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run template/dev tools/dev/*.sh)
+mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run template/dev tools/dev/*.sh packaging/launcher.in)
 
 tidy() { # one file to a process, as many as there are cores; its progress goes nowhere, its findings to stdout
     printf '%s\n' "${compiled[@]}" |

@@ -1,0 +1,10 @@
+# Read by each of CPack's generators: which part of the installation it packs, and where it lies.
+if(CPACK_GENERATOR STREQUAL "DEB")
+    list(REMOVE_ITEM CPACK_COMPONENTS_ALL portable)
+    set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+    unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY) # each package's description begins with its own
+else()
+    set(CPACK_COMPONENTS_ALL portable)
+    set(CPACK_PACKAGING_INSTALL_PREFIX /)
+    set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+endif()

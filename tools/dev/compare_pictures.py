@@ -1,0 +1,37 @@
+#!/usr/bin/env python3
+"""Compares pictures with those stored under the same names: compare_pictures.py STORED SHOWN SHARE
+
+As in the tests, a step of 48 of 255 in a channel is a font rasteriser's; SHARE thousandths of the pixels may be
+further off than that."""
+
+import sys
+from pathlib import Path
+
+import numpy as np
+from PIL import Image
+
+STEP = 48
+
+
+def pixels(path: Path) -> np.ndarray:
+    return np.asarray(Image.open(path).convert("RGB"), np.int16)
+
+
+def main() -> None:
+    stored, shown, share = Path(sys.argv[1]), Path(sys.argv[2]), float(sys.argv[3]) / 1000
+    pictures, bad = sorted(shown.glob("*.png")), 0
+    for path in pictures:
+        is_, should = pixels(path), pixels(stored / path.name)
+        if is_.shape != should.shape:
+            print(f"{path.name}: {is_.shape} in place of {should.shape}")
+            bad += 1
+            continue
+        off = np.abs(is_ - should).max(axis=2)
+        far = float((off > STEP).mean())
+        bad += far > share
+        print(f"{path.name}: {(off > 0).mean():.4%} of the pixels differ, {far:.4%} by more than {STEP}")
+    sys.exit(1 if bad or not pictures else 0)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,30 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2034,SC2154 # top, engine and environment are the caller's
+# What `./dev package` does, the engine's and a game's own. Sourced, after environment.sh.
+
+# The same source gives the same bytes, whichever machine packs it: in the private root always, with the times of the
+# last commit and with no folder's name in what is compiled.
+package_make() { # package_make [SOURCE]: packages of the project in SOURCE, or else in `top`, in its build/packages
+    local source=${1:-$top} folder=${1:-$top}/build/packages.build epoch
+    ensure_build_root || die 'packages are made in a private root of Debian, which cannot be made on this machine'
+    environment=root
+    epoch=$(git -C "$top" log -1 --format=%ct 2>/dev/null) || epoch=$(($(date +%s) / 86400 * 86400))
+    mkdir -p "$folder"
+    rm -rf "$folder"/_CPack_Packages "$source/build/packages"
+    inside "
+        export SOURCE_DATE_EPOCH=$epoch DEB_BUILD_MAINT_OPTIONS=hardening=+all
+        export DEBFULLNAME=$(quote "${DEBFULLNAME:-}") DEBEMAIL=$(quote "${DEBEMAIL:-}")
+        maps='$(printf -- '-ffile-prefix-map=%q=. ' "$engine" "$top" "$source" "$folder")' # the last that fits counts
+        export CXXFLAGS=\"\$(dpkg-buildflags --get CPPFLAGS) \$(dpkg-buildflags --get CXXFLAGS) -g0 \$maps\"
+        export LDFLAGS=\"\$(dpkg-buildflags --get LDFLAGS)\"
+        umask 022
+        cd $(quote "$source")
+        { cmake --fresh --preset release -B $(quote "$folder") -DCMAKE_INSTALL_PREFIX=/usr -DLUMARIND_EXAMPLES=OFF &&
+            cmake --build $(quote "$folder") && cd $(quote "$folder") && cpack -B ../packages; } >$(quote "$folder/package.log") 2>&1 ||
+            { tail -n 40 $(quote "$folder/package.log") >&2; exit 1; }
+        cd ../packages && rm -rf _CPack_Packages && sha256sum -- *.deb *.tar.xz >SHA256SUMS" || die 'no packages'
+}
+
+package_list() { # with their sizes
+    (cd "$top/build/packages" && wc -c -- *.deb *.tar.xz | awk '$2 != "total" { printf "%s  %.2f MB\n", $2, $1 / 1e6 }')
+}
