@@ -302,7 +302,7 @@ TEST_F(ReplayTest, CutAndDamagedRecordingsEndCleanly) {
         const std::string end = replay();
         EXPECT_TRUE(
             end.find("cannot be replayed") != end.npos || end.find("damaged") != end.npos ||
-            end.find("all hashes equal") != end.npos)
+            end.starts_with("[REPLAY] Replayed "))
             << end;
     }
 }
