@@ -1,4 +1,4 @@
-"""Runs every generator and puts its files into the asset folder."""
+"""Runs every generator and puts its files into the asset folders of the demonstration and of the example game."""
 
 from __future__ import annotations
 
@@ -8,6 +8,10 @@ import tempfile
 from pathlib import Path
 
 import castle_tilemap
+import keep_levels
+import keep_music
+import keep_shared
+import keep_sprites
 import knight_export
 import knight_sheet
 import music
@@ -17,14 +21,16 @@ import textures
 import ui_font
 
 GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap, knight_sheet, knight_export)
-DEFAULT_OUT = Path(__file__).resolve().parents[2] / "assets"
+KEEP_GENERATORS = (keep_shared, keep_sprites, keep_levels, keep_music)
+ROOT = Path(__file__).resolve().parents[2]
+DEFAULT_OUT, KEEP_OUT = ROOT / "assets", ROOT / "examples/cinder-keep/assets"
 
 
-def generate(out_dir: Path) -> None:
+def generate(generators: tuple, out_dir: Path) -> None:
     """Builds in a scratch folder first, so that a failing generator leaves the old files alone."""
     with tempfile.TemporaryDirectory() as scratch_name:
         scratch = Path(scratch_name)
-        for generator in GENERATORS:
+        for generator in generators:
             generator.make(scratch)
         for source in sorted(path for path in scratch.rglob("*") if path.is_file()):
             relative = source.relative_to(scratch)
@@ -35,4 +41,5 @@ def generate(out_dir: Path) -> None:
 
 
 if __name__ == "__main__":
-    generate(Path(sys.argv[1]) if len(sys.argv) > 1 else DEFAULT_OUT)
+    generate(GENERATORS, Path(sys.argv[1]) if len(sys.argv) > 1 else DEFAULT_OUT)
+    generate(KEEP_GENERATORS, Path(sys.argv[2]) if len(sys.argv) > 2 else KEEP_OUT)
