@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr float TILE = 16, CLOSE = 4, REACH = 42, PUT_BACK = 24; // px
-constexpr int AGAIN = 26;                                        // steps between two strikes
+constexpr float TILE = 16, CLOSE = 4, REACH = 42, PUT_BACK = 36; // px
+constexpr int AGAIN = 13;                                        // steps between two strikes
 
 } // namespace
 
@@ -63,7 +63,7 @@ bool KeepBot::fights(const Level &level, KeepKeys *keys) {
             keys->press_attack = true;
             since_attack_ = 0;
         }
-        if (std::fabs(dx) < 26) (dx > 0 ? keys->left : keys->right) = since_attack_ > 12; // not so close
+        if (std::fabs(dx) < 26) (dx > 0 ? keys->left : keys->right) = since_attack_ > 6; // not so close
         return std::fabs(dx) < REACH + 8;
     }
     return false;
@@ -116,7 +116,7 @@ KeepKeys KeepBot::play(const Level &level) {
     } else if (word.name == "go") {
         if (!body.grounded || !fights(level, &keys)) (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > CLOSE;
         reached = std::fabs(dx) <= CLOSE + 2 && body.grounded;
-        if (!reached && steps_ > 400) return go_back(body.pos, at_), keys;
+        if (!reached && steps_ > 200) return go_back(body.pos, at_), keys;
     } else {
         const bool after_wait = at_ > 0 && words_[at_ - 1].name == "wait"; // a platform goes on meanwhile
         strikes_in_the_air(level, &keys);
@@ -125,10 +125,10 @@ KeepKeys KeepBot::play(const Level &level) {
         keys.jump = jumped_ && body.vel.y <= 0;
         const float ahead = body.vel.x * 0.05f; // he goes on for a moment
         if (jumped_ && std::fabs(dx - ahead) > CLOSE) (dx - ahead > 0 ? keys.right : keys.left) = true;
-        reached = jumped_ && steps_ > 8 && body.grounded && std::fabs(dx) < 30 &&
+        reached = jumped_ && steps_ > 4 && body.grounded && std::fabs(dx) < 30 &&
                   std::fabs(body.pos.y - word.y * TILE) < (after_wait ? 24 : 6);
-        if (jumped_ && !reached && body.grounded && steps_ % 40 == 39) jumped_ = false; // once more
-        if (!reached && steps_ > 150) return go_back(body.pos, at_), keys;
+        if (jumped_ && !reached && body.grounded && steps_ % 20 == 19) jumped_ = false; // once more
+        if (!reached && steps_ > 75) return go_back(body.pos, at_), keys;
     }
     if (reached) {
         at_++;

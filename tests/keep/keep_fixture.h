@@ -11,6 +11,6 @@ protected:
     void press(const KeepKeys &keys);
     std::string user_file(const std::string &name) const; // below the game's folder
     // The bot's run through the level; the message where it does not arrive.
-    std::string run_route(int number, int frames_max = 60 * 240);
+    std::string run_route(int number, int frames_max = 30 * 240);
     bool jump_held_ = false;
 };

@@ -20,7 +20,7 @@ TEST_F(KeepTest, RoutesAreRecorded) {
         ASSERT_TRUE(replay_record((std::string(folder) + "/cinder-keep-" + std::to_string(number) + ".lmr").c_str()));
         engine_set_state(state_of(SCREEN_LEVEL_1 + number - 1));
         frame();
-        EXPECT_EQ(run_route(number), "") << "level " << number;
+        ASSERT_EQ(run_route(number), "") << "level " << number;
         const Level *level = play_level();
         std::printf(
             "level %d: %.2f s, %d embers, %d deaths, hearts %d\n", number, level->time, level->embers, level->deaths,
