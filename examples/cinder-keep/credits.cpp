@@ -44,10 +44,11 @@ bool credits_setup() {
     time_now = time_before = 0;
     progress_load();
     sky = picture_load("assets/levels/sky.png");
-    return sky && sounds_setup() && sounds_music("title");
+    return sky && sounds_setup("title");
 }
 
 void credits_cleanup() {
+    sounds_cleanup();
     SDL_DestroyTexture(sky);
     sky = nullptr;
 }

@@ -33,14 +33,15 @@ static bool play_setup(int number) {
     pausing = false;
     const bool from_save = go_on;
     go_on = false;
-    if (!menus_setup() || !sounds_setup() || !level_load(level, number, from_save)) return false;
-    return sounds_music(tile_property_string(&level->world->properties, "music", ""));
+    if (!menus_setup() || !level_load(level, number, from_save)) return false;
+    return sounds_setup(tile_property_string(&level->world->properties, "music", "title"));
 }
 
 bool play_setup_1() { return play_setup(0); }
 bool play_setup_2() { return play_setup(1); }
 
 void play_cleanup() {
+    sounds_cleanup();
     menus_cleanup();
     if (level) level_cleanup(level);
     SDL_free(level);

@@ -85,10 +85,12 @@ static ProgressLoad progress_load_file() {
     return PROGRESS_DAMAGED;
 }
 
-ProgressLoad progress_load() {
-    if (!loaded) loaded_as = progress_load_file();
+ProgressLoad progress_load() { return loaded ? loaded_as : progress_load_again(); }
+
+ProgressLoad progress_load_again() {
+    progress = {};
     loaded = true;
-    return loaded_as;
+    return loaded_as = progress_load_file();
 }
 
 bool progress_save() {

@@ -35,6 +35,7 @@ extern Progress progress;
 
 enum ProgressLoad { PROGRESS_NEW, PROGRESS_READ, PROGRESS_DAMAGED }; // damaged: set aside, and begun anew
 ProgressLoad progress_load();                                        // once; later calls say the same
+ProgressLoad progress_load_again();                                  // from the file, whatever was before
 bool progress_save();                                                // false: reported
 void progress_forget_run();
 bool progress_has_game(); // there is something to continue

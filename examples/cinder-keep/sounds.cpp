@@ -21,33 +21,25 @@ static constexpr SoundRow ROWS[] = {
 };
 static_assert(SDL_arraysize(ROWS) == SOUND_COUNT, "one row to a sound, in the order of the enum");
 
-// They live until the audio goes, which frees them with the mixer.
-static MIX_Audio *sounds[SOUND_COUNT];
-static MIX_Audio *music;
-static char music_name[16];
+static MIX_Audio *sounds[SOUND_COUNT], *music; // owned
 
-bool sounds_setup() {
+bool sounds_setup(const char *music_name) {
     for (int i = 0; i < SOUND_COUNT; i++) {
-        if (!sounds[i]) sounds[i] = sfx_generate(ROWS[i].preset, ROWS[i].seed);
+        sounds[i] = sfx_generate(ROWS[i].preset, ROWS[i].seed);
         if (!sounds[i]) return false;
     }
-    return true;
-}
-
-void sounds_play(Sound sound, float pan) {
-    if (!sounds[sound]) return;
-    audio_play_sfx_with(sounds[sound], {ROWS[sound].volume, ROWS[sound].pitch, SDL_clamp(pan, -0.8f, 0.8f)});
-}
-
-bool sounds_music(const char *name) {
-    if (!name) name = "";
-    if (SDL_strcmp(name, music_name) == 0) return true;
-    audio_stop_music(0);
-    audio_free(&music);
-    SDL_strlcpy(music_name, name, sizeof music_name);
-    if (!*name) return true;
-    char path[48];
-    SDL_snprintf(path, sizeof path, "assets/music/%s.ogg", name);
+    char path[64];
+    SDL_snprintf(path, sizeof path, "assets/music/%s.ogg", music_name);
     music = audio_load(path, false);
     return music && audio_play_music(music, 500);
+}
+
+void sounds_cleanup() {
+    audio_stop_music(0);
+    audio_free(&music);
+    for (MIX_Audio *&sound : sounds) audio_free(&sound);
+}
+
+void sounds_play(Sound sound) {
+    if (sounds[sound]) audio_play_sfx_with(sounds[sound], {ROWS[sound].volume, ROWS[sound].pitch});
 }

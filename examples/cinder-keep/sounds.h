@@ -26,6 +26,7 @@ enum Sound {
     SOUND_COUNT,
 };
 
-bool sounds_setup();                          // makes what is not made yet. False: reported
-void sounds_play(Sound sound, float pan = 0); // -1 left to 1 right
-bool sounds_music(const char *name);          // goes on when it plays already; null or "": silence. False: reported
+// Makes the effects and begins the music, "assets/music/NAME.ogg", for as long as a screen lasts. False: reported.
+bool sounds_setup(const char *music_name);
+void sounds_cleanup();
+void sounds_play(Sound sound);

@@ -41,14 +41,15 @@ bool title_setup() {
     if (!title) return engine_error("[TITLE] Memory allocation failed, error: %s", SDL_GetError());
     title->damaged = progress_load() == PROGRESS_DAMAGED;
     title->menu.selected = progress_has_game() ? LINE_CONTINUE : LINE_NEW;
-    if (!menus_setup() || !sounds_setup() || !art_load(&title->art)) return false;
+    if (!menus_setup() || !art_load(&title->art)) return false;
     title->world = tile_world_load(engine_renderer(), "assets/levels/title.tmx");
     title->font = font_open("assets/keep.ttf", 64);
     title->knight = art_knight(&title->art, KNIGHT_IDLE);
-    return title->world && title->font && sounds_music("title");
+    return title->world && title->font && sounds_setup("title");
 }
 
 void title_cleanup() {
+    sounds_cleanup();
     menus_cleanup();
     if (!title) return;
     tile_world_cleanup(&title->world);

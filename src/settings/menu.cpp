@@ -2,7 +2,6 @@
 
 #include "lumarind/core/error.h"
 #include "lumarind/engine/callbacks.h"
-#include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
 #include "lumarind/engine/text_draw.h"
@@ -17,16 +16,24 @@ static constexpr float PADDING = 3, SIDE = 12, MARK = 3; // UI units
 struct MenuModule {
     MenuControls controls;
     MenuLook look;
-    bool clicked; // since the last tick, as is the wheel
+    float mouse_x, mouse_y; // of the last event, drawing units
+    bool moved, clicked;    // since the last tick, as is the wheel
     float wheel;
 };
 static MenuModule *menus;
 
-static constexpr Uint32 MENU_EVENTS[] = {SDL_EVENT_MOUSE_BUTTON_DOWN, SDL_EVENT_MOUSE_WHEEL};
+static constexpr Uint32 MENU_EVENTS[] = {SDL_EVENT_MOUSE_MOTION, SDL_EVENT_MOUSE_BUTTON_DOWN, SDL_EVENT_MOUSE_WHEEL};
 
 static bool _menu_handle_event(SDL_Event *event, void *) {
-    if (event->type == SDL_EVENT_MOUSE_WHEEL) menus->wheel += event->wheel.y;
-    if (event->type == SDL_EVENT_MOUSE_BUTTON_DOWN && event->button.button == SDL_BUTTON_LEFT) menus->clicked = true;
+    if (event->type == SDL_EVENT_MOUSE_WHEEL) {
+        menus->wheel += event->wheel.y;
+        return true;
+    }
+    const bool button = event->type == SDL_EVENT_MOUSE_BUTTON_DOWN;
+    menus->mouse_x = button ? event->button.x : event->motion.x;
+    menus->mouse_y = button ? event->button.y : event->motion.y;
+    if (button && event->button.button == SDL_BUTTON_LEFT) menus->clicked = true;
+    menus->moved = true;
     return true;
 }
 
@@ -99,16 +106,12 @@ static bool _menu_move(Menu *menu, const MenuLine *lines, int count) {
 
 // What the mouse is at: a line, or -1. Selects it when the mouse has moved there.
 static int _menu_point(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, int shown) {
-    float x = 0, y = 0;
-    engine_mouse_position(&x, &y);
-    const bool moved = x != menu->mouse_x || y != menu->mouse_y;
-    menu->mouse_x = x;
-    menu->mouse_y = y;
+    const float x = menus->mouse_x, y = menus->mouse_y;
     if (x < area.x || x >= area.x + area.w || y < area.y) return -1;
     const int row = static_cast<int>((y - area.y) / menu_line_height());
     const int line = row + static_cast<int>(menu->scroll);
     if (row >= shown || line >= count || lines[line].off) return -1;
-    if (moved || menus->clicked || menus->wheel != 0) menu->selected = line;
+    if (menus->moved || menus->wheel != 0) menu->selected = line;
     return line;
 }
 
@@ -129,7 +132,7 @@ static MenuAnswer _menu_ask(Menu *menu, const MenuLine *lines, int count, const 
     answer.moved = answer.moved || menu->selected != before;
     if (at >= 0 && menus->clicked) {
         answer.taken = at;
-        answer.step = menu->mouse_x < area.x + area.w / 2 ? -1 : 1;
+        answer.step = menus->mouse_x < area.x + area.w / 2 ? -1 : 1;
         return answer;
     }
     answer.step = input_pressed(controls.right) - input_pressed(controls.left);
@@ -148,7 +151,7 @@ MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRe
     menu->selected = SDL_clamp(menu->selected, 0, count - 1);
     MenuAnswer answer = {};
     if (listens) answer = _menu_ask(menu, lines, count, area, shown);
-    menus->clicked = false;
+    menus->moved = menus->clicked = false;
     menus->wheel = 0;
     SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_BLEND);
     for (int row = 0; row < shown; row++) {

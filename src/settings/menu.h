@@ -23,8 +23,7 @@ void menu_cleanup();                                                      // saf
 // --- a menu: {} at first, kept by its owner ---
 struct Menu {
     int selected;
-    float scroll;           // lines above the first one seen
-    float mouse_x, mouse_y; // of the last frame
+    float scroll; // lines above the first one seen
 };
 
 struct MenuLine {

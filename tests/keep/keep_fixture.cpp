@@ -1,12 +1,14 @@
 #include "keep/keep_fixture.h"
 
 #include "game.h"
+#include "progress.h"
 
 #include <cstdlib>
 
 void KeepTest::SetUp() {
     EngineTest::SetUp();
     played = &cinder_keep;
+    progress = {}; // what an earlier test has left of it
     config = "";
     const std::string here = std::filesystem::current_path().string();
     setenv("XDG_DATA_HOME", here.c_str(), 1);
