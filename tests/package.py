@@ -71,6 +71,15 @@ def play(program: Path) -> None:
     check(files_in(EMPTY) == [], f"in the current folder lies {files_in(EMPTY)}")
 
 
+def play_example() -> None:
+    """The example game is built as one outside this checkout would be, and each of its screens comes up."""
+    folder = build(SOURCE / "examples/cinder-keep", "cinder-keep", f"-DCMAKE_PREFIX_PATH={PREFIX}",
+                   f"-DCMAKE_CXX_FLAGS={WARNINGS}")
+    for screen in ["title", "level-1", "level-2", "credits"]:
+        said = run(folder / "cinder-keep", "--screen", screen, "--quit-at", "30", cwd=EMPTY)
+        check("ERROR" not in said and "WARN" not in said, said)
+
+
 def check_nothing_leaked(folder: Path) -> None:
     """Of the engine's own programs, links, tests, install rules, flags and folders there is none in a game's build."""
     targets = run("ninja", "-t", "targets", "all", cwd=folder)
@@ -150,6 +159,7 @@ def main() -> None:
     run("g++", "-std=c++20", GAME / "main.cpp", *flags, "-o", folder / "by-pkg-config")
     play(folder / "by-pkg-config")
 
+    play_example()
     headers = [path.relative_to(PREFIX / "include").as_posix() for path in sorted(PREFIX.rglob("*.h"))]
     folder = build(SOURCE / "tests/package", "foreign-installed", f"-DCMAKE_PREFIX_PATH={PREFIX}", f"-DMAIN={own_screen}",
                    f"-DHEADERS={';'.join(headers)}", f"-DCMAKE_CXX_FLAGS={WARNINGS}")

@@ -12,4 +12,9 @@ bool engine_set_logical_size(int width, int height); // the screen's; 0 × 0 for
 
 void engine_view_size(float *width, float *height); // of the current space, in its units; either may be null
 void engine_mouse_position(float *x, float *y);     // in the current space; either may be null
-int engine_ui_scale();                              // 1 to 8, the same for the engine's whole life
+int engine_ui_scale();                              // 1 to 8
+
+// Takes effect at once, also in texts that are there already, and is kept in the configuration. 0 or less: by the
+// display's scale. Fonts that were opened with font_open beyond the first eight keep their size. Returns false and
+// reports the error, without changing anything, when a font cannot be made anew.
+bool engine_set_ui_scale(int scale);

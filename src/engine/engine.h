@@ -36,7 +36,11 @@ SDL_Window *engine_window(); // owned by the engine, as is the renderer
 SDL_Renderer *engine_renderer();
 void engine_set_title(const char *title); // the stored title only; the window keeps the one it was made with
 const char *engine_get_title();
-bool engine_set_vsync_mode(int mode);                 // SDL's modes; false: logged
+bool engine_set_vsync_mode(int mode); // SDL's modes; false: logged
+// What players choose: in effect at once, and kept in the configuration. False: reported, nothing has changed.
+bool engine_set_vsync(bool on); // without it, the configuration's frame limit holds
+bool engine_set_fullscreen(bool on);
+bool engine_is_fullscreen();                          // as the configuration has it
 void engine_set_system_cursor(SDL_SystemCursor type); // the pointer; every other type shows the default cursor
 SDL_SystemCursor engine_get_system_cursor_type();
 

@@ -20,6 +20,7 @@ TTF_Font *font_copy(TTF_Font *font);               // of the same size
 bool font_set_size(TTF_Font *font, float size);
 void font_cleanup(TTF_Font *font); // null is fine. The engine may keep it for the next who opens the same
 void fonts_close_kept();           // called by the engine's stop
+bool fonts_rescale(float factor);  // called when the UI scale changes; false: reported, and they are as they were
 
 // --- the engine's font list ---
 int engine_add_font(TTF_Font *font); // its slot; the engine then owns it. -1: the list is full and the font still yours
