@@ -151,7 +151,7 @@ check_archive() {
     bare=$(root_dir "$OLD_SUITE")
     gl=$(root_dir "$OLD_SUITE" libgl1 libgl1-mesa-dri)
     pictures archive "$bare" "$program" software 0
-    pictures archive-opengl "$gl" "$program" opengl 25
+    pictures archive-opengl "$gl" "$program" opengl "4 texture=25" # a turned picture, with other pixels at its edges
     pictures archive-new "$(root_dir "$SUITE")" "$program" software 0
     time=$(start_time "$bare" "$program")
     say "start of the archive's program in $OLD_SUITE: $time ms"
