@@ -62,9 +62,9 @@ def play(program: Path) -> None:
     for screen in ["title", "play"]:
         said = run(program, "--screen", screen, "--capture-at", "5", "--quit-at", "30", cwd=EMPTY)
         check("ERROR" not in said and "WARN" not in said, said)
-    user = DATA / "star-catcher/star-catcher"
+    user = DATA / "star-catcher"
     captures = [name for name in files_in(user) if re.fullmatch(r"captures/capture-\d+-\d+-000005\.png", name)]
-    check(len(captures) >= 1 and files_in(DATA) == sorted(f"star-catcher/star-catcher/{name}" for name in [
+    check(len(captures) >= 1 and files_in(DATA) == sorted(f"star-catcher/{name}" for name in [
         *captures, "config/star-catcher.ini", "star-catcher.log"]), f"the user's files are {files_in(DATA)}")
     settings = (user / "config/star-catcher.ini").read_text()
     check(re.findall(r"(?m)^(\w+)", settings.split("[input]")[1].split("[")[0]) == ACTIONS, settings)

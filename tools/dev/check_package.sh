@@ -133,7 +133,7 @@ check_debian_package() {
     new_home
     as_player "$root" 'SDL_RENDER_DRIVER=software star-catcher --screen play --quit-at 30' >"$work/game.log" 2>&1 ||
         { cat "$work/game.log" >&2; die 'the game of the template does not run'; }
-    [ -e "$work/home/.local/share/star-catcher/star-catcher/config/star-catcher.ini" ] || die 'the game keeps no settings'
+    [ -e "$work/home/.local/share/star-catcher/config/star-catcher.ini" ] || die 'the game keeps no settings'
     apt_in "$root" 'purge --autoremove lumarind-engine star-catcher'
     diff <(echo "$before") <(files_of "$root") >&2 || die 'the Debian package leaves something behind'
     passed "the Debian packages of program and game in Debian $SUITE: installed, run from / by a user, removed again"
