@@ -111,10 +111,10 @@ void hud_draw(const Level *level) {
     HudTime time = hud_time(level->time);
     time.text[SDL_strlen(time.text) - 1] = '\0'; // tenths: a text that changed in every frame would cost much
     hud_text(SHARED_FONT_UI, time.text, width / 2, EDGE, COLOR_PLAIN, TEXT_CENTER);
-    if (hero.flames == HERO_FLAMES)
-        hud_text(
-            SHARED_FONT_UI, settings_action_text(ACTION_SPECIAL, gamepad_connected()).text, EDGE + 80, EDGE + 38,
-            COLOR_BRIGHT, TEXT_LEFT);
+    if (hero.flames == HERO_FLAMES) {
+        const SettingsText flame = settings_action_text(ACTION_SPECIAL, gamepad_connected());
+        hud_text(SHARED_FONT_UI, flame.text, EDGE + 80, EDGE + 38, COLOR_BRIGHT, TEXT_LEFT);
+    }
     if (level->phase == LEVEL_PLAYING) hud_draw_sign(level, width, height);
     if (level->phase == LEVEL_WON) hud_draw_won(level, width, height);
 }

@@ -149,7 +149,6 @@ void title_tick() {
     const MenuAnswer answer =
         menus_tick(&title->menu, lines, LINE_COUNT, {left, top + 84, 300, line * static_cast<float>(LINE_COUNT)});
     if (answer.taken >= 0) title_take(answer.taken);
-    if (title->damaged)
-        engine_draw_text(
-            font, "The save was damaged: it is set aside as progress.damaged.txt", left, height - 30, COLOR_WARNING);
+    const char *warning = title->damaged ? "The save was damaged: it is set aside as progress.damaged.txt" : "";
+    engine_draw_text(font, warning, left, height - 30, COLOR_WARNING);
 }
