@@ -185,6 +185,27 @@ class Bench:
                 frame = self.cpu_per_frame_us(self.screen_run(screen, environment))
                 self.add(f"frame {renderer} {screen}", frame, "us CPU")
 
+    def measure_game(self):
+        """The example game against the demonstration's platformer, in turns."""
+        game = os.path.join("..", "examples", "cinder-keep", "cinder-keep")
+        for renderer, environment in UNSEEN.items():
+            levels = ["level-1", "level-2"]
+            if not self.wants(f"game {renderer} ", levels + ["share"]):
+                continue
+            self.say(f"frames of the example game, {renderer}")
+            figures = {name: [] for name in [*levels, "platformer-demo"]}
+            for _ in range(3):
+                for level in levels:
+                    words = [game, "--no-config-save", "--window-size", "1280x720", "--screen", level, "--quit-at"]
+                    figures[level].append(self.cpu_per_frame_us(
+                        lambda frames: Run(self, [*words, str(frames)], environment)))
+                figures["platformer-demo"].append(self.cpu_per_frame_us(self.screen_run("platformer-demo", environment)))
+            frame = {name: statistics.median(these) for name, these in figures.items()}
+            for level in levels:
+                self.add(f"game {renderer} {level}", frame[level], "us CPU")
+            worst = max(frame[level] for level in levels)
+            self.add(f"game {renderer} share", worst / frame["platformer-demo"], "times platformer", 1.5)
+
     def measure_chunks(self):
         for renderer, environment in UNSEEN.items():
             if not self.wants(f"chunks {renderer}", ["", " bare", " share"]):
@@ -287,6 +308,7 @@ def main():
     bench.measure_pacing()  # first, while the machine is cool and quiet
     bench.measure_starts()
     bench.measure_screens()
+    bench.measure_game()
     bench.measure_chunks()
     bench.measure_worlds()
     bench.run_google_benchmarks()

@@ -4,6 +4,8 @@
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/animation_set.h"
 
+#include <SDL3/SDL_render.h>
+
 static constexpr float CELL = 48;                      // px, of things
 static constexpr float KNIGHT_W = 288, KNIGHT_H = 128; // px, of a whole frame
 static constexpr float KNIGHT_FEET_X = 146;            // px, when he looks to the right
@@ -33,15 +35,11 @@ bool art_load(Art *art) {
     if (!names_fit(art->knight, KNIGHT_NAMES, KNIGHT_COUNT)) return false;
     art->things_sheet = sprite_sheet_new(engine_renderer(), art->things);
     art->knight_sheet = sprite_sheet_new(engine_renderer(), art->knight);
-    art->things_batch = sprite_batch_new(64);
-    art->knight_batch = sprite_batch_new(4);
     for (int clip = 0; clip < CLIP_COUNT; clip++) art->clips[clip] = art_thing(art, clip);
-    return art->things_sheet && art->knight_sheet && art->things_batch && art->knight_batch;
+    return art->things_sheet && art->knight_sheet;
 }
 
 void art_cleanup(Art *art) {
-    sprite_batch_cleanup(&art->things_batch);
-    sprite_batch_cleanup(&art->knight_batch);
     sprite_sheet_cleanup(&art->things_sheet);
     sprite_sheet_cleanup(&art->knight_sheet);
     animation_set_cleanup(&art->things);
@@ -64,21 +62,20 @@ Animation art_thing(const Art *art, int clip) {
     return anim;
 }
 
-void art_add_thing(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing) {
+static SDL_FlipMode flip_of(int facing) { return facing < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE; }
+
+void art_draw_thing(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing) {
     const SDL_FPoint corner = {SDL_roundf(feet.x - zoom * CELL / 2), SDL_roundf(feet.y - zoom * CELL)};
-    sprite_batch_add(art->things_batch, anim, corner, zoom, facing < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE);
+    sprite_sheet_draw(engine_renderer(), art->things_sheet, anim, corner, zoom, flip_of(facing));
 }
 
-void art_add_knight(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing, SDL_FColor tint) {
+void art_draw_knight(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing, bool ghost) {
     const float at = facing < 0 ? KNIGHT_W - KNIGHT_FEET_X : KNIGHT_FEET_X;
     const SDL_FPoint corner = {SDL_roundf(feet.x - zoom * at), SDL_roundf(feet.y - zoom * KNIGHT_H)};
-    sprite_batch_add(art->knight_batch, anim, corner, zoom, facing < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE, tint);
+    SDL_Texture *texture = art->knight_sheet->texture;
+    if (ghost) SDL_SetTextureColorMod(texture, 140, 190, 255);
+    if (ghost) SDL_SetTextureAlphaMod(texture, 100);
+    sprite_sheet_draw(engine_renderer(), art->knight_sheet, anim, corner, zoom, flip_of(facing));
+    SDL_SetTextureColorMod(texture, 255, 255, 255);
+    SDL_SetTextureAlphaMod(texture, 255);
 }
-
-void art_begin(const Art *art) {
-    sprite_batch_begin(art->things_batch, art->things_sheet);
-    sprite_batch_begin(art->knight_batch, art->knight_sheet);
-}
-
-void art_draw_things(const Art *art) { sprite_batch_draw(engine_renderer(), art->things_batch); }
-void art_draw_knights(const Art *art) { sprite_batch_draw(engine_renderer(), art->knight_batch); }

@@ -1,7 +1,7 @@
 // art: the two sprite sheets, the clips by number, and drawing from them.
 #pragma once
 
-#include "lumarind/toolkit/sprite_batch.h"
+#include "lumarind/toolkit/sprite_sheet.h"
 
 // Of sprites.json: its tags, in the order of art.cpp's table.
 enum ThingClip {
@@ -42,9 +42,8 @@ enum KnightClip {
 };
 
 struct Art {
-    AnimationSet *things, *knight; // owned, as are the sheets and the batches
+    AnimationSet *things, *knight; // owned, as are the sheets
     SpriteSheet *things_sheet, *knight_sheet;
-    SpriteBatch *things_batch, *knight_batch;
     Animation clips[CLIP_COUNT]; // one for all that need not begin at a time of their own
 };
 
@@ -54,10 +53,7 @@ void art_advance(Art *art, double dt); // the shared clips
 Animation art_knight(const Art *art, int clip);
 Animation art_thing(const Art *art, int clip); // from its first frame
 
-// A cell with its feet at `feet`, in view units, `zoom` times as large. Drawn when the batch is.
-void art_add_thing(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing = 1);
-void art_add_knight(
-    const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing, SDL_FColor tint = {1, 1, 1, 1});
-void art_begin(const Art *art); // empties both batches
-void art_draw_things(const Art *art);
-void art_draw_knights(const Art *art);
+// With the feet at `feet`, in view units, `zoom` times as large.
+void art_draw_thing(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing = 1);
+void art_draw_knight(
+    const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing, bool ghost = false);

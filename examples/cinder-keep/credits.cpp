@@ -67,8 +67,8 @@ void credits_tick() {
     engine_view_size(&width, &height);
     SDL_SetRenderDrawColor(engine_renderer(), 21, 18, 31, 255);
     SDL_RenderClear(engine_renderer());
-    const float zoom = SDL_max(SDL_ceilf(SDL_max(width / 512, height / 320)), 1);
-    picture_draw(sky, SDL_roundf((width - 512 * zoom) / 2), 0, {.scale = zoom});
+    const float zoom = SDL_max(SDL_ceilf(SDL_max(width / 640, height / 320)), 1);
+    picture_draw(sky, SDL_roundf((width - 640 * zoom) / 2), 0, {.scale = zoom});
     const double time = time_before + (time_now - time_before) * engine_fixed_alpha();
     float y = height * 0.75f - static_cast<float>(time * PX_A_SECOND);
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI),

@@ -96,25 +96,25 @@ void hud_draw(const Level *level) {
     engine_view_size(&width, &height);
     const Art *art = &level->art;
     const Hero &hero = level->hero;
-    art_begin(art);
     for (int i = 0; i < HERO_HEARTS; i++) {
         if (i < hero.hearts)
-            art_add_thing(art, &art->clips[CLIP_HEART], {EDGE + 18 + 26 * static_cast<float>(i), EDGE + 36}, 2);
+            art_draw_thing(art, &art->clips[CLIP_HEART], {EDGE + 18 + 26 * static_cast<float>(i), EDGE + 36}, 2);
     }
     for (int i = 0; i < hero.flames; i++)
-        art_add_thing(art, &art->clips[CLIP_FIREBALL], {EDGE + 20 + 22 * static_cast<float>(i), EDGE + 62}, 2);
-    art_add_thing(art, &art->clips[CLIP_EMBER], {width - EDGE - 16, EDGE + 36}, 2);
-    if (hero.has_key) art_add_thing(art, &art->clips[CLIP_KEY], {width - EDGE - 16, EDGE + 82}, 2);
-    art_draw_things(art);
+        art_draw_thing(art, &art->clips[CLIP_FIREBALL], {EDGE + 20 + 22 * static_cast<float>(i), EDGE + 62}, 2);
+    art_draw_thing(art, &art->clips[CLIP_EMBER], {width - EDGE - 16, EDGE + 36}, 2);
+    if (hero.has_key) art_draw_thing(art, &art->clips[CLIP_KEY], {width - EDGE - 16, EDGE + 82}, 2);
 
     char text[32];
     SDL_snprintf(text, sizeof text, "%d / %d", level->embers, level->things.embers);
     hud_text(SHARED_FONT_UI, text, width - EDGE - 34, EDGE + 6, COLOR_PLAIN, TEXT_RIGHT);
-    hud_text(SHARED_FONT_UI, hud_time(level->time).text, width / 2, EDGE, COLOR_PLAIN, TEXT_CENTER);
-    if (hero.flames == HERO_FLAMES)
-        hud_text(
-            SHARED_FONT_UI, settings_action_text(ACTION_SPECIAL, gamepad_connected()).text, EDGE + 80, EDGE + 38,
-            COLOR_BRIGHT, TEXT_LEFT);
+    HudTime time = hud_time(level->time);
+    time.text[SDL_strlen(time.text) - 1] = '\0'; // tenths: a text that changed in every frame would cost much
+    hud_text(SHARED_FONT_UI, time.text, width / 2, EDGE, COLOR_PLAIN, TEXT_CENTER);
+    if (hero.flames == HERO_FLAMES) {
+        const SettingsText flame = settings_action_text(ACTION_SPECIAL, gamepad_connected());
+        hud_text(SHARED_FONT_UI, flame.text, EDGE + 80, EDGE + 38, COLOR_BRIGHT, TEXT_LEFT);
+    }
     if (level->phase == LEVEL_PLAYING) hud_draw_sign(level, width, height);
     if (level->phase == LEVEL_WON) hud_draw_won(level, width, height);
 }

@@ -23,7 +23,7 @@ struct Level {
     Art art;
     ColliderRects solids, hazards;
     int map_solids; // how many of `solids` are the map's; doors and platforms follow
-    int layer_hazards, layer_ground;
+    int layer_castle, layer_hazards;
     double seconds_to_beat;
 
     Hero hero;

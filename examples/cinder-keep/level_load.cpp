@@ -62,11 +62,11 @@ bool level_load(Level *level, int number, bool go_on) {
     if (!art_load(&level->art) || !ghost_setup(&level->ghost) || !ghost_setup(&level->best)) return false;
     TileWorld *world = level->world = tile_world_load(engine_renderer(), PATHS[number]);
     if (!world || !level_add_objects(level)) return false;
-    if (!tile_world_colliders(world, "ground", &level->solids, nullptr)) return false;
+    if (!tile_world_colliders(world, "castle", &level->solids, nullptr)) return false;
     if (!tile_world_colliders(world, "hazards", &level->hazards, nullptr)) return false;
     level->map_solids = level->solids.count;
     if (!things_add_solids(&level->things, &level->solids, level->map_solids)) return false;
-    level->layer_ground = tile_world_find_layer(world, "ground");
+    level->layer_castle = tile_world_find_layer(world, "castle");
     level->layer_hazards = tile_world_find_layer(world, "hazards");
     level->seconds_to_beat = tile_property_float(&world->properties, "seconds", 0);
     ghost_load(&level->best, number);

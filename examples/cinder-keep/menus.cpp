@@ -28,12 +28,9 @@ void menus_cleanup() {
 }
 
 static void menus_sound(const MenuAnswer &answer) {
-    if (answer.taken >= 0)
-        sounds_play(SOUND_MENU_TAKE);
-    else if (answer.back)
-        sounds_play(SOUND_MENU_BACK);
-    else if (answer.moved || answer.step != 0)
-        sounds_play(SOUND_MENU_MOVE);
+    const bool moved = answer.moved || answer.step != 0;
+    const Sound sound = answer.taken >= 0 ? SOUND_MENU_TAKE : answer.back ? SOUND_MENU_BACK : SOUND_MENU_MOVE;
+    if (sound != SOUND_MENU_MOVE || moved) sounds_play(sound);
 }
 
 MenuAnswer menus_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool listens) {

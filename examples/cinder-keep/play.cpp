@@ -18,7 +18,6 @@
 #include <SDL3/SDL_render.h>
 
 static constexpr double WON_SECONDS = 1.5; // before a press goes on
-static constexpr SDL_FColor GHOST_TINT = {0.55f, 0.75f, 1, 0.4f};
 
 static Level *level;
 static bool go_on, pausing;
@@ -80,41 +79,41 @@ static SDL_FPoint to_view(SDL_FPoint origin, float zoom, SDL_FPoint world) {
     return {origin.x + world.x * zoom, origin.y + world.y * zoom};
 }
 
-static void play_add_things(SDL_FPoint origin, float zoom) {
+static void play_draw_things(SDL_FPoint origin, float zoom) {
     const Art *art = &level->art;
     for (int i = 0; i < level->things.count; i++) {
         const Thing *thing = &level->things.items[i];
         const Animation *look = thing_look(thing, art);
-        if (look) art_add_thing(art, look, to_view(origin, zoom, thing->feet), zoom);
+        if (look) art_draw_thing(art, look, to_view(origin, zoom, thing->feet), zoom);
         if (look && thing->kind == THING_DOOR) // a lintel of the door's own upper part fills its opening
-            art_add_thing(art, look, to_view(origin, zoom, {thing->feet.x, thing->feet.y - 16}), zoom);
+            art_draw_thing(art, look, to_view(origin, zoom, {thing->feet.x, thing->feet.y - 16}), zoom);
     }
     for (int i = 0; i < level->things.platform_count; i++) {
         const Platform *platform = &level->things.platforms[i];
         const SDL_FPoint corner = between(platform->prev, {platform->box.x, platform->box.y});
         const SDL_FPoint feet = {SDL_roundf(corner.x) + platform->box.w / 2, SDL_roundf(corner.y) + platform->box.h};
-        art_add_thing(art, &art->clips[CLIP_PLATFORM], to_view(origin, zoom, feet), zoom);
+        art_draw_thing(art, &art->clips[CLIP_PLATFORM], to_view(origin, zoom, feet), zoom);
     }
 }
 
-static void play_add_enemies(SDL_FPoint origin, float zoom) {
+static void play_draw_enemies(SDL_FPoint origin, float zoom) {
     const Art *art = &level->art;
     for (int i = 0; i < level->enemies.count; i++) {
         const Enemy *enemy = &level->enemies.items[i];
         if (!enemy->alive) continue;
         const SDL_FPoint feet = between(enemy->body.prev_pos, enemy->body.pos);
-        art_add_thing(art, enemy_look(enemy, art), to_view(origin, zoom, feet), zoom, enemy->body.facing);
+        art_draw_thing(art, enemy_look(enemy, art), to_view(origin, zoom, feet), zoom, enemy->body.facing);
     }
     for (const Fireball &fireball : level->enemies.fireballs) {
         if (fireball.life <= 0) continue;
         const SDL_FPoint at = between(fireball.prev_pos, fireball.pos);
-        art_add_thing(
+        art_draw_thing(
             art, &art->clips[CLIP_FIREBALL], to_view(origin, zoom, {at.x, at.y + 8}), zoom,
             fireball.vel.x < 0 ? -1 : 1);
     }
 }
 
-static void play_add_knights(SDL_FPoint origin, float zoom, SDL_FPoint feet) {
+static void play_draw_knights(SDL_FPoint origin, float zoom, SDL_FPoint feet) {
     const Art *art = &level->art;
     const Hero &hero = level->hero;
     GhostSample sample = {};
@@ -122,12 +121,12 @@ static void play_add_knights(SDL_FPoint origin, float zoom, SDL_FPoint feet) {
         Animation anim = art_knight(art, SDL_min(sample.clip, KNIGHT_COUNT - 1));
         animation_set_frame(&anim, sample.frame);
         const SDL_FPoint at = {static_cast<float>(sample.x), static_cast<float>(sample.y)};
-        art_add_knight(art, &anim, to_view(origin, zoom, at), zoom, sample.facing, GHOST_TINT);
+        art_draw_knight(art, &anim, to_view(origin, zoom, at), zoom, sample.facing, true);
     }
     const bool hidden =
         hero.state != HERO_ROLL && hero.state != HERO_SPECIAL && hero.safe > 0 && SDL_fmod(hero.safe, 0.16) < 0.07;
     if (hidden && level->phase == LEVEL_PLAYING) return; // he flickers while nothing hurts him
-    art_add_knight(art, &hero.anim, to_view(origin, zoom, feet), zoom, hero.body.facing);
+    art_draw_knight(art, &hero.anim, to_view(origin, zoom, feet), zoom, hero.body.facing);
 }
 
 static void play_draw() {
@@ -141,17 +140,12 @@ static void play_draw() {
     tile_world_advance(level->world, engine_is_paused() ? 0 : SDL_min(engine_fps_delta(), 0.1));
     SDL_SetRenderDrawColor(renderer, 21, 18, 31, 255);
     SDL_RenderClear(renderer);
-    for (int layer = 0; layer < level->layer_hazards; layer++)
+    const int first = tile_world_find_open(level->world, level->layer_castle, view.area) ? 0 : level->layer_castle;
+    for (int layer = first; layer < level->layer_hazards; layer++)
         tile_world_draw_layer(renderer, level->world, layer, &view);
-    art_begin(&level->art);
-    play_add_things(origin, zoom);
-    art_draw_things(&level->art);
-    tile_world_draw_layer(renderer, level->world, level->layer_ground, &view);
-    art_begin(&level->art);
-    play_add_enemies(origin, zoom);
-    play_add_knights(origin, zoom, feet);
-    art_draw_things(&level->art);
-    art_draw_knights(&level->art);
+    play_draw_things(origin, zoom);
+    play_draw_enemies(origin, zoom);
+    play_draw_knights(origin, zoom, feet);
     tile_world_draw_layer(renderer, level->world, level->layer_hazards, &view);
     particles_draw(renderer, &level->particles, origin, zoom);
     hud_draw(level);

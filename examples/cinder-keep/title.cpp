@@ -86,12 +86,9 @@ static void title_draw_back() {
     tile_world_advance(title->world, SDL_min(engine_fps_delta(), 0.1));
     tile_world_draw(renderer, title->world, &view);
     const SDL_FPoint origin = {-area.x * zoom, -area.y * zoom};
-    art_begin(&title->art);
-    art_add_thing(
+    art_draw_thing(
         &title->art, &title->art.clips[CLIP_BRAZIER_LIT], {origin.x + FIRE.x * zoom, origin.y + FIRE.y * zoom}, zoom);
-    art_add_knight(&title->art, &title->knight, {origin.x + KNIGHT.x * zoom, origin.y + KNIGHT.y * zoom}, zoom, 1);
-    art_draw_things(&title->art);
-    art_draw_knights(&title->art);
+    art_draw_knight(&title->art, &title->knight, {origin.x + KNIGHT.x * zoom, origin.y + KNIGHT.y * zoom}, zoom, 1);
     particles_draw(renderer, &title->particles, origin, zoom);
 }
 
@@ -152,7 +149,6 @@ void title_tick() {
     const MenuAnswer answer =
         menus_tick(&title->menu, lines, LINE_COUNT, {left, top + 84, 300, line * static_cast<float>(LINE_COUNT)});
     if (answer.taken >= 0) title_take(answer.taken);
-    if (title->damaged)
-        engine_draw_text(
-            font, "The save was damaged: it is set aside as progress.damaged.txt", left, height - 30, COLOR_WARNING);
+    const char *warning = title->damaged ? "The save was damaged: it is set aside as progress.damaged.txt" : "";
+    engine_draw_text(font, warning, left, height - 30, COLOR_WARNING);
 }

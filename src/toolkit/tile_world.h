@@ -139,6 +139,10 @@ bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, 
 // The background colour, where the map has one, and all layers.
 bool tile_world_draw(SDL_Renderer *renderer, TileWorld *world, const TileWorldView *view);
 
+// Whether anything of the area shows what lies behind a tile layer that stays with the world: through a cell without a
+// tile, or a tile that is not opaque. Where nothing does, layers behind it need not be drawn.
+bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area);
+
 // Where the world's origin lies in the drawing space for a layer, with its offset and parallax: to draw actors by.
 SDL_FPoint tile_world_origin(const TileWorld *world, int layer, const TileWorldView *view);
 

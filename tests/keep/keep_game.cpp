@@ -1,10 +1,15 @@
 // Cinder Keep from its title to its credits: what is kept of a run, and what becomes of a save that is not whole.
 
 #include "game.h"
+#include "hud.h"
 #include "keep/keep_fixture.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/replay/replay.h"
 #include "progress.h"
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -46,6 +51,36 @@ TEST_F(KeepGame, FromTheTitleThroughBothLevelsToTheCreditsAndBack) {
     EXPECT_TRUE(progress.finished);
     EXPECT_EQ(taken("60 60 Escape"), state_of(SCREEN_TITLE));
     EXPECT_EQ(log.errors(), std::vector<std::string>());
+}
+
+TEST_F(KeepGame, AControllerAloneIsEnough) {
+    ASSERT_TRUE(begin_title());
+    play("pad:plug 2 pad:dpdown=1 2 pad:dpdown=0 2 pad:dpup=1 2 pad:dpup=0 2"); // to the settings and back
+    ASSERT_EQ(taken("pad:a=1 2 pad:a=0"), state_of(SCREEN_LEVEL_1));
+    char text[64];
+    hud_sign_text("{jump}, {left}", text, sizeof text);
+    EXPECT_STREQ(text, "A, D-pad left") << "as it stands on the controller";
+    const float x = level()->hero.body.pos.x;
+    play("pad:leftx=1 60 pad:leftx=0 10");
+    EXPECT_GT(level()->hero.body.pos.x, x + 100);
+    play("pad:a=1 3");
+    EXPECT_LT(level()->hero.body.vel.y, -100);
+    play("pad:a=0 60 pad:x=1 2 pad:x=0");
+    EXPECT_EQ(level()->hero.state, HERO_STRIKE);
+    play("60 pad:b=1 2 pad:b=0");
+    EXPECT_EQ(level()->hero.state, HERO_ROLL);
+    play("60 pad:start=1 1 pad:start=0 2");
+    EXPECT_TRUE(engine_is_paused());
+    play("pad:b=1 1 pad:b=0 2");
+    EXPECT_FALSE(engine_is_paused());
+    EXPECT_NE(level()->hero.state, HERO_ROLL) << "the press was for the menu";
+}
+
+TEST_F(KeepGame, TheMouseAloneLeadsThroughTheMenus) {
+    ASSERT_TRUE(start({"--screen", "title", "--window-size", "800x450"}) && frame());
+    EXPECT_EQ(taken("move:150,180 2 drop:150,180"), state_of(SCREEN_LEVEL_1)); // the second line
+    play("Escape 3");
+    EXPECT_EQ(taken("move:400,270 2 drop:400,270"), state_of(SCREEN_TITLE)); // the last one
 }
 
 TEST_F(KeepGame, APausedLevelStandsStillAndIsLeft) {
@@ -159,6 +194,26 @@ TEST_F(KeepGame, SavesAreReadInBothVersionsAndDamagedOnesSetAside) {
     EXPECT_GT(set_aside, 50);
     write_file(save, "cinder-keep 3\n");
     EXPECT_EQ(progress_load_again(), PROGRESS_DAMAGED) << "of a later game";
+}
+
+TEST_F(KeepGame, AProgramKilledWhileItSavesLeavesAWholeSave) {
+    ASSERT_TRUE(begin_title());
+    progress.levels[0].best_ms = 1;
+    ASSERT_TRUE(progress_save());
+    Sint64 most = 1;
+    for (int i = 0; i < 40; i++) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (;; progress.levels[0].best_ms++) progress_save();
+        }
+        ASSERT_GT(child, 0);
+        usleep(static_cast<useconds_t>(2000 + 700 * i));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        ASSERT_EQ(progress_load_again(), PROGRESS_READ) << "kill " << i;
+        most = SDL_max(most, progress.levels[0].best_ms);
+    }
+    EXPECT_GT(most, 40) << "hardly anything was saved meanwhile";
 }
 
 // Not a test unless asked for: plays the routes and writes the recordings that tests replay.

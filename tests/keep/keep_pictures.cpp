@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int STEPS_PER_PICTURE = 3; // of the animation: 20 pictures a second
+constexpr int STEPS_PER_PICTURE = 6; // of the animation: 10 pictures a second
 
 class KeepPictures : public KeepTest {
 protected:
@@ -48,10 +48,10 @@ TEST_F(KeepPictures, Places) {
 TEST_F(KeepPictures, Gallery) {
     ASSERT_TRUE(start_screen("level-1", "640x360"));
     KeepBot bot(KEEP_ROUTES[0]);
-    for (int step = 0; step < 60 * 14; step++) {
+    for (int step = 0; step < 60 * 11; step++) {
         press(bot.play(*play_level()));
         frame(1.0 / 60);
-        if (step >= 60 * 2 && step % STEPS_PER_PICTURE == 0)
+        if (step >= 60 * 5 && step % STEPS_PER_PICTURE == 0)
             save("keep-" + std::to_string(1000 + step / STEPS_PER_PICTURE));
     }
 }

@@ -1,7 +1,8 @@
 """The levels of the example game Cinder Keep as maps of the map editor: rooms are carved out of solid rock, then dressed.
 
-The map's layers, from the back: the sky and a town with parallax, the back wall, furniture, what hurts, the ground, and
-the objects that the game makes its actors of. Cells are 16 px; rows grow downwards; ends are excluded everywhere.
+The map's layers, from the back: the sky and a town with parallax, the castle's walls and ground, furniture, what hurts,
+and the objects that the game makes its actors of. Walls and ground share a layer: most of it is then opaque, which is
+drawn fastest. Cells are 16 px; rows grow downwards; ends are excluded everywhere.
 """
 
 from __future__ import annotations
@@ -16,7 +17,7 @@ import keep_tiles
 from keep_tiles import HALO_TILES, NOTHING, TILE, TORCH_AT, Tileset
 
 FOLDER = "levels"
-SKY_W, SKY_H, TOWN_W, TOWN_H = 512, 320, 512, 190
+SKY_W, SKY_H, TOWN_W, TOWN_H = 640, 320, 1024, 190
 SOLID, OPEN, LEDGE, SPIKES, LAVA = "#.-^~"
 
 
@@ -337,7 +338,7 @@ def halos(level: Level) -> dict[tuple[int, int], tuple[int, int]]:
 
 def draw(level: Level, tiles: Tileset) -> dict[str, list[list[int]]]:
     """The tile layers, as tile numbers; -1 is nothing."""
-    layers = {name: [[-1] * level.cols for _ in range(level.rows)] for name in ("wall", "decor", "hazards", "ground")}
+    layers = {name: [[-1] * level.cols for _ in range(level.rows)] for name in ("castle", "decor", "hazards")}
     lit, holes = halos(level), set()
     for col, row in level.torches:
         assert level.cells[row][col] == OPEN and level.cells[row + 1][col] == OPEN, f"{level.name}: torch at {col}, {row}"
@@ -356,15 +357,15 @@ def draw(level: Level, tiles: Tileset) -> dict[str, list[list[int]]]:
     for row, col in itertools.product(range(level.rows), range(level.cols)):
         cell, theme = level.cells[row][col], level.themes[row][col]
         if cell == SOLID:
-            layers["ground"][row][col] = tiles.ground(row, col, around(level, row, col, False))
+            layers["castle"][row][col] = tiles.ground(row, col, around(level, row, col, False))
             continue
         if theme and (row, col) not in holes:
-            layers["wall"][row][col] = tiles.wall(theme, row, col, lit.get((row, col)), around(level, row, col, True))
+            layers["castle"][row][col] = tiles.wall(theme, row, col, lit.get((row, col)), around(level, row, col, True))
         elif theme:
-            layers["wall"][row][col] = _behind_window(tiles, theme, row, col, layers["decor"][row][col], around(level, row, col, True))
+            layers["castle"][row][col] = _behind_window(tiles, theme, row, col, layers["decor"][row][col], around(level, row, col, True))
         if cell == LEDGE:
             ends = [level.cells[row][col + side] == OPEN for side in (-1, 1)]
-            layers["ground"][row][col] = tiles.ledge(*ends)
+            layers["castle"][row][col] = tiles.ledge_before(layers["castle"][row][col], *ends)
         elif cell == SPIKES:
             layers["hazards"][row][col] = tiles.spikes()
         elif cell == LAVA:
@@ -402,9 +403,9 @@ def project(level: Level, layers: dict[str, list[list[int]]]) -> str:
         f'tileheight="{TILE}" infinite="0" nextlayerid="20" nextobjectid="{len(level.objects) + 1}">',
         " " + properties({"title": level.title, "seconds": level.seconds, "music": level.music}),
         ' <tileset firstgid="1" source="keep.tsx"/>',
-        f' <imagelayer id="{next(ids)}" name="sky" parallaxx="0" parallaxy="0" repeatx="1" offsetx="{-SKY_W // 2}" offsety="{-SKY_H // 2}">'
+        f' <imagelayer id="{next(ids)}" name="sky" parallaxx="0" parallaxy="0" offsetx="{-SKY_W // 2}" offsety="{-SKY_H // 2}">'
         f'<image source="sky.png" width="{SKY_W}" height="{SKY_H}"/></imagelayer>',
-        f' <imagelayer id="{next(ids)}" name="town" parallaxx="0.25" parallaxy="0" repeatx="1" offsety="-22">'
+        f' <imagelayer id="{next(ids)}" name="town" parallaxx="0.25" parallaxy="0" offsetx="-300" offsety="-22">'
         f'<image source="town.png" width="{TOWN_W}" height="{TOWN_H}"/></imagelayer>',
     ]
     for name, rows in layers.items():

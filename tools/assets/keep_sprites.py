@@ -258,8 +258,8 @@ CLIPS: list[tuple[str, int, int, bool, Draw]] = [  # name, frames, ms to a frame
 def make(out_dir: Path) -> None:
     """Writes the sheet and its description."""
     cells = [(name, n, ms, draw) for name, count, ms, _, draw in CLIPS for n in range(count)]
-    rows = -(-len(cells) // COLUMNS)
-    sheet = Image.new("RGBA", (COLUMNS * CELL, rows * CELL))
+    lines_of_cells = -(-len(cells) // COLUMNS)
+    sheet = Image.new("RGBA", (COLUMNS * CELL, lines_of_cells * CELL))
     frames = []
     for at, (name, n, ms, draw) in enumerate(cells):
         frame = blank()
@@ -267,9 +267,11 @@ def make(out_dir: Path) -> None:
         cell = frame[ANCHOR_Y - CELL : ANCHOR_Y, ANCHOR_X - CELL // 2 : ANCHOR_X + CELL // 2]
         x, y = at % COLUMNS * CELL, at // COLUMNS * CELL
         sheet.paste(Image.fromarray(CODE_COLOURS[cell], "RGBA"), (x, y))
-        box = {"x": 0, "y": 0, "w": CELL, "h": CELL}
-        frames.append({"filename": f"{name} {n}", "frame": box | {"x": x, "y": y}, "rotated": False, "trimmed": False,
-                       "spriteSourceSize": box, "sourceSize": {"w": CELL, "h": CELL}, "duration": ms})
+        rows_used, cols_used = np.flatnonzero(cell.any(1)), np.flatnonzero(cell.any(0))
+        left, top = int(cols_used[0]), int(rows_used[0])  # cut down to what is on it
+        box = {"x": left, "y": top, "w": int(cols_used[-1]) + 1 - left, "h": int(rows_used[-1]) + 1 - top}
+        frames.append({"filename": f"{name} {n}", "frame": box | {"x": x + left, "y": y + top}, "rotated": False,
+                       "trimmed": True, "spriteSourceSize": box, "sourceSize": {"w": CELL, "h": CELL}, "duration": ms})
     tags, first = [], 0
     for name, count, _, loops, _ in CLIPS:
         tag = {"name": name, "from": first, "to": first + count - 1, "direction": "forward"}

@@ -132,6 +132,17 @@ class Tileset:
                 picture[2:7, iron] = index("stone.2")
         return self.add(key, Tile(picture, "ledge", (0, 0, TILE, 8)))
 
+    def ledge_before(self, wall: int, left: bool, right: bool) -> int:
+        """The same with the wall behind it; -1: there is none."""
+        board = self.ledge(left, right)
+        key = ("ledge before", wall, board)
+        if wall >= 0 and key not in self.known:
+            pixels = self.tiles[wall].pixels.copy()
+            shown = self.tiles[board].pixels
+            pixels[shown != NOTHING] = shown[shown != NOTHING]
+            self.add(key, Tile(pixels, "ledge", self.tiles[board].shape))
+        return board if wall < 0 else self.known[key]
+
     # --- what stands at the wall or hurts ---
 
     def block(self, name: str, width: int, height: int, paint, family: str, phase: tuple[int, int] = (0, 0)) -> list[list[int]]:
