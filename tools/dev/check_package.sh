@@ -171,9 +171,13 @@ check_library() { # what a game's own project takes, where only the package brin
     as_player "$root" "cp -r /check/star-catcher /home/player/game && cd /home/player/game && rm -rf build &&
         cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build &&
         grep -q '^lumarind_DIR:PATH=/usr/lib' build/CMakeCache.txt && SDL_RENDER_DRIVER=software build/star-catcher --quit-at 30 &&
-        cd build && cpack && ls star-catcher_*.deb star-catcher-*.tar.xz" \
-        >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'the template does not build on the package'; }
-    passed "the template finds the library's package by find_package, builds, runs and makes packages"
+        cd build && cpack && ls star-catcher_*.deb star-catcher-*.tar.xz &&
+        cp -r /check/cinder-keep /home/player/keep && cd /home/player/keep &&
+        cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build &&
+        SDL_RENDER_DRIVER=software build/cinder-keep --screen level-1 --quit-at 30 &&
+        cd build && cpack && ls cinder-keep_*.deb cinder-keep-*.tar.xz" \
+        >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'a game does not build on the package'; }
+    passed "the template, and the example game, finds the library's package by find_package, builds, runs and makes packages"
 }
 
 package_check() {
@@ -181,6 +185,8 @@ package_check() {
     rm -rf "$work"
     mkdir -p "$work/recordings" "$work/home"
     "$top/dev" new "$work/star-catcher"
+    mkdir "$work/cinder-keep"
+    (cd "$top/examples/cinder-keep" && cp -r ./*.cpp ./*.h CMakeLists.txt LICENCE assets "$work/cinder-keep")
     "$work/star-catcher/dev" package >&2
     check_metadata
     say 'recording the scenes of the tests'
