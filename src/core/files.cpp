@@ -56,9 +56,9 @@ void files_log() {
     if (g_files.found) {
         SDL_Log("[FILES] Assets in: %sassets", g_files.asset_root.text);
     } else {
-        SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "[FILES] No folder of assets; looked for: %s", g_files.looked);
+        SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "[FILES] No assets folder found; searched: %s", g_files.looked);
     }
-    SDL_Log("[FILES] The user's files in: %s", g_files.user_root.text);
+    SDL_Log("[FILES] User files in: %s", g_files.user_root.text);
 }
 
 const char *files_asset_root() { return g_files.asset_root.text; }
