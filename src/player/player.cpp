@@ -216,7 +216,7 @@ void player_init(Player *player, SDL_FPoint spawn, const ColliderRects *rects, c
 void player_set_state(Player *player, PlayerState next) {
     if (next == PLAYER_STATE_NONE || next == player->state) return;
     if (!_player_is_state(next)) {
-        engine_error("[PLAYER] There is no state %d", next);
+        engine_error("[PLAYER] Invalid state %d", next);
         return;
     }
     const PlayerStateRow *row = &player_states[next];
