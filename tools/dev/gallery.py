@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Turns the BMP pictures of one folder into those of docs/gallery: a PNG of each, overview.png with all of them at half
-their size, three to a row, and play.webp, the animation of the pictures named play-*."""
+"""Converts a folder of BMP pictures for docs/gallery: a PNG of each, overview.png with all of them at half size, three
+per row, and play.webp, an animation of the pictures named play-*."""
 
 import sys
 from pathlib import Path
@@ -11,7 +11,7 @@ COLUMNS = 3
 GAP = 8
 BACKGROUND = (20, 24, 30)
 FRAME_MS = 50
-LARGEST = 3_000_000  # bytes; people wait for what is larger
+LARGEST = 3_000_000  # bytes; limits download time
 
 
 def overview(pictures: list[Image.Image]) -> Image.Image:
