@@ -10,7 +10,7 @@ SRC = Path(__file__).resolve().parents[2] / "src"
 
 # From bottom to top. A name is a file without extension, or a folder for all its other files. Layers from PROGRAM_LAYER
 # on are the demonstration; those below are the library, whose public headers are included as "lumarind/folder/name.h".
-FLOORS = [
+LAYERS = [
     ["core", "replay", "app/args", "engine/game", "engine/game_state", "engine/game_internal", "engine/ui_scale",
      "input/input_actions", "input/input_recording", "diagnostics/capture_format"],
     ["config"],
@@ -22,13 +22,13 @@ FLOORS = [
     ["screens"],
     ["app/demo_game", "app/main"],
 ]
-PROGRAM_FLOOR = 7
-FLOOR_OF = {name: floor for floor, names in enumerate(FLOORS, 1) for name in names}
+PROGRAM_LAYER = 7
+LAYER_OF = {name: layer for layer, names in enumerate(LAYERS, 1) for name in names}
 
 
-def floor_of(file: str) -> int | None:
+def layer_of(file: str) -> int | None:
     """The layer of a file, given relative to src, without extension."""
-    return FLOOR_OF.get(file, FLOOR_OF.get(file.split("/")[0]))
+    return LAYER_OF.get(file, LAYER_OF.get(file.split("/")[0]))
 
 
 def is_internal(file: str) -> bool:
@@ -67,13 +67,13 @@ def check_prefixes(path: Path) -> list[str]:
 def check_include(file: str, included: str) -> str | None:
     """Returns what is wrong with an include, or None."""
     folder, other = file.split("/")[0], included.split("/")[0]
-    if floor_of(included) > floor_of(file):
-        return f"{included} is in layer {floor_of(included)}, above layer {floor_of(file)}"
+    if layer_of(included) > layer_of(file):
+        return f"{included} is in layer {layer_of(included)}, above layer {layer_of(file)}"
     if is_internal(included) and folder != other and file != "app/main_loop":
         return f"{included} is internal to {other}"
-    if floor_of(file) >= PROGRAM_FLOOR > floor_of(included) and included not in PUBLIC:
+    if layer_of(file) >= PROGRAM_LAYER > layer_of(included) and included not in PUBLIC:
         return f"{included} is the library's own"
-    if folder == other == "screens" and file != included and floor_of(file) == floor_of(included):
+    if folder == other == "screens" and file != included and layer_of(file) == layer_of(included):
         return f"a screen knows no other screen ({included})"
     return None
 
@@ -104,7 +104,7 @@ def main() -> int:
     headers = {}
     for path in sorted([*SRC.rglob("*.h"), *SRC.rglob("*.cpp")]):
         file = path.relative_to(SRC).with_suffix("").as_posix()
-        if floor_of(file) is None:
+        if layer_of(file) is None:
             problems.append(f"{file}: is in no layer; add it to LAYERS")
             continue
         included = project_includes(path)
@@ -116,7 +116,7 @@ def main() -> int:
                 problems.append(f"{path.relative_to(SRC.parent)}: {problem}")
     if ring := find_ring(headers):
         problems.append("a ring of headers: " + " -> ".join(ring))
-    print("\n".join(problems) or f"{len(headers)} headers in {len(FLOORS)} layers, all includes allowed")
+    print("\n".join(problems) or f"{len(headers)} headers in {len(LAYERS)} layers, all includes allowed")
     return 1 if problems else 0
 
 
