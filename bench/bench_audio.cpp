@@ -1,5 +1,5 @@
-// Sound effects: how many seconds of sound a second of one core makes. Each preset over many seeds, and each wave.
-// And what all the sounds of the audio demo cost at once: the time its set-up takes, its files in the system's cache.
+// Sound synthesis: seconds of sound per second of one core, for each preset over many seeds and for each wave; and the
+// setup time of the audio demo with all its sounds, with its files in the page cache.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
@@ -13,7 +13,7 @@
 
 #include <iterator>
 
-static constexpr Uint64 SEEDS = 64, SEED_STEP = 0x9e3779b97f4a7c15; // far apart: small ones begin alike
+static constexpr Uint64 SEEDS = 64, SEED_STEP = 0x9e3779b97f4a7c15; // far apart: small seeds start with similar draws
 
 static void report_seconds(benchmark::State &state, Sint64 frames) {
     state.counters["sound_s/s"] =

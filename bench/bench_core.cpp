@@ -1,4 +1,4 @@
-// The plain calculations behind every frame.
+// Small calculations of every frame.
 
 #include "lumarind/engine/timestep.h"
 #include "lumarind/toolkit/colliders.h"
@@ -21,7 +21,7 @@ static void point_against_rectangles(benchmark::State &state) {
         const SDL_FRect rect = {static_cast<float>(i) * 20, 0, 16, 16};
         colliders_rects_add(rects, &rect);
     }
-    const SDL_FPoint miss = {-1, -1}; // the whole set is scanned
+    const SDL_FPoint miss = {-1, -1}; // the whole set is searched
     for (auto _ : state) benchmark::DoNotOptimize(colliders_point_inside_rect(&miss, rects));
     state.SetItemsProcessed(state.iterations() * state.range(0));
     colliders_rects_cleanup(rects);

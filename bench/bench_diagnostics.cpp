@@ -1,6 +1,5 @@
-// What measuring a frame costs, what drawing the profiler panel costs, and how long a capture holds up its frame.
-// The panel and captures are measured at 1280 x 720 on the software renderer, and on what the offscreen video driver
-// gives when it starts.
+// Cost of profiling a frame, of drawing the profiler panel, and of a capture within its frame. Panel and captures are
+// measured at 1280 x 720 on the software renderer, and on the offscreen video driver's renderer if it is available.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
@@ -29,7 +28,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The program on a driver of the case's choice, in a folder of its own while it lives.
+// Runs the program on a given driver, in a temporary folder.
 class Program {
 public:
     Program(const char *video, const char *renderer, const std::string &capture_format)
@@ -66,7 +65,7 @@ private:
     fs::path previous_, folder_;
 };
 
-// 512 frames of every phase, step count and jitter class, some of them very slow.
+// 512 frames with every phase, step count and jitter class, some of them very slow.
 void fill_history(FrameProfile *profile) {
     std::mt19937 random(7);
     uint64_t now = 0;
@@ -102,7 +101,7 @@ void marks(benchmark::State &state) {
 }
 BENCHMARK(marks)->Name("profiler_mark");
 
-void frame_marks(benchmark::State &state) { // all that a frame with a shown panel and one step records
+void frame_marks(benchmark::State &state) { // all recording of a frame with the panel shown and one step
     const Program program("dummy", "software", "png");
     if (!program.runs) return state.SkipWithError("the engine does not start");
     for (auto _ : state) {
@@ -126,7 +125,7 @@ void statistics(benchmark::State &state) {
 }
 BENCHMARK(statistics)->Name("frame_profile_stats_512");
 
-// --- panel: recorded and drawn to the end; nothing is presented ---
+// --- panel: drawn and flushed, but not presented ---
 
 void panel(benchmark::State &state, const Driver &driver) {
     const Program program(driver.video, driver.renderer, "png");
@@ -142,7 +141,7 @@ void panel(benchmark::State &state, const Driver &driver) {
     SDL_RenderPresent(engine_renderer());
 }
 
-// --- capture: the whole frame it holds up, over the menu with the panel ---
+// --- capture: from read-back to the written file, of the menu with the panel ---
 
 void capture_stall(benchmark::State &state, const Driver &driver, const char *format) {
     const Program program(driver.video, driver.renderer, format);

@@ -1,5 +1,5 @@
-// The physics screen: its fixed step and its frame. What is timed is a stretch of steps in each state of the scene,
-// built anew for every stretch, because a scene falls asleep while it is measured.
+// The physics screen's fixed step and frame. Each timed run of steps starts with a newly built scene in the given
+// state, because a scene falls asleep while it is measured.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
@@ -36,14 +36,14 @@ void prepare(SceneState scene) {
     physics_demo_rebuild();
     if (scene != SCENE_AT_START) drop_all_debris();
     if (scene == SCENE_WITH_DEBRIS) {
-        for (int i = 0; i < 110; i++) physics_demo_fixed_update(STEP); // it has landed, the wall is falling
+        for (int i = 0; i < 110; i++) physics_demo_fixed_update(STEP); // the debris has landed, the wall is falling
     }
 }
 
-// Of this process, so that others on the machine count little.
+// CPU time of this process, hardly affected by other processes.
 double cpu_seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
-// The time of an iteration is that of one fixed step.
+// An iteration's time is that of one fixed step.
 void physics_step(benchmark::State &state) {
     const auto scene = static_cast<SceneState>(state.range(0));
     if (!start_screen("800x450")) return state.SkipWithError("the screen did not start");
@@ -77,7 +77,7 @@ void physics_frame(benchmark::State &state) {
     for (int i = 0; i < 30; i++) physics_demo_fixed_update(STEP);
     for (auto _ : state) {
         physics_demo_tick();
-        SDL_FlushRenderer(engine_renderer()); // until then the picture is a list of commands
+        SDL_FlushRenderer(engine_renderer()); // executes the queued render commands
     }
     main_loop_stop();
 }

@@ -1,4 +1,4 @@
-// What the layer adds to Box2D 2.4: the screen's fixed step, and the same scene stepped by 2.4 itself, in turns.
+// Overhead of the layer on Box2D 2.4: the screen's fixed step and the same scene on 2.4 itself, alternately.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
@@ -16,7 +16,7 @@ namespace {
 constexpr double STEP = 1.0 / 60;
 constexpr int FIRST_LINK = 3, BALL = 15;
 
-// The scene as the screen has just built it.
+// A copy of the scene as built by the screen.
 DirectScene *direct_copy() {
     std::vector<DirectBody> bodies;
     for (int i = 0; i < physics_demo->props->count; i++) {
@@ -42,7 +42,7 @@ DirectScene *direct_copy() {
     return direct_scene_new(bodies.data(), static_cast<int>(bodies.size()), pins.data(), static_cast<int>(pins.size()));
 }
 
-// In processor time, so that others on the machine count little.
+// In CPU time, hardly affected by other processes.
 template <typename Work> double timed(Work work) {
     const std::clock_t begin = std::clock();
     work();

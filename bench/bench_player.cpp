@@ -1,4 +1,4 @@
-// The player's fixed step: in the castle, and against levels of many rectangles.
+// The player's fixed step, in the castle and among many rectangles.
 
 #include "lumarind/core/storage.h"
 #include "player/player.h"
@@ -18,7 +18,7 @@ struct Level {
     }
 };
 
-// To and fro, jumping, rolling and striking; respawned after a fall.
+// Runs to and fro, jumps, rolls and attacks; respawns after a fall.
 static void step_player(Player *player, Level *level, int tick) {
     const bool left = tick / 400 % 3 == 2;
     const PlayerIntent intent = {
@@ -51,7 +51,7 @@ static void player_step_in_the_castle(benchmark::State &state) {
 }
 BENCHMARK(player_step_in_the_castle);
 
-// On a floor of so many rectangles side by side. A look that meets none goes through all of them.
+// On a floor of this many rectangles side by side; a query without a hit searches all of them.
 static void player_step_among_rectangles(benchmark::State &state) {
     Level level;
     for (auto i = state.range(0); i > 0; i--) {

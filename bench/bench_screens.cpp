@@ -1,6 +1,6 @@
-// What drawing one frame of each screen costs at 1280 × 720, without overlays and presenting, and what recording adds to
-// a frame. The renderer is SDL's choice for the video driver: the software one on the dummy driver, OpenGL where
-// SDL_VIDEO_DRIVER=offscreen has it.
+// Cost of drawing one frame of each screen at 1280 × 720, without overlays and present, and of recording a frame. The
+// renderer is SDL's default for the video driver: software on the dummy driver, OpenGL with SDL_VIDEO_DRIVER=offscreen
+// if available.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
@@ -36,14 +36,14 @@ static void screen_frame(benchmark::State &state) {
     for (auto _ : state) {
         screen_fixed_update(screen, engine_fixed_delta());
         screen_tick(screen);
-        SDL_FlushRenderer(engine_renderer()); // until then the picture is a list of commands
+        SDL_FlushRenderer(engine_renderer()); // executes the queued render commands
     }
     main_loop_stop();
 }
 BENCHMARK(screen_frame)->DenseRange(0, SDL_arraysize(NAMES) - 1)->Unit(benchmark::kMicrosecond);
 
-// All that recording has to do with: a frame's start, its events (a key and the mouse each time) and its step, of the
-// platformer, whose step itself is left out.
+// Everything in which recording takes part: frame start, events (a key and a mouse motion) and step of the platformer,
+// except its fixed update.
 static void frame_recorded(benchmark::State &state) {
     const char *path = "bench.lmr";
     if (state.range(0) && !replay_record(path)) return state.SkipWithError("no recording");

@@ -1,6 +1,6 @@
-// What it costs to hand 2,000 sprites of one sheet to the renderer, one by one and as a batch, beside bare calls that
-// draw the same. Only the handing over is timed, not the drawing that follows. The bare and the other loop take turns,
-// and a row's share is that of the medians.
+// Cost of submitting 2,000 sprites of one sheet to the renderer, single and batched, compared with bare calls for the
+// same picture. Only submitting is timed, not the drawing that follows. The two loops alternate, and a row's share is
+// the ratio of their medians.
 
 #include "engine/setup.h"
 #include "lumarind/engine/engine.h"
@@ -55,7 +55,7 @@ public:
     Crowd(const Crowd &) = delete;
     Crowd &operator=(const Crowd &) = delete;
 
-    // As a program does that knows its sheet: from frames to texels, a rectangle each.
+    // As a program would do with a known sheet: one source rectangle per frame.
     SDL_FRect source(int i) const {
         const AnimationClip *clip = &fireknight_animations.clips[animations[i].clip];
         const int frame = clip->first_frame + animations[i].frame;
@@ -114,7 +114,7 @@ double median(std::vector<double> *values) {
     return *middle;
 }
 
-double thread_seconds() { // others on the machine do not count
+double thread_seconds() { // CPU time, hardly affected by other processes
     timespec now = {};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
@@ -125,7 +125,7 @@ template <typename Work> double seconds(SDL_Renderer *renderer, Work work) {
     work();
     const double end = thread_seconds();
     SDL_SetRenderClipRect(renderer, nullptr);
-    SDL_RenderPresent(renderer); // the drawing itself, untimed
+    SDL_RenderPresent(renderer); // executes the drawing, not timed
     return end - begin;
 }
 
@@ -134,7 +134,7 @@ template <typename Bare, typename Ours> void compare(benchmark::State &state, Ba
     auto crowd = std::make_unique<Crowd>(driver);
     if (!crowd->sheet || !crowd->batch) return state.SkipWithError("no renderer");
     state.SetLabel(driver.name);
-    // One pixel of each is drawn: what the renderer is asked is timed, not how it fills 74 million pixels.
+    // Clipped to one pixel: measures submitting, not filling 74 million pixels.
     const SDL_Rect corner = {0, 0, 1, 1};
     std::vector<double> bare_times, our_times;
     for (auto _ : state) {

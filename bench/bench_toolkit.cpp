@@ -1,4 +1,4 @@
-// Tile layers: reading them, baking them, and what a frame of a panning map costs, on the software renderer.
+// Tile layers: loading, baking, and a frame of a panning map, on the software renderer.
 
 #include "bench/repeated_castle.h"
 #include "engine/setup.h"
@@ -18,7 +18,7 @@
 
 static constexpr float VIEW_WIDTH = 1280, VIEW_HEIGHT = 720;
 
-static std::string layer_csv(int rows, int cols) { // as a map editor writes it: small numbers and large, flagged ones
+static std::string layer_csv(int rows, int cols) { // like a map editor's: small and large numbers, with flip flags
     std::string csv;
     for (int row = 0; row < rows; row++) {
         for (int col = 0; col < cols; col++) {
@@ -64,7 +64,7 @@ public:
         engine_stop();
     }
 
-    // One frame at a step of a sweep over the whole map.
+    // Draws one frame of a pan over the whole map.
     static void draw_frame(const RenderGrid *grid, float scale, int step) {
         const float width = static_cast<float>(grid->cols * grid->chunk_w) * scale - VIEW_WIDTH;
         const float height = static_cast<float>(grid->rows * grid->chunk_h) * scale - VIEW_HEIGHT;
@@ -96,7 +96,7 @@ BENCHMARK_DEFINE_F(CastleBench, pan_castle)(benchmark::State &state) {
 BENCHMARK_REGISTER_F(CastleBench, pan_castle)->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_DEFINE_F(CastleBench, pan_1024_tiles_square)(benchmark::State &state) {
-    TileGrid *layer = castle.map->layer; // the castle over and over
+    TileGrid *layer = castle.map->layer; // the castle, repeated
     castle.map->layer = tile_grid_new(1024, 1024);
     for (int row = 0; row < 1024; row++) {
         for (int col = 0; col < 1024; col++) {
@@ -112,7 +112,7 @@ BENCHMARK_DEFINE_F(CastleBench, pan_1024_tiles_square)(benchmark::State &state) 
 }
 BENCHMARK_REGISTER_F(CastleBench, pan_1024_tiles_square)->Unit(benchmark::kMicrosecond)->Iterations(2000);
 
-BENCHMARK_DEFINE_F(CastleBench, load_tile_map_csv)(benchmark::State &state) { // its tileset and picture, too
+BENCHMARK_DEFINE_F(CastleBench, load_tile_map_csv)(benchmark::State &state) { // with its tileset and image
     constexpr const char *NAME = "bench-1024.tmx";
     if (!write_repeated_castle(NAME, 1024, 1024)) return state.SkipWithError("the map could not be written");
     Uint64 size = 0;

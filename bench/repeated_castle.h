@@ -1,5 +1,5 @@
-// repeated_castle: the castle's tile layer over and over, as a map of any size.
+// repeated_castle: a map of any size made by repeating the castle's tile layer.
 #pragma once
 
-// Writes a map beside the executable, with its layer as CSV. False: it could not be written.
+// Writes the map, with a CSV layer, beside the executable. Returns false on a write error.
 bool write_repeated_castle(const char *name, int cols, int rows);

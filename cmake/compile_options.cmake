@@ -1,10 +1,10 @@
-# Options of this project's own targets; they never reach the libraries or a game.
+# Compile options of this project's targets; not passed on to libraries or games.
 add_library(lumarind_options INTERFACE)
 target_compile_features(lumarind_options INTERFACE cxx_std_20)
 if(NOT MSVC)
-    # Recordings are replayed to the bit by builds of every compiler, level and processor: a product and a sum are
-    # rounded one by one, never fused. All else follows from IEEE arithmetic in SSE registers; simulations call no
-    # function of the C library whose last digit may differ, such as the sine.
+    # Replays must be bit-identical across compilers, optimisation levels and processors: multiplications and additions
+    # must not be fused. The rest follows from IEEE arithmetic in SSE registers; simulations do not call C library
+    # functions whose last digit may differ, such as the sine.
     target_compile_options(lumarind_options INTERFACE -ffp-contract=off)
     target_compile_options(lumarind_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
     if(LUMARIND_WARNINGS_AS_ERRORS)
@@ -17,5 +17,5 @@ if(LUMARIND_SANITIZE)
     target_link_options(lumarind_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(LUMARIND_FUZZERS)
-    target_compile_options(lumarind_options INTERFACE -fsanitize=fuzzer-no-link) # counts what is reached
+    target_compile_options(lumarind_options INTERFACE -fsanitize=fuzzer-no-link) # coverage counters
 endif()

@@ -1,4 +1,4 @@
-# Everything the project builds on, by find_package; inih has no CMake package and is found by pkg-config.
+# All dependencies, found by find_package; inih has no CMake package and is found by pkg-config.
 find_package(SDL3 3.4 REQUIRED CONFIG)
 find_package(SDL3_ttf 3.2 REQUIRED CONFIG)
 find_package(SDL3_image 3.2 REQUIRED CONFIG)
@@ -15,8 +15,8 @@ if(LUMARIND_TESTS)
     find_package(GTest REQUIRED)
 endif()
 
-# The physics screen is written against Box2D's version 3 interface, as of 3.2: lumarind_box2d is version 3 itself where
-# it is found, and on version 2.4 this project's layer.
+# The physics screen uses Box2D's version 3.2 interface: lumarind_box2d is version 3 itself if it is found, otherwise
+# this project's layer on version 2.4.
 if(LUMARIND_PROGRAM)
     find_package(box2d REQUIRED CONFIG)
     add_library(lumarind_box2d INTERFACE)

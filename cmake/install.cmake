@@ -1,5 +1,5 @@
-# What a game takes: the library, its headers, its CMake package and its pkg-config file. All paths in them are relative
-# to where they lie, so that the whole may be moved after it was installed.
+# Installs what games use: the library, its headers, its CMake package and its pkg-config file. All paths in them are
+# relative, so that the installation can be relocated.
 include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/lumarind)
 
@@ -24,11 +24,11 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_FULL_INCLUDEDIR BASE_DIRECTORY ${CMAKE_IN
 configure_file(cmake/lumarind.pc.in ${PROJECT_BINARY_DIR}/lumarind.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/lumarind.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
-# What makes packages of games goes along.
+# The packaging function for games is installed too.
 install(FILES cmake/package.cmake DESTINATION ${package_dir} COMPONENT development)
 install(DIRECTORY packaging DESTINATION ${package_dir} COMPONENT development)
 
-# Called by lumarind_package: the library's own package, beside the demonstration's.
+# Called by lumarind_package: adds the library's package to the demonstration's.
 function(lumarind_package_library)
     _lumarind_documents(liblumarind-dev development)
     set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME liblumarind-dev)

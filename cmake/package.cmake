@@ -1,10 +1,10 @@
-# lumarind_package(TARGET program ...): what makes packages of a game: install rules by the usual folders, and CPack for
-# `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (an archive that runs where nothing is installed). To be called
-# once, at the end of the project that is built; elsewhere than on Linux, or in a part of another project, it does nothing.
+# lumarind_package(TARGET program ...): packages a game: install rules for the usual folders, and CPack for
+# `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (a portable archive). Call it once, at the end of the top-level
+# project; on other systems than Linux, or in a subproject, it does nothing.
 # docs/packaging.md explains the arguments.
 #
-# Everything in the packages depends on the source alone: times are those of SOURCE_DATE_EPOCH, which `./dev package`
-# sets to the last commit's.
+# Packages are reproducible: their contents depend only on the source, and times are SOURCE_DATE_EPOCH, which
+# `./dev package` sets to the last commit's.
 if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/packaging) # installed
     set(LUMARIND_PACKAGING ${CMAKE_CURRENT_LIST_DIR}/packaging CACHE INTERNAL "")
 else()
@@ -40,7 +40,7 @@ function(lumarind_package)
     if(NOT arg_ID MATCHES "^[a-z][a-z0-9-]+$")
         message(FATAL_ERROR "lumarind_package: an ID has small letters, digits and dashes: ${arg_ID}")
     endif()
-    # Software centres want a domain in the identifier, and a homepage of whatever is an application to them.
+    # Software centres require a domain in the identifier, and a homepage for an application.
     string(REPLACE - _ undashed ${arg_ID})
     _lumarind_default(APP_ID invalid.${undashed}.${undashed})
     _lumarind_default(HOMEPAGE "${PROJECT_HOMEPAGE_URL}")
@@ -58,7 +58,7 @@ function(lumarind_package)
     endif()
     set(made ${PROJECT_BINARY_DIR}/packaging)
 
-    # The program and its assets. One that looks for its assets in the current folder gets a launcher that makes one.
+    # The program and its assets. If it reads assets in the current folder, a launcher creates that folder.
     set(of_program COMPONENT program)
     install(DIRECTORY ${arg_ASSETS}/ DESTINATION share/${arg_ID}/assets ${of_program})
     if(arg_OWN_FOLDER)
@@ -76,7 +76,7 @@ function(lumarind_package)
         set(files_folder "the folder that its log names first, below ~/.local/share")
     endif()
 
-    # What desktops, software centres and `man` read.
+    # Metadata for desktops, software centres and `man`.
     configure_file(${LUMARIND_PACKAGING}/game.desktop.in ${made}/${arg_ID}.desktop @ONLY)
     install(FILES ${made}/${arg_ID}.desktop DESTINATION share/applications ${of_program})
     foreach(text IN ITEMS NAME SUMMARY DESCRIPTION)
@@ -85,13 +85,13 @@ function(lumarind_package)
     endforeach()
     configure_file(${LUMARIND_PACKAGING}/metainfo.xml.in ${made}/${arg_APP_ID}.metainfo.xml @ONLY)
     install(FILES ${made}/${arg_APP_ID}.metainfo.xml DESTINATION share/metainfo ${of_program})
-    file(GLOB icons CONFIGURE_DEPENDS ${arg_ICONS}/*.png) # named by their size in pixels
+    file(GLOB icons CONFIGURE_DEPENDS ${arg_ICONS}/*.png) # named by size in pixels
     foreach(icon IN LISTS icons)
         cmake_path(GET icon STEM size)
         install(FILES ${icon} DESTINATION share/icons/hicolor/${size}x${size}/apps RENAME ${arg_ID}.png ${of_program})
     endforeach()
     string(TOUPPER ${arg_ID} heading)
-    string(REPLACE - \\- dashed ${arg_ID}) # a hyphen of a name, which may not become another dash
+    string(REPLACE - \\- dashed ${arg_ID}) # keeps hyphens in names from becoming dashes
     configure_file(${LUMARIND_PACKAGING}/manual.6.in ${made}/${arg_ID}.6 @ONLY)
     _lumarind_compress(${made}/${arg_ID}.6)
     install(FILES ${made}/${arg_ID}.6.gz DESTINATION share/man/man6 ${of_program})
@@ -99,7 +99,7 @@ function(lumarind_package)
     configure_file(${LUMARIND_PACKAGING}/lintian-overrides.in ${made}/lintian-overrides @ONLY)
     install(FILES ${made}/lintian-overrides DESTINATION share/lintian/overrides RENAME ${arg_ID} ${of_program})
 
-    # The archive, in which all lies below one folder, is made by `cpack` alone.
+    # The archive, with one top-level folder, is built by `cpack` only.
     set(of_portable COMPONENT portable EXCLUDE_FROM_ALL)
     install(TARGETS ${program} DESTINATION program ${of_portable})
     install(DIRECTORY ${arg_ASSETS}/ DESTINATION program/assets ${of_portable})
@@ -122,7 +122,7 @@ function(lumarind_package)
     set(CPACK_PACKAGE_FILE_NAME ${arg_ID}-${version}-linux-${CMAKE_SYSTEM_PROCESSOR}) # and the archive's folder
     set(CPACK_ARCHIVE_PORTABLE_FILE_NAME ${CPACK_PACKAGE_FILE_NAME})
     set(CPACK_STRIP_FILES ON)
-    set(CPACK_THREADS 1) # the number decides the archive's bytes
+    set(CPACK_THREADS 1) # the thread count affects the archive's bytes
     set(CPACK_DEB_COMPONENT_INSTALL ON)
     set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
     set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -134,13 +134,13 @@ function(lumarind_package)
     set(CPACK_PROJECT_CONFIG_FILE ${LUMARIND_PACKAGING}/cpack.cmake)
     set(CPACK_PRE_BUILD_SCRIPTS ${LUMARIND_PACKAGING}/settle.cmake)
     set(CPACK_COMPONENTS_ALL program portable)
-    if(COMMAND lumarind_package_library) # in the engine's own build
+    if(COMMAND lumarind_package_library) # in the engine's build
         lumarind_package_library()
     endif()
     include(CPack)
 endfunction()
 
-# _lumarind_default(NAME value...): the first value that is not empty, where the argument was not given
+# _lumarind_default(NAME value...): sets an argument that was not given to the first value that is not empty
 macro(_lumarind_default name)
     foreach(value ${ARGN})
         if(NOT arg_${name})
@@ -149,7 +149,7 @@ macro(_lumarind_default name)
     endforeach()
 endmacro()
 
-# The newest release of a file in the form of keepachangelog.com: its version has to be the project's.
+# Reads the newest release of a changelog (keepachangelog.com); its version must be the project's.
 macro(_lumarind_read_changes file)
     set(changes "  * Release ${version}.\n")
     string(TIMESTAMP release_date "%Y-%m-%d" UTC)
@@ -159,10 +159,10 @@ macro(_lumarind_read_changes file)
             message(FATAL_ERROR "the newest release in ${file} is ${CMAKE_MATCH_1}, the project's version ${version}")
         endif()
         set(release_date ${CMAKE_MATCH_2})
-        string(REGEX REPLACE "\n(## |\\[).*" "" text "${CMAKE_MATCH_3}") # the older ones, and the addresses below
+        string(REGEX REPLACE "\n(## |\\[).*" "" text "${CMAKE_MATCH_3}") # removes older releases and links
         string(REGEX REPLACE "### [^\n]*\n" "" text "${text}")
-        string(REGEX REPLACE "\n  +" " " text "${text}") # an entry in one line
-        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # which would part a list
+        string(REGEX REPLACE "\n  +" " " text "${text}") # joins the lines of an entry
+        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # which would split the list
         string(REGEX MATCHALL "- [^\n]+" entries "${text}")
         set(changes "")
         foreach(entry IN LISTS entries)
@@ -173,7 +173,7 @@ macro(_lumarind_read_changes file)
     endif()
 endmacro()
 
-# Every package holds its licence and its changes.
+# Every package contains its licence and changelog.
 macro(_lumarind_documents package component)
     string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
     file(CONFIGURE OUTPUT ${made}/${package}.changelog
@@ -184,10 +184,10 @@ macro(_lumarind_documents package component)
     install(FILES ${arg_LICENCE} DESTINATION share/doc/${package} RENAME copyright COMPONENT ${component})
 endmacro()
 
-string(ASCII 31 _lumarind_semicolon) # stands for one in texts that become lists
+string(ASCII 31 _lumarind_semicolon) # placeholder for semicolons in strings used as lists
 set(_lumarind_semicolon "${_lumarind_semicolon}" CACHE INTERNAL "")
 
-function(_lumarind_wrap text break result) # lines of up to 74 characters, with `break` between them
+function(_lumarind_wrap text break result) # wraps into lines of up to 74 characters, joined by `break`
     set(lines "")
     set(line "")
     string(REPLACE ";" "${_lumarind_semicolon}" text "${text}")

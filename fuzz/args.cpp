@@ -1,4 +1,4 @@
-// The command line, one word to a line.
+// The command line, one argument per line.
 #include "app/args.h"
 
 #include "fuzz/support.h"
@@ -16,13 +16,13 @@ static std::vector<std::string> split_words(const uint8_t *data, size_t size) {
         const void *feed = std::memchr(data + at, '\n', size - at);
         const size_t end = feed ? static_cast<size_t>(static_cast<const uint8_t *>(feed) - data) : size;
         const auto *start = reinterpret_cast<const char *>(data + at);
-        words.emplace_back(std::string(start, end - at).c_str()); // to the first NUL, as a real word
+        words.emplace_back(std::string(start, end - at).c_str()); // up to the first NUL, as in a real argument
         at = end + 1;
     }
     return words;
 }
 
-// What a number option was given last, cut to its lowest 32 bits, as "%d" reads it; 0: not at all.
+// The last value of a number option, truncated to 32 bits, as "%d" reads it; 0 if not given.
 static int last_value(const std::vector<std::string> &words, const char *option) {
     long long value = 0;
     for (size_t i = 1; i < words.size(); i++) {
@@ -34,15 +34,16 @@ static int last_value(const std::vector<std::string> &words, const char *option)
 }
 
 static void check_taken(const std::vector<std::string> &words) {
-    fuzz_check(args_capture_at() == last_value(words, "--capture-at"), "--capture-at is what was written");
-    fuzz_check(args_capture_every() == last_value(words, "--capture-every"), "--capture-every is what was written");
-    fuzz_check(args_quit_at() == last_value(words, "--quit-at"), "--quit-at is what was written");
-    fuzz_check(args_ui_scale() == last_value(words, "--ui-scale"), "--ui-scale is what was written");
+    fuzz_check(args_capture_at() == last_value(words, "--capture-at"), "--capture-at has the last value given");
+    fuzz_check(
+        args_capture_every() == last_value(words, "--capture-every"), "--capture-every has the last value given");
+    fuzz_check(args_quit_at() == last_value(words, "--quit-at"), "--quit-at has the last value given");
+    fuzz_check(args_ui_scale() == last_value(words, "--ui-scale"), "--ui-scale has the last value given");
     fuzz_check(args_ui_scale() >= 0 && args_ui_scale() <= UI_SCALE_MAX, "the UI scale is in its range");
     int width = 0, height = 0;
     const bool given = args_window_size(&width, &height);
-    fuzz_check(given == (width > 0 && height > 0), "a window's size is above 0, or is not given");
-    if (given) fuzz_check(width == last_value(words, "--window-size"), "the window's width is what was written");
+    fuzz_check(given == (width > 0 && height > 0), "a window size is positive or not given");
+    if (given) fuzz_check(width == last_value(words, "--window-size"), "the window's width has the last value given");
 }
 
 int fuzz_args(const uint8_t *data, size_t size) {
@@ -51,10 +52,10 @@ int fuzz_args(const uint8_t *data, size_t size) {
     std::vector<char *> argv;
     for (std::string &word : words) argv.push_back(word.data());
     const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
-    fuzz_check((result == ARGS_FAILED) == (fuzz_logged_errors() > 0), "a command line is refused with a reason");
+    fuzz_check((result == ARGS_FAILED) == (fuzz_logged_errors() > 0), "a refused command line is reported");
     if (result == ARGS_RUN) check_taken(words);
     if (result == ARGS_RUN && args_start_screen())
-        fuzz_check(std::strlen(args_start_screen()) < size, "a word is whole");
+        fuzz_check(std::strlen(args_start_screen()) < size, "a string is not truncated");
     char *none[] = {argv[0], nullptr};
     args_parse(1, none); // its texts are borrowed from this run's words
     return 0;

@@ -1,4 +1,4 @@
-// Binding texts, one action to a line: read from the configuration, pressed and held, and stored again.
+// Binding texts, one action per line: loaded from the configuration, pressed and held, and saved again.
 #include "config/config_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -56,11 +56,11 @@ static void press(int action, const InputBinding &binding) {
     fuzz_check(input_pressed(action), "a bound control presses its action");
     input_frame_start();
     fuzz_check(!input_pressed(action), "a press lasts one frame");
-    event.type = SDL_EVENT_GAMEPAD_REMOVED; // an axis may cross its threshold again
+    event.type = SDL_EVENT_GAMEPAD_REMOVED; // resets the axis thresholds
     input_handle_event(&event);
     if (binding.kind != INPUT_BINDING_KEY) return;
-    auto *keys = const_cast<bool *>(SDL_GetKeyboardState(nullptr)); // events put in by hand do not reach it
-    fuzz_check(!input_held(action), "an action nobody touches is not held");
+    auto *keys = const_cast<bool *>(SDL_GetKeyboardState(nullptr)); // synthetic events do not change it
+    fuzz_check(!input_held(action), "an action without input is not held");
     keys[binding.code] = true;
     fuzz_check(input_held(action), "a held key holds its action");
     keys[binding.code] = false;
@@ -69,7 +69,7 @@ static void press(int action, const InputBinding &binding) {
 static std::vector<InputBinding> parse(const char *text) {
     std::vector<InputBinding> bindings(INPUT_MAX_BINDINGS);
     const int count = input_parse_bindings(text, bindings.data(), INPUT_MAX_BINDINGS);
-    fuzz_check(count >= 0 && count <= INPUT_MAX_BINDINGS, "there are as many bindings as there is room for");
+    fuzz_check(count >= 0 && count <= INPUT_MAX_BINDINGS, "the number of bindings is within the limit");
     bindings.resize(static_cast<size_t>(count));
     return bindings;
 }
@@ -89,13 +89,14 @@ static void check_action(int action) {
     }
 }
 
-// A binding made while the program runs, by its own option screen say, has to be there at the next start.
+// Bindings made at run time must survive saving and loading.
 static void check_next_start() {
     std::vector<InputBinding> before[INPUT_ACTION_COUNT];
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) before[action] = parse(input_bindings_text(action));
     fuzz_check(cfg_save() && cfg_load(), "the configuration is saved and loaded");
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) {
-        fuzz_check(same(before[action], parse(input_bindings_text(action))), "bindings are there at the next start");
+        fuzz_check(
+            same(before[action], parse(input_bindings_text(action))), "bindings survive a round trip through the file");
     }
 }
 
@@ -107,9 +108,9 @@ int fuzz_bindings(const uint8_t *data, size_t size) {
     for (size_t i = 0; i < lines.size() && i < INPUT_ACTION_COUNT; i++) {
         cfg_set_input_bindings(static_cast<int>(i), lines[i].c_str());
     }
-    fuzz_check(input_setup(), "any texts can be bound");
+    fuzz_check(input_setup(), "input is set up with any texts");
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) check_action(action);
-    input_bind(INPUT_ACTION_JUMP, lines.back().c_str()); // longer than what is stored, perhaps
+    input_bind(INPUT_ACTION_JUMP, lines.back().c_str()); // may be longer than can be stored
     check_next_start();
     input_cleanup();
     cfg_cleanup();

@@ -25,7 +25,7 @@ void fuzz_mend_png(std::vector<uint8_t> *file) {
     }
 }
 
-// --- Ogg: pages of a head of 27 bytes, whose last counts the bytes of sizes behind it, and what they add up to ---
+// --- Ogg: pages with a header of 27 bytes, whose last byte is the length of the segment table that follows ---
 
 static uint32_t ogg_crc(const uint8_t *data, size_t size) {
     constexpr uint32_t POLYNOMIAL = 0x04C11DB7;

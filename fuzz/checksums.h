@@ -1,9 +1,8 @@
-// checksums: makes a changed picture or sound stand up to the first look again, so that what lies behind the checksums
-// is reached as well.
+// checksums: fixes the checksums of mutated images and sounds, so that fuzzing reaches the code behind them.
 #pragma once
 
 #include <cstdint>
 #include <vector>
 
-void fuzz_mend_png(std::vector<uint8_t> *file); // each chunk's CRC, as far as there are chunks
-void fuzz_mend_ogg(std::vector<uint8_t> *file); // each page's
+void fuzz_mend_png(std::vector<uint8_t> *file); // the CRC of each chunk
+void fuzz_mend_ogg(std::vector<uint8_t> *file); // the CRC of each page

@@ -1,4 +1,4 @@
-// A collision file: its shapes, every question asked of them, and their outlines.
+// Collision files: loading, every hit test, and debug outlines.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -17,7 +17,7 @@ struct Shapes {
     ColliderPoints *points, *found_points;
 };
 
-// Made once and used by every run, as a game uses its sets from level to level.
+// Created once and reused by every run, as a game reuses its sets between levels.
 static Shapes &shapes() {
     static Shapes made = {colliders_new_rects(),  colliders_new_rects(),   colliders_new_tris(),
                           colliders_new_tris(),   colliders_new_circles(), colliders_new_circles(),
@@ -25,7 +25,7 @@ static Shapes &shapes() {
     return made;
 }
 
-// A shape is a record of floats and nothing else.
+// A shape consists only of floats.
 template <typename Set> static bool all_in_reach(const Set *set) {
     const auto *numbers = reinterpret_cast<const float *>(set->items);
     const size_t count = static_cast<size_t>(set->count) * sizeof *set->items / sizeof(float);
@@ -61,9 +61,9 @@ int fuzz_collision_csv(const uint8_t *data, size_t size) {
     fuzz_check(loaded || fuzz_logged_errors() > 0, "a file that does not load is reported");
     fuzz_check(loaded || count_all(s) == 0, "a file that does not load leaves the sets empty");
     const auto lines = std::count(data, data + size, '\n') + 1;
-    fuzz_check(count_all(s) <= lines, "a line gives one shape at the most");
-    fuzz_check(all_in_reach(s.rects) && all_in_reach(s.tris), "every number of a shape is in reach");
-    fuzz_check(all_in_reach(s.circles) && all_in_reach(s.points), "every number of a shape is in reach");
+    fuzz_check(count_all(s) <= lines, "a line gives at most one shape");
+    fuzz_check(all_in_reach(s.rects) && all_in_reach(s.tris), "every coordinate is within the limit");
+    fuzz_check(all_in_reach(s.circles) && all_in_reach(s.points), "every coordinate is within the limit");
     for (const SDL_FPoint p : {SDL_FPoint{0, 0}, {48, 48}, {-300, 1e6f}}) ask_at(s, p);
     for (int i = 0; i < s.tris->count; i++) {
         const Tri *t = &s.tris->items[i];

@@ -1,4 +1,4 @@
-// The configuration file: what was understood of it comes back after saving and loading.
+// The configuration file: loaded values survive a round trip through saving and loading.
 #include "config/config_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -15,12 +15,12 @@ static Config load() {
     return loaded;
 }
 
-// The file has two decimals; what it makes of numbers without any is the number itself.
+// The file stores two decimals; a number without decimals round-trips exactly.
 static bool same_number(float a, float b) {
     return a == b || (std::isnan(a) && std::isnan(b)) || std::fabs(a - b) <= 0.0051f;
 }
 
-// A text cut to its 127 characters may end in blanks, which the file does not keep.
+// A text truncated to 127 characters may end in spaces, which the file does not preserve.
 static bool same_bindings(const char *a, const char *b) {
     std::string text = a;
     while (!text.empty() && SDL_isspace(static_cast<unsigned char>(text.back()))) text.pop_back();
@@ -28,22 +28,24 @@ static bool same_bindings(const char *a, const char *b) {
 }
 
 static void check_same(const Config &a, const Config &b) {
-    fuzz_check(a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height, "the window comes back");
-    fuzz_check(a.resizable == b.resizable && a.fullscreen == b.fullscreen, "the window's flags come back");
-    fuzz_check(a.maximized == b.maximized && a.borderless == b.borderless, "the window's flags come back");
-    fuzz_check(a.show_fps == b.show_fps && a.vsync_enable == b.vsync_enable, "the graphics flags come back");
-    fuzz_check(a.show_frame_time_graph == b.show_frame_time_graph, "the panel's flag comes back");
-    fuzz_check(a.fps_limit == b.fps_limit && a.ui_scale == b.ui_scale, "the graphics numbers come back");
-    fuzz_check(a.fixed_step_hz == b.fixed_step_hz, "the fixed steps come back");
-    fuzz_check(std::string(a.capture_directory) == b.capture_directory, "the capture directory comes back");
-    fuzz_check(a.capture_format == b.capture_format && a.include_fps == b.include_fps, "the capture comes back");
-    fuzz_check(a.jpeg_quality == b.jpeg_quality, "the capture's quality comes back");
-    fuzz_check(same_number(a.deadzone, b.deadzone), "the deadzone comes back");
+    fuzz_check(
+        a.x == b.x && a.y == b.y && a.width == b.width && a.height == b.height, "the window survives a round trip");
+    fuzz_check(a.resizable == b.resizable && a.fullscreen == b.fullscreen, "the window's flags survive a round trip");
+    fuzz_check(a.maximized == b.maximized && a.borderless == b.borderless, "the window's flags survive a round trip");
+    fuzz_check(a.show_fps == b.show_fps && a.vsync_enable == b.vsync_enable, "the graphics flags survive a round trip");
+    fuzz_check(a.show_frame_time_graph == b.show_frame_time_graph, "the panel's flag survives a round trip");
+    fuzz_check(a.fps_limit == b.fps_limit && a.ui_scale == b.ui_scale, "the graphics numbers survive a round trip");
+    fuzz_check(a.fixed_step_hz == b.fixed_step_hz, "the fixed steps survive a round trip");
+    fuzz_check(std::string(a.capture_directory) == b.capture_directory, "the capture directory survives a round trip");
+    fuzz_check(
+        a.capture_format == b.capture_format && a.include_fps == b.include_fps, "the capture survives a round trip");
+    fuzz_check(a.jpeg_quality == b.jpeg_quality, "the capture's quality survives a round trip");
+    fuzz_check(same_number(a.deadzone, b.deadzone), "the deadzone survives a round trip");
     for (int i = 0; i < INPUT_ACTION_COUNT; i++) {
-        fuzz_check(same_bindings(a.bindings[i], b.bindings[i]), "the bindings come back");
+        fuzz_check(same_bindings(a.bindings[i], b.bindings[i]), "the bindings survive a round trip");
     }
     for (int i = 0; i < AUDIO_BUS_COUNT; i++) {
-        fuzz_check(same_number(a.volumes[i], b.volumes[i]), "the volumes come back");
+        fuzz_check(same_number(a.volumes[i], b.volumes[i]), "the volumes survive a round trip");
     }
 }
 

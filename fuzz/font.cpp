@@ -1,4 +1,4 @@
-// A font file: opened, measured, drawn in two sizes.
+// Font files: opened, measured, drawn at two sizes.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -14,7 +14,7 @@ static void draw_text(TTF_Font *font) {
     if (!text) return;
     float width = -1, height = -1;
     engine_text_size(text, &width, &height);
-    fuzz_check(width >= 0 && height >= 0, "a text has a size");
+    fuzz_check(width >= 0 && height >= 0, "a text size is not negative");
     engine_render_text(text, 3, 5);
     SDL_FlushRenderer(engine_renderer());
     engine_cleanup_text(&text);

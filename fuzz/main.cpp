@@ -1,5 +1,4 @@
-// libFuzzer's entry. Which target runs is told by LUMARIND_FUZZ, for the fuzzer starts itself anew with options of its
-// own.
+// libFuzzer's entry point. LUMARIND_FUZZ selects the target, because the fuzzer restarts itself with its own arguments.
 #include "engine/game_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -30,7 +29,7 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***) {
     const char *name = std::getenv("LUMARIND_FUZZ");
     target = find_target(name ? name : "");
     if (!target) {
-        std::fprintf(stderr, "LUMARIND_FUZZ has to name a target of targets.h\n");
+        std::fprintf(stderr, "LUMARIND_FUZZ must be the name of a target in targets.h\n");
         std::exit(2);
     }
     _engine_set_game(&FUZZ_GAME);

@@ -1,4 +1,4 @@
-// Pictures as files: a sprite sheet of 4 x 2 frames of 8 pixels, and a tileset of tiles of 8 pixels.
+// Image files: as a sprite sheet of 4 x 2 frames of 8 pixels, and as a tileset with tiles of 8 pixels.
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -63,7 +63,7 @@ static void draw_tiles(const Tilemap *map) {
     fuzz_check(tilemap_draw(renderer, map, {3, 5}), "a map can be drawn");
     RenderGrid *grid = tilemap_to_render_grid(renderer, map, 2);
     fuzz_check(grid != nullptr, "a map can be baked");
-    fuzz_check(render_grid_draw(renderer, grid, {3, 5}, 2), "what was baked can be drawn");
+    fuzz_check(render_grid_draw(renderer, grid, {3, 5}, 2), "a baked grid can be drawn");
     SDL_FlushRenderer(renderer);
     render_grid_cleanup(&grid);
 }
@@ -76,7 +76,7 @@ int fuzz_tileset(const uint8_t *data, size_t size) {
     fuzz_check(tilemap_load_csv(map, "layer.csv"), "the layer loads");
     const bool loaded = tilemap_load_tileset(map, engine_renderer(), picture_file(data, size), SIDE, SIDE, 1);
     fuzz_check(loaded || fuzz_logged_errors() == 1, "a tileset that does not load is reported once");
-    fuzz_check(!loaded || map->columns * map->rows >= 4, "a tileset has the tiles the layer asks for");
+    fuzz_check(!loaded || map->columns * map->rows >= 4, "a tileset contains the tiles of the layer");
     if (loaded) draw_tiles(map);
     tilemap_cleanup(&map);
     return 0;

@@ -1,5 +1,5 @@
-// A recording whose blocks are what they should be but for the records in them: the input is the second block. One that
-// begins with "LMRP" is the whole file.
+// Recordings. The input is the second block of an otherwise valid recording; if it starts with "LMRP", it is the whole
+// file.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/game.h"
@@ -45,8 +45,10 @@ static std::string whole_file(const uint8_t *data, size_t size) {
 }
 
 static void check_event(const SDL_Event *event) {
-    if (event->type == SDL_EVENT_TEXT_INPUT) fuzz_check(std::strlen(event->text.text) < 512, "typed texts have an end");
-    if (event->type == SDL_EVENT_DROP_FILE) fuzz_check(std::strlen(event->drop.data) < 512, "dropped texts have one");
+    if (event->type == SDL_EVENT_TEXT_INPUT)
+        fuzz_check(std::strlen(event->text.text) < 512, "typed texts are NUL-terminated");
+    if (event->type == SDL_EVENT_DROP_FILE)
+        fuzz_check(std::strlen(event->drop.data) < 512, "dropped texts are NUL-terminated");
 }
 
 int fuzz_recording(const uint8_t *data, size_t size) {
@@ -54,18 +56,18 @@ int fuzz_recording(const uint8_t *data, size_t size) {
     const std::string file = whole_file(data, size);
     const char *path = fuzz_memory_file(reinterpret_cast<const uint8_t *>(file.data()), file.size());
     const bool opened = replay_open(path, 0);
-    fuzz_check(opened || fuzz_logged_errors() == 1, "what is refused is reported once");
+    fuzz_check(opened || fuzz_logged_errors() == 1, "a refused recording is reported once");
     replay_play();
     Uint64 ns = 0;
     while (opened && replay_next_frame(&ns)) {
         const ReplayDevices *devices = replay_devices();
-        fuzz_check(std::strlen(devices->pad.name) < REPLAY_TEXT_SIZE, "names have an end");
+        fuzz_check(std::strlen(devices->pad.name) < REPLAY_TEXT_SIZE, "names are NUL-terminated");
         SDL_Event event = {};
         while (replay_next_event(&event)) check_event(&event);
         for (int step = 0; step < REPLAY_HASH_STEPS; step++) replay_step("fuzz", [] { return Uint64{7}; });
         if (replay_failed()) break;
     }
-    fuzz_check(fuzz_logged_errors() <= 1, "damage is reported once");
+    fuzz_check(fuzz_logged_errors() <= 1, "corruption is reported once");
     replay_stop();
     return 0;
 }

@@ -1,4 +1,4 @@
-// A sprite editor's JSON, and the sheet made of it with the one picture there is.
+// A sprite editor's JSON file, and a sheet made from it with a fixed image.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -16,7 +16,7 @@ static void play(const AnimationSet *set, const SpriteSheet *sheet) {
         for (int i = 0; i < SDL_min(set->clips[clip].frame_count, 50); i++) {
             const auto flip = static_cast<SDL_FlipMode>(i & 3);
             const int frame = animation_sheet_frame(&anim);
-            fuzz_check(frame >= 0 && frame < set->columns * set->rows, "a clip's frames are the sheet's");
+            fuzz_check(frame >= 0 && frame < set->columns * set->rows, "a clip's frames are on the sheet");
             if (sheet) {
                 fuzz_check(sprite_sheet_draw(engine_renderer(), sheet, &anim, {3, 5}, 2, flip), "a frame can be drawn");
                 fuzz_check(sprite_batch_add(batch, &anim, {40, 5}, 1, flip), "a frame can be added");
@@ -39,7 +39,8 @@ int fuzz_sheet_json(const uint8_t *data, size_t size) {
     if (set) {
         SpriteSheet *sheet = sprite_sheet_new(engine_renderer(), set);
         fuzz_check(sheet || fuzz_logged_errors() == 1, "a sheet that does not fit its set is reported once");
-        fuzz_check(animation_slice_at(animation_set_find_slice(set, "hit"), -1) == nullptr, "no slice begins before 0");
+        fuzz_check(
+            animation_slice_at(animation_set_find_slice(set, "hit"), -1) == nullptr, "no slice starts before frame 0");
         play(set, sheet);
         sprite_sheet_cleanup(&sheet);
     }

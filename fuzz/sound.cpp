@@ -1,4 +1,4 @@
-// A sound file: decoded at once or while it plays, and mixed.
+// Sound files: decoded at load or while playing, and mixed.
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -9,8 +9,8 @@
 
 #include <iterator>
 
-// The engine's own mixer runs in real time on its own thread; this one mixes as fast as it is asked to. Sounds are
-// repeated, as music is: rewound, some break what they did not break at first.
+// The engine's mixer runs in real time on its own thread; this one mixes as fast as possible. Sounds are looped, as
+// music is: some fail only when rewound.
 static void mix(MIX_Audio *sound) {
     constexpr int ROUNDS = 8;
     const SDL_AudioSpec spec = {.format = SDL_AUDIO_F32, .channels = 2, .freq = 44100};
@@ -24,7 +24,7 @@ static void mix(MIX_Audio *sound) {
         for (int i = 0; i < ROUNDS && MIX_TrackPlaying(track); i++) MIX_Generate(mixer, frames, sizeof frames);
     }
     SDL_DestroyProperties(options);
-    MIX_DestroyMixer(mixer); // and its track
+    MIX_DestroyMixer(mixer); // with its track
 }
 
 static void play(const char *path, bool predecode) {
@@ -39,7 +39,7 @@ static void play(const char *path, bool predecode) {
     audio_free(&sound);
 }
 
-// As it is, and behind a tag of nothing, which the library passes over.
+// Loads the input as it is, and preceded by an empty tag, which must be skipped.
 int fuzz_sound(const uint8_t *data, size_t size) {
     static constexpr uint8_t TAG[] = {'I', 'D', '3', 4, 0, 0, 0, 0, 0, 0};
     fuzz_start_engine();

@@ -20,7 +20,7 @@
 #include <unistd.h>
 
 struct GameFile {
-    const char *ending;  // of its path
+    const char *ending;  // of the path
     const uint8_t *data; // borrowed for one run
     size_t size;
 };
@@ -28,7 +28,7 @@ struct GameFile {
 struct FuzzWorld {
     std::unique_ptr<TemporaryDirectory> directory;
     bool engine_started;
-    GameFile game_files[4]; // the first one stands for all other paths
+    GameFile game_files[4]; // the first is used for all other paths
     int game_file_count;
     int memory_file;           // descriptor
     char memory_file_path[64]; // under /proc
@@ -90,7 +90,7 @@ void fuzz_set_game_file(const uint8_t *data, size_t size) {
 }
 
 void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size) {
-    fuzz_check(world.game_file_count < static_cast<int>(std::size(world.game_files)), "there is room for a file");
+    fuzz_check(world.game_file_count < static_cast<int>(std::size(world.game_files)), "there is room for another file");
     world.game_files[world.game_file_count++] = {ending, data, size};
 }
 
@@ -124,9 +124,9 @@ void fuzz_save_picture(const char *path) {
 void fuzz_start() {
     if (world.directory) return;
     world.directory = std::make_unique<TemporaryDirectory>();
-    setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // where the user storage goes
+    setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // root of the user storage
     SDL_SetLogOutputFunction(count_line, nullptr);
-    SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // warnings are put together as well, although nobody reads them
+    SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // so that warnings are formatted too
     fuzz_check(storage_setup(), "the storages open");
     open_game_files();
 }
@@ -146,7 +146,7 @@ void fuzz_start_engine() {
 
 void fuzz_stop() {
     if (!world.directory) return;
-    if (world.engine_started) engine_stop(); // the storages go with it
+    if (world.engine_started) engine_stop(); // also cleans up the storages
     storage_cleanup();
     if (world.memory_file > 0) close(world.memory_file);
     SDL_SetLogOutputFunction(SDL_GetDefaultLogOutputFunction(), nullptr);

@@ -1,24 +1,24 @@
-// support: the world the fuzz targets run in, made once to a process: a temporary working directory, a log that is
-// only counted, game files held in memory, and, for those who need it, the whole engine on SDL's dummy drivers.
+// support: environment of the fuzz targets, set up once per process: a temporary working directory, a log that only
+// counts, in-memory game files, and for targets that need it the whole engine on SDL's dummy drivers.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-void fuzz_check(bool holds, const char *sentence); // aborts with the sentence when it does not hold
+void fuzz_check(bool holds, const char *sentence); // aborts with the sentence if `holds` is false
 
 // --- lifetime ---
-void fuzz_start(); // safe twice, as is the next one
+void fuzz_start(); // safe to call twice, as is the next one
 void fuzz_start_engine();
 void fuzz_stop();
 
 // --- the input as a file ---
-void fuzz_set_game_file(const uint8_t *data, size_t size); // what every path of the title storage then holds
-// but for those that end in `ending`. Forgotten by the next fuzz_set_game_file.
+void fuzz_set_game_file(const uint8_t *data, size_t size); // content of every path in the title storage
+// Content of paths that end in `ending`, until the next fuzz_set_game_file.
 void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size);
-const char *fuzz_memory_file(const uint8_t *data, size_t size); // its path; there is one such file
+const char *fuzz_memory_file(const uint8_t *data, size_t size); // returns its path; there is one such file
 
-// A picture of 4 × 2 tiles of 8 pixels, of all kinds of transparency, unless it is there.
+// Saves an image of 4 × 2 tiles of 8 pixels with all alpha classes, unless the file exists.
 void fuzz_save_picture(const char *path);
 
 // --- the log ---

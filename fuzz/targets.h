@@ -1,11 +1,11 @@
-// targets: what can be fuzzed, each a function that takes any bytes at all and aborts, saying why, where the engine
-// breaks its word. Used by the fuzzer and by the tests, which replay the seeds.
+// targets: the fuzz targets, functions that accept any bytes and abort with a message if the engine violates a rule.
+// For the fuzzer, and for the tests, which run the seeds.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// Bytes from outside in, 0 out: libFuzzer's convention.
+// libFuzzer's convention: takes any bytes, returns 0.
 int fuzz_tile_csv(const uint8_t *data, size_t size);
 int fuzz_collision_csv(const uint8_t *data, size_t size);
 int fuzz_config(const uint8_t *data, size_t size);
@@ -20,7 +20,7 @@ int fuzz_sound(const uint8_t *data, size_t size);
 int fuzz_recording(const uint8_t *data, size_t size);
 
 struct FuzzTarget {
-    const char *name; // as in targets.list and the folders of seeds
+    const char *name; // as in targets.list and the seed folders
     int (*run)(const uint8_t *data, size_t size);
 };
 inline constexpr FuzzTarget FUZZ_TARGETS[] = {

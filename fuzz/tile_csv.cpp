@@ -1,11 +1,11 @@
-// A tile layer's CSV, through the tile map that loads it.
+// A tile layer's CSV, loaded through a tile map.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/toolkit/tilemap.h"
 
 #include <string>
 
-// Reads every cell, and finds the largest id among them.
+// Reads every cell and returns the largest id.
 static Uint32 walk_cells(const TileGrid *grid, std::string *csv) {
     Uint32 max = 0;
     for (int row = 0; row < grid->rows; row++) {
@@ -14,7 +14,7 @@ static Uint32 walk_cells(const TileGrid *grid, std::string *csv) {
             const DecodedTile tile = tile_decode_gid(gid, 1, 16);
             max = SDL_max(max, gid & TILE_ID_MASK);
             fuzz_check((tile.index < 0) == ((gid & TILE_ID_MASK) == 0), "a cell has a tile unless it is empty");
-            fuzz_check(tile.index < 0 || tile.row * 16 + tile.col == tile.index, "a tile has its place on the sheet");
+            fuzz_check(tile.index < 0 || tile.row * 16 + tile.col == tile.index, "row and column match the index");
             *csv += (col > 0 ? "," : "") + std::to_string(gid);
         }
         *csv += '\n';
@@ -32,11 +32,12 @@ static void check_layer(const Tilemap *map) {
     const TileGrid *grid = map->layer;
     fuzz_check(grid->rows > 0 && grid->cols > 0, "a layer has cells");
     std::string csv;
-    fuzz_check(walk_cells(grid, &csv) == tile_grid_max_gid(grid), "the largest id is the largest cell's");
-    fuzz_check(tile_grid_gid(grid, grid->rows, 0) == 0 && tile_grid_gid(grid, 0, -1) == 0, "outside there is nothing");
+    fuzz_check(walk_cells(grid, &csv) == tile_grid_max_gid(grid), "the largest id is correct");
+    fuzz_check(
+        tile_grid_gid(grid, grid->rows, 0) == 0 && tile_grid_gid(grid, 0, -1) == 0, "cells outside the grid are empty");
     fuzz_check(tilemap_width(map) > 0 || map->tile_w == 0, "a layer has a width");
     TileGrid *again = tile_grid_parse_csv(csv.c_str());
-    fuzz_check(again && same_cells(grid, again), "a layer written plainly reads back the same");
+    fuzz_check(again && same_cells(grid, again), "a layer survives a round trip through CSV");
     tile_grid_cleanup(again);
     SDL_free(again);
 }
@@ -46,7 +47,7 @@ int fuzz_tile_csv(const uint8_t *data, size_t size) {
     fuzz_set_game_file(data, size);
     Tilemap *map = tilemap_new();
     const bool loaded = tilemap_load_csv(map, "layer.csv");
-    fuzz_check(loaded == (map->layer != nullptr), "a layer is there when it was loaded, and only then");
+    fuzz_check(loaded == (map->layer != nullptr), "a layer exists only if loading succeeded");
     fuzz_check(loaded || fuzz_logged_errors() > 0, "a layer that does not load is reported");
     if (map->layer) check_layer(map);
     tilemap_cleanup(&map);

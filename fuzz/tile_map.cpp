@@ -1,4 +1,4 @@
-// A map editor's files: the map, and behind two marks the tileset and the template that it may name.
+// A map editor's files: the map, optionally followed, each after a separator, by a tileset and a template.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -35,7 +35,7 @@ static void walk_properties(const TileProperties *properties) {
 static void walk_objects(const TileWorld *world, const TileLayer *layer) {
     for (int i = 0; i < layer->object_count; i++) {
         const TileObject *object = &layer->objects[i];
-        fuzz_check(object->name && object->type && object->text, "an object's texts are never null");
+        fuzz_check(object->name && object->type && object->text, "an object's strings are never null");
         fuzz_check(
             object->opacity >= 0 && object->opacity <= 1 && object->width >= 0, "an object's numbers are in range");
         fuzz_check(tile_world_object(world, object->id) != nullptr, "an object is found by its id");
@@ -70,7 +70,8 @@ static void collide(const TileWorld *world) {
         const bool made = tile_world_colliders(world, i < 0 ? nullptr : world->layers[i].name, &rects, &tris);
         fuzz_check(made || fuzz_logged_errors() == errors + 1, "refused shapes are reported once");
         fuzz_check(
-            made || (rects.count == rects_before && tris.count == tris_before), "refused shapes leave the sets alone");
+            made || (rects.count == rects_before && tris.count == tris_before),
+            "refused shapes leave the sets unchanged");
     }
     colliders_rects_cleanup(&rects);
     colliders_tris_cleanup(&tris);

@@ -1,15 +1,15 @@
-# Run when the archive is put together: lays the libraries that `program` needs beside it, with their licences. Which
-# folder means what, the launcher explains. On Debian only: it knows the package of each library.
+# Run while the archive is built: bundles the libraries that `program` needs, with their licences, in the folders
+# described in the launcher. Debian only: it looks up the package of each library.
 set(runtime "^(ld-linux-|libc\\.|libm\\.|libmvec\\.|libgcc_s\\.|libstdc\\+\\+\\.|libz\\.)")
-# Goes with the host's sound plugins, and with its graphics driver; of OpenGL, EGL and Vulkan nothing is carried at all.
+# Must match the host's sound plugins and graphics driver; OpenGL, EGL and Vulkan are never bundled.
 set(spare "^(libasound\\.|libgbm\\.)")
-# Of the C library, too, what is loaded by name or by libraries older than the build's.
+# Also parts of the C library that are loaded by name, or by libraries older than the build's.
 set(libc_parts libdl.so.2 libpthread.so.0 librt.so.1 libutil.so.1 libanl.so.1 libresolv.so.2 libmvec.so.1
     libnss_files.so.2 libnss_dns.so.2 libnss_compat.so.2)
 
-execute_process(COMMAND getconf GNU_LIBC_VERSION COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET) # the launcher knows it
+execute_process(COMMAND getconf GNU_LIBC_VERSION COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET) # for the launcher
 
-# Debian's libraries lie in one folder; libpulse knows another one, which file() finds.
+# Debian's libraries are in one folder, except a part of libpulse, which file() finds.
 file(GET_RUNTIME_DEPENDENCIES EXECUTABLES ${program} RESOLVED_DEPENDENCIES_VAR found UNRESOLVED_DEPENDENCIES_VAR missing)
 if(missing)
     message(FATAL_ERROR "libraries not found: ${missing}")
@@ -63,7 +63,7 @@ foreach(package IN LISTS packages)
     execute_process(COMMAND dpkg-query -W ${package} OUTPUT_VARIABLE line COMMAND_ERROR_IS_FATAL ANY)
     string(APPEND table "${line}")
 endforeach()
-list(REMOVE_DUPLICATES common) # the long ones, which the others name
+list(REMOVE_DUPLICATES common) # full texts, to which the others refer
 foreach(text IN LISTS common)
     if(EXISTS ${text} AND NOT IS_DIRECTORY ${text})
         file(REAL_PATH ${text} file)

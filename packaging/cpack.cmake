@@ -1,8 +1,8 @@
-# Read by each of CPack's generators: which part of the installation it packs, and where it lies.
+# Read by each CPack generator: selects its install components and prefix.
 if(CPACK_GENERATOR STREQUAL "DEB")
     list(REMOVE_ITEM CPACK_COMPONENTS_ALL portable)
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-    unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY) # each package's description begins with its own
+    unset(CPACK_PACKAGE_DESCRIPTION_SUMMARY) # each package's description starts with its own
 else()
     set(CPACK_COMPONENTS_ALL portable)
     set(CPACK_PACKAGING_INSTALL_PREFIX /)

@@ -1,4 +1,4 @@
-# Run over what is to be packed: the same modes and times on every machine, whatever the umask and the hour.
+# Normalises modes and times of the packaged files, so that packages are reproducible.
 execute_process(COMMAND chmod -R u=rwX,go=rX ${CPACK_TEMPORARY_DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
     execute_process(

@@ -47,26 +47,26 @@ TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
         {"it was built for ABI 99, the library has 1", [](Game *game) { game->abi = 99; }},
         {"title is empty", [](Game *game) { game->title = ""; }},
         {"id is empty", [](Game *game) { game->id = nullptr; }},
-        {"program is no file name: a/b", [](Game *game) { game->program = "a/b"; }},
-        {"id is no file name: ..", [](Game *game) { game->id = ".."; }},
-        {"organisation is no file name: c:", [](Game *game) { game->organisation = "c:"; }},
+        {"program is not a file name: a/b", [](Game *game) { game->program = "a/b"; }},
+        {"id is not a file name: ..", [](Game *game) { game->id = ".."; }},
+        {"organisation is not a file name: c:", [](Game *game) { game->organisation = "c:"; }},
         {"it has no screens", [](Game *game) { game->screen_count = 0; }},
         {"it has no screens", [](Game *game) { game->screens = nullptr; }},
-        {"screens: title twice", [](Game *game) { game->screens = SAME_SCREENS; }},
+        {"screens: duplicate name title", [](Game *game) { game->screens = SAME_SCREENS; }},
         {"the name of screens[1] is empty", [](Game *game) { game->screens = NAMELESS_SCREENS; }},
         {"screen title lacks setup, tick or cleanup",
          [](Game *game) { set(&Game::screens, &Game::screen_count, LAZY_SCREENS, game); }},
         {"33 actions are out of range, 0 to 32",
          [](Game *game) { set(&Game::actions, &Game::action_count, MANY_ACTIONS, game); }},
         {"-1 actions are out of range, 0 to 32", [](Game *game) { game->action_count = -1; }},
-        {"2 actions without a table", [](Game *game) { game->action_count = 2; }},
-        {"actions: Left twice", [](Game *game) { set(&Game::actions, &Game::action_count, SAME_ACTIONS, game); }},
+        {"2 actions, but the table is null", [](Game *game) { game->action_count = 2; }},
+        {"actions: duplicate name Left", [](Game *game) { set(&Game::actions, &Game::action_count, SAME_ACTIONS, game); }},
         {"the name of actions[1] is empty",
          [](Game *game) { set(&Game::actions, &Game::action_count, NAMELESS_ACTIONS, game); }},
-        {"settings: level twice", [](Game *game) { set(&Game::settings, &Game::setting_count, SAME_SETTINGS, game); }},
+        {"settings: duplicate name level", [](Game *game) { set(&Game::settings, &Game::setting_count, SAME_SETTINGS, game); }},
         {"65 settings are out of range, 0 to 64", [](Game *game) { game->setting_count = 65; }},
-        {"options: --level twice", [](Game *game) { set(&Game::options, &Game::option_count, SAME_OPTIONS, game); }},
-        {"option --level does nothing",
+        {"options: duplicate name --level", [](Game *game) { set(&Game::options, &Game::option_count, SAME_OPTIONS, game); }},
+        {"option --level has no apply function",
          [](Game *game) { set(&Game::options, &Game::option_count, IDLE_OPTIONS, game); }},
         {"a font size is not positive",
          [](Game *game) {
@@ -81,10 +81,10 @@ TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
         sdl_calls.clear();
         log.lines.clear();
         EXPECT_EQ(engine_run(game, 1, argv), 1) << problem;
-        EXPECT_EQ(log.errors(), std::vector{"[MAIN] The game's record is not usable: " + problem});
-        EXPECT_EQ(sdl_calls, "The game's record is not usable: " + problem + " box 16; ");
+        EXPECT_EQ(log.errors(), std::vector{"[MAIN] Invalid Game record: " + problem});
+        EXPECT_EQ(sdl_calls, "Invalid Game record: " + problem + " box 16; ");
     };
-    expect_report(nullptr, "there is none");
+    expect_report(nullptr, "it is null");
     for (const auto &[problem, spoil] : faults) {
         Game game = USABLE;
         spoil(&game);

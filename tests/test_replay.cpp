@@ -103,7 +103,7 @@ const Row ROWS[] = {
     {"texture", 60, "texture-demo", "2s 5.5"},
     {"logical", 60, "logical-demo", "30 P 30 P 1s Escape 60"},
     {"tilemap", 60, "tilemap-demo", "30 P 30 P 4s"},
-    // from here on only what is stored is replayed
+    // the rows from here on are only replayed, from stored recordings
     {"tower", 60, "platformer-demo", keys_of(ROUTE_BY_THE_TOWER)},
     {"crypts", 60, "platformer-demo", keys_of(ROUTE_BY_THE_CRYPTS)},
     {"moves", 60, "platformer-demo", MOVES},
@@ -114,19 +114,19 @@ const Row ROWS[] = {
 };
 constexpr int FRESH_ROWS = 8;
 
-TEST_F(ReplayTest, EveryScreenDoesTheSameAgain) {
+TEST_F(ReplayTest, EveryScreenReplaysWithEqualHashesAtAnySpeed) {
     for (int i = 0; i < FRESH_ROWS; i++) {
         SCOPED_TRACE(ROWS[i].screen);
         EXPECT_LT(record(ROWS[i].screen, ROWS[i].script).size(), 6000u);
         const std::string recorded = last_word(); // "[REPLAY] Recorded: run.lmr, 835 steps"
         const std::string done = "[REPLAY] Replayed " + recorded.substr(recorded.find(", ") + 2) + ", all hashes equal";
         EXPECT_EQ(replay(), done);
-        EXPECT_EQ(replay(i < 2 ? "100" : "max"), done) << "twice, and shown at a hundred times its speed";
+        EXPECT_EQ(replay(i < 2 ? "100" : "max"), done) << "a second replay, drawn at 100 times the speed";
         EXPECT_FALSE(replay_failed());
     }
 }
 
-TEST_F(ReplayTest, TheSameInputInEachStepEndsInTheSameStateAtAnyFrameRate) {
+TEST_F(ReplayTest, FinalStateDependsOnInputPerStepNotOnFrameRate) {
     const std::string route = std::string(ROUTE_BY_THE_CRYPTS).substr(0, 80);
     std::set<Uint64> ends;
     for (const int rate : {30, 60, 144}) {
@@ -143,8 +143,8 @@ TEST_F(ReplayTest, TheSameInputInEachStepEndsInTheSameStateAtAnyFrameRate) {
     EXPECT_EQ(ends.size(), 1u);
 }
 
-// ./dev accept stores what is recorded anew where a change is meant.
-TEST_F(ReplayTest, StoredRecordingsAreReplayedToTheBit) {
+// `./dev accept` stores the new recordings of an intended change.
+TEST_F(ReplayTest, StoredRecordingsReplayBitForBit) {
     const std::string common = config;
     for (const Row &row : ROWS) {
         config = common + "[simulation]\nfixed_step_hz = " + std::to_string(row.step_hz) + "\n";
@@ -156,14 +156,14 @@ TEST_F(ReplayTest, StoredRecordingsAreReplayedToTheBit) {
     }
 }
 
-TEST_F(ReplayTest, ARecordingIsReplayedAtItsOwnSpeed) {
+TEST_F(ReplayTest, ReplayRunsInRealTimeByDefault) {
     record("texture-demo", "60");
     const auto begun = std::chrono::steady_clock::now();
     EXPECT_EQ(replay(nullptr), "[REPLAY] Replayed 60 steps, all hashes equal");
     EXPECT_GE(std::chrono::steady_clock::now() - begun, std::chrono::milliseconds(999));
 }
 
-TEST_F(ReplayTest, ARecordingBeginsWithAChangeOfScreensAsItIs) {
+TEST_F(ReplayTest, RecordingStartedAtScreenChangeIncludesHeldInputAndFade) {
     ASSERT_TRUE(start());
     play("pad:plug 1 pad:leftx=1 +D 1");
     ASSERT_TRUE(transition_fade_to(GAME_STATE_INPUT_DEMO, 3) && replay_record("run.lmr"));
@@ -177,9 +177,9 @@ TEST_F(ReplayTest, ARecordingBeginsWithAChangeOfScreensAsItIs) {
 // --- events ---
 
 struct EventField {
-    Uint32 first, last; // types
+    Uint32 first, last; // event types
     size_t offset, size;
-    Uint32 most; // 0: any bytes, of a float say
+    Uint32 most; // 0: any bytes, as of a float
 };
 #define FIELD(first, last, member, most)                                                                               \
     EventField { SDL_EVENT_##first, SDL_EVENT_##last, offsetof(SDL_Event, member), sizeof(SDL_Event::member), most }
@@ -223,7 +223,7 @@ const EventField FIELDS[] = {
     FIELD(GAMEPAD_ADDED, GAMEPAD_REMAPPED, gdevice.type, SDL_EVENT_GAMEPAD_ADDED),
 };
 
-TEST(ReplayEvent, EachFieldOfEachEventComesBack) {
+TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
     std::mt19937 random(17);
     for (Uint32 type = 0; type < SDL_EVENT_USER; type++) {
         SDL_Event event = {}, back = {};
@@ -233,7 +233,7 @@ TEST(ReplayEvent, EachFieldOfEachEventComesBack) {
         for (int round = 0; round < 20; round++) {
             for (const EventField &field : FIELDS) {
                 if (type < field.first || type > field.last || field.offset == 0) continue;
-                Uint32 value[2] = {static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole float
+                Uint32 value[2] = {static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole-number float
                 const float whole = static_cast<float>(static_cast<int>(random() % 2000) - 1000);
                 if (field.most == 0 && round % 2) SDL_memcpy(value, &whole, sizeof whole);
                 if (field.most != 0) value[0] %= field.most + 1;
@@ -262,17 +262,17 @@ TEST(ReplayEvent, EachFieldOfEachEventComesBack) {
     }
 }
 
-// --- what is no recording ---
+// --- invalid recordings ---
 
-TEST_F(ReplayTest, WhatIsNotARecordingOfThisGameIsRefusedByName) {
+TEST_F(ReplayTest, RefusesInvalidRecordingsWithReason) {
     const std::string whole = record("input-demo", "+D 3s");
     const auto changed = [&](size_t at, char byte) { return whole.substr(0, at) + byte + whole.substr(at + 1); };
     const std::pair<std::string, const char *> cases[] = {
-        {"", "it is no recording"},
-        {changed(0, 'X'), "it is no recording"},
-        {changed(4, 2), "it is of another version of the format"},
-        {changed(20, 'X'), "it is damaged"},
-        {whole.substr(0, 40), "it is damaged"},
+        {"", "it is not a recording"},
+        {changed(0, 'X'), "it is not a recording"},
+        {changed(4, 2), "its format version is not supported"},
+        {changed(20, 'X'), "it is corrupt"},
+        {whole.substr(0, 40), "it is corrupt"},
     };
     for (const auto &[bytes, why] : cases) {
         write_file("run.lmr", bytes);
@@ -287,7 +287,7 @@ TEST_F(ReplayTest, WhatIsNotARecordingOfThisGameIsRefusedByName) {
     EXPECT_EQ(replay("fast"), "[REPLAY] LUMARIND_REPLAY_SPEED expects a number above 0 or max: fast");
 }
 
-TEST_F(ReplayTest, CutAndDamagedRecordingsEndCleanly) {
+TEST_F(ReplayTest, TruncatedOrCorruptRecordingsEndWithoutCrash) {
     const std::string whole = record("input-demo", "pad:plug +D 2s pad:leftx=.5 1s");
     std::mt19937 random(7);
     for (int i = 0; i < 24; i++) {
@@ -301,7 +301,7 @@ TEST_F(ReplayTest, CutAndDamagedRecordingsEndCleanly) {
         write_file("run.lmr", bytes);
         const std::string end = replay();
         EXPECT_TRUE(
-            end.find("cannot be replayed") != end.npos || end.find("damaged") != end.npos ||
+            end.find("cannot be replayed") != end.npos || end.find("corrupt") != end.npos ||
             end.starts_with("[REPLAY] Replayed "))
             << end;
     }

@@ -174,15 +174,15 @@ TEST_F(AnimationSetTest, NamesWhatItRefusesAndSurvivesAllocationFaults) {
         return with_meta(frames_json(3), R"("frameTags":[{"name":"t",)" + std::string(text) + "}]");
     };
     const std::pair<std::string, const char *> cases[] = {
-        {"{\"frames\":", "a/sheet.json: broken JSON at byte 10: "},
-        {"[]", "\"frames\" has none"},
-        {R"({"frames":{}})", "\"frames\" has none"},
+        {"{\"frames\":", "a/sheet.json: invalid JSON at byte 10: "},
+        {"[]", "\"frames\" is empty"},
+        {R"({"frames":{}})", "\"frames\" is empty"},
         {R"({"frames":[{}]})", "frame 0 has no \"frame\" with x, y, w and h"},
         {R"({"frames":[{"frame":{"x":-1,"y":0,"w":1,"h":1}}]})", "frame 0 has no \"frame\""},
         {R"({"frames":[{"rotated":true}]})", "frame 0 is rotated on its sheet: export it without rotation"},
-        {"{" + frames_json(1) + "}", "meta.image '' is no picture beside the file"},
-        {"{" + frames_json(1) + R"(,"meta":{"image":"../x.png"}})", "meta.image '../x.png' is no picture beside"},
-        {"{" + frames_json(1) + R"(,"meta":{"image":"C:\\x.png"}})", "is no picture beside the file"},
+        {"{" + frames_json(1) + "}", "meta.image '' is not an image beside the file"},
+        {"{" + frames_json(1) + R"(,"meta":{"image":"../x.png"}})", "meta.image '../x.png' is not an image beside"},
+        {"{" + frames_json(1) + R"(,"meta":{"image":"C:\\x.png"}})", "is not an image beside the file"},
         {tag(R"("from":0,"to":3)"), "tag 't' goes from frame 0 to 3, but there are 3"},
         {tag(R"("from":2,"to":1)"), "tag 't' goes from frame 2 to 1"},
         {tag(R"("from":0,"to":1,"direction":"sideways")"), "tag 't' has an unknown direction"},
@@ -220,8 +220,8 @@ TEST_F(AnimationSetTest, ASetAndItsSheetFollowTheirFilesTogether) {
     } steps[] = {
         {with_meta(frames_json(4), ""), 0, 3, 12, "a/sheet.png is 12x3, but frame 3 of its set ends at 16, 3"},
         {"", 16, 4, 16, nullptr}, // now they fit each other
-        {"{", 0, 4, 16, "a/sheet.json: broken JSON"},
-        {"", 8, 4, 16, "a/sheet.json: broken JSON"},
+        {"{", 0, 4, 16, "a/sheet.json: invalid JSON"},
+        {"", 8, 4, 16, "a/sheet.json: invalid JSON"},
         {with_meta(frames_json(2), two_clips), 0, 2, 8, nullptr},
         {with_meta(frames_json(1), ""), 0, 2, 8, "a/sheet.json: 1 clips, but 2 are in use"},
     };

@@ -31,7 +31,7 @@ TEST(ImageTest, WhatIsTooLargeOrOfAnotherKindIsRefusedBeforeAnythingIsDecoded) {
         IMG_SavePNG(surface.get(), "png") && IMG_SaveJPG(surface.get(), "jpeg", 90) &&
         IMG_SaveBMP(surface.get(), "bmp"));
     const auto too_large = [](const std::string &size) {
-        return "a picture of " + size + " is too large: 67108864 pixels at the most";
+        return "an image of " + size + " is too large: at most 67108864 pixels";
     };
     const struct {
         const char *file;
@@ -46,7 +46,7 @@ TEST(ImageTest, WhatIsTooLargeOrOfAnotherKindIsRefusedBeforeAnythingIsDecoded) {
         {"png",
          {"\0\0\0\x40\0\0\0\x20", 8},
          {"\x10\0", 2}, // the bits, and the kind of colours
-         "a PNG in grey with 16 bits a pixel is not supported: save it with 8"},
+         "a 16-bit grayscale PNG is not supported: save it with 8 bits"},
     };
     for (const auto &c : cases) {
         std::string content = read_file(c.file);
@@ -59,7 +59,7 @@ TEST(ImageTest, WhatIsTooLargeOrOfAnotherKindIsRefusedBeforeAnythingIsDecoded) {
         EXPECT_NE(load(renderer, content), "") << c.file << " cut short";
     }
     for (const char *content : {"", "GIF89a\xC0%", "P6 1 1 255 abc", "<svg/>"}) {
-        EXPECT_EQ(load(renderer, content), "no PNG, JPEG or BMP picture") << content;
+        EXPECT_EQ(load(renderer, content), "not a PNG, JPEG or BMP image") << content;
     }
     SDL_DestroyRenderer(renderer);
 }

@@ -1,5 +1,5 @@
-// What the program's start and memory are compared with: the least that opens the same window, renderer, mixer and font
-// with SDL and draws a line of text. With the word "placed" it also waits for its window's place, as the program does.
+// Baseline for the program's start and memory: a minimal SDL program with the same window, renderer, mixer and font
+// that draws a line of text. With "placed" it also waits for its window's position, as the program does.
 //   lumarind_bare FRAMES [placed]
 
 #include <SDL3/SDL.h>
@@ -46,5 +46,5 @@ int main(int argc, char *argv[]) {
         TTF_DrawRendererText(bare.text, 20, 20);
         SDL_RenderPresent(bare.renderer);
     }
-    return 0; // the process takes it all along
+    return 0; // the system frees everything
 }

@@ -1,5 +1,5 @@
-// What the tile map screen is compared with: a bare loop that blends the same baked chunks, panned the same way, in a
-// window of 1280 × 720.
+// Baseline for the tile map screen: a bare loop that blends the same baked chunks with the same pan, in a window of
+// 1280 × 720.
 //   lumarind_bare_chunks FRAMES
 
 #include "lumarind/core/storage.h"
@@ -22,7 +22,7 @@ static RenderGrid *bake_castle(SDL_Renderer *renderer, SDL_FPoint *map_size) {
         tilemap_load_csv(map, "assets/fireknight/tilemaps/castle-tilemap.csv")) {
         grid = tilemap_to_render_grid(renderer, map, 16);
         tilemap_set_scale(map, MAP_SCALE);
-        for (int i = 0; grid && i < grid->rows * grid->cols; i++) { // as one does who knows nothing of their alpha
+        for (int i = 0; grid && i < grid->rows * grid->cols; i++) { // always blended, without knowledge of the alpha
             SDL_SetTextureBlendMode(grid->chunks[i], SDL_BLENDMODE_BLEND);
         }
         *map_size = {tilemap_width(map), tilemap_height(map)};
@@ -63,7 +63,7 @@ int main(int argc, char *argv[]) {
         draw_chunks(renderer, grid, map_size, static_cast<double>(SDL_GetTicksNS() - start) / 1e9);
         SDL_RenderPresent(renderer);
     }
-    SDL_DestroyRenderer(renderer); // OpenGL may have put off drawing until now
+    SDL_DestroyRenderer(renderer); // OpenGL may have deferred drawing until now
     SDL_Quit();
     return 0;
 }

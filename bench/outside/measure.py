@@ -1,4 +1,4 @@
-"""Runs all benchmarks and measures the whole program from outside; prints one table and writes it as JSON.
+"""Runs all benchmarks and measures the whole program from outside; prints a table and writes it as JSON.
 
   measure.py RUN_DIRECTORY JSON_FILE [REGEX]
 
@@ -18,16 +18,16 @@ import time
 
 SCREENS = ["main-menu", "text-demo", "texture-demo", "tilemap-demo", "sprite-demo", "platformer-demo", "gamepad-demo",
            "logical-demo", "input-demo", "audio-demo", "physics-demo"]
-STARTS = 20          # of the program and of the bare one, in turns
+STARTS = 20          # of the program and of the bare one, alternately
 PACED_SECONDS = 12
-WARM_UP_FRAMES = 60  # not counted
+WARM_UP_FRAMES = 60  # excluded
 COUNTED_FRAMES = 1000
 CONFIG = "[graphics]\nvsync_enable = false\nfps_limit = {limit}\n[window]\nwidth = 800\nheight = 450\n"
 
 SOFTWARE = {"SDL_RENDER_DRIVER": "software", "SDL_FRAMEBUFFER_ACCELERATION": "0"}
 OPENGL = {"SDL_RENDER_DRIVER": "opengl", "LP_NUM_THREADS": "1"}
 RENDERERS = {"software": SOFTWARE, "opengl": OPENGL}
-# Where frames are counted nothing is shown: SDL's dummy video driver, and the offscreen one for OpenGL.
+# Frames are measured without a display: SDL's dummy video driver, and the offscreen one for OpenGL.
 UNSEEN = {"software": SOFTWARE | {"SDL_VIDEO_DRIVER": "dummy"}, "opengl": OPENGL | {"SDL_VIDEO_DRIVER": "offscreen"}}
 
 GOOGLE_FIELDS = {"name", "family_index", "per_family_instance_index", "run_name", "run_type", "repetitions",
@@ -43,7 +43,7 @@ class Row:
 
 
 class Run:
-    """One run of a program under the probe."""
+    """One run of a program with the probe."""
 
     def __init__(self, bench, words, environment, limit=0):
         with tempfile.TemporaryDirectory() as here:
@@ -64,7 +64,7 @@ class Run:
                 said.seek(0)
                 if process.returncode != 0 or not os.path.exists(notes):
                     sys.exit(f"measure: {' '.join(command)} failed:\n{said.read().decode()}")
-            self.cpu_us = (used.ru_utime + used.ru_stime) * 1e6  # of the whole run, to its last thread's end
+            self.cpu_us = (used.ru_utime + used.ru_stime) * 1e6  # of the whole run, all threads
             self.read(notes, began)
 
     def read(self, notes, began):
@@ -95,7 +95,7 @@ class Bench:
         self.machine = {}
 
     def wants(self, group, kinds):
-        """Whether any row of a group is asked for: a group is measured or left out as a whole."""
+        """Whether any row of a group is requested: groups are measured completely or not at all."""
         return any(self.pattern.search(f"{group}{kind}") for kind in kinds)
 
     def add(self, name, value, unit, aim=None):
@@ -125,7 +125,7 @@ class Bench:
 
     def add_google_row(self, row):
         name = f"{row['name']} {row['label']}" if row.get("label") else row["name"]
-        manual = name.split(" ")[0].endswith("/manual_time")  # the benchmark itself says what counts
+        manual = name.split(" ")[0].endswith("/manual_time")  # the benchmark reports its own time
         self.rows.append(Row(name, row["real_time" if manual else "cpu_time"], row["time_unit"]))
         for counter in sorted(row.keys() - GOOGLE_FIELDS):
             per_second = counter.endswith("_per_second")
@@ -152,7 +152,7 @@ class Bench:
                 continue
             self.say(f"{STARTS} starts of the program and of the bare one, {renderer}")
             runs = {"program": [], "bare": [], "bare placed": []}
-            for _ in range(STARTS):  # in turns, so that a slow moment of the machine meets all
+            for _ in range(STARTS):  # alternately, so that load on the machine affects all equally
                 runs["program"].append(self.program(["--quit-at", "60"], environment))
                 runs["bare"].append(Run(self, ["lumarind_bare", "60"], environment))
                 runs["bare placed"].append(Run(self, ["lumarind_bare", "60", "placed"], environment))
@@ -162,13 +162,13 @@ class Bench:
                 self.add(f"{what} {renderer}", figures["program"], unit)
                 self.add(f"{what} {renderer} bare", figures["bare"], unit)
                 self.add(f"{what} {renderer} share", figures["program"] / figures["bare"], "times bare", 1.25)
-            # The two waits for the window's place are 10 ms each under X11, whatever the window manager does.
+            # Each of the two waits for the window's position takes 10 ms under X11 with any window manager.
             self.add(f"start {renderer} bare placed", start["bare placed"], "ms")
             self.add(f"start {renderer} share placed", start["program"] / start["bare placed"], "times bare", 1.25)
 
     def cpu_per_frame_us(self, run):
-        """From two runs of different lengths, because software OpenGL draws what is asked of it later, at the latest
-        when the program ends. `run` makes a run of so many frames."""
+        """Difference of two runs of different lengths, because software OpenGL defers drawing, at most to the end of the
+        program. `run(frames)` runs the program for that many frames."""
         short, long = run(WARM_UP_FRAMES), run(WARM_UP_FRAMES + COUNTED_FRAMES)
         return (long.cpu_us - short.cpu_us) / COUNTED_FRAMES
 
@@ -305,7 +305,7 @@ def main():
         sys.exit(__doc__)
     bench = Bench(sys.argv[1], sys.argv[3] if len(sys.argv) == 4 else ".")
     bench.describe_machine()
-    bench.measure_pacing()  # first, while the machine is cool and quiet
+    bench.measure_pacing()  # first, while the machine is cool and idle
     bench.measure_starts()
     bench.measure_screens()
     bench.measure_game()

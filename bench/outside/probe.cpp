@@ -1,7 +1,7 @@
-// Preloaded into a program that draws with SDL: notes when its frames were presented and how it waited between them,
-// and writes that down when the program ends, into the file that LUMARIND_PROBE names. The program itself is unchanged.
-// A line each: "memory <KiB>", the peak after 60 frames; "present <time>"; "wait <begin> <end> <processor time
-// of the wait, or -1>". Times in nanoseconds, those of events by the monotonic clock.
+// Preloaded into an unmodified SDL program: records when frames are presented and how it waits between them, and writes
+// that at exit to the file LUMARIND_PROBE.
+// One line each: "memory <KiB>", the peak after 60 frames; "present <time>"; "wait <begin> <end> <CPU time of the wait,
+// or -1>". Times in ns, those of events by the monotonic clock.
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
@@ -52,7 +52,7 @@ extern "C" bool SDL_RenderPresent(SDL_Renderer *renderer) {
     return ok;
 }
 
-// Reading the processor time takes a microsecond, which would show in the pace: a few waits will do.
+// Only some waits are sampled: reading the CPU time takes a microsecond, which would affect the pacing.
 extern "C" void SDL_DelayPrecise(Uint64 ns) {
     static const auto real = next<void (*)(Uint64)>("SDL_DelayPrecise");
     const bool sampled = wait_count % WAITS_PER_CPU_SAMPLE == 0;

@@ -1,8 +1,8 @@
-// What a map of any size costs: loads it, draws its first frame and pans it, in a window of 1280 × 720.
+// Cost of a map of any size: loads it, draws its first frame and pans it, in a window of 1280 × 720.
 //   lumarind_world make FILE COLS ROWS   writes such a map beside the executable
-//   lumarind_world show FILE FRAMES      prints a line each: first <ms>, firstcpu <ms of processor time>, median <us>,
+//   lumarind_world show FILE FRAMES      prints one line each: first <ms>, firstcpu <ms of CPU time>, median <us>,
 //   p99 <us>, memory <KiB>
-// Frames are counted in processor time of all threads, drawn to their end.
+// Frames are measured in CPU time of all threads, including deferred drawing.
 
 #include "bench/repeated_castle.h"
 #include "lumarind/core/storage.h"
@@ -18,7 +18,7 @@
 #include <vector>
 
 static constexpr int WIDTH = 1280, HEIGHT = 720;
-static constexpr float SCALE = 3, SPEED_X = 3, SPEED_Y = 1; // world pixels to a frame
+static constexpr float SCALE = 3, SPEED_X = 3, SPEED_Y = 1; // speeds in world pixels per frame
 
 static double processor_us() {
     timespec now = {};
@@ -35,7 +35,7 @@ static long peak_kib() {
     return kib;
 }
 
-// To and fro between 0 and `end`.
+// Moves to and fro between 0 and `end`.
 static float swing(float way, float end) {
     const float at = SDL_fmodf(way, 2 * end);
     return at < end ? at : 2 * end - at;

@@ -7,10 +7,10 @@
 struct DirectScene {
     b2World world{{0, -9.8f}};
     std::vector<b2Body *> bodies;
-    std::vector<b2Transform> before; // the last step
+    std::vector<b2Transform> before; // of the last step
 };
 
-// As the layer: boxes without their skin, but with their whole mass.
+// As in the layer: boxes without a polygon skin, but with their full mass.
 static void _add_box(b2Body *body, const DirectBody &wanted, b2FixtureDef def) {
     constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
     b2PolygonShape whole, box;

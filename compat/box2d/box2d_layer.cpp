@@ -1,4 +1,4 @@
-// Version 3's interface on the library of version 2.4. The global names here are 2.4's.
+// Implements version 3's interface with version 2.4. Global names are 2.4's.
 
 #include "include/box2d/version3.h"
 
@@ -8,15 +8,15 @@
 #include <new>
 #include <vector>
 
-// 2.4 is told twice as many iterations as it needs for a heap of boxes: what they buy is a chain that does not stretch
-// under a ball 24 times the weight of a link.
-static constexpr int VELOCITY_ITERATIONS = 8, POSITION_ITERATIONS = 3; // in each sub-step
+// Twice the iterations that a heap of boxes needs in 2.4, so that the chain does not stretch under a ball 24 times as
+// heavy as a link.
+static constexpr int VELOCITY_ITERATIONS = 8, POSITION_ITERATIONS = 3; // per sub-step
 static constexpr int MAX_WORLDS = 128;
-static constexpr int COOKIE = 1152023; // of a definition that came from its default function
+static constexpr int COOKIE = 1152023; // marks definitions made by the b2Default functions
 
 namespace {
 
-// The objects behind one kind of id. A place that was given up is used again under the next generation.
+// The objects of one kind of id. A freed slot is reused with the next generation.
 template <typename T> struct Slots {
     struct Slot {
         T *object = nullptr; // null: free
@@ -25,7 +25,7 @@ template <typename T> struct Slots {
     };
     std::vector<Slot> slots;
     int first_free = -1;
-    uint16_t first_generation = 0; // the world's, so that ids of the world that had its place before stay invalid
+    uint16_t first_generation = 0; // the world's, so that ids of an earlier world in this slot stay invalid
 };
 
 struct World {
@@ -43,7 +43,7 @@ static uint16_t g_generations[MAX_WORLDS];
 
 // --- ids ---
 
-// An object's place is kept in its user data, counted from 1, as in its id.
+// An object's user data holds its slot, counted from 1 as in its id.
 template <typename T> static int _slots_take(Slots<T> *slots, T *object) {
     int index = slots->first_free;
     if (index < 0) {
@@ -71,11 +71,11 @@ template <typename Id, typename T> static Id _slots_id(const Slots<T> &slots, in
     return {index + 1, static_cast<uint16_t>(world0), slots.slots[static_cast<size_t>(index)].generation};
 }
 
-// Null for an id that is not valid.
+// Returns null for an invalid id.
 template <typename Id, typename T> static T *_find(Id id, Slots<T> World::*slots) {
     if (id.world0 >= MAX_WORLDS || !g_worlds[id.world0]) return nullptr;
     const auto &all = (g_worlds[id.world0]->*slots).slots;
-    const auto index = static_cast<size_t>(id.index1) - 1; // a null id's is out of range
+    const auto index = static_cast<size_t>(id.index1) - 1; // out of range for a null id
     return index < all.size() && all[index].generation == id.generation ? all[index].object : nullptr;
 }
 
@@ -245,7 +245,7 @@ static b2ShapeId _create_shape(b2BodyId body, const b2ShapeDef *def, const ::b2S
     assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultShapeDef");
     assert(def->filter.groupIndex == static_cast<int16_t>(def->filter.groupIndex) && "a group of 2.4 has 16 bits");
     ::b2FixtureDef wanted;
-    wanted.shape = shape; // copied
+    wanted.shape = shape; // 2.4 copies it
     wanted.friction = def->material.friction;
     wanted.restitution = def->material.restitution;
     wanted.density = def->density;
@@ -255,8 +255,8 @@ static b2ShapeId _create_shape(b2BodyId body, const b2ShapeDef *def, const ::b2S
     return _slots_id<b2ShapeId>(owner->shapes, body.world0, index);
 }
 
-// 2.4 keeps a skin around polygons: boxes as large as their definition says would come to rest 15 mm apart, and push
-// each other away where they are made to touch. So the polygon is moved inwards until two of them rest face to face.
+// 2.4 adds a skin to polygons: boxes would rest 15 mm apart, and push each other away if created touching. Therefore
+// polygons are inset until two of them rest face to face.
 static constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
 
 static void _inset(b2PolygonShape *shape) {
@@ -267,7 +267,7 @@ static void _inset(b2PolygonShape *shape) {
     }
 }
 
-// Adds up the masses of a body's shapes. Inertia is about the body's origin.
+// Adds the masses of a body's shapes. Inertia is about the body's origin.
 static b2MassData _both(const b2MassData &a, const b2MassData &b) {
     b2MassData sum = {a.mass + b.mass, {0, 0}, a.I + b.I};
     if (sum.mass > 0) sum.center = (1 / sum.mass) * (a.mass * a.center + b.mass * b.center);
@@ -282,7 +282,7 @@ b2ShapeId b2CreatePolygonShape(b2BodyId id, const b2ShapeDef *def, const b2Polyg
         shape.m_vertices[i] = _vector(polygon->vertices[i]);
         shape.m_normals[i] = _vector(polygon->normals[i]);
     }
-    // The mass stays the whole polygon's.
+    // The mass is that of the polygon without inset.
     b2Body *body = _body(id);
     b2MassData had = {0, {0, 0}, 0}, added = {};
     if (body->GetFixtureList()) body->GetMassData(&had);
@@ -316,7 +316,7 @@ b2RevoluteJointDef b2DefaultRevoluteJointDef() {
 
 b2JointId b2CreateRevoluteJoint(b2WorldId world, const b2RevoluteJointDef *def) {
     assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultRevoluteJointDef");
-    ::b2RevoluteJointDef wanted; // the frames' rotations would matter to a limit or a spring only
+    ::b2RevoluteJointDef wanted; // frame rotations would matter only with a limit or spring
     wanted.bodyA = _body(def->base.bodyIdA);
     wanted.bodyB = _body(def->base.bodyIdB);
     wanted.localAnchorA = _vector(def->base.localFrameA.p);

@@ -17,7 +17,7 @@ struct Args {
 };
 static Args args;
 
-// --- options, one operation each: the value is null for those without one ---
+// --- options, one function each: the value is null for options without one ---
 
 using ApplyOption = bool (*)(const char *option, const char *value);
 
@@ -86,7 +86,7 @@ static const Option *_args_find_option(const char *name) {
     return nullptr;
 }
 
-// One of the game's own options, with its value.
+// Applies one of the game's options.
 static ArgsResult _args_take_game_option(int argc, char *argv[], int *index) {
     const char *name = argv[*index];
     const Game *game = engine_game();
@@ -101,7 +101,7 @@ static ArgsResult _args_take_game_option(int argc, char *argv[], int *index) {
     return ARGS_FAILED;
 }
 
-// Takes the option at *index and its value.
+// Applies the option at *index.
 static ArgsResult _args_take_option(int argc, char *argv[], int *index) {
     const char *name = argv[*index];
     const Option *option = _args_find_option(name);

@@ -70,7 +70,7 @@ static constexpr GameScreen screens[] = {
       .cleanup = physics_demo_cleanup},
      physics_demo_state_hash},
 };
-static_assert(GAME_STATE_FIRST_SCREEN + std::size(screens) == GAME_STATE_COUNT, "one row per state of a screen");
+static_assert(GAME_STATE_FIRST_SCREEN + std::size(screens) == GAME_STATE_COUNT, "one row per screen state");
 
 const Game demo_game = {
     .title = "Lumarind Engine v0.0.1",

@@ -1,4 +1,4 @@
-// demo_game: the demonstration, the engine's first game.
+// demo_game: the Game record of the demonstration program.
 #pragma once
 
 struct Game;

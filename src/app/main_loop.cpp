@@ -62,7 +62,7 @@ static bool shared_fonts_setup() {
     return font_set_size(heading, game->heading_font_size);
 }
 
-// The environment asks for a recording, or for one to be replayed.
+// Starts recording or opens a replay if the environment asks for it.
 static bool _main_take_recording() {
     if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
     const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");
@@ -100,7 +100,7 @@ static void _main_fill_recording_start(GameState state, ReplayStart *start) {
     }
 }
 
-// Sets a screen up, from whose setup on a recording may begin.
+// Sets up a screen; a requested recording or an open replay starts before it.
 static bool _main_setup_screen(GameState state) {
     if (replay_is_wanted() && screen_for(state)) {
         ReplayStart start = {};
@@ -127,9 +127,9 @@ static bool _main_first_screen_setup(GameState start) {
 MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
     _engine_set_game(game);
     const bool has_folders = files_setup();
-    log_setup(); // before anything that can fail: the file is there
+    log_setup(); // before anything that can fail, so that it is logged
     if (!has_folders) {
-        engine_error("[FILES] There is no folder for the user's files, error: %s", SDL_GetError());
+        engine_error("[FILES] No folder for user files, error: %s", SDL_GetError());
         return MAIN_START_FAILED;
     }
     files_log();
@@ -202,8 +202,8 @@ void main_loop_stop() {
 
 int engine_run(const Game *game, int argc, char *argv[]) {
     if (const char *problem = _engine_game_problem(game)) {
-        engine_error("[MAIN] The game's record is not usable: %s", problem);
-        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, "The game's record is not usable", problem, nullptr);
+        engine_error("[MAIN] Invalid Game record: %s", problem);
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, "Invalid Game record", problem, nullptr);
         return 1;
     }
     switch (main_loop_start(game, argc, argv)) {

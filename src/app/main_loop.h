@@ -1,13 +1,13 @@
-// main_loop: engine_run's parts, for those who run a game a frame at a time. Main thread only.
+// main_loop: the parts of engine_run, for tests and benchmarks that step the program frame by frame. Main thread only.
 #pragma once
 
 struct Game;
 
 enum MainStart {
-    MAIN_START_RUN,    // the first screen is up
-    MAIN_START_HELP,   // nothing is up but the log: leave with success
-    MAIN_START_FAILED, // nothing is up but the log: leave with failure
+    MAIN_START_RUN,    // the first screen is set up
+    MAIN_START_HELP,   // only the log is open: exit with success
+    MAIN_START_FAILED, // only the log is open: exit with failure
 };
-MainStart main_loop_start(const Game *game, int argc, char *argv[]); // the game's record has been checked
-bool main_loop_frame();                                              // false: the loop is over
-void main_loop_stop();                                               // after main_loop_start returned MAIN_START_RUN
+MainStart main_loop_start(const Game *game, int argc, char *argv[]); // the record must be valid
+bool main_loop_frame();                                              // false: the loop has ended
+void main_loop_stop();                                               // only after MAIN_START_RUN

@@ -1,4 +1,4 @@
-// screen_registry: which of the game's screens runs in which state, and the one that is set up now. Main thread only.
+// screen_registry: maps game states to the game's screens, and holds the screen that is set up. Main thread only.
 #pragma once
 
 #include "lumarind/engine/game_state.h"
@@ -7,16 +7,17 @@
 
 struct Screen;
 
-const Screen *screen_for(GameState state); // null: no screen in that state
+const Screen *screen_for(GameState state); // null if the state has no screen
 
-const char *screen_name(GameState state);       // "" without one
-Uint64 (*screen_state_hash(GameState state))(); // null without one
+const char *screen_name(GameState state);       // "" if the state has no screen
+Uint64 (*screen_state_hash(GameState state))(); // may be null
 
-// --- the resident screen: the one whose setup ran last ---
-bool screen_setup(GameState state); // true as well for a state without a screen
+// --- the resident screen: the last one set up ---
+bool screen_setup(GameState state); // true also if the state has no screen
 void screen_fixed_update(GameState state, double dt);
 void screen_tick(GameState state);
 void screen_cleanup();
 
-// The state named on the command line, or the home screen; 0, with the valid names in the log: no such name.
+// The state of the screen given on the command line, or of the home screen. 0: unknown name, logged with the valid
+// ones.
 GameState resolve_start_screen();

@@ -23,7 +23,7 @@ static constexpr const char *AUDIO_TOO_SHORT = "there is no sound in it";
 AudioState *lumarind::audio;
 
 static float _audio_clamp(float volume) {
-    if (!(volume >= 0)) return 0; // not a number, too: it would silence the mixer for good
+    if (!(volume >= 0)) return 0; // maps NaN to 0 as well: a NaN gain would silence the mixer for good
     return volume > 1 ? 1 : volume;
 }
 
@@ -36,7 +36,7 @@ static MIX_Mixer *audio_open_mixer() {
     if (mixer) return mixer;
     SDL_LogWarn(
         SDL_LOG_CATEGORY_APPLICATION, "[AUDIO] No playback device (%s), continuing without sound", SDL_GetError());
-    SDL_QuitSubSystem(SDL_INIT_AUDIO); // the driver is chosen when the subsystem starts again
+    SDL_QuitSubSystem(SDL_INIT_AUDIO); // so that the next start selects the dummy driver
     SDL_SetHintWithPriority(SDL_HINT_AUDIO_DRIVER, "dummy", SDL_HINT_OVERRIDE);
     return MIX_CreateMixerDevice(SDL_AUDIO_DEVICE_DEFAULT_PLAYBACK, nullptr);
 }
@@ -45,7 +45,7 @@ static MIX_Track *audio_create_track(const char *tag) {
     MIX_Track *track = MIX_CreateTrack(audio->mixer);
     if (track && MIX_TagTrack(track, tag)) return track;
     engine_error("[AUDIO] Track creation failed, error: %s", SDL_GetError());
-    MIX_DestroyTrack(track); // null is fine
+    MIX_DestroyTrack(track); // ignores null
     return nullptr;
 }
 
@@ -92,7 +92,7 @@ bool audio_setup() {
     audio->mixer = audio_open_mixer();
     if (!audio->mixer) return engine_error("[AUDIO] Mixer creation failed, error: %s", SDL_GetError());
     if (!_audio_create_tracks()) return false;
-    // Only now: a tag's gain reaches the tracks that carry it at that moment, and none tagged later.
+    // Last: setting a tag's gain affects only the tracks that carry the tag at that moment.
     for (int bus = 0; bus < AUDIO_BUS_COUNT; bus++) audio_apply_volume(static_cast<AudioBus>(bus));
 
     SDL_AudioSpec spec = {};
@@ -117,8 +117,8 @@ void audio_cleanup() {
 
 static MIX_Mixer *_audio_preferred_mixer() { return audio ? audio->mixer : nullptr; }
 
-// The first four bytes of a sound, as a big-endian number, and what may decode it, by the names the library has in its
-// several builds. Left to itself the library tries its readers of WAV and AIFF as well, on what follows a tag.
+// The first four bytes of a file (big-endian) and the names of its decoders, which vary between builds of SDL_mixer.
+// Without a name SDL_mixer would also try its WAV and AIFF decoders on the data after an ID3v2 tag.
 struct AudioKind {
     Uint32 magic, mask;
     const char *decoders[3];
@@ -131,13 +131,13 @@ static constexpr AudioKind AUDIO_KINDS[] = {
 static constexpr Uint32 MAGIC_RIFF = 0x52494646;
 static constexpr Uint32 MAGIC_FORM = 0x464F524D;
 
-// To where the sound begins: behind an ID3v2 tag in front, and the zeros that fill it up.
+// Seeks to the start of the audio data, past a leading ID3v2 tag and its zero padding.
 static void _audio_skip_tag(SDL_IOStream *file) {
     Uint8 head[10] = {};
     Sint64 at = 0;
     if (SDL_ReadIO(file, head, sizeof head) == sizeof head && SDL_memcmp(head, "ID3", 3) == 0) {
         const bool has_footer = (head[5] & 0x10) != 0;
-        for (int i = 6; i < 10; i++) at = at << 7 | (head[i] & 0x7F); // seven bits a byte
+        for (int i = 6; i < 10; i++) at = at << 7 | (head[i] & 0x7F); // 7 bits per byte
         at += static_cast<Sint64>(has_footer ? 2 * sizeof head : sizeof head);
         SDL_SeekIO(file, at, SDL_IO_SEEK_SET);
         for (Uint8 byte = 0; SDL_ReadU8(file, &byte) && byte == 0;) at++;
@@ -145,7 +145,7 @@ static void _audio_skip_tag(SDL_IOStream *file) {
     SDL_SeekIO(file, at, SDL_IO_SEEK_SET);
 }
 
-// SDL's own reader: the mixer library's divides by the channels of a header that claims 256 of them.
+// Uses SDL's WAV loader: SDL_mixer's crashes with a division by zero on a header that claims 256 channels.
 static MIX_Audio *_audio_load_wav(SDL_IOStream *file) {
     SDL_AudioSpec spec = {};
     Uint8 *samples = nullptr;
@@ -156,20 +156,20 @@ static MIX_Audio *_audio_load_wav(SDL_IOStream *file) {
     return sound;
 }
 
-// The decoder that takes the file; `options` then name it. Null, with an error set: none does.
+// Returns the first decoder that accepts the file and sets its name in `options`; null, with SDL's error set, if none.
 static MIX_AudioDecoder *_audio_open_decoder(SDL_IOStream *file, const AudioKind &kind, SDL_PropertiesID options) {
     for (const char *name : kind.decoders) {
         if (!name) break;
         SDL_SetStringProperty(options, MIX_PROP_AUDIO_DECODER_STRING, name);
-        SDL_SeekIO(file, 0, SDL_IO_SEEK_SET); // tags are for the library to pass over
+        SDL_SeekIO(file, 0, SDL_IO_SEEK_SET); // SDL_mixer skips tags itself
         MIX_AudioDecoder *decoder = MIX_CreateAudioDecoder_IO(file, false, options);
         if (decoder) return decoder;
     }
     return nullptr;
 }
 
-// A sound of no frames or one, played for ever, would keep the mixing thread, and its lock, for good; one of none, when
-// rewound, crashes the Vorbis library. A header's length is no proof: what is not decoded here is begun.
+// Looping a sound of less than two frames would block the mixing thread, with its lock held, for good; rewinding an
+// empty one crashes the Vorbis library. Headers may lie, so a streamed sound's first frames are decoded to find out.
 static bool _audio_has_frames(MIX_AudioDecoder *decoder) {
     SDL_AudioSpec spec = {};
     Uint8 begin[4096];
@@ -181,7 +181,7 @@ static bool _audio_has_frames(MIX_AudioDecoder *decoder) {
 
 static bool _audio_choose_decoder(SDL_IOStream *file, const AudioKind &kind, bool predecode, SDL_PropertiesID options) {
     MIX_AudioDecoder *decoder = _audio_open_decoder(file, kind, options);
-    if (!decoder) return false; // destroying none would set another error
+    if (!decoder) return false; // destroying null would replace SDL's error
     const bool usable = predecode || _audio_has_frames(decoder);
     MIX_DestroyAudioDecoder(decoder);
     SDL_SeekIO(file, 0, SDL_IO_SEEK_SET);
@@ -195,7 +195,7 @@ static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, const AudioKind &kind,
         SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
         SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, _audio_preferred_mixer());
         SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_PREDECODE_BOOLEAN, predecode);
-        // Here the caller says what is repeated, not the file.
+        // The caller decides about looping, not the file.
         SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_IGNORE_LOOPS_BOOLEAN, true);
         sound = MIX_LoadAudioWithProperties(options);
     }
@@ -216,7 +216,7 @@ static MIX_Audio *_audio_load_io(SDL_IOStream *file, bool predecode) {
     for (const AudioKind &kind : AUDIO_KINDS) {
         if ((magic & kind.mask) == kind.magic) return _audio_load_encoded(file, kind, predecode);
     }
-    // The library takes samples of a size in AIFF that it then has no room for.
+    // SDL_mixer's AIFF decoder overflows a buffer on unusual sample sizes.
     SDL_SetError("%s is not supported: save it as WAV, FLAC, Ogg or MP3", magic == MAGIC_FORM ? "AIFF" : "this format");
     return nullptr;
 }
@@ -229,10 +229,10 @@ static MIX_Audio *_audio_load_file(const char *path, bool predecode) {
     return sound;
 }
 
-// False, with an error set: repeated for ever, it would keep the mixing thread too long.
+// Returns false, with SDL's error set, if looping the sound would block the mixing thread.
 static bool _audio_can_be_mixed(MIX_Audio *sound) {
     SDL_AudioSpec spec = {};
-    const Sint64 frames = MIX_GetAudioDuration(sound); // negative: not known before it was played
+    const Sint64 frames = MIX_GetAudioDuration(sound); // negative: unknown until played
     if (frames >= 0 && frames < AUDIO_FRAMES_MIN) return SDL_SetError("%s", AUDIO_TOO_SHORT);
     if (!MIX_GetAudioFormat(sound, &spec) || spec.freq <= AUDIO_RATE_MAX) return true;
     return SDL_SetError("%d Hz is more than the %d supported", spec.freq, AUDIO_RATE_MAX);
@@ -267,10 +267,10 @@ void audio_free(MIX_Audio **sound) {
 
 // --- playing ---
 
-// The mixer's own lock around a change of a track's sound: without it, the mixing thread may be reading the old one.
+// Locks the mixer while a track's sound changes; otherwise the mixing thread may be reading the old one.
 static bool _audio_set_track(MIX_Track *track, MIX_Audio *sound) {
     MIX_LockMixer(audio->mixer);
-    MIX_StopTrack(track, 0); // else the old loop count and fade would stay
+    MIX_StopTrack(track, 0); // resets the loop count and fade
     const bool ok = MIX_SetTrackAudio(track, sound);
     MIX_UnlockMixer(audio->mixer);
     return ok;
@@ -278,7 +278,7 @@ static bool _audio_set_track(MIX_Track *track, MIX_Audio *sound) {
 
 static void _audio_set_play(int index, const SfxPlay &how) {
     MIX_Track *track = audio->sfx[index];
-    const float pan = how.pan > 0 ? SDL_min(how.pan, 1) : how.pan < 0 ? SDL_max(how.pan, -1) : 0; // NaN is the middle
+    const float pan = how.pan > 0 ? SDL_min(how.pan, 1) : how.pan < 0 ? SDL_max(how.pan, -1) : 0; // maps NaN to 0
     const MIX_StereoGains gains = {.left = SDL_min(1 - pan, 1), .right = SDL_min(1 + pan, 1)};
     audio->sfx_volumes[index] = _audio_clamp(how.volume);
     MIX_SetTrackGain(track, audio->sfx_volumes[index] * audio_volume(AUDIO_BUS_SFX));
@@ -322,9 +322,9 @@ void audio_pause_music(bool paused) {
 }
 
 void audio_stop_music(int fade_out_ms) {
-    if (audio && MIX_TrackPaused(audio->music)) MIX_StopTrack(audio->music, 0); // nothing is heard of a fade
+    if (audio && MIX_TrackPaused(audio->music)) MIX_StopTrack(audio->music, 0); // a paused track's fade is inaudible
     if (!audio_music_playing()) return;
-    const Sint64 frames = MIX_TrackMSToFrames(audio->music, fade_out_ms); // a track fades in frames of its own sound
+    const Sint64 frames = MIX_TrackMSToFrames(audio->music, fade_out_ms); // frames at the sound's own rate
     MIX_StopTrack(audio->music, frames);
 }
 

@@ -1,7 +1,7 @@
-// audio: one mixer on the default playback device, one music track, sixteen effect tracks and three volume buses,
-// whose levels live in the configuration. Main thread only, and only between audio_setup and audio_cleanup; before
-// that, nothing plays, and actions fail or do nothing, but for the levels, which the configuration keeps.
-// Without a playback device the program runs on, silently, on SDL's dummy driver.
+// audio: playback of music and sound effects through one mixer on the default device: one music track, sixteen effect
+// tracks and three volume buses, whose volumes are stored in the configuration. Main thread only. Before audio_setup
+// and after audio_cleanup playing fails or does nothing; volumes still work.
+// Without a playback device SDL's dummy driver is used: the program runs silently.
 #pragma once
 
 #include "lumarind/config/config.h"
@@ -9,34 +9,33 @@
 struct MIX_Audio;
 
 // --- lifetime ---
-bool audio_setup();   // after cfg_load; safe twice. False: reported, and audio_cleanup frees what was built
-void audio_cleanup(); // safe twice. Free the loaded sounds before: they go with the mixer
+bool audio_setup();   // after cfg_load; safe to call twice. False: reported; audio_cleanup releases what was created
+void audio_cleanup(); // safe to call twice. Free loaded sounds first: the mixer destroys them
 
-// --- sounds: the caller owns them and gives them back to audio_free ---
-// Predecoded, a file is decoded here and starts at no cost (effects); otherwise it is decoded while it plays (music).
-// WAV (but not of 64-bit floats), FLAC, Ogg and MP3; a tag in front is passed over. A WAV file is
-// decoded here in any case. Loops a file asks for itself are not followed. Null: reported, as is a file of another
-// kind, one that decodes to less than two frames, or one of more than 768,000 Hz.
+// --- sounds: the caller owns them and releases them with audio_free ---
+// With `predecode` the file is decoded at load (effects), else while it plays (music); WAV is always decoded at load.
+// Formats: WAV (except 64-bit float), FLAC, Ogg and MP3; a leading tag is skipped, loop points in the file are ignored.
+// Null: reported; also for other formats, sounds of less than two frames and rates above 768,000 Hz.
 MIX_Audio *audio_load(const char *path, bool predecode);
-// Interleaved frames of `channels` floats each, copied. The rate is in Hz, at most 768,000. Null: reported, as are less
-// than two frames.
+// Copies interleaved frames of `channels` floats each. The rate is in Hz, at most 768,000. Null: reported; also for
+// less than two frames.
 MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels, int sample_rate);
-void audio_free(MIX_Audio **sound); // sets the handle to null; does nothing when it is already
+void audio_free(MIX_Audio **sound); // sets the handle to null; a null handle is ignored
 
 // --- playing ---
 struct SfxPlay {
-    float volume = 1; // 0 to 1, below the bus's
-    float pitch = 1;  // 0.01 to 100: twice as high is half as long
-    float pan = 0;    // -1 left to 1 right; 0 leaves the sound's own channels as they are
+    float volume = 1; // 0 to 1, multiplied with the bus's volume
+    float pitch = 1;  // playback rate, 0.01 to 100: 2 plays an octave higher in half the time
+    float pan = 0;    // -1 left to 1 right; 0 keeps the sound's own channels
 };
-bool audio_play_sfx(MIX_Audio *sound);                          // once. False: no track is free, it is dropped
-bool audio_play_sfx_with(MIX_Audio *sound, const SfxPlay &how); // the same; values out of range are clamped
-bool audio_play_music(MIX_Audio *sound, int fade_in_ms);        // for ever, instead of what played. False: reported
-bool audio_play_music_once(MIX_Audio *sound, int fade_in_ms);   // the same, to its end
-void audio_pause_music(bool paused);                            // where it is; paused, it does not count as playing
+bool audio_play_sfx(MIX_Audio *sound);                          // plays it once. False: no free track, it is dropped
+bool audio_play_sfx_with(MIX_Audio *sound, const SfxPlay &how); // the same; values are clamped
+bool audio_play_music(MIX_Audio *sound, int fade_in_ms);        // loops it, replacing the music. False: reported
+bool audio_play_music_once(MIX_Audio *sound, int fade_in_ms);   // the same without looping
+void audio_pause_music(bool paused);                            // pauses or resumes; paused music is not "playing"
 void audio_stop_music(int fade_out_ms);                         // 0: at once
-bool audio_music_playing();                                     // true while it fades out, too
+bool audio_music_playing();                                     // true also during the fade-out
 
 // --- volumes: linear, 0 to 1 ---
 float audio_volume(AudioBus bus);
-void audio_set_volume(AudioBus bus, float volume); // clamped, kept in the configuration and heard at once
+void audio_set_volume(AudioBus bus, float volume); // clamped, stored in the configuration, effective at once

@@ -1,4 +1,4 @@
-// What the mixer's tests reach into.
+// The audio module's state, for its tests.
 #pragma once
 
 struct MIX_Mixer;
@@ -10,8 +10,8 @@ struct AudioState {
     MIX_Mixer *mixer;
     MIX_Track *music;                    // tagged "music"
     MIX_Track *sfx[AUDIO_SFX_TRACKS];    // each tagged "sfx"
-    float sfx_volumes[AUDIO_SFX_TRACKS]; // below the bus's, of what each track plays
-    bool library_started;                // MIX_Quit is owed
+    float sfx_volumes[AUDIO_SFX_TRACKS]; // of the sound on each track, without the bus's volume
+    bool library_started;                // MIX_Init was called; MIX_Quit must follow
 };
 namespace lumarind {
 extern AudioState *audio; // null: not set up

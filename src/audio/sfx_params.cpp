@@ -2,7 +2,7 @@
 
 #include "audio/sfx_synth.h"
 
-static constexpr Uint32 SIGNED_FIELDS = 0x25A4C0; // those that go down to -1
+static constexpr Uint32 SIGNED_FIELDS = 0x25A4C0; // fields with a range of -1 to 1
 
 // --- random numbers ---
 
@@ -195,7 +195,7 @@ void sfx_genSynth(SfxParams *params) {
     params->squareDuty = frnd(1.0f);
     params->dutySweep = sfx_random(3) == 2 ? frnd(1.0f) : 0;
     if (sfx_random(2) != 1) {
-        const float a = frnd(1.0f); // in an expression of both, the compiler would choose which is drawn first
+        const float a = frnd(1.0f); // separate statements: the order of draws in one expression is unspecified
         const float b = frnd(1.0f);
         params->lpfCutoff = 0.1f + a * 0.9f * b;
     }
@@ -210,7 +210,7 @@ static void _sfx_randomize_pitch(SfxParams *params) {
     if (_sfx_heads()) params->startFrequency = SDL_powf(rndNP1(), 3.0f) + 0.5f;
     params->minFrequency = 0;
     params->slide = SDL_powf(rndNP1(), 5.0f);
-    // Neither out of hearing at the top nor at the bottom.
+    // Keeps the pitch audible: a high one does not slide up, a low one not down.
     if (params->startFrequency > 0.7f && params->slide > 0.2f) params->slide = -params->slide;
     if (params->startFrequency < 0.2f && params->slide < -0.05f) params->slide = -params->slide;
     params->deltaSlide = SDL_powf(rndNP1(), 3.0f);

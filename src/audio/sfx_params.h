@@ -1,5 +1,5 @@
-// sfx_params: what a generated effect sounds like, and the random draws that decide it. Every draw comes from one
-// sequence and in a fixed order, so the order of statements is part of each sound.
+// sfx_params: the parameters of a generated sound effect and the random presets that fill them. All draws come from one
+// sequence in a fixed order: reordering statements changes the sounds.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -14,11 +14,11 @@ enum SfxWave {
     SFX_WAVE_COUNT,
 };
 
-// The floats are numbered 0 to 21 in this order: the bits of sfx_mutate's mask. The synthesiser takes any value; the
-// ranges are what sfx_mutate keeps to.
+// The floats are numbered 0 to 21 in this order, as the bits of sfx_mutate's mask. The synthesiser accepts any value;
+// sfx_mutate clamps to the ranges given here.
 struct SfxParams {
-    Sint32 waveType;  // SfxWave; silence for any other value
-    float attackTime; // 0 to 1, as the two below: a stage of 100000 v^2 frames
+    Sint32 waveType;  // SfxWave; any other value is silent
+    float attackTime; // 0 to 1, as the two stage times below: 100000 v^2 frames
     float sustainTime;
     float sustainPunch;   // 0 to 1: extra level at the start of the sustain stage
     float decayTime;      // 0 to 1
@@ -28,20 +28,20 @@ struct SfxParams {
     float deltaSlide;     // -1 to 1
     float vibratoDepth;   // 0 to 1
     float vibratoSpeed;   // 0 to 1
-    float changeAmount;   // -1 to 1: arpeggio, one change of the pitch, above 0 upwards
-    float changeSpeed;    // 0 to 1: how soon; 1 is never
-    float squareDuty;     // 0 to 1: 0 is an even square, or a triangle for the sawtooth
+    float changeAmount;   // -1 to 1: arpeggio, a single pitch change, upwards if above 0
+    float changeSpeed;    // 0 to 1: higher is earlier; 1 disables it
+    float squareDuty;     // 0 to 1: at 0 the square is symmetric and the sawtooth a triangle
     float dutySweep;      // -1 to 1
-    float repeatSpeed;    // 0 to 1: how often the pitch starts again; 0 is never
+    float repeatSpeed;    // 0 to 1: how often the pitch restarts; 0 disables it
     float phaserOffset;   // -1 to 1
     float phaserSweep;    // -1 to 1
-    float lpfCutoff;      // 0 to 1; exactly 1 is no low-pass filter
+    float lpfCutoff;      // 0 to 1; exactly 1 bypasses the low-pass filter
     float lpfCutoffSweep; // -1 to 1
     float lpfResonance;   // 0 to 1
     float hpfCutoff;      // 0 to 1
     float hpfCutoffSweep; // -1 to 1
 };
-inline constexpr int SFX_PARAM_COUNT = 22; // the floats
+inline constexpr int SFX_PARAM_COUNT = 22; // number of float fields
 static_assert(sizeof(SfxParams) == sizeof(Sint32) + SFX_PARAM_COUNT * sizeof(float), "sfx_mutate counts through them");
 
 // --- random numbers ---
@@ -53,11 +53,11 @@ using lumarind::sfx_rng_state;
 int sfx_random(int n);   // 0 to n - 1
 float frnd(float range); // 0 to range, in 10000 steps
 float rndNP1();          // -1 to 1, in 20000 steps
-// The next value of pink noise, -1 to 1, from 5 rows of which each changes half as often as the one before. `counter`
+// The next value of pink noise, -1 to 1, the sum of 5 rows, each updated half as often as the previous one. `counter`
 // starts at 0 and stays below 32.
 float pinkValue(int *counter, float *rows);
 
-// --- parameters: each of the generators sets the whole record ---
+// --- generators: each sets the whole record ---
 void sfx_resetParams(SfxParams *params);
 void sfx_genPickupCoin(SfxParams *params);
 void sfx_genLaserShoot(SfxParams *params);
@@ -69,5 +69,5 @@ void sfx_genBlipSelect(SfxParams *params);
 void sfx_genSynth(SfxParams *params); // a tonal instrument
 void sfx_genRandomize(SfxParams *params, int wave);
 
-// Moves some of the fields whose bits are set in the mask, by up to half the range either way.
+// Changes some of the fields whose bits are set in the mask, each by at most range / 2 up or down.
 void sfx_mutate(SfxParams *params, float range, Uint32 mask);

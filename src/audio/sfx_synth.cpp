@@ -1,10 +1,10 @@
-// Precision is part of the result: what is float stays float, what is double stays double, and the order of operations
-// counts. Squares are products; higher powers go to the C library.
+// The output is bit-exact by contract: do not change float to double or back, nor the order of operations. Squares are
+// multiplications; higher powers call the C library.
 #include "audio/sfx_synth.h"
 
 #include "audio/sfx_params.h"
 
-static constexpr int SUBSAMPLES = 8; // to a frame
+static constexpr int SUBSAMPLES = 8; // per frame
 static constexpr float MASTER_GAIN = 0.2f;
 static constexpr float PI = 3.1415927f;
 static constexpr int SHORTEST_PERIOD = 8; // subsamples
@@ -18,9 +18,9 @@ struct SfxVoice {
     SfxSynth *synth;
     int frame_limit;
 
-    float min_frequency, start_slide; // as used, not as given
+    float min_frequency, start_slide; // effective values; the parameters may differ
     double fperiod, fmaxperiod;       // subsamples
-    double fslide, fdslide;           // factor per frame, and its change
+    double fslide, fdslide;           // factor per frame, and its change per frame
     float duty, duty_step;
     double arpeggio_factor;
     int arpeggio_time, arpeggio_limit; // frames; limit 0: none, or done
@@ -56,7 +56,7 @@ SfxSynth *sfx_allocSynth(int format, int sampleRate, int seconds) {
     return synth;
 }
 
-// Towards zero. Parameters may be anything, so the value may be beyond an int or no number.
+// Truncates towards zero and saturates; NaN gives 0. Parameters are arbitrary, so the value may not fit an int.
 static int _sfx_trunc(double value) {
     if (!(value > -2147483647.0)) return value <= -2147483647.0 ? -SDL_MAX_SINT32 : 0;
     return value < 2147483647.0 ? static_cast<int>(value) : SDL_MAX_SINT32;
@@ -139,7 +139,7 @@ static void _sfx_setup_voice(SfxVoice *v) {
     v->repeat_limit = p.repeatSpeed == 0 ? 0 : _sfx_trunc(32.0f + 20000.0f * (pause * pause));
 }
 
-// --- once a frame ---
+// --- per frame ---
 
 static void _sfx_restart_when_due(SfxVoice *v) {
     v->repeat_time++;
@@ -158,7 +158,7 @@ static void _sfx_step_pitch(SfxVoice *v, int frame) {
     v->fperiod *= v->fslide;
     if (v->fperiod > v->fmaxperiod) {
         v->fperiod = v->fmaxperiod;
-        if (v->min_frequency > 0) v->frame_limit = frame; // this frame is the last
+        if (v->min_frequency > 0) v->frame_limit = frame; // ends the sound after this frame
     }
     float period = static_cast<float>(v->fperiod);
     if (v->vibrato_depth > 0) {
@@ -171,7 +171,7 @@ static void _sfx_step_pitch(SfxVoice *v, int frame) {
     v->duty = _sfx_clamp(v->duty + v->duty_step, 0.0f, 0.5f);
 }
 
-static bool _sfx_step_envelope(SfxVoice *v) { // false: the sound is over
+static bool _sfx_step_envelope(SfxVoice *v) { // false: the sound has ended
     v->stage_time++;
     if (v->stage_time > v->stage_length[v->stage]) {
         v->stage_time = 0;
@@ -203,7 +203,7 @@ static void _sfx_step_effects(SfxVoice *v) {
     }
 }
 
-// --- eight times a frame ---
+// --- per subsample ---
 
 template <int WAVE> static float _sfx_oscillate(const float *noise, int phase, int period, float duty) {
     if constexpr (WAVE == SFX_WAVE_NOISE || WAVE == SFX_WAVE_PINK_NOISE) {
@@ -222,7 +222,8 @@ template <int WAVE> static float _sfx_oscillate(const float *noise, int phase, i
     }
 }
 
-// The sum of a frame's subsamples. The filters' state lives in locals, else every step would wait for the memory.
+// Returns the sum of a frame's subsamples. Filter state is held in locals, so that the loop does not store it each
+// time.
 template <int WAVE> static float _sfx_mix_frame(SfxVoice *v) {
     float *const delay = v->synth->phaser;
     const bool bypass = v->params->lpfCutoff == 1.0f;

@@ -1,5 +1,5 @@
-// sfx_synth: one oscillator with an envelope, pitch slide, vibrato, arpeggio, duty sweep, repeat, phaser and a low-pass
-// and a high-pass filter, computed at eight times the output rate. Draws its noise from sfx_params' sequence.
+// sfx_synth: sound synthesiser: one oscillator with envelope, pitch slide, vibrato, arpeggio, duty sweep, repeat,
+// phaser, low-pass and high-pass filter, with 8x oversampling. Its noise is drawn from sfx_params' sequence.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -12,20 +12,20 @@ inline constexpr int SFX_NOISE_SLOTS = 32;
 inline constexpr int SFX_PINK_ROWS = 5;
 inline constexpr int SFX_PHASER_SIZE = 1024;
 
-// The working memory of one render, its output storage behind it in the same allocation.
+// The state of one render, followed by its output storage in the same allocation.
 struct SfxSynth {
     Sint32 format;     // SfxFormat
     Sint32 sampleRate; // Hz
-    Sint32 seconds;    // the storage holds sampleRate x seconds frames
+    Sint32 seconds;    // capacity: the storage holds sampleRate x seconds frames
     void *samples;
     float noise[SFX_NOISE_SLOTS];
     float pink[SFX_PINK_ROWS];
     float phaser[SFX_PHASER_SIZE]; // delay line
 };
 
-// Freed with SDL_free. Null, silently: no memory.
+// The caller frees it with SDL_free. Returns null if out of memory, without reporting it.
 SfxSynth *sfx_allocSynth(int format, int sampleRate, int seconds);
 
-// The number of frames written to the storage: those of the envelope, or fewer when the pitch reaches its floor or the
-// storage is full.
+// Returns the number of frames written: the envelope's length, or less if the pitch reaches its minimum or the storage
+// is full.
 int sfx_generateWave(SfxSynth *synth, const SfxParams *params);

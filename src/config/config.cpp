@@ -28,7 +28,7 @@ enum KeyKind { KEY_BOOL, KEY_INT, KEY_FLOAT, KEY_DIRECTORY, KEY_FORMAT, KEY_BIND
 
 struct KeyRow {
     const char *section = "";
-    const char *key = ""; // empty for the kinds that stand for a key per action, bus or setting
+    const char *key = ""; // empty for kinds with one key per action, bus or setting
     KeyKind kind = KEY_BOOL;
     bool Config::*flag = nullptr;
     Sint32 Config::*number = nullptr;
@@ -123,7 +123,7 @@ void cfg_set_defaults() {
 
 // --- loading ---
 
-// Whether a conversion that stopped at `end` took the whole of `text`; warns when it did not.
+// Returns whether the conversion that stopped at `end` consumed all of `text`; otherwise logs a warning.
 static bool _cfg_number_complete(const char *type, const char *text, const char *end) {
     if (end == text) {
         SDL_LogWarn(
@@ -217,7 +217,7 @@ int cfg_load_handler(void *user, const char *section, const char *name, const ch
     return 1;
 }
 
-// Opened once: a look beforehand could fail, or find, what the opening does not.
+// Opened without checking for existence first: the file may appear or vanish in between.
 bool cfg_load() {
     cfg_set_defaults();
     const FilePath path = cfg_path();
@@ -226,11 +226,11 @@ bool cfg_load() {
     if (!file && !config->load_failed) {
         SDL_Log("[CONFIG] Config file not found: %s", path.text);
         if (args_config_save_enabled()) SDL_Log("[CONFIG] Creating new config file: %s", path.text);
-        cfg_save(); // a first start that cannot write goes on with the defaults
+        cfg_save(); // if this fails, the first start continues with the defaults
         return true;
     }
     SDL_Log("[CONFIG] Loading config file: %s", path.text);
-    if (file) { // to the reader a failing read is the file's end
+    if (file) { // ini_parse_file treats a read error as end of file
         config->load_failed = ini_parse_file(file, cfg_load_handler, config) < 0 || std::ferror(file);
         std::fclose(file);
     }
@@ -241,32 +241,32 @@ bool cfg_load() {
 
 namespace fs = std::filesystem;
 
-// The file that is to be replaced: where a symbolic link leads, through further links, also to a file not yet there.
-// False: a link cannot be followed.
+// Resolves *path to the file to replace, following chains of symbolic links; the last target may not exist.
+// Returns false if a link cannot be followed.
 static bool _cfg_resolve_links(fs::path *path) {
-    constexpr int LINKS_MAX = 40; // a ring of links has no end
+    constexpr int LINKS_MAX = 40; // links may form a cycle
     for (int i = 0; i < LINKS_MAX; i++) {
         std::error_code error;
         const fs::file_type type = fs::symlink_status(*path, error).type();
         if (type != fs::file_type::symlink) return type != fs::file_type::none;
         const fs::path target = fs::read_symlink(*path, error);
         if (error) return false;
-        *path = path->parent_path() / target; // an absolute target replaces the whole
+        *path = path->parent_path() / target; // an absolute target replaces the whole path
     }
     return false;
 }
 
-// Writing beside and renaming would pass over a file's own write protection, and put a file in the place of a device,
-// so it is asked first: SDL opens writable regular files only.
+// Renaming over the file would bypass its write protection and could replace a device, so it is opened for writing
+// first: SDL opens regular files only.
 static bool _cfg_may_write(const fs::path &path, fs::file_type type) {
     if (type == fs::file_type::not_found) return true;
-    if (type == fs::file_type::none) return false; // it could not be looked at
+    if (type == fs::file_type::none) return false; // status unavailable
     SDL_IOStream *file = SDL_IOFromFile(path.string().c_str(), "r+");
     return file && SDL_CloseIO(file);
 }
 
-// In a form that reads back as the same text: without blanks where the reader would take a ';' for a comment or the
-// line for too long, and on a line of its own, behind a blank, where it is too long even so.
+// Writes a pair so that it round-trips: without spaces around "=" if inih would take a ';' for a comment or the line
+// is too long, and with the value on an indented continuation line if it is still too long.
 static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *value) {
     const size_t length = SDL_strlen(key) + SDL_strlen(value);
     const char *between = " = ";
@@ -275,8 +275,8 @@ static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *val
     return SDL_IOprintf(file, "%s%s%s\n", key, between, value) > 0;
 }
 
-// A text that may come from the program as well, with what a file has no room for: line ends, and blanks before a ';'.
-// Around a binding's name neither counts.
+// Writes a value that may not come from the file, replacing what the format cannot hold: line feeds become spaces,
+// whitespace before a ';' is dropped. Neither matters around a binding's name.
 static bool _cfg_write_line(SDL_IOStream *file, const char *key, const char *value) {
     char text[SDL_max(CFG_BINDINGS_SIZE, CFG_SETTING_SIZE)] = {};
     size_t length = 0;
@@ -338,15 +338,15 @@ static bool _cfg_write_rows(SDL_IOStream *file) {
 
 static SDL_IOStream *_cfg_open(const fs::path &path) { return SDL_IOFromFile(path.string().c_str(), "w"); }
 
-static bool _cfg_write_file(SDL_IOStream *file) { // null: it could not be opened
+static bool _cfg_write_file(SDL_IOStream *file) { // null: opening failed
     if (!file) return false;
     bool ok = _cfg_write_rows(file);
     ok = SDL_FlushIO(file) && ok;
     return SDL_CloseIO(file) && ok;
 }
 
-// Writes beside the file and renames, so that a crash or a full disk leaves the old settings as they were. A folder
-// that takes no other file, or a file that cannot be renamed over (a mount of its own), has it written in place.
+// Writes a temporary file and renames it, so that a crash or a full disk leaves the old settings intact. If the folder
+// takes no new file, or the file cannot be replaced (it is a mount point), it is written in place.
 static bool _cfg_replace_file() {
     std::error_code error;
     fs::path path = cfg_path().text;
@@ -359,7 +359,7 @@ static bool _cfg_replace_file() {
     const bool written = _cfg_write_file(file);
     if (written && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
     if (written && SDL_RenamePath(beside.string().c_str(), path.string().c_str())) return true;
-    // First: on a full disk its room is needed. It may be there without having been opened.
+    // Removed first: on a full disk its space is needed. It may be left over from an earlier run.
     if (fs::is_regular_file(beside, error)) fs::remove(beside, error);
     return (written || !file) && _cfg_write_file(_cfg_open(path));
 }

@@ -1,7 +1,7 @@
-// config: every persistent setting, in one record, read from and written back to config/<id>.ini, <id> being the
-// game's, among the user's files. Main thread only.
-// The record holds values as they were parsed; whoever uses one checks its range. The getters and setters may be
-// called only between cfg_setup and cfg_cleanup, and with valid action and bus numbers.
+// config: the persistent settings, read from and written to config/<id>.ini in the user's folder, <id> being the
+// game's. Main thread only.
+// Values are stored as parsed; the module that uses one checks its range. Getters and setters may be called only
+// between cfg_setup and cfg_cleanup, with valid action and bus numbers.
 #pragma once
 
 #include "lumarind/diagnostics/capture_format.h"
@@ -25,18 +25,18 @@ struct CfgGraphicsProps {
 };
 
 // --- lifetime ---
-bool cfg_setup(); // a zeroed record; safe twice. False: reported
+bool cfg_setup(); // zero-initialises the record; safe to call twice. False: reported
 void cfg_cleanup();
 void cfg_set_defaults();
 
-// Defaults, then the file's values over them. A missing file is made, unless saving is switched off; lines that are
-// not understood are ignored, numbers that are not count as 0 with a warning. False, reported: anything but a missing
-// file keeps it from being opened and read to its end.
+// Sets the defaults, then overrides them from the file. A missing file is created unless saving is disabled. Unknown
+// keys are ignored; malformed numbers are read as 0 with a warning. Returns false, reported, if an existing file cannot
+// be opened and read completely.
 bool cfg_load();
 
-// Writes the whole record. The file is replaced whole or not at all, where its folder lets it be replaced; a symbolic
-// link to it stays one. True as well when saving is switched off. False: reported, or there is no record, or the last
-// cfg_load failed: then nothing is written.
+// Writes the whole record, replacing the file atomically where its folder permits; a symbolic link to it is kept.
+// Returns true also if saving is disabled. Returns false, reported, on failure or without a record; after a failed
+// cfg_load nothing is written.
 bool cfg_save();
 
 // --- settings ---
@@ -55,19 +55,19 @@ void cfg_set_show_frame_time_graph(bool show); // does nothing without a record
 int cfg_get_ui_scale();
 void cfg_set_ui_scale(int scale);
 int cfg_get_fixed_step_hz();
-const char *cfg_get_capture_directory(); // the stored text itself
+const char *cfg_get_capture_directory(); // points into the record
 CaptureFormat cfg_get_capture_format();
 int cfg_get_capture_jpeg_quality();
 bool cfg_get_capture_include_fps();
 void cfg_set_gamepad_deadzone(float deadzone);
 float cfg_get_gamepad_deadzone();                          // not clamped
-const char *cfg_get_input_bindings(int action);            // the stored text itself
-void cfg_set_input_bindings(int action, const char *text); // cut to 127 characters
+const char *cfg_get_input_bindings(int action);            // points into the record
+void cfg_set_input_bindings(int action, const char *text); // truncated to 127 characters
 float cfg_get_audio_volume(int bus);                       // not clamped
 void cfg_set_audio_volume(int bus, float volume);
 
-// --- the game's own settings, by the names in its record, as texts of up to 127 characters or as numbers ---
-const char *cfg_get_setting(const char *name);             // "" for no setting's name
-double cfg_get_setting_number(const char *name);           // 0 where there is none
-bool cfg_set_setting(const char *name, const char *value); // false, reported: the game has no setting of this name
+// --- the game's own settings, by the names in its record: strings of up to 127 characters, or numbers ---
+const char *cfg_get_setting(const char *name);             // "" if the name is unknown
+double cfg_get_setting_number(const char *name);           // 0 if there is none
+bool cfg_set_setting(const char *name, const char *value); // false, reported: the name is unknown
 bool cfg_set_setting_number(const char *name, double value);

@@ -1,4 +1,4 @@
-// What the configuration's tests reach into.
+// The configuration module's state, for its tests.
 #pragma once
 
 #include "lumarind/config/config.h"
@@ -11,7 +11,7 @@ constexpr const char *CFG_DIRECTORY = "config";
 constexpr int CFG_CAPTURE_DIRECTORY_SIZE = 256; // with the terminating NUL, as below
 constexpr int CFG_BINDINGS_SIZE = 128;
 constexpr int CFG_SETTING_SIZE = 128;
-constexpr size_t CFG_LINE_MAX = 199; // characters inih reads of a line
+constexpr size_t CFG_LINE_MAX = 199; // longest line inih reads, in characters
 
 struct Config {
     Sint32 x, y, width, height;
@@ -26,8 +26,8 @@ struct Config {
     float deadzone;
     char bindings[GAME_MAX_ACTIONS][CFG_BINDINGS_SIZE];
     float volumes[AUDIO_BUS_COUNT];
-    char settings[GAME_MAX_SETTINGS][CFG_SETTING_SIZE]; // of the game's own
-    bool load_failed; // the file holds settings that are not in here: it is not written
+    char settings[GAME_MAX_SETTINGS][CFG_SETTING_SIZE]; // the game's own
+    bool load_failed; // the file may hold settings that were not read, so it must not be overwritten
 };
 namespace lumarind {
 extern Config *config; // null: not set up
@@ -40,10 +40,10 @@ using lumarind::cfg_audio_volume_keys;
 
 FilePath cfg_path(); // of the configuration file
 
-// inih's handler; `user` is the record. 1: the pair was recognised.
+// inih's handler; `user` is the Config. Returns 1 if the key is known, else 0.
 int cfg_load_handler(void *user, const char *section, const char *name, const char *value);
 
-// The whole text as a decimal number. 0 with a warning when there is none or something follows it; integers saturate.
+// Parse the whole text as a decimal number. Return 0 with a warning if it is not one; integers saturate.
 Sint32 cfg_str_to_long(const char *text);
 float cfg_str_to_float(const char *text);
-int cfg_audio_bus_from_key(const char *name); // -1: no bus's key
+int cfg_audio_bus_from_key(const char *name); // returns -1 if no bus has this key

@@ -2,7 +2,7 @@
 
 struct alignas(16) ArenaBlock {
     ArenaBlock *next;
-    size_t used, size; // bytes behind this head
+    size_t used, size; // bytes after this header
 };
 
 static constexpr size_t BLOCK_SIZE = 32 << 10;
@@ -13,7 +13,7 @@ static ArenaBlock *_arena_add_block(Arena *arena, size_t size) {
     auto *block = static_cast<ArenaBlock *>(SDL_calloc(1, sizeof(ArenaBlock) + size));
     if (!block) return nullptr;
     block->size = size;
-    // What is large gets a block to itself, behind the first one, which may still have room.
+    // A large allocation gets its own block, linked behind the first block, which may still have room.
     ArenaBlock **at = arena->blocks && size > BLOCK_SIZE ? &arena->blocks->next : &arena->blocks;
     block->next = *at;
     *at = block;

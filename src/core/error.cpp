@@ -2,7 +2,7 @@
 
 #include <SDL3/SDL_log.h>
 
-static char **g_slot; // null: texts are logged and not kept
+static char **g_slot; // null: errors are logged but not stored
 
 bool engine_error(const char *fmt, ...) {
     va_list args;
@@ -20,7 +20,7 @@ bool engine_error(const char *fmt, ...) {
     }
     va_end(args);
 
-    engine_clear_error(); // only now: the arguments may have named the old text
+    engine_clear_error(); // last: the arguments may point to the old text
     if (g_slot) {
         *g_slot = text;
     } else {

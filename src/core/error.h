@@ -1,17 +1,18 @@
-// error: the report of a failure and the last failure's text. Main thread only.
-// Reports work at any time; the text is kept only while a slot is attached, which the engine does for its whole life.
+// error: error reporting and the text of the last error. Main thread only.
+// Errors are logged at any time; the text is stored only while a slot is attached, which the engine does for its
+// whole life.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
 
-// Logs the printf-style message at error priority and keeps it as the error text, replacing the one before.
-// Always false, so that a failing operation is one line: return engine_error("[TAG] ...", ...).
+// Logs the printf-style message at error priority and stores it as the error text, replacing the previous one.
+// Always returns false, so that a failing function needs one line: return engine_error("[TAG] ...", ...).
 // The arguments may include SDL_GetError() and engine_get_error().
 bool engine_error(SDL_PRINTF_FORMAT_STRING const char *fmt, ...) SDL_PRINTF_VARARG_FUNC(1);
 
 void engine_clear_error();
-const char *engine_get_error(); // null when there is none; valid until the next report
+const char *engine_get_error(); // null if there is none; valid until the next error is reported
 bool engine_has_error();
 
-// Where the text is kept: a slot the caller owns and frees with SDL_free after detaching (null).
+// Sets the slot that stores the text. The caller owns it, detaches it with null and then frees the text with SDL_free.
 void engine_error_attach(char **slot);

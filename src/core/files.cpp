@@ -9,8 +9,8 @@
 
 struct FilesState {
     FilePath asset_root, user_root; // end with a slash; empty: the current folder
-    bool found;                     // the asset root holds a folder "assets"
-    char looked[FILE_PATH_SIZE];    // the folders that were tried, separated by ", "
+    bool found;                     // the asset root contains a folder "assets"
+    char looked[FILE_PATH_SIZE];    // the folders searched, separated by ", "
 };
 static FilesState g_files;
 
@@ -31,7 +31,7 @@ static bool _files_find_assets() {
     FilePath shared = {};
     SDL_snprintf(shared.text, sizeof shared.text, "../share/%s/", engine_game()->id);
     if (base && (_files_try_root(base, "") || _files_try_root(base, shared.text))) return true;
-    char *current = SDL_GetCurrentDirectory(); // the whole path: the current folder may change
+    char *current = SDL_GetCurrentDirectory(); // absolute: the current folder may change
     const bool found = current && _files_try_root(current, "");
     SDL_free(current);
     return found;
@@ -56,16 +56,16 @@ void files_log() {
     if (g_files.found) {
         SDL_Log("[FILES] Assets in: %sassets", g_files.asset_root.text);
     } else {
-        SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "[FILES] No folder of assets; looked for: %s", g_files.looked);
+        SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "[FILES] No assets folder found; searched: %s", g_files.looked);
     }
-    SDL_Log("[FILES] The user's files in: %s", g_files.user_root.text);
+    SDL_Log("[FILES] User files in: %s", g_files.user_root.text);
 }
 
 const char *files_asset_root() { return g_files.asset_root.text; }
 
 static FilePath _files_join(const FilePath &root, const char *path) {
     FilePath joined = {};
-    if (!path) return joined; // a text there was no memory for: no file has the empty path
+    if (!path) return joined; // the caller ran out of memory; opening an empty path fails
     const bool absolute = *path == '/' || *path == '\\' || (*path && path[1] == ':');
     SDL_snprintf(joined.text, sizeof joined.text, "%s%s", absolute ? "" : root.text, path);
     return joined;

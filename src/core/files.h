@@ -1,5 +1,4 @@
-// files: where the program's files lie: the assets it reads, and what it writes for its user. The game's record says
-// by which rule (GameFiles). Main thread only.
+// files: paths of assets and of the user's files. The game's record chooses the rule (GameFiles). Main thread only.
 #pragma once
 
 inline constexpr int FILE_PATH_SIZE = 1024; // bytes, with the terminating NUL
@@ -8,9 +7,9 @@ struct FilePath {
     char text[FILE_PATH_SIZE];
 };
 
-// Where an asset is read: `path` as the game names it, "assets/hero.png". Absolute paths stay as they are; one that
-// becomes too long is cut, and no such file will be found.
+// Path of an asset; `path` is relative as in "assets/hero.png". Absolute paths are returned unchanged; a path that
+// becomes too long is truncated, and opening it fails.
 FilePath files_asset(const char *path);
 
-// Where something is written for the user: a relative path, in the user's folder.
+// Path of a file in the user's folder, for writing; `path` is relative.
 FilePath files_user(const char *path);

@@ -1,10 +1,10 @@
-// The folders behind files.h: for the main loop, the storage and tests.
+// The root folders behind files.h: for the main loop, storage and tests.
 #pragma once
 
-// Finds the folders by the game's rule; the working folder is asked for now. False, and nothing logged yet: there is no
-// folder for the user's files; SDL's error says why. Without setup both are the current folder.
+// Resolves both root folders by the game's rule; the current folder is read now. Returns false, without logging, if
+// there is no folder for the user's files (see SDL_GetError). Before setup both are the current folder.
 bool files_setup();
 void files_cleanup();
-void files_log(); // where assets are read, and where was looked; nothing for a game in the current folder
+void files_log(); // logs the asset root, or the folders searched; nothing if the game uses the current folder
 
 const char *files_asset_root(); // ends with a slash, or is empty for the current folder

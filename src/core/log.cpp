@@ -35,8 +35,8 @@ static void SDLCALL _output(void *, int category, SDL_LogPriority priority, cons
     SDL_FlushIO(log_state.file); // on disk even if the process ends abruptly
 }
 
-// Categories this program warns in. SDL lets only errors through in them unless told otherwise;
-// what the user tells it in SDL_LOGGING stays.
+// Categories in which the engine logs warnings. By default SDL lets only errors through in them;
+// priorities set by the user in SDL_LOGGING are respected.
 static constexpr SDL_LogCategory WARNING_CATEGORIES[] = {
     SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT};
 

@@ -1,6 +1,6 @@
-// log: writes every message of SDL's log to <id>.log as well, <id> being the game's, among the user's files.
-// The file is made anew by each setup and flushed after every line. SDL's own output goes on as before.
+// log: copies SDL's log to the file <id>.log in the user's folder, <id> being the game's.
+// Setup truncates the file; each line is flushed. SDL's own log output continues.
 #pragma once
 
-void log_setup();   // safe twice. A file that cannot be opened is no failure: SDL's output goes on alone
-void log_cleanup(); // safe twice, and without setup
+void log_setup();   // safe to call twice. If the file cannot be opened, only SDL's own output remains
+void log_cleanup(); // safe to call twice, and without setup

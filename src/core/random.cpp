@@ -1,6 +1,6 @@
 #include "lumarind/core/random.h"
 
-// The finaliser of a common 64-bit hash: without it the first numbers of seeds 1, 2, 3, ... would be much alike.
+// A 64-bit hash finaliser: without it the first numbers of seeds 1, 2, 3, ... would be similar.
 static Uint64 _random_mix(Uint64 bits) {
     bits = (bits ^ bits >> 30) * 0xBF58476D1CE4E5B9u;
     bits = (bits ^ bits >> 27) * 0x94D049BB133111EBu;
@@ -20,7 +20,7 @@ int random_between(Random *random, int first, int last) {
 
 float random_float(Random *random, float from, float below) {
     const float drawn = from + (below - from) * SDL_randf_r(&random->state);
-    return drawn < below ? drawn : from; // rounding may reach the end
+    return drawn < below ? drawn : from; // rounding may give `below`
 }
 
 bool random_chance(Random *random, float probability) { return SDL_randf_r(&random->state) < probability; }

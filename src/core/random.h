@@ -1,5 +1,5 @@
-// random: numbers for games, drawn from a state of their own. The same seed gives the same numbers on every machine.
-// A state belongs to whoever draws from it; a zeroed one is valid. (The sound synthesiser has its own generator.)
+// random: pseudo-random numbers for games with caller-held state. A seed gives the same sequence on every machine.
+// Each caller owns its state; a zero-initialised one is valid. (The sound synthesiser has its own generator.)
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -8,8 +8,8 @@ struct Random {
     Uint64 state;
 };
 
-Random random_make(Uint64 seed);                         // seeds that lie close together give unrelated numbers
-int random_below(Random *random, int limit);             // 0 to limit - 1, all equally likely; 0 for a limit below 1
-int random_between(Random *random, int first, int last); // both included; `first` where `last` lies below it
-float random_float(Random *random, float from, float below); // from `from` to less than `below`
+Random random_make(Uint64 seed);                             // seeds close together give unrelated sequences
+int random_below(Random *random, int limit);                 // uniform in [0, limit); 0 if limit is below 1
+int random_between(Random *random, int first, int last);     // uniform in [first, last]; `first` if `last` is below it
+float random_float(Random *random, float from, float below); // uniform in [from, below)
 bool random_chance(Random *random, float probability);       // true with this probability, 0 to 1

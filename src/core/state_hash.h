@@ -1,5 +1,5 @@
-// state_hash: a hash of simulation state, to tell whether two runs are in the same state to the bit. Values are added
-// one by one, for the bytes between the fields of a record are anybody's.
+// state_hash: a hash of simulation state, to check that two runs are bit-identical. Fields are added one by one,
+// because the padding of a record is indeterminate.
 //
 //     Uint64 hash = STATE_HASH_START;
 //     for (float value : {body.pos.x, body.pos.y}) hash = state_hash_add(hash, value);

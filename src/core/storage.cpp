@@ -8,7 +8,7 @@
 #include <SDL3/SDL_storage.h>
 #include <SDL3/SDL_timer.h>
 
-static constexpr int READY_WAIT_MS = 10'000; // local storages are ready at once; a remote one may take a while
+static constexpr int READY_WAIT_MS = 10'000; // local storage is ready at once; remote storage may take a while
 
 StorageState *lumarind::storage;
 
@@ -83,7 +83,7 @@ char *storage_read_game_file(const char *path) { return storage_read_file(storag
 
 char *storage_read_user_file(const char *path) { return storage_read_file(storage_user(), path); }
 
-// The folder a file is to lie in, made with all above it where it is missing.
+// Creates the folder of `path` and its parents if missing.
 static bool _storage_make_folder(const char *path) {
     const char *end = SDL_strrchr(path, '/');
     if (!end) return true;
@@ -93,7 +93,7 @@ static bool _storage_make_folder(const char *path) {
     return made;
 }
 
-// Beside the file first, so that there is a whole one at any time.
+// Writes a temporary file beside it, then renames: there is a complete file at any time.
 static bool _storage_replace(const char *path, const char *beside, const void *data, size_t size) {
     return _storage_make_folder(path) && SDL_WriteStorageFile(storage_user(), beside, data, size) &&
            SDL_RenameStoragePath(storage_user(), beside, path);
@@ -109,7 +109,7 @@ bool storage_write_user_file(const char *path, const void *data, size_t size) {
     const bool written = _storage_replace(path, beside, data, size);
     if (!written) {
         engine_error("[STORAGE] Error writing file: %s, error: %s", path, SDL_GetError());
-        SDL_RemoveStoragePath(storage_user(), beside); // it may be there, and cut
+        SDL_RemoveStoragePath(storage_user(), beside); // it may exist, truncated
     }
     SDL_free(beside);
     return written;
@@ -119,7 +119,7 @@ int storage_parse_lines(char *text, StringArray *lines) {
     string_array_reset(lines);
     char *rest = nullptr;
     for (char *line = SDL_strtok_r(text, "\n", &rest); line; line = SDL_strtok_r(nullptr, "\n", &rest)) {
-        string_array_add(lines, line); // a line there is no memory for is reported and left out
+        string_array_add(lines, line); // on failure reported, and the line is skipped
     }
     return lines->count;
 }

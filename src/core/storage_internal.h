@@ -1,4 +1,4 @@
-// What the storage module's tests reach into.
+// The storage module's state, for its tests.
 #pragma once
 
 struct SDL_Storage;

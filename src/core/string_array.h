@@ -1,4 +1,4 @@
-// string_array: a typed array of texts. The array owns a copy of each and frees it when it leaves.
+// string_array: a typed array of strings. The array owns a copy of each and frees it on removal.
 #pragma once
 
 #include "lumarind/core/typed_array.h"

@@ -1,5 +1,5 @@
-// text_array: a typed array of prepared texts. The array owns them and destroys each when it leaves, which must be
-// before the text engine they were made with goes.
+// text_array: a typed array of prepared texts (TTF_Text). The array owns them and destroys each on removal, which must
+// happen before their text engine is destroyed.
 #pragma once
 
 #include "lumarind/core/typed_array.h"

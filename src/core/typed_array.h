@@ -1,10 +1,10 @@
-// typed_array: the growable array behind every `<prefix>_` family of array operations. Main thread only.
+// typed_array: the dynamic array template behind the `<prefix>_` array functions. Main thread only.
 //
-// A family is stamped from a traits record beside its element type:
+// An instance is stamped from a traits record that names its element type:
 //
 //     struct PointArrayTraits : ArrayOfValues<SDL_FPoint> {
-//         static constexpr const char *TAG = "POINTS";       // of its log messages
-//         static constexpr const char *PREFIX = "points";    // names its operations in them
+//         static constexpr const char *TAG = "POINTS";       // tag of its log messages
+//         static constexpr const char *PREFIX = "points";    // function prefix in its log messages
 //     };
 //     TYPED_ARRAY_STAMP(points, PointArray, PointArrayTraits)
 //     TYPED_ARRAY_STAMP_ADD(points, PointArray, PointArrayTraits)
@@ -14,12 +14,12 @@
 //                                                                points_cleanup, then SDL_free.
 //     T    points_get(array, i)                                  a zero T out of range
 //     void points_remove(array, i)                               releases element i; the last one takes its place
-//     bool points_move(src, i, dst)                              ownership goes to the end of dst
+//     bool points_move(src, i, dst)                              moves element i, with ownership, to the end of dst
 //     void points_reset(array)                                   releases all elements, keeps the buffer
 //     void points_cleanup(array)                                 releases elements and buffer, keeps the record
 //     bool points_add(array, const T *)                          copies the value; false: reported, array unchanged
 //
-// Elements are plain records, in no stable order: removal moves the last one. A zeroed record is an empty array.
+// Elements are trivially copyable; removal changes their order. A zero-initialised record is an empty array.
 #pragma once
 
 #include "lumarind/core/error.h"
@@ -42,7 +42,7 @@ template <typename T> struct ArrayOfValues {
     static void release(T &) {}
 };
 
-// Reallocates *items to hold grow_by more elements. False: reported under the tag, and nothing has changed.
+// Reallocates *items to hold grow_by more elements. False: reported under the tag, nothing changed.
 bool _array_grow(void **items, Sint32 *capacity, Sint32 grow_by, size_t element_size, const char *tag);
 
 template <typename Traits> TypedArray<typename Traits::Element> *_typed_array_new(int capacity, int grow_by) {
@@ -84,7 +84,7 @@ template <typename Traits> void _typed_array_remove(TypedArray<typename Traits::
     _typed_array_close_gap(array, i);
 }
 
-// Appends an element as it is; the array takes it over only when this is true.
+// Appends the element without copying what it owns; the array owns it only if this returns true.
 template <typename Traits>
 bool _typed_array_push(TypedArray<typename Traits::Element> *array, typename Traits::Element element) {
     using T = typename Traits::Element;
@@ -93,7 +93,7 @@ bool _typed_array_push(TypedArray<typename Traits::Element> *array, typename Tra
         if (!_array_grow(&items, &array->capacity, array->grow_by, sizeof(T), Traits::TAG)) return false;
         array->items = static_cast<T *>(items);
     }
-    array->items[array->count++] = element; // taken by value: it may have lived in the block that moved
+    array->items[array->count++] = element; // passed by value: a reference into the old block would dangle
     return true;
 }
 

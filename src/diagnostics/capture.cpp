@@ -17,7 +17,7 @@
 #include <SDL3_image/SDL_image.h>
 
 struct CaptureState {
-    bool requested; // and not taken yet
+    bool requested; // by capture_request, not taken yet
 };
 static CaptureState capture;
 
@@ -30,7 +30,7 @@ bool capture_build_path(
     return length >= 1 && static_cast<size_t>(length) < size;
 }
 
-// The window is opaque whatever its pixels' alpha says, and a PNG without alpha takes a quarter less time.
+// Drops the alpha channel: the window is opaque regardless of it, and encoding the PNG takes a quarter less time.
 static SDL_Surface *_capture_read_opaque() {
     SDL_Surface *read = SDL_RenderReadPixels(engine_renderer(), nullptr);
     if (!read) return nullptr;
@@ -51,8 +51,8 @@ static bool _capture_write_file(const char *path, const void *bytes, size_t size
     return SDL_CloseIO(file) && written;
 }
 
-// Encoded in memory first, because the JPEG writer does not look at whether its writes succeed: on a full disk a
-// cut file would count as saved. (SDL_SaveFile can miss it as well.)
+// Encodes in memory first, because the JPEG writer ignores write errors: on a full disk a truncated file would count as
+// saved. (SDL_SaveFile can miss errors as well.)
 static bool _capture_save_jpeg(SDL_Surface *surface, const char *path, int quality) {
     SDL_IOStream *memory = SDL_IOFromDynamicMem();
     if (!memory) return false;
@@ -81,7 +81,7 @@ static bool _capture_write(SDL_Surface *surface, Uint64 frame) {
     if (!capture_build_path(path, sizeof path, directory, &time, frame, format)) {
         return engine_error("[CAPTURE] Path too long for directory: %s", directory);
     }
-    SDL_ClearError(); // a write that comes up short gives no reason
+    SDL_ClearError(); // a short write sets no error
     const bool saved = format == CAPTURE_FORMAT_JPEG ? _capture_save_jpeg(surface, path, cfg_get_capture_jpeg_quality())
                                                      : IMG_SavePNG(surface, path);
     if (!saved) {
@@ -111,6 +111,6 @@ static bool _capture_is_due(Uint64 frame) {
 bool capture_tick() {
     const Uint64 frame = engine_frame_number();
     if (!_capture_is_due(frame)) return true;
-    capture.requested = false; // before saving: what fails once is not tried again
+    capture.requested = false; // before saving: a failed capture is not retried
     return capture_save(frame);
 }

@@ -1,9 +1,9 @@
-// capture: saves frames as pictures: the one asked for, the one the command line names, and every n-th of them.
-// Main thread only; the picture is encoded and written within the frame. Files go to the configured directory.
+// capture: frame capture to image files: on request, at a frame given on the command line, and every n-th frame.
+// Main thread only; encoding and writing block the frame. Files go to the configured directory.
 #pragma once
 
-void capture_request(); // the next capture_tick takes the frame
+void capture_request(); // the next capture_tick captures the frame
 
-// Once in a frame, in UI space and before it is presented: takes the picture when the frame is due.
-// False: it could not be saved, reported; it is not tried again.
+// Called once per frame, in UI space and before present: captures the frame if it is due.
+// False: saving failed, reported; it is not retried.
 bool capture_tick();

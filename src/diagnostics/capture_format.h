@@ -1,4 +1,4 @@
-// capture_format: the file formats of captured frames and the words for them. No state.
+// capture_format: the image formats of captured frames and their names. No state.
 #pragma once
 
 enum CaptureFormat {
@@ -6,5 +6,5 @@ enum CaptureFormat {
     CAPTURE_FORMAT_JPEG = 1,
 };
 
-CaptureFormat capture_format_from_string(const char *text); // "jpg" or "jpeg" in any case; PNG otherwise and for null
+CaptureFormat capture_format_from_string(const char *text); // JPEG for "jpg" or "jpeg" in any case, else PNG; null too
 const char *capture_format_to_string(int format);           // "jpg" or "png", also the file's extension

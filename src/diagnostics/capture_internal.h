@@ -1,4 +1,4 @@
-// capture_internal: the steps of a capture. For capture's own source and tests.
+// capture_internal: the steps of a capture, for the capture module and its tests.
 #pragma once
 
 #include "lumarind/diagnostics/capture_format.h"
@@ -9,7 +9,7 @@
 constexpr int CAPTURE_PATH_MAX = 512; // bytes, with the terminating NUL
 
 // "<directory>/capture-YYYYMMDD-HHMMSS-<frame>.<png or jpg>", the frame number with at least six digits.
-// False: something is missing, or the path does not fit.
+// Returns false if an argument is missing or the path does not fit.
 bool capture_build_path(
     char *buffer, size_t size, const char *directory, const SDL_DateTime *time, Uint64 frame, CaptureFormat format);
 

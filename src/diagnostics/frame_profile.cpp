@@ -7,7 +7,7 @@
 static constexpr uint32_t NS_MAX = UINT32_MAX;
 static constexpr int LOW_SAMPLES_MAX = 5;
 static constexpr float COLUMN_WIDTH_MIN = 2;
-static constexpr double SHRINK_BELOW = 0.5; // of the current scale
+static constexpr double SHRINK_BELOW = 0.5; // hysteresis: fraction of the current scale
 static constexpr double NS_PER_MS = 1e6;
 
 // --- recording ---
@@ -53,7 +53,7 @@ void frame_profile_count_step(FrameProfile *profile) {
     if (profile->current.steps < UINT16_MAX) profile->current.steps++;
 }
 
-// --- questions ---
+// --- queries ---
 
 const FrameRecord *frame_profile_at(const FrameProfile *profile, int age) {
     if (age < 0 || age >= profile->count) return nullptr;
@@ -62,7 +62,7 @@ const FrameRecord *frame_profile_at(const FrameProfile *profile, int age) {
 
 namespace {
 
-struct Slowest { // the largest values seen, from the largest down
+struct Slowest { // the largest values seen, in descending order
     int capacity, count;
     uint32_t ns[LOW_SAMPLES_MAX];
 };
@@ -112,7 +112,7 @@ void frame_profile_stats(const FrameProfile *profile, int window, FrameStats *ou
 void frame_profile_chart_layout(int count, float width, ChartLayout *out) {
     *out = {.bar_width = COLUMN_WIDTH_MIN, .visible_frames = 0};
     if (!(width > 0) || count < 1) return;
-    const float fitting = width / COLUMN_WIDTH_MIN; // stays a float while it may be too large for an int
+    const float fitting = width / COLUMN_WIDTH_MIN; // float: may exceed the range of int
     if (fitting >= FRAME_PROFILE_CAPACITY) {
         out->bar_width = width / FRAME_PROFILE_CAPACITY;
         out->visible_frames = count;

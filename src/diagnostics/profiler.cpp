@@ -12,13 +12,13 @@
 #include <SDL3/SDL_timer.h>
 #include <SDL3/SDL_video.h>
 
-static constexpr int RECTS_CAPACITY = FRAME_PROFILE_CAPACITY; // a batch takes a rectangle from every frame
+static constexpr int RECTS_CAPACITY = FRAME_PROFILE_CAPACITY; // at most one rectangle per frame in a batch
 static constexpr double MS_PER_SECOND = 1000;
 
-// The panel takes at most two fifths of the view's height.
+// The panel covers at most two fifths of the view's height.
 static constexpr int PANEL_SHARE = 2, PANEL_SHARE_OF = 5;
 static constexpr int VIEW_WIDTH_MIN = 200;
-static constexpr int VIEW_HEIGHT_MIN = 208; // the least that leaves room for the compact panel
+static constexpr int VIEW_HEIGHT_MIN = 208; // leaves room for the compact panel
 static constexpr int COMPACT_PANEL_HEIGHT = 83, COMPACT_CHART_HEIGHT = 60;
 static constexpr int FULL_PANEL_HEIGHT = 156, FULL_CHART_HEIGHT = 100;
 
@@ -26,12 +26,12 @@ static constexpr int FULL_PANEL_HEIGHT = 156, FULL_CHART_HEIGHT = 100;
 static constexpr float MARGIN = 6;
 static constexpr float CHART_X = 62;
 static constexpr float CHART_TOP = 17;
-static constexpr float LABEL_RIGHT = 54; // where the labels left of the chart end
+static constexpr float LABEL_RIGHT = 54; // right edge of the labels left of the chart
 static constexpr float STRIP_GAP = 3;
 static constexpr float STRIP_HEIGHT = 8;
 static constexpr float STRIP_PITCH = 11;
 static constexpr float CHAR_SIZE = SDL_DEBUG_TEXT_FONT_CHARACTER_SIZE;
-static constexpr float SLICE_HEIGHT_MIN = 0.05f; // thinner slices take their room and are not drawn
+static constexpr float SLICE_HEIGHT_MIN = 0.05f; // thinner slices take up space but are not drawn
 static constexpr float PIP_HEIGHT = 3;
 static constexpr double PIP_SECONDS = 0.25;
 static constexpr float DASH_WIDTH = 4, DASH_PITCH = 8;
@@ -107,13 +107,13 @@ void profiler_toggle_freeze() {
     SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[PROFILER] DEBUG: Toggled: frozen: %d", profiler->frozen);
 }
 
-// --- what the panel is drawn for ---
+// --- budget and view size ---
 
 double profiler_resolve_budget_ms() {
     if (!profiler) return 0;
     const int limit = cfg_get_fps_limit();
     if (limit >= 1) return MS_PER_SECOND / limit;
-    int interval = 0; // in refreshes; adaptive vsync is negative
+    int interval = 0; // in refreshes; negative for adaptive vsync
     if (!SDL_GetRenderVSync(engine_renderer(), &interval) || interval <= 0) return 0;
     const SDL_DisplayMode *mode = SDL_GetCurrentDisplayMode(SDL_GetDisplayForWindow(engine_window()));
     if (!mode || !(mode->refresh_rate > 0)) return 0;
@@ -126,7 +126,7 @@ PanelTier profiler_tier_for(Sint32 width, Sint32 height) {
     return room < FULL_PANEL_HEIGHT * PANEL_SHARE_OF ? PANEL_COMPACT : PANEL_FULL;
 }
 
-// Also finds the budget again when the view's size has changed: the window may have moved to another display then.
+// Also updates the budget when the view's size changes, because the window may have moved to another display.
 static PanelTier _profiler_check_view(Sint32 width, Sint32 height) {
     if (width != profiler->last_width || height != profiler->last_height) {
         profiler->last_width = width;
@@ -149,17 +149,17 @@ float profiler_column_edge(float x, float width, float bar_width, int i) {
     return x + width - static_cast<float>(i) * bar_width;
 }
 
-// A frame's place from left to right: x and w.
+// The horizontal extent of a frame's column: x and w.
 static SDL_FRect _profiler_column(float x, float width, float bar_width, int age) {
     const float left = profiler_column_edge(x, width, bar_width, age + 1);
     return {left, 0, profiler_column_edge(x, width, bar_width, age) - left, 0};
 }
 
 static void _profiler_add(ProfilerRects *rects, SDL_FRect rect) {
-    profiler_rects_add(rects, &rect); // one there is no memory for is reported and left out
+    profiler_rects_add(rects, &rect); // on failure reported, and the rectangle is skipped
 }
 
-// The phases from the chart's bottom upwards, cut off at its top.
+// Stacks the phases from the chart's bottom upwards, clipped at its top.
 static void _profiler_stack_phases(const FrameRecord *frame, float left, float width, float top, float height) {
     float cursor = top + height;
     for (int phase = 0; phase < PHASE_COUNT; phase++) {
@@ -201,7 +201,7 @@ void profiler_build_strips(
         const SDL_FRect bar = _profiler_column(x, width, layout->bar_width, age);
         const int steps = SDL_min(frame->steps, STEP_CLASSES - 1);
         _profiler_add(profiler->step_rects[steps], {bar.x, step_y, bar.w, STRIP_HEIGHT});
-        const FrameRecord *older = frame_profile_at(profile, age + 1); // may lie beyond the visible ones
+        const FrameRecord *older = frame_profile_at(profile, age + 1); // may be outside the chart
         if (!older) return;
         const int jitter = _profiler_jitter_class(frame->total_ns, older->total_ns);
         _profiler_add(profiler->jitter_rects[jitter], {bar.x, jitter_y, bar.w, STRIP_HEIGHT});
@@ -260,7 +260,7 @@ void profiler_draw_budget_line(SDL_Renderer *renderer, float x, float y, float w
         _profiler_add(profiler->budget_rects, {left, line_y, SDL_min(DASH_WIDTH, right - left), 1});
     }
     profiler_flush_rects(renderer, profiler->budget_rects, BUDGET_COLOR);
-    if (line_y - y < BUDGET_LABEL_ROOM) return; // it would run into the scale's label
+    if (line_y - y < BUDGET_LABEL_ROOM) return; // it would overlap the scale's label
     profiler_set_color(renderer, BUDGET_COLOR);
     _profiler_draw_ms_right(renderer, x - CHAR_SIZE, line_y - CHAR_SIZE / 2, profiler->budget_ms);
 }
@@ -293,7 +293,7 @@ static void _profiler_draw_statistics(SDL_Renderer *renderer, const FrameStats *
     const double ns_per_ms = SDL_NS_PER_MS;
     char mode[MODE_TEXT_SIZE], text[STATISTICS_TEXT_SIZE];
     _profiler_format_mode(mode, sizeof mode);
-    // Formatted here, because SDL's formatted debug text allocates.
+    // Formatted here because SDL_RenderDebugTextFormat allocates.
     SDL_snprintf(
         text, sizeof text, "avg %.1f  min %.1f  max %.1f  1%% low %.1f ms   win %df   %s", stats->avg_ns / ns_per_ms,
         stats->min_ns / ns_per_ms, stats->max_ns / ns_per_ms, stats->low_ns / ns_per_ms, stats->window_frames, mode);
@@ -327,7 +327,7 @@ static void _profiler_draw_panel(SDL_Renderer *renderer, PanelTier tier, float w
 
     const FrameProfile *profile = profiler->frozen ? &profiler->frozen_copy : &profiler->live;
     ChartLayout layout = {};
-    FrameStats stats = {}; // of exactly the frames that the chart shows
+    FrameStats stats = {}; // of the frames shown in the chart
     frame_profile_chart_layout(profile->count, chart.w, &layout);
     frame_profile_stats(profile, layout.visible_frames, &stats);
     profiler->scale_ms =

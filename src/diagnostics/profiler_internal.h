@@ -1,5 +1,5 @@
-// profiler_internal: the profiler's record, and the panel's layout and steps. For the profiler's own source, its tests
-// and benchmarks. Lengths are UI units.
+// profiler_internal: the profiler's state, and the panel's layout and drawing steps. For the profiler, its tests and
+// benchmarks. Lengths are in UI units.
 #pragma once
 
 #include "diagnostics/frame_profile.h"
@@ -50,11 +50,11 @@ enum PanelTier {
 struct ProfilerState {
     FrameProfile live, frozen_copy;
     bool frozen;                    // the panel draws the copy
-    double scale_ms;                // of the chart's full height; kept from frame to frame, for its hysteresis
-    double budget_ms;               // of a frame; 0: none
-    Sint32 last_width, last_height; // of the view the budget was found for
-    bool too_small_logged;          // in the present episode
-    // Filled and emptied within one draw; all owned.
+    double scale_ms;                // of the chart's full height; persists between frames for its hysteresis
+    double budget_ms;               // frame budget; 0: none
+    Sint32 last_width, last_height; // view size for which the budget was computed
+    bool too_small_logged;          // since the view became too small
+    // Batches, filled and emptied within one draw; all owned.
     ProfilerRects *phase_rects[PHASE_COUNT], *step_rects[STEP_CLASSES], *jitter_rects[JITTER_CLASSES];
     ProfilerRects *pip_rects, *budget_rects;
 };
@@ -63,9 +63,9 @@ extern ProfilerState *profiler; // null: not set up
 }
 using lumarind::profiler;
 
-double profiler_resolve_budget_ms(); // from the frame-rate limit, else from vsync and the display; 0: neither
+double profiler_resolve_budget_ms(); // from the frame-rate limit, else from vsync and the display; else 0
 PanelTier profiler_tier_for(Sint32 width, Sint32 height);
-float profiler_column_edge(float x, float width, float bar_width, int i); // the right edge of age i's column
+float profiler_column_edge(float x, float width, float bar_width, int i); // right edge of the column of age i
 
 // --- filling the batches ---
 void profiler_build_columns(
@@ -75,8 +75,8 @@ void profiler_build_strips(
 
 // --- drawing ---
 void profiler_draw_budget_line(SDL_Renderer *renderer, float x, float y, float width, float height);
-void profiler_draw_legend(SDL_Renderer *renderer, float x, float y, float right_limit); // phases as long as they fit
+void profiler_draw_legend(SDL_Renderer *renderer, float x, float y, float right_limit); // as many phases as fit
 void profiler_debug_text_right(SDL_Renderer *renderer, float right_x, float y, const char *text);
 void profiler_set_color(SDL_Renderer *renderer, SDL_Color color);
-void profiler_flush_rects(SDL_Renderer *renderer, ProfilerRects *rects, SDL_Color color); // draws and empties
-void profiler_free_rects(ProfilerRects **rects);                                          // and nulls; null is fine
+void profiler_flush_rects(SDL_Renderer *renderer, ProfilerRects *rects, SDL_Color color); // draws and empties a batch
+void profiler_free_rects(ProfilerRects **rects);                                          // sets null; null is ignored

@@ -37,7 +37,7 @@ bool engine_add_callback(Uint32 type, DataCallback cb, void *data) {
            _typed_array_push<DataCallbackTraits>(&engine->data_callbacks, {type, cb, data});
 }
 
-// Keeps the order of the others, which is the order of calls.
+// Preserves the order of the others: it is the order of calls.
 bool engine_remove_callback(Uint32 type, DataCallback cb, void *data) {
     if (!_callback_type_is_supported(type, "remove")) return false;
     DataCallbackArray *array = &engine->data_callbacks;

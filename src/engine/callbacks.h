@@ -1,12 +1,12 @@
-// callbacks: what a screen wants to be told of the event queue. One chain of callbacks to an event type, called in
-// the order of their registration. Main thread only; not from inside a callback of the same type.
+// callbacks: event callbacks of screens. Each event type has a chain of callbacks, called in the order of registration.
+// Main thread only; a callback must not add or remove callbacks of its own event type.
 #pragma once
 
 #include "lumarind/core/typed_array.h"
 
 #include <SDL3/SDL_events.h>
 
-// True lets the next callback of the chain see the event; the engine's own keys see it in either case.
+// Returns true to pass the event on to the next callback of the chain; the engine's hot keys are handled in any case.
 // Pointer positions are in the current drawing space.
 using EventCallback = bool (*)(SDL_Event *event);
 
@@ -20,12 +20,12 @@ int callback_array_index_of(const CallbackArray *array, EventCallback cb); // th
 
 inline constexpr Uint32 ENGINE_EVENT_TYPES = 0x1308; // event types below this can have callbacks
 
-// A callback added twice is called twice. False: reported, for a type out of range or for lack of memory.
+// A callback added twice is called twice. False: reported, invalid type or out of memory.
 bool engine_add_callback(Uint32 type, EventCallback cb);
-// Removes the first such entry; true also when there is none. False: reported, for a type out of range.
+// Removes the first matching entry; returns true also if there is none. False: reported, invalid type.
 bool engine_remove_callback(Uint32 type, EventCallback cb);
 
-// --- callbacks that are handed a pointer of their owner's, called after those without ---
+// --- callbacks with user data: called after those without ---
 using DataCallback = bool (*)(SDL_Event *event, void *data);
 bool engine_add_callback(Uint32 type, DataCallback cb, void *data);
-bool engine_remove_callback(Uint32 type, DataCallback cb, void *data); // the first with this pointer
+bool engine_remove_callback(Uint32 type, DataCallback cb, void *data); // the first entry with this `data`

@@ -1,6 +1,6 @@
-// engine: what a game asks of the running engine: its window and renderer, the game state, the frame and its fixed
-// steps. Main thread only. Without an engine, questions here and in its other headers are answered with zero, null or
-// the empty text; everything else is for the time between engine_start and engine_stop.
+// engine: access to the running engine: window and renderer, game state, frame and fixed steps. Main thread only.
+// Without an engine, getters in this and the other headers of the folder return 0, null or an empty string; all other
+// functions may be called only between engine_start and engine_stop.
 #pragma once
 
 #include "lumarind/engine/game_state.h"
@@ -17,7 +17,7 @@ GameState engine_get_state();       // the last one requested
 GameState engine_get_prev_state();  // differs from the state while a switch is pending
 void engine_restart_state();        // a request: the same screen is cleaned up and set up again in the next frame
 
-// While paused, the screen's fixed updates stop; its ticks, fades and input go on. A change of screens ends it.
+// While paused, fixed updates of the screen stop; ticks, fades and input continue. A screen change ends the pause.
 void engine_set_paused(bool paused);
 bool engine_is_paused();
 
@@ -28,23 +28,23 @@ void engine_set_target_fps(Uint64 fps); // 0: no limit. The wait is at the frame
 
 // --- fixed timestep ---
 double engine_fixed_delta();      // s, one step
-bool engine_fixed_step_consume(); // true: one step is due, and is taken
-double engine_fixed_alpha();      // how far the present lies between the last two steps, 0 to below 1
+bool engine_fixed_step_consume(); // true: a step was due and has been consumed
+double engine_fixed_alpha();      // interpolation factor between the last two steps, 0 to below 1
 
 // --- window ---
 SDL_Window *engine_window(); // owned by the engine, as is the renderer
 SDL_Renderer *engine_renderer();
-void engine_set_title(const char *title); // the stored title only; the window keeps the one it was made with
+void engine_set_title(const char *title); // changes only the stored title, not the window's
 const char *engine_get_title();
 bool engine_set_vsync_mode(int mode); // SDL's modes; false: logged
-// What players choose: in effect at once, and kept in the configuration. False: reported, nothing has changed.
-bool engine_set_vsync(bool on); // without it, the configuration's frame limit holds
+// Players' choices: take effect at once and are stored in the configuration. False: reported, nothing has changed.
+bool engine_set_vsync(bool on); // without it, the configuration's frame limit applies
 bool engine_set_fullscreen(bool on);
 bool engine_is_fullscreen();                          // as the configuration has it
-void engine_set_system_cursor(SDL_SystemCursor type); // the pointer; every other type shows the default cursor
+void engine_set_system_cursor(SDL_SystemCursor type); // pointer; any other type sets the default cursor
 SDL_SystemCursor engine_get_system_cursor_type();
 
-// --- profiler panel: its flag is kept in the configuration ---
+// --- profiler panel: whether it is shown is stored in the configuration ---
 void engine_toggle_show_frame_time_graph();
 void engine_set_show_frame_time_graph(bool show);
 bool engine_get_show_frame_time_graph();

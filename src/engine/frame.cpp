@@ -40,20 +40,20 @@ bool engine_take_restart() {
     return asked;
 }
 
-// ns since the last frame, as the clock says, or as a test or the recording that is replayed has it.
+// Length of the frame in ns: measured, or given by a test or the replay.
 static Uint64 _frame_length(Uint64 now) {
     Uint64 elapsed = engine->last_frame_ticks != 0 ? now - engine->last_frame_ticks : 0;
     if (engine->given_frame_ns >= 0) elapsed = static_cast<Uint64>(engine->given_frame_ns);
     engine->given_frame_ns = -1;
     if (replay_is_playing()) {
         if (!replay_next_frame(&elapsed)) engine_set_state(GAME_STATE_QUIT);
-        engine->fps_delta = _ns_to_seconds(elapsed); // measured, it would be the time that replaying takes
+        engine->fps_delta = _ns_to_seconds(elapsed); // the measured time would be that of replaying
     }
     replay_record_frame(elapsed);
     return elapsed;
 }
 
-// A replay that nobody watches is drawn on one pixel.
+// Redirects drawing of a fast replay to a render target of one pixel.
 static void _engine_draw_nowhere() {
     if (!engine->sink) {
         engine->sink = SDL_CreateTexture(engine->renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_TARGET, 1, 1);
@@ -110,7 +110,7 @@ static void _engine_handle_key(const SDL_KeyboardEvent *key) {
 
 static void _engine_handle_event(const SDL_Event *event) {
     if (replay_is_playing() && event->type >= SDL_EVENT_GAMEPAD_ADDED && event->type <= SDL_EVENT_GAMEPAD_REMOVED)
-        return; // of a controller that is not here
+        return; // from a device that is not connected here
     switch (event->type) {
     case SDL_EVENT_QUIT:
         engine_set_state(GAME_STATE_QUIT);
@@ -129,7 +129,7 @@ static void _engine_handle_event(const SDL_Event *event) {
     }
 }
 
-// Count and buffer are taken as they are now. A callback that adds to this very chain would move the buffer away.
+// Iterates over a copy of the array record, because a callback may add to this chain and reallocate it.
 static void _engine_run_callbacks(SDL_Event *event) {
     const CallbackArray chain = engine->callbacks[event->type];
     for (int i = 0; i < chain.count; i++) {
@@ -150,7 +150,7 @@ static void _engine_dispatch_event() {
     _engine_handle_event(event);
 }
 
-// While a recording is replayed, the user can only end it.
+// During a replay only Ctrl+Q and closing the window take effect.
 static bool _engine_ends_replay(const SDL_Event *event) {
     const bool ctrl_q =
         event->type == SDL_EVENT_KEY_DOWN && event->key.key == SDLK_Q && (event->key.mod & SDL_KMOD_CTRL);
@@ -173,7 +173,7 @@ static void _engine_record_devices() {
 
 void engine_event_poll() {
     input_frame_start();
-    SDL_Event polled = {}; // SDL writes here also when it says that there is no event
+    SDL_Event polled = {}; // not engine->event: SDL writes to it even if there is no event
     while (SDL_PollEvent(&polled)) {
         if (polled.type >= ENGINE_EVENT_TYPES) continue;
         if (replay_is_playing()) {

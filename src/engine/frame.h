@@ -1,16 +1,16 @@
-// frame: what the main loop calls in every frame: its start, the event queue, its end. Main thread only.
+// frame: the steps of a frame, called by the main loop: start, event polling, end. Main thread only.
 #pragma once
 
 #include <SDL3/SDL_events.h>
 
-void engine_frame_start(); // the clock: time since the last frame goes to the fixed timestep
-void engine_event_poll();  // drains the queue: input layer, callbacks, the engine's own keys
+void engine_frame_start(); // feeds the time since the last frame to the fixed timestep
+void engine_event_poll();  // drains the event queue: recording, input layer, callbacks, hot keys
 void engine_tick();        // overlays, capture, present, frame-rate wait, FPS count
 
-// Acknowledges the current state after the new screen's setup: its time does not reach the simulation, and presses
-// made before it are forgotten.
+// Acknowledges a state change after the new screen's setup: time spent in setup is not simulated, and earlier presses
+// are discarded.
 void engine_state_change_handled();
 
-bool engine_take_restart(); // whether a restart of the screen was asked for; it no longer is
+bool engine_take_restart(); // returns and clears a pending request to restart the screen
 
-SDL_Event engine_event(); // a copy of the event polled last
+SDL_Event engine_event(); // a copy of the last event polled

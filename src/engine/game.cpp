@@ -2,7 +2,7 @@
 
 #include <utility>
 
-static Game g_game = {.id = "lumarind"}; // a copy, with the defaults that depend on other fields
+static Game g_game = {.id = "lumarind"}; // a copy, with derived defaults filled in
 
 static bool _is_empty(const char *text) { return !text || !*text; }
 
@@ -14,7 +14,7 @@ void _engine_set_game(const Game *game) {
 
 const Game *engine_game() { return &g_game; }
 
-// --- checks: each returns what is wrong, or null ---
+// --- validation: each function returns an error message, or null ---
 
 static bool _is_file_name(const char *text) {
     return !SDL_strpbrk(text, "/\\:*?\"<>|") && SDL_strcmp(text, ".") != 0 && SDL_strcmp(text, "..") != 0;
@@ -35,19 +35,20 @@ static const char *_check_texts(const Game *game) {
     const std::pair<const char *, const char *> names[] = {
         {"id", game->id}, {"program", game->program}, {"organisation", game->organisation}};
     for (const auto &[field, text] : names) {
-        if (text && !_is_file_name(text)) return _problem("%s is no file name: %s", field, text);
+        if (text && !_is_file_name(text)) return _problem("%s is not a file name: %s", field, text);
     }
     return nullptr;
 }
 
-// Number, presence and names of a table whose rows begin with their name.
+// Checks the row count and that all names are present and unique.
 template <typename Row> static const char *_check_rows(const char *table, const Row *rows, Sint32 count, Sint32 most) {
     if (count < 0 || count > most) return _problem("%d %s are out of range, 0 to %d", count, table, most);
-    if (!rows && count > 0) return _problem("%d %s without a table", count, table);
+    if (!rows && count > 0) return _problem("%d %s, but the table is null", count, table);
     for (Sint32 i = 0; i < count; i++) {
         if (_is_empty(rows[i].name)) return _problem("the name of %s[%d] is empty", table, i);
         for (Sint32 j = 0; j < i; j++) {
-            if (SDL_strcasecmp(rows[i].name, rows[j].name) == 0) return _problem("%s: %s twice", table, rows[i].name);
+            if (SDL_strcasecmp(rows[i].name, rows[j].name) == 0)
+                return _problem("%s: duplicate name %s", table, rows[i].name);
         }
     }
     return nullptr;
@@ -67,13 +68,13 @@ static const char *_check_screens(const Game *game) {
 static const char *_check_options(const Game *game) {
     if (const char *wrong = _check_rows("options", game->options, game->option_count, SDL_MAX_SINT32)) return wrong;
     for (Sint32 i = 0; i < game->option_count; i++) {
-        if (!game->options[i].apply) return _problem("option %s does nothing", game->options[i].name);
+        if (!game->options[i].apply) return _problem("option %s has no apply function", game->options[i].name);
     }
     return nullptr;
 }
 
 const char *_engine_game_problem(const Game *game) {
-    if (!game) return "there is none";
+    if (!game) return "it is null";
     if (game->abi != LUMARIND_ABI) {
         return _problem("it was built for ABI %u, the library has %u", game->abi, unsigned{LUMARIND_ABI});
     }

@@ -23,7 +23,7 @@
 #include <SDL3/SDL_video.h>
 #include <SDL3_ttf/SDL_ttf.h>
 
-// --- start, in the order of engine_setup ---
+// --- start, in the order of calls ---
 
 static bool engine_setup_sdl3() {
     SDL_Log("[ENGINE] SDL3 initialization...");
@@ -41,7 +41,7 @@ static bool engine_setup_ttf() {
 
 static bool engine_setup_properties() {
     engine_set_state(GAME_STATE_INIT);
-    // Before anything that can fail: the stop after a failed start writes the flag back.
+    // Before anything that can fail: stopping after a failed start writes the flag back.
     engine->show_frame_time_graph = cfg_get_show_frame_time_graph();
     timestep_init(&engine->timestep, cfg_get_fixed_step_hz());
 
@@ -123,7 +123,7 @@ static bool engine_setup_renderer() {
     return true;
 }
 
-// Some window managers place a new window as they like: say it again once it is there.
+// Some window managers ignore a new window's position, so it is set again once the window exists.
 static void engine_place_window() {
     const CfgWindowProps window = cfg_get_window_props();
     if (window.maximized || window.fullscreen) return;
@@ -132,8 +132,8 @@ static void engine_place_window() {
     SDL_SyncWindow(engine->window);
 }
 
-// Video drivers without system cursors (the headless ones, the console's) have SDL's default one for everything.
-// That one stays SDL's: destroying it does nothing.
+// Video drivers without system cursors (headless ones, the console) use SDL's default cursor, which SDL owns:
+// destroying it does nothing.
 static SDL_Cursor *_engine_create_cursor(SDL_SystemCursor type) {
     SDL_Cursor *cursor = SDL_CreateSystemCursor(type);
     return cursor ? cursor : SDL_GetDefaultCursor();
@@ -164,7 +164,7 @@ static bool engine_setup_text_engine() {
     return true;
 }
 
-// What a recording was made with, in place of what the configuration says. It is not saved.
+// Replaces settings by those of the recording, without saving them.
 static bool _engine_take_recorded_settings() {
     const ReplayStart *start = replay_start();
     if (!start) return true;
@@ -177,7 +177,7 @@ static bool _engine_take_recorded_settings() {
         cfg_set_input_bindings(i, start->bindings[i]);
     }
     cfg_set_gamepad_deadzone(start->deadzone);
-    cfg_set_vsync_enabled(false); // the recording says how long frames last
+    cfg_set_vsync_enabled(false); // frame lengths come from the recording
     cfg_set_fps_limit(0);
     return true;
 }

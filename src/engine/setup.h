@@ -1,9 +1,9 @@
-// setup: the engine's start, which brings up SDL and every engine-wide module, and its stop.
+// setup: engine start and stop: SDL and all engine-wide modules.
 #pragma once
 
-// Safe twice. False: reported, and what had been started is stopped again. `title` is copied.
+// Safe to call twice. False: reported, and everything started was stopped again. `title` is copied.
 bool engine_start(const char *title);
 
-// Writes the window's place and the profiler panel's flag into the configuration, releases everything, saves the
-// configuration and quits SDL. Safe without an engine.
+// Stores the window's geometry and the profiler panel's flag in the configuration, releases everything, saves the
+// configuration and quits SDL. Does nothing without an engine.
 void engine_stop();

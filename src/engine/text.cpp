@@ -18,7 +18,7 @@ static float _ui_scale() { return static_cast<float>(engine->ui_scale); }
 
 bool font_file_exists(const char *path) { return SDL_GetPathInfo(files_asset(path).text, nullptr); }
 
-// The font kept from an earlier opening of the same file at the same size, or null.
+// Returns a cached, unused font of the same file and size, or null.
 static TTF_Font *_font_take_kept(const char *path, float size, const SDL_PathInfo &file) {
     for (KeptFont &kept : engine->kept_fonts) {
         if (!kept.font || kept.lent || kept.size != size || SDL_strcmp(kept.path, path) != 0) continue;
@@ -29,7 +29,7 @@ static TTF_Font *_font_take_kept(const char *path, float size, const SDL_PathInf
     return nullptr;
 }
 
-// A free place, if need be one whose font nobody has. Null: owners have them all.
+// Returns a free cache slot, closing an unused font if necessary; null if all are in use.
 static KeptFont *_font_free_place() {
     KeptFont *place = nullptr;
     for (KeptFont &kept : engine->kept_fonts) {
@@ -42,7 +42,7 @@ static KeptFont *_font_free_place() {
 
 static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_PathInfo &file) {
     KeptFont *place = SDL_strlen(path) < FONT_PATH_SIZE ? _font_free_place() : nullptr;
-    if (!place) return; // its owner will close it
+    if (!place) return; // not cached; font_cleanup closes it
     *place = {
         .path = "",
         .size = size,
@@ -87,7 +87,7 @@ bool font_set_size(TTF_Font *font, float size) {
     return engine_error("[FONTS] Unable to change font size, error: %s", SDL_GetError());
 }
 
-// Takes back what an owner may have set without the font's generation showing it.
+// Resets properties that an owner may have changed without changing the font's generation.
 static void _font_renew(KeptFont *kept) {
     TTF_Font *font = kept->font;
     TTF_ClearFallbackFonts(font);
@@ -95,7 +95,7 @@ static void _font_renew(KeptFont *kept) {
     TTF_SetFontKerning(font, true);
     TTF_SetFontWrapAlignment(font, TTF_HORIZONTAL_ALIGN_LEFT);
     TTF_SetFontLineSkip(font, kept->line_skip);
-    TTF_SetFontDirection(font, TTF_DIRECTION_INVALID); // as are the next two: found out from the text
+    TTF_SetFontDirection(font, TTF_DIRECTION_INVALID); // unset, as script and language: detected from the text
     TTF_SetFontScript(font, 0);
     TTF_SetFontLanguage(font, nullptr);
     kept->generation = TTF_GetFontGeneration(font);
@@ -111,7 +111,7 @@ void font_cleanup(TTF_Font *font) {
             _font_renew(&kept);
             return;
         }
-        kept.font = nullptr; // of another size or look
+        kept.font = nullptr; // the owner changed its size or style, so it is not reused
     }
     TTF_CloseFont(font);
 }
@@ -190,7 +190,7 @@ TTF_Text *engine_prepare_text(TTF_Font *font, const char *text, size_t length, S
 }
 
 bool engine_set_text(TTF_Text *text, const char *content) {
-    if (text && SDL_strcmp(text->text ? text->text : "", content) == 0) return true; // nothing to lay out again
+    if (text && SDL_strcmp(text->text ? text->text : "", content) == 0) return true; // avoids a new layout
     return TTF_SetTextString(text, content, 0) ||
            engine_error("[ENGINE] Changing the text failed, error: %s", SDL_GetError());
 }
@@ -205,7 +205,7 @@ void engine_cleanup_text(TTF_Text **text) {
     *text = nullptr;
 }
 
-// Glyphs were rasterised at output size, so the render scale is undone while they are drawn.
+// Glyphs were rasterised at output size, so the render scale is reset to 1 while they are drawn.
 void engine_render_text(TTF_Text *text, float x, float y) {
     const float s = _ui_scale();
     const bool logical = engine_in_logical_space();
@@ -226,7 +226,7 @@ void engine_text_size(TTF_Text *text, float *width, float *height) {
 
 // --- FPS read-out ---
 
-static constexpr float FPS_RIGHT = 230; // from the view's right edge to the read-out's left one, UI units
+static constexpr float FPS_RIGHT = 230; // distance from the view's right edge to the read-out's left edge, UI units
 static constexpr float FPS_TOP = 10;
 static constexpr int FPS_GOOD = 29; // above: green
 static constexpr int FPS_FAIR = 14; // above: orange; else red

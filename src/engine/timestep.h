@@ -1,8 +1,8 @@
-// timestep: an accumulator that turns uneven frame times into fixed simulation steps. Pure; seconds throughout.
+// timestep: a fixed-timestep accumulator: turns variable frame times into fixed steps. Pure; times are in seconds.
 #pragma once
 
 inline constexpr int TIMESTEP_DEFAULT_HZ = 60;
-inline constexpr double TIMESTEP_MAX_FRAME_SECONDS = 0.25; // a longer stall costs no more catch-up than this
+inline constexpr double TIMESTEP_MAX_FRAME_SECONDS = 0.25; // longer frames are clamped to this
 
 struct Timestep {
     double step;        // length of one fixed step
@@ -10,10 +10,10 @@ struct Timestep {
 };
 
 void timestep_init(Timestep *ts, int hz); // 0 or less: the default rate
-void timestep_reset(Timestep *ts);        // forgets the time not yet simulated
+void timestep_reset(Timestep *ts);        // discards accumulated time
 void timestep_advance(Timestep *ts, double dt);
-bool timestep_consume_step(Timestep *ts); // true: one step is due and has been taken off
+bool timestep_consume_step(Timestep *ts); // true: a step was due and has been consumed
 
-// How far the present lies between the last two steps: 0 to below 1 once all due steps are taken.
+// Interpolation factor between the last two steps: 0 to below 1 once all due steps are consumed.
 double timestep_alpha(const Timestep *ts);
 double timestep_lerp(double a, double b, double t);

@@ -1,5 +1,4 @@
 #include "engine/transition_internal.h"
-
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/timestep.h"
@@ -8,11 +7,11 @@
 
 enum TransitionState {
     TRANSITION_IDLE,
-    TRANSITION_FADE_OUT, // covering, the switch is pending
-    TRANSITION_FADE_IN,  // uncovering after the switch
+    TRANSITION_FADE_OUT, // covers the old screen; the state change is pending
+    TRANSITION_FADE_IN,  // uncovers the new screen
 };
 
-// Steps of dt / duration do not add up to exactly 1 or 0.
+// Tolerance: steps of dt / duration do not add up to exactly 1 or 0.
 static constexpr double COVER_FULL = 0.999999999;
 static constexpr double COVER_NONE = 1e-9;
 
@@ -21,7 +20,7 @@ struct Transition {
     Sint32 target;     // GameState
     double duration;   // s, for one direction
     double cover;      // after the last fixed step
-    double prev_cover; // before it
+    double prev_cover; // after the step before that
 };
 static Transition transition;
 
@@ -49,7 +48,7 @@ void transition_fixed_update(double dt) {
 }
 
 double transition_cover(double alpha) {
-    // A fully covered screen is never drawn partly uncovered: the switch happens behind it.
+    // Fully black until the state changes: interpolation must not show the old screen again.
     if (transition.state == TRANSITION_FADE_OUT && transition.cover >= 1.0) return 1.0;
     return timestep_lerp(transition.prev_cover, transition.cover, alpha);
 }
@@ -60,7 +59,7 @@ static void _transition_draw(float opacity) {
     SDL_FColor color = {};
     SDL_GetRenderDrawBlendMode(renderer, &blend);
     SDL_GetRenderDrawColorFloat(renderer, &color.r, &color.g, &color.b, &color.a);
-    engine_use_ui_space(); // the frame's end goes back to the screen's space
+    engine_use_ui_space(); // engine_tick restores the screen's space
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     SDL_SetRenderDrawColorFloat(renderer, 0, 0, 0, opacity);
     SDL_RenderFillRect(renderer, nullptr);
@@ -73,7 +72,7 @@ void transition_tick() {
     _transition_draw(static_cast<float>(transition_cover(engine_fixed_alpha())));
     if (transition.state != TRANSITION_FADE_OUT || transition.cover < 1.0) return;
     if (engine_get_state() == transition.target) {
-        transition.state = TRANSITION_FADE_IN; // nothing to switch
+        transition.state = TRANSITION_FADE_IN; // the target is already the current state
     } else {
         engine_set_state(transition.target);
     }

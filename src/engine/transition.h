@@ -1,16 +1,16 @@
-// transition: the fade through black from one screen to the next. Covers the screen over a duration, has the state
-// changed behind a fully black frame, and uncovers the new screen over the same duration. Main thread only.
+// transition: fade through black between screens: fades out, changes the state behind a fully black frame, and fades in
+// the new screen, each over the same duration. Main thread only.
 #pragma once
 
 #include "lumarind/engine/game_state.h"
 
-// Starts covering, also out of a running uncovering and from its opacity. `duration` is seconds for one direction,
-// above 0. False: another fade is already covering, and nothing changes.
+// Starts the fade-out; a running fade-in is reversed from its current opacity. `duration` is in seconds for each half,
+// above 0. Returns false, changing nothing, while another fade-out is running.
 bool transition_fade_to(GameState target, double duration);
 
 // --- called by the main loop ---
-void transition_fixed_update(double dt);         // in every fixed step, after the screen's
-void transition_tick();                          // draws the cover, in UI space; asks for the switch when it is full
-void transition_screen_changed(GameState state); // after a switch of screens
+void transition_fixed_update(double dt);         // after the screen's, in every fixed step
+void transition_tick();                          // draws the cover, in UI space; requests the state once fully black
+void transition_screen_changed(GameState state); // after the new screen's setup
 
-double transition_cover(double alpha); // opacity at an interpolation factor, 0 to 1
+double transition_cover(double alpha); // opacity, 0 to 1, at this interpolation factor

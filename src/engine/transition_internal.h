@@ -1,7 +1,7 @@
-// transition_internal: for recordings, which may begin and end amid a fade.
+// transition_internal: the state of a fade, for recordings that start or end during one.
 #pragma once
 
 #include "lumarind/engine/transition.h"
 
-double _transition_seconds_to(GameState state); // of the fade that covers the old screen for this one; 0: there is none
-void _transition_uncover(double seconds);       // as after the switch that such a fade ends with
+double _transition_seconds_to(GameState state); // duration of a running fade-out to this state; 0 if there is none
+void _transition_uncover(double seconds);       // starts a fade-in, as after such a fade-out

@@ -15,12 +15,12 @@ static constexpr float RAW_MAX = 32767.0f;
 
 struct GamepadState {
     SDL_Gamepad *handle; // owned; null: no controller is active
-    SDL_JoystickID id;   // of the active controller, else 0
+    SDL_JoystickID id;   // of the active controller, or 0
     float deadzone;
 };
 static GamepadState *gamepad;
 
-static bool _is_real() { return gamepad && gamepad->handle; } // else there is none, or one of a recording
+static bool _is_real() { return gamepad && gamepad->handle; } // false also while a replay supplies the controller
 
 // --- lifetime ---
 
@@ -51,7 +51,7 @@ bool gamepad_setup() {
     gamepad = static_cast<GamepadState *>(SDL_calloc(1, sizeof *gamepad));
     if (!gamepad) return engine_error("[GAMEPAD] Memory allocation failed, error: %s", SDL_GetError());
     const float deadzone = cfg_get_gamepad_deadzone();
-    gamepad->deadzone = deadzone > 0 ? SDL_min(deadzone, GAMEPAD_DEADZONE_MAX) : 0; // NaN ends at 0 as well
+    gamepad->deadzone = deadzone > 0 ? SDL_min(deadzone, GAMEPAD_DEADZONE_MAX) : 0; // maps NaN to 0
     _gamepad_add_mappings();
     _gamepad_open_all();
     if (!gamepad->handle) SDL_Log("[GAMEPAD] No controller connected");
@@ -65,7 +65,7 @@ void gamepad_cleanup() {
     gamepad = nullptr;
 }
 
-// --- plugging in and out ---
+// --- hot-plug ---
 
 void gamepad_open(SDL_JoystickID id) {
     if (gamepad->handle) {
@@ -95,7 +95,7 @@ void gamepad_handle_removed(SDL_JoystickID id) {
     _gamepad_open_all();
 }
 
-// --- the active controller: the real one, or the one of the recording that is replayed ---
+// --- the active controller: the device, or during a replay the recorded one ---
 
 static const ReplayPad *_gamepad_recorded() {
     const ReplayDevices *recorded = replay_devices();

@@ -13,7 +13,7 @@
 
 #include <initializer_list>
 
-static constexpr size_t PIECE_MAX = 63; // characters of one name
+static constexpr size_t PIECE_MAX = 63; // characters in one name
 static constexpr char PAD_PREFIX[] = "pad:";
 static constexpr int PAD_PREFIX_LENGTH = sizeof PAD_PREFIX - 1;
 
@@ -25,7 +25,7 @@ struct InputActionState {
 
 struct InputState {
     InputActionState actions[GAME_MAX_ACTIONS];
-    bool axis_past[SDL_GAMEPAD_AXIS_COUNT][2]; // beyond the threshold at its last event: to the negative, the positive
+    bool axis_past[SDL_GAMEPAD_AXIS_COUNT][2]; // beyond the threshold at the last event: [0] negative, [1] positive
     bool in_fixed_step;
 };
 static InputState *input;
@@ -36,7 +36,7 @@ static bool _input_is_trigger(SDL_GamepadAxis axis) {
     return axis == SDL_GAMEPAD_AXIS_LEFT_TRIGGER || axis == SDL_GAMEPAD_AXIS_RIGHT_TRIGGER;
 }
 
-// A stick axis from its name, whose last character is the sign. The sign is cut off `name`.
+// Parses a stick axis name whose last character is the sign; `name` is modified.
 static bool _input_parse_stick(char *name, InputBinding *binding) {
     char *sign = name + SDL_strlen(name) - 1;
     const int direction = *sign == '+' ? 1 : -1;
@@ -61,7 +61,7 @@ static bool _input_parse_pad(char *name, InputBinding *binding) {
     return true;
 }
 
-// One trimmed piece, given by its first character and length.
+// Parses one trimmed entry of `length` characters.
 static bool _input_parse_entry(const char *piece, size_t length, InputBinding *binding) {
     if (length > PIECE_MAX) return false;
     char name[PIECE_MAX + 1];
@@ -82,7 +82,7 @@ struct Piece {
     size_t length;
 };
 
-// The text up to the next comma, trimmed. Moves *rest behind the comma, or to null at the end.
+// Returns the trimmed text up to the next comma. Moves *rest past the comma, or to null at the end.
 static Piece _input_next_piece(const char **rest) {
     const char *start = *rest;
     const char *comma = SDL_strchr(start, ',');
@@ -93,7 +93,7 @@ static Piece _input_next_piece(const char **rest) {
     return {start, static_cast<size_t>(end - start)};
 }
 
-// Returns the number of bindings stored, and in *skipped that of the pieces left out.
+// Returns the number of bindings stored; *skipped receives the number of entries skipped.
 static int _input_parse(const char *text, InputBinding *bindings, int capacity, int *skipped) {
     int count = 0;
     *skipped = 0;
@@ -246,7 +246,7 @@ void _input_set_axes_past(Uint32 bits) {
     for (int i = 0; input && i < 2 * SDL_GAMEPAD_AXIS_COUNT; i++) input->axis_past[i / 2][i % 2] = bits >> i & 1;
 }
 
-// --- questions ---
+// --- queries ---
 
 bool input_key_held(SDL_Scancode key) {
     const ReplayDevices *recorded = replay_devices();

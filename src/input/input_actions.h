@@ -1,4 +1,4 @@
-// input_actions: the actions of the game, their names and default bindings: those of its record, or these eight.
+// input_actions: the actions' names and default bindings, from the game's record or, if it has none, these eight.
 #pragma once
 
 enum InputAction {
@@ -15,6 +15,6 @@ enum InputAction {
 
 int input_action_count();
 bool _input_action_valid(int action);
-const char *input_action_name(int action);           // also its key in the configuration; "" for no action
-const char *input_default_bindings_text(int action); // "" for no action
-int input_action_from_name(const char *text);        // in any letter case; -1: no action's name
+const char *input_action_name(int action);           // also its configuration key; "" for an invalid action
+const char *input_default_bindings_text(int action); // "" for an invalid action
+int input_action_from_name(const char *text);        // case-insensitive; returns -1 if no action has this name

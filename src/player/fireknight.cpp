@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-static constexpr int COLUMNS = 28; // each clip has a row of the sheet to itself
+static constexpr int COLUMNS = 28; // of the sheet; each clip has a row of its own
 static constexpr int FRAME_MS = 100;
 
 template <int COUNT> struct FrameDurations {
@@ -62,7 +62,7 @@ static constexpr AnimationClip fireknight_clips[] = {
      .frame_ms = fireknight_death_ms.ms,
      .loop = false},
 };
-static_assert(std::size(fireknight_clips) == FIREKNIGHT_CLIP_COUNT, "one clip to an index");
+static_assert(std::size(fireknight_clips) == FIREKNIGHT_CLIP_COUNT, "one clip per index");
 
 const AnimationSet fireknight_animations = {
     .path = "assets/fireknight/sprites/fireknight_288x128.png",

@@ -1,9 +1,9 @@
-// fireknight: the animation set of the fire knight, the player's character.
+// fireknight: animation set of the player's character, the fire knight.
 #pragma once
 
 #include "lumarind/toolkit/animation.h"
 
-// Indices of the clips.
+// Clip indices.
 enum FireknightClip {
     FIREKNIGHT_IDLE,
     FIREKNIGHT_RUN,

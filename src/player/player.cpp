@@ -25,28 +25,28 @@ static constexpr double JUMP_BUFFER_TIME = 0.12; // s
 static constexpr float ROLL_SPEED = 300; // px/s
 static constexpr double ROLL_TIME = 0.8; // s
 
-// attacking: how long until another move may cut an attack short, s
+// attacking: time before another move may cancel an attack, s
 static constexpr double ATTACK_CANCEL_AFTER = 0.25;
 static constexpr double HEAVY_ATTACK_CANCEL_AFTER = 0.35;
 
 static constexpr Sint32 STARTING_HEALTH = 3;
 
-// --- the table of states ---
+// --- state table ---
 
 struct PlayerStateRow {
     const char *name = "NONE";
     int clip = 0;
     void (*enter)(Player *player) = nullptr;
-    PlayerState (*update)(Player *player, const PlayerIntent *intent, double dt) = nullptr; // the next state
+    PlayerState (*update)(Player *player, const PlayerIntent *intent, double dt) = nullptr; // returns the next state
     double cancel_after = 0;                                                                // s
 };
-extern const PlayerStateRow player_states[PLAYER_STATE_COUNT]; // below the operations it names
+extern const PlayerStateRow player_states[PLAYER_STATE_COUNT]; // defined below its functions
 
 static constexpr PlayerState player_attack_states[] = {PLAYER_STATE_ATK1, PLAYER_STATE_ATK2, PLAYER_STATE_ATK3};
 
 static bool _player_is_state(PlayerState state) { return state > PLAYER_STATE_NONE && state < PLAYER_STATE_COUNT; }
 
-// --- what states share ---
+// --- shared by states ---
 
 static bool player_jump_ready(const Player *player) { return player->jump_buffer > 0 && player->coyote > 0; }
 
@@ -71,7 +71,7 @@ static PlayerState player_combat_state(const Player *player, const PlayerIntent 
     return intent->defend ? PLAYER_STATE_DEFND : PLAYER_STATE_NONE;
 }
 
-// What may cut an attack short. Running has to be asked for anew: a direction held since before the attack does not.
+// Moves that cancel an attack. To run, the direction must change: one held since before the attack does not count.
 static PlayerState player_cancel_state(const Player *player, const PlayerIntent *intent) {
     if (player->state_time < player_states[player->state].cancel_after) return PLAYER_STATE_NONE;
     if (player_jump_ready(player)) return PLAYER_STATE_JUMP;
@@ -80,7 +80,7 @@ static PlayerState player_cancel_state(const Player *player, const PlayerIntent 
     return turned ? PLAYER_STATE_RUN : PLAYER_STATE_NONE;
 }
 
-// What happens to the player whatever its state wants.
+// Transitions that apply in every state: taking a hit, dying.
 static PlayerState player_interrupt(Player *player, const PlayerIntent *intent) {
     if (!intent->hurt || player->state == PLAYER_STATE_HURT || player->state == PLAYER_STATE_DEATH) {
         return PLAYER_STATE_NONE;
@@ -89,7 +89,7 @@ static PlayerState player_interrupt(Player *player, const PlayerIntent *intent) 
     return player->health < 1 ? PLAYER_STATE_DEATH : PLAYER_STATE_HURT;
 }
 
-// Where a move ends that ends by itself.
+// The state after a move that ends by itself.
 static PlayerState _player_resting_state(const Player *player, const PlayerIntent *intent) {
     return player->body.grounded ? player_grounded_state(intent) : PLAYER_STATE_FALL;
 }
@@ -98,7 +98,7 @@ static PlayerState _player_resting_state(const Player *player, const PlayerInten
 
 static void player_jump_enter(Player *player) {
     player->body.vel.y = JUMP_VELOCITY;
-    player->jump_buffer = 0; // one press gives one jump
+    player->jump_buffer = 0; // a press causes only one jump
     player->coyote = 0;
 }
 
@@ -108,9 +108,9 @@ static void player_roll_enter(Player *player) {
 
 static void player_rooted_enter(Player *player) { player->body.vel.x = 0; }
 
-// --- updating: the first that holds decides ---
+// --- updating: the first matching transition wins ---
 
-// Standing and running differ only in the direction input that ends them.
+// Idle and running differ only in whether the direction input is zero.
 static PlayerState _player_ground_update(Player *player, const PlayerIntent *intent) {
     player_walk(player, intent, WALK_SPEED);
     if (player_jump_ready(player)) return PLAYER_STATE_JUMP;
@@ -144,7 +144,7 @@ static PlayerState player_roll_update(Player *player, const PlayerIntent *intent
     return player->state_time < ROLL_TIME ? PLAYER_STATE_NONE : _player_resting_state(player, intent);
 }
 
-// Rooted until the clip has played.
+// Stays until the clip has finished.
 static PlayerState player_rooted_update(Player *player, const PlayerIntent *intent, double) {
     return player->anim.finished ? _player_resting_state(player, intent) : PLAYER_STATE_NONE;
 }
@@ -216,7 +216,7 @@ void player_init(Player *player, SDL_FPoint spawn, const ColliderRects *rects, c
 void player_set_state(Player *player, PlayerState next) {
     if (next == PLAYER_STATE_NONE || next == player->state) return;
     if (!_player_is_state(next)) {
-        engine_error("[PLAYER] There is no state %d", next);
+        engine_error("[PLAYER] Invalid state %d", next);
         return;
     }
     const PlayerStateRow *row = &player_states[next];
@@ -234,7 +234,7 @@ const char *player_state_name(PlayerState state) {
     return player_states[_player_is_state(state) ? state : PLAYER_STATE_NONE].name;
 }
 
-// --- a step ---
+// --- fixed step ---
 
 static void _player_run_timers(Player *player, const PlayerIntent *intent, double dt) {
     player->state_time += dt;
@@ -250,7 +250,7 @@ static void _player_choose_state(Player *player, const PlayerIntent *intent, dou
     player_set_state(player, next);
 }
 
-// On the ground too: there the floor or the slope takes the speed away again.
+// Also applied on the ground, where the floor or slope resets the speed.
 static void _player_fall(PlayerBody *body, double dt) {
     body->vel.y = static_cast<float>(SDL_min(body->vel.y + GRAVITY * dt, FALL_SPEED_MAX));
 }

@@ -25,7 +25,7 @@ static bool _player_body_blocked(const PlayerBody *body, const ColliderRects *re
     return colliders_rect_inside_rect(&box, rects) != -1;
 }
 
-// Climbs the ledge that stops the box from moving by dx. False: it is too high, or there is no room; nothing changes.
+// Climbs the ledge that blocks a move by dx. Returns false, changing nothing, if it is too high or there is no room.
 static bool _player_body_step_up(PlayerBody *body, float dx, const ColliderRects *rects) {
     const float y0 = body->pos.y;
     for (int lift = 1; lift <= LEDGE_MAX; lift++) {
@@ -39,8 +39,8 @@ static bool _player_body_step_up(PlayerBody *body, float dx, const ColliderRects
     return false;
 }
 
-// Whether nothing lies in the way of the whole move: one look instead of one a pixel. It looks a pixel further, so that
-// no rounding of the sum can hide what a single pixel would meet.
+// Returns whether the whole move is free, with one query instead of one per pixel. The swept box extends one pixel
+// further, so that rounding cannot hide a collision that the per-pixel move would find.
 static bool _player_body_way_is_free(PlayerBody *body, float *axis, float move, const ColliderRects *rects) {
     SDL_FRect swept = player_body_rect(body);
     const float start = *axis;
@@ -54,7 +54,7 @@ static bool _player_body_way_is_free(PlayerBody *body, float *axis, float move, 
     return colliders_rect_inside_rect(&swept, rects) == -1;
 }
 
-// `axis` and `remainder` are the body's own. True: stopped by a rectangle.
+// `axis` and `remainder` point into the body. Returns true if a rectangle stopped it.
 static bool _player_body_move_axis(
     PlayerBody *body, float *axis, float *remainder, float amount, bool allow_step_up, const ColliderRects *rects) {
     *remainder += amount;
@@ -87,7 +87,7 @@ bool player_body_move_y(PlayerBody *body, float dy, const ColliderRects *rects) 
 
 // --- slopes ---
 
-// Where the vertical line at x meets the edge from p to q; of a vertical edge, its upper end.
+// Intersects the vertical line at x with the edge from p to q; for a vertical edge y is its upper end.
 static bool _player_body_edge_y(SDL_FPoint p, SDL_FPoint q, float x, float *y) {
     if (x < SDL_min(p.x, q.x) || x > SDL_max(p.x, q.x)) return false;
     *y = p.x == q.x ? SDL_min(p.y, q.y) : p.y + (x - p.x) * (q.y - p.y) / (q.x - p.x);
@@ -111,8 +111,8 @@ bool player_body_slope_surface_y(const ColliderTris *tris, float x, float *surfa
     return found;
 }
 
-// Towards `y` a pixel at a time, until no rectangle is in the way. Beyond 2^24 px a pixel is too small a step to change
-// the number: then all the way.
+// Moves back towards `y` in steps of one pixel until the body is free. Beyond 2^24 px a float cannot represent the
+// step: then it moves all the way.
 static void _player_body_back_out(PlayerBody *body, float y, const ColliderRects *rects) {
     while (body->pos.y != y && _player_body_blocked(body, rects)) {
         const float next = body->pos.y > y ? SDL_max(body->pos.y - 1, y) : SDL_min(body->pos.y + 1, y);

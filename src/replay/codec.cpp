@@ -5,7 +5,7 @@
 Codec codec_reader(const void *bytes, size_t size) {
     Codec codec = {};
     codec.reading = true;
-    codec.bytes = const_cast<Uint8 *>(static_cast<const Uint8 *>(bytes)); // only read
+    codec.bytes = const_cast<Uint8 *>(static_cast<const Uint8 *>(bytes)); // never written when reading
     codec.size = size;
     return codec;
 }
@@ -41,7 +41,7 @@ void codec_bytes(Codec *codec, void *bytes, size_t size) {
     }
 }
 
-void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // seven bits a byte, the lowest first
+void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // LEB128: 7 bits per byte, lowest first
     constexpr Uint8 MORE = 0x80;
     if (!codec->reading) {
         Uint64 rest = *value;
@@ -63,7 +63,7 @@ void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // seven bits a 
     if (codec->bad) *value = 0;
 }
 
-// Whole numbers as twice themselves; 1 stands before the bits of all others, the negative zero among them.
+// A whole number n is coded as 2n; the bits of any other value, including negative zero, follow the code 1.
 void codec_float(Codec *codec, float *value) {
     constexpr float WHOLE_MAX = 1 << 20;
     Uint32 bits = 0;

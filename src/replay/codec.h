@@ -1,5 +1,5 @@
-// codec: bytes to write values into and to read them back from, by the same calls, so that both cannot disagree.
-// Little-endian; small whole numbers take a byte.
+// codec: binary serialisation in which the same calls write and read, so that both always agree on the format.
+// Little-endian; small whole numbers take one byte.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -9,22 +9,22 @@
 struct Codec {
     bool reading;
     Uint8 *bytes;    // writing: owned, codec_cleanup. Reading: borrowed
-    size_t size, at; // bytes there are; reading: the next one
-    size_t capacity; // writing
-    bool bad;        // writing: there was no memory. Reading: the bytes end early, or hold what no writer writes
+    size_t size, at; // bytes in use; when reading, the position
+    size_t capacity; // when writing
+    bool bad;        // writing: out of memory. Reading: truncated or invalid data
 };
 
 Codec codec_reader(const void *bytes, size_t size);
-void codec_reset(Codec *codec); // writing: begins anew
+void codec_reset(Codec *codec); // when writing: discards all bytes
 void codec_cleanup(Codec *codec);
 
 void codec_bytes(Codec *codec, void *bytes, size_t size);
-void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most = ~Uint64{0}); // what is above `most` is bad
-void codec_float(Codec *codec, float *value);                               // short when it is a whole number
+void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most = ~Uint64{0}); // values above `most` set `bad`
+void codec_float(Codec *codec, float *value);                               // compact for whole numbers
 void codec_double(Codec *codec, double *value);
-void codec_text(Codec *codec, char *text, size_t size);                     // cut to size - 1 bytes
+void codec_text(Codec *codec, char *text, size_t size); // truncated to size - 1 bytes
 
-// Any integer; signed ones are short near 0.
+// Any integer type; values near 0 are compact (zigzag).
 template <typename T> void codec_int(Codec *codec, T *value) {
     static_assert(std::is_integral_v<T>);
     const auto wide = static_cast<Sint64>(*value);
@@ -36,7 +36,7 @@ template <typename T> void codec_int(Codec *codec, T *value) {
     if (static_cast<Sint64>(*value) != back) codec->bad = true;
 }
 
-// What counts things from 0 to below `end`, an enum say.
+// An index from 0 to end - 1, such as an enum.
 template <typename T> void codec_index(Codec *codec, T *value, int end) {
     auto number = static_cast<Uint64>(*value);
     codec_unsigned(codec, &number, static_cast<Uint64>(end) - 1);

@@ -11,12 +11,12 @@
 
 #include <initializer_list>
 
-// A file is this, and then blocks, each with its length and its checksum in front: the start, then records, of which
-// none reaches across blocks. A killed program leaves the last block out, or cut.
+// File format: MAGIC, the version, then blocks, each preceded by its length and CRC-32. The first holds the start, the
+// others whole records. If the program is killed, the last block is missing or truncated.
 static constexpr Uint8 MAGIC[] = {'L', 'M', 'R', 'P'};
 static constexpr size_t FILE_HEAD_SIZE = 6, BLOCK_HEAD_SIZE = 8; // bytes
 static constexpr size_t BLOCK_MAX = 1 << 20;
-static constexpr Uint64 BLOCK_NS = SDL_NS_PER_SECOND; // of play in one block at the most
+static constexpr Uint64 BLOCK_NS = SDL_NS_PER_SECOND; // a block is written after this much play
 static constexpr size_t FILE_MAX = size_t{256} << 20;
 
 enum ReplayMode { REPLAY_OFF, REPLAY_WANTED, REPLAY_RECORDING, REPLAY_OPENED, REPLAY_PLAYING };
@@ -35,7 +35,7 @@ enum RecordKind : Uint8 {
 struct ReplayState {
     ReplayMode mode;
     ReplayStart start;
-    ReplayDevices devices; // as they were last written or read
+    ReplayDevices devices; // as last written or read
     Uint64 steps;
 
     // recording
@@ -46,12 +46,12 @@ struct ReplayState {
 
     // replaying
     Uint8 *bytes;         // owned: the whole file
-    size_t size, next;    // of it; the next block
+    size_t size, next;    // file size; offset of the next block
     Codec reader;         // of the current block
-    ReplayDevices passed; // what the frame's events pass by, whose devices have been read
+    ReplayDevices passed; // receives device records skipped while events are read
     double speed;         // 0: as fast as possible
     Uint64 begun_ns, played_ns;
-    char text[REPLAY_EVENT_TEXT_SIZE]; // of the event read last
+    char text[REPLAY_EVENT_TEXT_SIZE]; // of the last event read
 };
 static ReplayState *g_replay; // null: off
 static bool g_replay_failed;
@@ -82,7 +82,7 @@ static void _replay_free() {
     g_replay = nullptr;
 }
 
-// --- values, written and read alike ---
+// --- serialisation ---
 
 static void _code_start(Codec *codec, ReplayStart *start) {
     codec_text(codec, start->game, REPLAY_TEXT_SIZE);
@@ -136,7 +136,7 @@ static Uint32 _read_u32(const Uint8 *from) {
     return from[0] | Uint32{from[1]} << 8 | Uint32{from[2]} << 16 | Uint32{from[3]} << 24;
 }
 
-// What can no longer be written is reported, and what is there stays.
+// On a write error recording stops; blocks already written remain.
 static void _replay_write_block() {
     Codec *block = &g_replay->block;
     g_replay->block_ns = 0;
@@ -150,7 +150,7 @@ static void _replay_write_block() {
                          SDL_FlushIO(g_replay->file);
     codec_reset(block);
     if (written) return;
-    engine_error("[REPLAY] Recording ends here: %s, error: %s", g_replay->path, SDL_GetError());
+    engine_error("[REPLAY] Recording stopped: %s, error: %s", g_replay->path, SDL_GetError());
     _replay_free();
 }
 
@@ -181,7 +181,7 @@ static Codec *_replay_begin_record(RecordKind kind) {
 void replay_record_frame(Uint64 elapsed_ns) {
     if (!replay_is_recording()) return;
     if (g_replay->block_ns >= BLOCK_NS || g_replay->block.size > BLOCK_MAX / 2) _replay_write_block();
-    if (!replay_is_recording()) return; // nor can it go on
+    if (!replay_is_recording()) return; // writing the block failed
     g_replay->block_ns += elapsed_ns;
     codec_unsigned(_replay_begin_record(RECORD_FRAME), &elapsed_ns);
 }
@@ -247,7 +247,7 @@ static bool _replay_refuse(const char *path, const char *why) {
     return engine_error("[REPLAY] %s cannot be replayed: %s", path, why);
 }
 
-// The next whole block. False: there is none. A block that is there in full but is not what was written is damage.
+// Opens the next block. Returns false if there is none; a complete block with a wrong length or checksum is *damaged.
 static bool _replay_next_block(bool *damaged) {
     ReplayState *replay = g_replay;
     const size_t left = replay->size - replay->next;
@@ -266,10 +266,10 @@ static bool _replay_next_block(bool *damaged) {
 
 static const char *_replay_check_start(const ReplayStart *start) {
     const Game *game = engine_game();
-    if (SDL_strcmp(start->game, game->id) != 0) return "it is of another game";
+    if (SDL_strcmp(start->game, game->id) != 0) return "it was recorded with another game";
     if (start->step_hz < 1 || start->window_width < 1 || start->window_height < 1 || start->ui_scale < 1 ||
         !(start->fade_seconds >= 0))
-        return "it is damaged";
+        return "it is corrupt";
     for (int i = 0; i < game->screen_count; i++) {
         if (SDL_strcmp(game->screens[i].name, start->screen) == 0) return nullptr;
     }
@@ -286,14 +286,14 @@ bool replay_open(const char *path, double speed) {
     if (!bytes) return _replay_refuse(path, SDL_GetError());
     if (replay->size > FILE_MAX) return _replay_refuse(path, "it is too large");
     if (replay->size < FILE_HEAD_SIZE || SDL_memcmp(bytes, MAGIC, sizeof MAGIC) != 0)
-        return _replay_refuse(path, "it is no recording");
+        return _replay_refuse(path, "it is not a recording");
     if ((replay->bytes[4] | replay->bytes[5] << 8) != REPLAY_VERSION)
-        return _replay_refuse(path, "it is of another version of the format");
+        return _replay_refuse(path, "its format version is not supported");
     replay->next = FILE_HEAD_SIZE;
     bool damaged = false;
-    if (!_replay_next_block(&damaged)) return _replay_refuse(path, "it is damaged");
+    if (!_replay_next_block(&damaged)) return _replay_refuse(path, "it is corrupt");
     _code_start(&replay->reader, &replay->start);
-    if (replay->reader.bad) return _replay_refuse(path, "it is damaged");
+    if (replay->reader.bad) return _replay_refuse(path, "it is corrupt");
     if (const char *why = _replay_check_start(&replay->start)) return _replay_refuse(path, why);
     replay->reader.at = replay->reader.size;
     SDL_Log("[REPLAY] Replaying %s, recorded with %s", path, replay->start.build);
@@ -318,13 +318,13 @@ static bool _replay_fail(const char *what) {
     return engine_error("[REPLAY] After step %" SDL_PRIu64 ": %s", g_replay->steps, what);
 }
 
-// The next record's kind, or 0 at the end.
+// Returns the next record's kind, or 0 at the end of the recording.
 static Uint8 _replay_next_kind() {
     Codec *reader = &g_replay->reader;
     bool damaged = false;
     if (reader->bad) return 0;
     if (reader->at == reader->size && !_replay_next_block(&damaged)) {
-        if (damaged) _replay_fail("the recording is damaged");
+        if (damaged) _replay_fail("the recording is corrupt");
         return 0;
     }
     Uint8 kind = 0;
@@ -334,7 +334,7 @@ static Uint8 _replay_next_kind() {
 
 static bool _replay_is_readable() {
     if (!g_replay->reader.bad) return true;
-    return _replay_fail("the recording is damaged");
+    return _replay_fail("the recording is corrupt");
 }
 
 static void _replay_wait() {
@@ -359,7 +359,7 @@ static void _replay_read_keys(Codec *reader, ReplayDevices *devices) {
     }
 }
 
-// The next record of the frame: an event, or how a device now is. False: the frame has no more.
+// Reads the frame's next record: an event or a device's new state. Returns false at the frame's end.
 static bool _replay_read_record(SDL_Event *event, ReplayDevices *devices, bool *is_event) {
     Codec *reader = &g_replay->reader;
     const Uint8 kind = _replay_next_kind();
@@ -395,11 +395,11 @@ static bool _replay_read_record(SDL_Event *event, ReplayDevices *devices, bool *
     return _replay_is_readable();
 }
 
-// Devices are as they are at the frame's end already while its events are handled, as SDL has it.
+// Applies all device records of the frame before its events are handled, as SDL does.
 bool replay_next_frame(Uint64 *elapsed_ns) {
     const Uint8 kind = _replay_next_kind();
     if (kind == 0) return false;
-    if (kind != RECORD_FRAME) return _replay_fail("the game takes another course than the recording");
+    if (kind != RECORD_FRAME) return _replay_fail("the game diverges from the recording");
     codec_unsigned(&g_replay->reader, elapsed_ns, 3600 * Uint64{SDL_NS_PER_SECOND});
     g_replay->played_ns += *elapsed_ns;
     if (!_replay_is_readable()) return false;
@@ -423,14 +423,14 @@ bool replay_next_event(SDL_Event *event) {
 
 const ReplayDevices *replay_devices() { return replay_is_playing() ? &g_replay->devices : nullptr; }
 
-// --- both ---
+// --- recording and replaying ---
 
 static void _replay_compare(const char *screen, Uint64 hash) {
     Uint64 recorded = 0;
     const Uint8 kind = _replay_next_kind();
-    if (kind == 0) return; // it was cut here
+    if (kind == 0) return; // the recording is truncated here
     if (kind != RECORD_HASH) {
-        _replay_fail("the game takes another course than the recording");
+        _replay_fail("the game diverges from the recording");
         return;
     }
     codec_unsigned(&g_replay->reader, &recorded);

@@ -1,19 +1,19 @@
-// replay: what reached a game from its devices and the clock, recorded frame by frame and given to it again, so that it
-// does the same, to the bit. Main thread only.
+// replay: records a game's input and clock frame by frame, and replays them so that the simulation repeats bit for bit.
+// Main thread only.
 //
-// A recording begins with the first frame of the program or with a change of screens, and is written as it happens: one
-// that a killed program leaves behind ends at most a second early. It fits another build, and another machine, of the
-// same game.
+// A recording starts with the program's first frame or at a screen change, and is written while playing: if the program
+// is killed, at most the last second is lost. It can be replayed by other builds of the same game, and on other
+// machines.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
 
 // --- recording ---
-// Begins with the next setup of a screen. False: reported; the game goes on without.
+// Starts at the next setup of a screen. False: reported; the game continues without recording.
 bool replay_record(const char *path);
-void replay_stop(); // ends recording or replaying; called by the engine's stop as well. Does nothing without either
+void replay_stop(); // ends recording or replaying, also at the engine's stop; does nothing if neither is active
 
-// --- questions ---
+// --- queries ---
 bool replay_is_recording();
-bool replay_is_playing(); // what the devices and the clock say comes from a recording
-bool replay_failed();     // the recording could not be replayed to its end, or its hashes differ: reported
+bool replay_is_playing(); // input and clock come from a recording
+bool replay_failed();     // the recording could not be replayed to its end, or a state hash differs; reported

@@ -18,7 +18,7 @@ enum EventKind {
 };
 
 struct EventRange {
-    Uint32 first, last; // types
+    Uint32 first, last; // event types
     EventKind kind;
 };
 static constexpr EventRange EVENT_RANGES[] = {
@@ -109,8 +109,8 @@ void replay_event_code(Codec *codec, SDL_Event *event, char *text) {
     case EVENT_FINGER:
         codec_unsigned(codec, &event->tfinger.fingerID);
         _code_floats(
-            codec, {&event->tfinger.x, &event->tfinger.y, &event->tfinger.dx, &event->tfinger.dy,
-                    &event->tfinger.pressure});
+            codec,
+            {&event->tfinger.x, &event->tfinger.y, &event->tfinger.dx, &event->tfinger.dy, &event->tfinger.pressure});
         break;
     case EVENT_DROP:
         _code_floats(codec, {&event->drop.x, &event->drop.y});

@@ -1,14 +1,14 @@
-// replay_event: an event as recordings hold it.
+// replay_event: serialisation of events in recordings.
 #pragma once
 
 #include "replay/codec.h"
 
 #include <SDL3/SDL_events.h>
 
-inline constexpr int REPLAY_EVENT_TEXT_SIZE = 512; // bytes kept of a typed or dropped text, with the terminating NUL
+inline constexpr int REPLAY_EVENT_TEXT_SIZE = 512; // longest typed or dropped text, in bytes with the terminating NUL
 
-bool replay_event_is_kept(const SDL_Event *event); // others are of no consequence to a game
+bool replay_event_is_kept(const SDL_Event *event); // false: the event does not affect games and is not recorded
 
-// Writes the event or reads it; a text it carries is then in `text`, of REPLAY_EVENT_TEXT_SIZE bytes, and lives as
-// long. Devices have no number: there is one of each kind.
+// Writes or reads the event. Its text is read into `text`, of REPLAY_EVENT_TEXT_SIZE bytes, to which the event then
+// points. Device ids are not stored: there is one device of each kind.
 void replay_event_code(Codec *codec, SDL_Event *event, char *text);

@@ -1,4 +1,4 @@
-// What the main loop, the frame and the devices give to a recording, and take from it.
+// replay_feed: the interface through which the main loop, frame and devices write and read a recording.
 #pragma once
 
 #include "lumarind/replay/replay.h"
@@ -8,17 +8,17 @@
 
 constexpr Uint16 REPLAY_VERSION = 1;
 constexpr int REPLAY_TEXT_SIZE = 128; // with the terminating NUL
-constexpr int REPLAY_HASH_STEPS = 60; // fixed steps from one hash to the next
+constexpr int REPLAY_HASH_STEPS = 60; // fixed steps between state hashes
 constexpr Sint32 REPLAY_MAX_ACTIONS = 32;
 
-// What has to be as it was for the same to happen.
+// The initial conditions that must be equal for a run to repeat.
 struct ReplayStart {
     char game[REPLAY_TEXT_SIZE], build[REPLAY_TEXT_SIZE], screen[REPLAY_TEXT_SIZE];
     Sint32 step_hz, window_width, window_height, output_width, output_height, ui_scale; // Hz, window units, px
     float deadzone;
     Uint64 seed;         // of SDL's random numbers
-    double fade_seconds; // of the fade that uncovers the first screen; 0: none
-    Uint32 axes_past;    // bits of the controller's axes that count as pressed already
+    double fade_seconds; // of the fade-in of the first screen; 0: none
+    Uint32 axes_past;    // bits of controller axes already beyond the threshold (_input_axes_past)
     Sint32 binding_count;
     char bindings[REPLAY_MAX_ACTIONS][REPLAY_TEXT_SIZE];
 };
@@ -32,7 +32,7 @@ struct ReplayPad {
     Uint8 labels[SDL_GAMEPAD_BUTTON_COUNT];
 };
 
-// What a frame could ask for.
+// Device state that a frame may query.
 struct ReplayDevices {
     bool keys[SDL_SCANCODE_COUNT];
     float mouse_x, mouse_y;             // window units
@@ -41,20 +41,20 @@ struct ReplayDevices {
 };
 
 // --- recording ---
-bool replay_is_wanted();                                // one is to begin with the next screen
+bool replay_is_wanted();                                // recording is to start with the next screen
 void replay_begin(const ReplayStart *start);            // before that screen's setup; seeds SDL's random numbers
 void replay_record_frame(Uint64 elapsed_ns);            // at the frame's start
-void replay_record_event(const SDL_Event *event);       // as the game will see it
+void replay_record_event(const SDL_Event *event);       // as delivered to the game
 void replay_record_devices(const ReplayDevices *state); // after the last event
 
 // --- replaying ---
 bool replay_open(const char *path, double speed); // reads the start; speed 0: as fast as possible. False: reported
-const ReplayStart *replay_start();                // of the recording that is replayed, else null
-bool replay_is_fast();                            // nothing has to be shown
+const ReplayStart *replay_start();                // of the open recording, else null
+bool replay_is_fast();                            // frames need not be drawn
 void replay_play();                               // before the first screen's setup; seeds SDL's random numbers
-bool replay_next_frame(Uint64 *elapsed_ns);       // waits until it is due. False: the recording is over
-bool replay_next_event(SDL_Event *event); // of this frame. False: there is none left, and the devices are as they were
-const ReplayDevices *replay_devices();    // null unless replaying
+bool replay_next_frame(Uint64 *elapsed_ns);       // waits until the frame is due. False: end of the recording
+bool replay_next_event(SDL_Event *event);         // of this frame. False: no more events
+const ReplayDevices *replay_devices();            // null unless replaying
 
-// --- both ---
-void replay_step(const char *screen, Uint64 (*state_hash)()); // after each fixed step; the hash may be null
+// --- recording and replaying ---
+void replay_step(const char *screen, Uint64 (*state_hash)()); // after each fixed step; the hash function may be null

@@ -1,5 +1,5 @@
-// Every way to use the audio module: streamed music that fades, effects from files and from the synthesiser, and the
-// volumes of the configuration. One table of rows decides what is loaded, shown and played.
+// Shows all uses of the audio module: streamed music with fades, effects from files and from the synthesiser, and the
+// configured volumes. One table of rows decides what is loaded, shown and played.
 
 #include "screens/audio_demo.h"
 
@@ -38,7 +38,7 @@ static constexpr float MARGIN = 16;
 static constexpr float DRIVER_TOP = 54;
 static constexpr float ROWS_TOP = 78, ROW_PITCH = 12, GROUP_GAP = 8;
 static constexpr float LABEL_INDENT = 12, VALUE_INDENT = 112;
-static constexpr float BAR_OVERHANG_X = 4, BAR_OVERHANG_Y = 2; // of the selection bar, beyond its row's corner
+static constexpr float BAR_OVERHANG_X = 4, BAR_OVERHANG_Y = 2; // how far the selection bar extends beyond its row
 static constexpr float SEGMENT_WIDTH = 6, SEGMENT_HEIGHT = 8, SEGMENT_PITCH = 8, VOLUME_NUMBER_INDENT = 86;
 static constexpr float FOOTER_RISE = 24;
 
@@ -100,11 +100,11 @@ static constexpr int ROW_COUNT = static_cast<int>(std::size(rows));
 
 struct AudioDemo {
     TTF_Text *title;              // owned
-    MIX_Audio *sounds[ROW_COUNT]; // owned; null for the volumes, and where generating failed
+    MIX_Audio *sounds[ROW_COUNT]; // owned; null for volume rows, and where generating failed
     Uint64 seeds[ROW_COUNT];      // of the generated rows
     double flash[ROW_COUNT];      // s left
     int selected;
-    int music_row; // started last; -1: none
+    int music_row; // the row whose music was started last, or -1
 };
 static AudioDemo *audio_demo;
 
@@ -133,7 +133,7 @@ static bool _audio_demo_load(int row) {
 
 static void audio_demo_play(int row) {
     if (!audio_demo->sounds[row]) return;
-    audio_play_sfx(audio_demo->sounds[row]); // an effect dropped for want of a track flashes as well
+    audio_play_sfx(audio_demo->sounds[row]); // the row flashes also if no track is free
     audio_demo->flash[row] = FLASH_SECONDS;
 }
 
@@ -166,7 +166,7 @@ bool audio_demo_setup() {
 
 void audio_demo_cleanup() {
     if (!audio_demo) return;
-    audio_stop_music(MUSIC_FADE_OUT_MS); // the mixer keeps what still sounds
+    audio_stop_music(MUSIC_FADE_OUT_MS); // the mixer keeps a reference to sounds that still play
     for (MIX_Audio *&sound : audio_demo->sounds) audio_free(&sound);
     engine_cleanup_text(&audio_demo->title);
     SDL_free(audio_demo);
@@ -177,7 +177,7 @@ void audio_demo_cleanup() {
 
 static void _audio_demo_change_seed(int row, int dir) {
     if (dir < 0 && audio_demo->seeds[row] == 0) return;
-    audio_demo->seeds[row] += static_cast<Uint64>(dir); // modulo 2^64, so -1 is one less
+    audio_demo->seeds[row] += static_cast<Uint64>(dir); // wraps around modulo 2^64
     if (audio_demo_generate(row)) audio_demo_play(row);
 }
 

@@ -1,8 +1,7 @@
-// audio_demo: every kind of sound the audio module plays, in a list to walk through: music, volumes, generated effects
-// and effect files.
+// audio_demo: a list of all kinds of sound in the audio module: music, volumes, generated effects and effect files.
 #pragma once
 
-bool audio_demo_setup();                 // loads and generates every sound and starts the music
+bool audio_demo_setup();                 // loads or generates all sounds and starts the music
 void audio_demo_fixed_update(double dt); // dt in seconds
 void audio_demo_tick();
-void audio_demo_cleanup(); // the music fades out
+void audio_demo_cleanup(); // fades the music out

@@ -32,14 +32,14 @@ void castle_cleanup(Castle *castle) {
 void castle_refresh(Castle *castle) {
     if (!render_grid_is_lost(castle->grid) && !tilemap_grid_is_stale(castle->map, castle->grid)) return;
     RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), castle->map, CHUNK_TILES);
-    if (!fresh) return; // reported; the old chunks go on
+    if (!fresh) return; // reported; the old chunks stay in use
     render_grid_cleanup(&castle->grid);
     castle->grid = fresh;
 }
 
 double castle_pan(double t, double speed) { return 0.5 - 0.5 * SDL_cos(t * speed); }
 
-// Whole units keep pixels sharp and chunks together.
+// Rounds to whole units, which keeps pixels sharp and chunks seamless.
 static float _castle_origin(float map_size, float view_size, double pan) {
     const float slack = SDL_max(map_size - view_size, 0);
     return SDL_roundf(static_cast<float>(-static_cast<double>(slack) * pan));

@@ -1,23 +1,23 @@
-// castle: the castle's tile map, as the screens that show it share it.
+// castle: the castle's tile map, shared by the screens that show it.
 #pragma once
 
 struct RenderGrid;
 struct Tilemap;
 
-// Embedded in its screen's record, zeroed.
+// Embedded in a screen's record, zero-initialised.
 struct Castle {
-    Tilemap *map;     // owned, as is the grid
+    Tilemap *map;     // owned
     RenderGrid *grid; // the map's baked chunks
 };
 
-bool castle_load(Castle *castle, float scale); // false: reported; castle_cleanup releases what was made
-void castle_cleanup(Castle *castle);           // safe twice, and after a failed load
+bool castle_load(Castle *castle, float scale); // false: reported; castle_cleanup releases what was created
+void castle_cleanup(Castle *castle);           // safe to call twice, and after a failed load
 
-// Bakes the chunks again when the renderer has lost them or the map has changed; to be called before they are drawn.
+// Bakes the chunks again if their contents are lost or the map has changed. Call before drawing them.
 void castle_refresh(Castle *castle);
 
-// Where a slow sweep to and fro is after t seconds: 0 to 1, beginning at 0 without speed. `speed` in radians a second.
+// Position of a slow to-and-fro pan after t seconds, 0 to 1, starting at 0 at rest. `speed` is in radians per second.
 double castle_pan(double t, double speed);
 
-// Draws the part of the map that the sweep shows after t seconds, filling the current view where the map does.
+// Draws the part of the map that the pan shows after t seconds. The map fills the view if it is large enough.
 void castle_draw_panning(Castle *castle, double t);

@@ -1,4 +1,4 @@
-// Every reading of the gamepad module: a controller drawn as a diagram that lights up, and the numbers beside it.
+// Shows every query of the gamepad module: a diagram of the controller that lights up, with the values beside it.
 
 #include "screens/gamepad_demo.h"
 
@@ -43,7 +43,7 @@ static_assert(std::size(AXIS_NAMES) == SDL_GAMEPAD_AXIS_COUNT, "one name per axi
 
 struct GamepadDemo {
     TTF_Text *title_text; // owned
-    double rumble_shown;  // s left to say that a rumble was sent
+    double rumble_shown;  // s left to show "(sent)"
 };
 static GamepadDemo *gamepad_demo;
 
@@ -152,7 +152,7 @@ static const char *face_label(SDL_GamepadButton button, const char *fallback) {
     }
 }
 
-// --- diagram, positions relative to its corner ---
+// --- diagram, in coordinates relative to its corner ---
 
 struct RectButton {
     SDL_FRect rect = {};
@@ -173,7 +173,7 @@ static constexpr RectButton RECT_BUTTONS[] = {
 struct FaceButton {
     float cx = 0, cy = 0;
     SDL_GamepadButton button = SDL_GAMEPAD_BUTTON_INVALID;
-    const char *fallback = ""; // the label of a controller that does not say
+    const char *fallback = ""; // used if the controller's label is unknown
 };
 static constexpr FaceButton FACE_BUTTONS[] = {
     {.cx = 356, .cy = 78, .button = SDL_GAMEPAD_BUTTON_NORTH, .fallback = "Y"},
@@ -226,7 +226,7 @@ _draw_stick_row(SDL_Renderer *renderer, float x, float y, const char *name, void
         static_cast<double>(stick_y), static_cast<double>(length));
 }
 
-// The names of the buttons held, up to what fits.
+// Lists the names of held buttons, as many as fit.
 static void _list_held_buttons(char *list, size_t size) {
     size_t used = 0;
     list[0] = '\0';

@@ -1,4 +1,4 @@
-// gamepad_demo: the active controller, drawn live.
+// gamepad_demo: live view of the active controller.
 #pragma once
 
 bool gamepad_demo_setup();

@@ -1,6 +1,6 @@
-// How a screen uses the input layer: presses that belong to the simulation are asked for in the fixed update, those
-// that belong to the picture in the tick, and each side sees every press exactly once. The two counters of an action
-// advance together whatever the rates are.
+// Shows how a screen uses the input layer: the simulation queries presses in the fixed update, the display in the tick,
+// and each of them sees every press exactly once: both counters of an action advance together at any frame and step
+// rate.
 
 #include "screens/input_demo.h"
 

@@ -1,5 +1,5 @@
-// Both drawing spaces in one frame: the screen's row asks for a logical size, which SDL scales up by whole numbers; the
-// label switches to UI space half-way through the tick, and the engine switches back for the next frame.
+// Uses both drawing spaces in one frame: the screen has a logical size, presented with integer scaling; for its label
+// the tick switches to UI space, and the engine switches back for the next frame.
 
 #include "screens/logical_demo.h"
 
@@ -22,7 +22,7 @@ static constexpr Uint32 COLOR_BOX = rgba(32, 32, 32, 255);
 static constexpr Uint32 COLOR_BOX_OUTLINE = rgba(255, 255, 255, 255);
 static constexpr SDL_Color TEXT_COLOR = {255, 255, 255, 255};
 static constexpr float SIZE_TEXT_MARGIN = 4; // logical units
-static constexpr float BOX_MARGIN = 10;      // UI units, from the window's corner
+static constexpr float BOX_MARGIN = 10;      // UI units, distance from the window's corner
 static constexpr float BOX_PADDING = 6;
 
 struct LogicalDemo {

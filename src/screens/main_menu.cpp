@@ -1,5 +1,5 @@
-// A screen of texts driven by events alone: it registers callbacks for keys, buttons and the mouse in its setup and
-// removes them in its cleanup. The entries fill as many columns as the window's height asks for.
+// An event-driven screen: setup registers callbacks for keys, buttons and the mouse, cleanup removes them. The entries
+// are laid out in as many columns as the window's height requires.
 
 #include "screens/main_menu.h"
 
@@ -50,11 +50,11 @@ struct MainMenu {
     Sint32 selected;
     SDL_Color title_color, idle_color, selected_color;
     TTF_Text *title;               // owned, as are the labels and rectangles
-    TextArray *labels;             // one to an entry, in their order
-    ColliderRects *hit_rects;      // likewise, for the pointer
-    float view_width, view_height; // the view the layout was made for
+    TextArray *labels;             // one per entry
+    ColliderRects *hit_rects;      // one per entry, for hit tests
+    float view_width, view_height; // the view size of the current layout
     Sint32 rows_per_column;
-    float column_width; // the widest label and the gap
+    float column_width; // width of the widest label plus the gap
 };
 static MainMenu *main_menu;
 
@@ -127,7 +127,7 @@ static void main_menu_execute_action() {
     }
 }
 
-// --- events: all return true, so that later callbacks see them too ---
+// --- events: all callbacks return true, so that later ones are called too ---
 
 static bool main_menu_event_key_down(SDL_Event *event) {
     switch (event->key.key) {
@@ -240,7 +240,7 @@ void main_menu_tick() {
     SDL_Renderer *renderer = engine_renderer();
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
-    main_menu_update_layout(); // the window may have changed its size
+    main_menu_update_layout(); // the window may have been resized
     engine_render_text(main_menu->title, LEFT, TITLE_TOP);
     for (int i = 0; i < main_menu->labels->count; i++) {
         const SDL_FPoint position = main_menu_item_position(i);

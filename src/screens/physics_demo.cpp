@@ -1,6 +1,6 @@
-// Box2D in the engine's fixed steps: a crane with a wrecking ball on a chain of pinned links, a wall of bricks, and
-// bodies the user adds. The simulation advances only in fixed steps; the picture shows every body between its places
-// before and after the last one, so that motion is smooth at any frame rate. Sleeping bodies are drawn dimmed.
+// Box2D in the engine's fixed steps: a crane with a wrecking ball on a chain of jointed links, a wall of bricks, and
+// bodies added by the user. The simulation advances only in fixed steps; drawing interpolates every body between its
+// states before and after the last one, so motion is smooth at any frame rate. Sleeping bodies are drawn dimmed.
 
 #include "screens/physics_demo.h"
 
@@ -31,7 +31,7 @@ static constexpr SDL_FColor COLOR_CANNONBALL = {0.85f, 0.74f, 0.34f, 1};
 static constexpr SDL_FColor COLOR_DEBRIS = {0.38f, 0.60f, 0.52f, 1};
 static constexpr float OUTLINE_FACTOR = 1.5f, ASLEEP_FACTOR = 0.4f;
 
-// The chain and its ball are one group, so that the links do not push each other apart where they overlap.
+// The chain and its ball share a negative group, so that overlapping links do not collide.
 static constexpr int GROUP_NONE = 0, GROUP_CHAIN = -1;
 static constexpr PhysicsPropSpec GROUND = {b2_staticBody, 1, GROUP_NONE, false, COLOR_GROUND};
 static constexpr PhysicsPropSpec CRANE = {b2_staticBody, 1, GROUP_NONE, false, COLOR_CRANE};
@@ -55,7 +55,7 @@ static constexpr float GROUND_Y = 0.3f, GROUND_HALF_H = 0.5f;
 static constexpr float MAST_X = 1.5f, MAST_HALF_W = 0.3f, MAST_HALF_H = 5.7f;
 static constexpr float ARM_HALF_W = 3.95f, ARM_HALF_H = 0.2f, ARM_Y = 11.4f;
 
-// The chain hangs from its pivot, pulled back, so that the ball swings at once.
+// The chain starts pulled back from its pivot, so that the ball swings at once.
 static constexpr float CHAIN_ANGLE = -0.9f;
 static constexpr b2Vec2 CHAIN_PIVOT = {8.8f, 11};
 static constexpr int LINKS = 12;
@@ -68,7 +68,7 @@ static constexpr int WALL_ROWS = 10, WALL_COLUMNS = 4;
 static constexpr float BRICK_HALF_W = 0.45f, BRICK_HALF_H = 0.225f;
 static constexpr float WALL_LEFT = 10.4f, WALL_BOTTOM_ROW_Y = 1.025f, WALL_ODD_ROW_SHIFT = 0.22f;
 
-// What the user adds.
+// Bodies added by the user.
 static constexpr b2Vec2 CANNON = {25, 5}, CANNON_VELOCITY = {-24, 1};
 static constexpr float CANNONBALL_RADIUS = 0.3f;
 static constexpr float DEBRIS_RADIUS = 0.26f, DEBRIS_HALF = 0.22f, DEBRIS_ANGLE_MAX = 3;
@@ -110,7 +110,7 @@ PhysicsView physics_demo_view() {
 bool physics_demo_add_prop(
     const PhysicsProp *prop_template, const b2BodyDef *body_def, const PhysicsPropSpec *spec, const b2Polygon *polygon,
     const b2Circle *circle) {
-    if (!b2World_IsValid(physics_demo->world)) return false; // reported when it could not be built
+    if (!b2World_IsValid(physics_demo->world)) return false; // already reported when building it failed
     const b2BodyId body = b2CreateBody(physics_demo->world, body_def);
     b2ShapeDef shape_def = b2DefaultShapeDef();
     shape_def.density = spec->density;
@@ -178,7 +178,7 @@ b2JointId physics_demo_pin(b2BodyId a, b2BodyId b, b2Vec2 anchor_a, b2Vec2 ancho
     return b2CreateRevoluteJoint(physics_demo->world, &joint_def);
 }
 
-// --- scene: the order of creation is part of the simulation's state ---
+// --- scene: the order of creation affects the simulation ---
 
 bool physics_demo_build_yard(b2BodyId *arm_out) {
     return physics_demo_add_box(WORLD_W / 2, GROUND_Y, 0, WORLD_W / 2, GROUND_HALF_H, &GROUND, nullptr) &&
@@ -276,7 +276,7 @@ void physics_demo_apply_swing() {
 
 bool physics_demo_key_down(SDL_Event *event) {
     if (event->key.repeat) return true;
-    if (event->key.key == SDLK_R) physics_demo_rebuild(); // a failure is reported, and the yard stays empty
+    if (event->key.key == SDLK_R) physics_demo_rebuild(); // on failure reported, and the yard is empty
     if (event->key.key == SDLK_SPACE) physics_demo_fire_cannonball();
     return true;
 }
@@ -304,7 +304,7 @@ Uint64 physics_demo_state_hash() {
 }
 
 void physics_demo_fixed_update(double dt) {
-    if (!b2World_IsValid(physics_demo->world)) return; // a rebuild failed
+    if (!b2World_IsValid(physics_demo->world)) return; // rebuilding failed
     for (int i = 0; i < physics_demo->props->count; i++) {
         PhysicsProp *prop = &physics_demo->props->items[i];
         prop->prev_position = b2Body_GetPosition(prop->body);
@@ -316,7 +316,7 @@ void physics_demo_fixed_update(double dt) {
 
 // --- drawing ---
 
-// In a namespace, for newer releases of Box2D have functions of these names.
+// In a namespace, because newer releases of Box2D define functions of these names.
 namespace physics_demo_math {
 static b2Vec2 b2LerpPosition(b2Vec2 a, b2Vec2 b, float t) { return {(1 - t) * a.x + t * b.x, (1 - t) * a.y + t * b.y}; }
 static b2Vec2 b2TransformWorldPoint(b2Transform transform, b2Vec2 p) {
@@ -353,7 +353,7 @@ void physics_demo_outline_shape(SDL_Renderer *renderer, const SDL_FPoint *points
     SDL_RenderLines(renderer, closed, corners + 1);
 }
 
-// The outline in the body's coordinates; returns the number of points.
+// Computes the outline in the body's coordinates; returns the number of points.
 static int _physics_demo_outline(const PhysicsProp *prop, b2Vec2 *points) {
     if (prop->shape == PROP_BOX) {
         points[0] = {-prop->half_w, -prop->half_h};

@@ -1,6 +1,6 @@
-// A playable level put together from the toolkit: a baked map, colliders from a file, the player, and a camera that
-// moves only when the player leaves its dead zone. The world is measured in the map's own pixels and drawn three times
-// as large. Presses arrive as events between fixed steps and wait, latched, for the next one.
+// A playable level built from the toolkit: a baked map, colliders from a file, the player, and a camera with a dead
+// zone. World coordinates are in the map's pixels, drawn three times as large. Presses arrive as events between fixed
+// steps and are latched for the next step.
 
 #include "screens/platformer_demo.h"
 
@@ -30,18 +30,18 @@
 
 static constexpr const char *COLLISIONS_PATH = "assets/fireknight/tilemaps/castle-tilemap-collisions.csv";
 static constexpr float COLLISIONS_SCALE = 1; // the file is in world pixels
-static constexpr float WORLD_SCALE = 3;      // UI units to a world pixel
+static constexpr float WORLD_SCALE = 3;      // UI units per world pixel
 
 // World pixels.
 static constexpr SDL_FPoint SPAWN = {100, 416}; // the feet
 static constexpr float WORLD_WIDTH = 1920, WORLD_HEIGHT = 544;
 static constexpr float FALL_OUT_Y = 544;
 
-// The camera's dead zone, as shares of the view.
+// The camera's dead zone, as fractions of the view.
 static constexpr float DEAD_ZONE_LEFT = 0.35f, DEAD_ZONE_RIGHT = 0.65f;
 static constexpr float DEAD_ZONE_TOP = 0.4f, DEAD_ZONE_BOTTOM = 0.6f;
 
-// Where the feet are in a frame of the sheet, facing right.
+// Position of the feet in a frame of the sheet, facing right.
 static constexpr float ANCHOR_X = 146, ANCHOR_Y = 128;
 
 static constexpr Uint32 COLOR_SOLID = rgba(64, 200, 255, 255);
@@ -58,11 +58,11 @@ struct PlatformerDemo {
     SpriteSheet *sheet;
     Player player;
     PlayerIntent intent; // of the last fixed step, for the panel
-    // Latched presses: set by events, taken by the next fixed step.
+    // Latched presses: set by events, consumed by the next fixed step.
     bool jump_pressed, roll_pressed, special_pressed, air_attack_pressed, hurt_pressed;
     Sint32 attack_pressed; // 1 to 3; 0: none
     SDL_FPoint camera;     // the view's top-left corner, world pixels
-    bool camera_ready;     // false until the first frame after a spawn has placed it
+    bool camera_ready;     // false until the first frame after a spawn has centred it
 };
 static PlatformerDemo *platformer_demo;
 
@@ -110,7 +110,7 @@ static void platformer_demo_respawn() {
     platformer_demo->camera_ready = false;
 }
 
-// A file that cannot be read leaves the old colliders.
+// Hot reload: if the file cannot be read, the old colliders stay.
 static void _platformer_demo_reload_colliders(void *, const char *path) {
     ColliderRects rects = {};
     ColliderTris tris = {};
@@ -238,7 +238,7 @@ static void _platformer_demo_move_camera(SDL_FPoint target, float view_w, float 
     platformer_demo->camera = platformer_demo_camera(platformer_demo->camera, target, view_w, view_h);
 }
 
-// --- drawing: a world point w stands at origin + WORLD_SCALE × w ---
+// --- drawing: a world point w is drawn at origin + WORLD_SCALE × w ---
 
 static SDL_FPoint _to_view(SDL_FPoint origin, SDL_FPoint world) {
     return {origin.x + WORLD_SCALE * world.x, origin.y + WORLD_SCALE * world.y};
@@ -284,7 +284,7 @@ static void platformer_demo_draw_body(SDL_Renderer *renderer, SDL_FPoint feet, S
     SDL_RenderLine(renderer, box.x, box.y + box.h, box.x + box.w, box.y + box.h);
 }
 
-// The last states entered, oldest first, as far as they fit.
+// Lists the last states entered, oldest first, as many as fit.
 static void platformer_demo_history_text(char *buffer, size_t size) {
     const Player *player = &platformer_demo->player;
     const int kept = static_cast<int>(SDL_arraysize(player->history));

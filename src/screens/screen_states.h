@@ -1,4 +1,4 @@
-// screen_states: the numbers of the demonstration's screens, in the order of its table.
+// screen_states: game states of the demonstration's screens, in the order of its screen table.
 #pragma once
 
 #include "lumarind/engine/game_state.h"

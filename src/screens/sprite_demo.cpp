@@ -1,4 +1,4 @@
-// An animation is advanced in the fixed update and drawn in the tick; which clip it plays is the screen's business.
+// Advances an animation in the fixed update and draws it in the tick; the screen selects its clip.
 
 #include "screens/sprite_demo.h"
 
@@ -19,23 +19,23 @@ static constexpr Uint32 TEXT_COLOR = rgba(167, 202, 230, 255);
 static constexpr SDL_Color OUTLINE_COLOR = {120, 216, 254, 255};
 static constexpr SDL_Color SHEET_COLOR = {248, 154, 60, 255};
 
-static constexpr double CYCLE_SECONDS = 3; // on each clip, while nobody chooses one
+static constexpr double CYCLE_SECONDS = 3; // per clip, until the user selects one
 
 // Layout, in units of the view.
 static constexpr float MARGIN = 20;
 static constexpr float TEXT_HEIGHT = 36, LINE_PITCH = 12;
-static constexpr float SHEET_SHARE = 0.4f; // of the view's height
+static constexpr float SHEET_SHARE = 0.4f; // fraction of the view's height
 
 struct SpriteDemo {
     SpriteSheet *sheet; // owned
     Animation anim;
-    double cycle_time; // s on this clip
+    double cycle_time; // s since this clip was selected
     bool auto_cycle, flip, outline, show_sheet;
 };
 static SpriteDemo *sprite_demo;
 
 struct SpriteDemoLayout {
-    float scale; // whole, at least 1
+    float scale; // integer, at least 1
     SDL_FPoint sprite_pos;
     float text_y;
     SDL_FPoint sheet_pos;
@@ -60,7 +60,7 @@ static SpriteDemoLayout sprite_demo_layout(float vw, float vh) {
     };
 }
 
-// --- choosing clips and frames ---
+// --- selecting clips and frames ---
 
 static void sprite_demo_select(int clip) {
     const int count = fireknight_animations.clip_count;
@@ -99,7 +99,7 @@ static void _sprite_demo_resume_cycle() {
     animation_play(&sprite_demo->anim);
 }
 
-static bool sprite_demo_key_down(SDL_Event *event) { // repeats act too
+static bool sprite_demo_key_down(SDL_Event *event) { // auto-repeat counts too
     switch (event->key.key) {
     case SDLK_RIGHT:
         _sprite_demo_choose(1);

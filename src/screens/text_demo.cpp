@@ -1,4 +1,4 @@
-// The smallest screen: a font and a text of its own, drawn in the middle of the view whatever its size.
+// The smallest screen: one text in a font of its own, centred in the view.
 
 #include "screens/text_demo.h"
 
@@ -17,7 +17,7 @@ static constexpr SDL_Color TEXT_COLOR = {0, 128, 255, 255};
 
 struct TextDemo {
     TTF_Font *font; // owned, as is the text
-    TTF_Text *text; // null: it could not be prepared, and the screen stays black
+    TTF_Text *text; // null if preparing it failed: the screen stays black
     float x, y;     // where it was last drawn
 };
 static TextDemo *text_demo;

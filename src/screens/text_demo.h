@@ -1,4 +1,4 @@
-// text_demo: a line of text with a font of its own.
+// text_demo: a centred line of text in a font of its own.
 #pragma once
 
 bool text_demo_setup();

@@ -1,5 +1,5 @@
-// Pictures that move in fixed steps and are drawn between the last two of them, so that the motion is smooth at any
-// frame rate: keep the previous and the current value, and draw the interpolated one.
+// Images that move in fixed steps and are drawn interpolated, so that motion is smooth at any frame rate: the screen
+// keeps the previous and the current value and draws the one between them.
 
 #include "screens/texture_demo.h"
 
@@ -13,7 +13,7 @@
 #include <SDL3/SDL_render.h>
 
 static constexpr float SCALE = 4;
-static constexpr float TOP = 50; // UI units, as below
+static constexpr float TOP = 50; // UI units, as are the following
 static constexpr float SLIDER_LEFT = 50;
 static constexpr float SPINNER_LEFT = 220;
 static constexpr double SLIDE_FROM = 50;
@@ -24,7 +24,7 @@ static constexpr double SPIN_SPEED = 30.0; // degrees/s
 struct TextureSprite {
     double angle, prev_angle; // degrees, after and before the last fixed step
     SDL_FlipMode flip;
-    SDL_FPoint center; // of rotation, from the corner of dst
+    SDL_FPoint center; // of rotation, relative to dst's corner
     SDL_FRect src, dst;
     SDL_Texture *texture; // owned
 };

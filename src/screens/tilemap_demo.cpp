@@ -1,4 +1,4 @@
-// A tile map is baked into chunks once; a frame then copies the few that the view covers, whatever the map's size.
+// Bakes a tile map into chunks once; each frame copies only the visible chunks, whatever the map's size.
 
 #include "screens/tilemap_demo.h"
 

@@ -2,7 +2,7 @@
 
 #include "lumarind/core/error.h"
 
-// --- choosing ---
+// --- selection ---
 
 static bool _animation_check_set(const AnimationSet *set) {
     const char *name = set->path ? set->path : "(unnamed)";
@@ -42,7 +42,7 @@ int animation_find_clip(const AnimationSet *set, const char *name) {
     return -1;
 }
 
-// --- playing ---
+// --- playback ---
 
 static double _clip_length_ms(const AnimationClip *clip) {
     double total = 0;
@@ -50,7 +50,7 @@ static double _clip_length_ms(const AnimationClip *clip) {
     return total;
 }
 
-// Goes on to the next frame. False: the clip does not loop and has reached its end.
+// Moves to the next frame. Returns false at the end of a non-looping clip.
 static bool _animation_step(Animation *anim, const AnimationClip *clip) {
     if (anim->frame + 1 < clip->frame_count) {
         anim->frame++;
@@ -67,7 +67,7 @@ static bool _animation_step(Animation *anim, const AnimationClip *clip) {
 
 void animation_advance(Animation *anim, double dt_seconds) {
     const AnimationClip *clip = animation_clip(anim);
-    if (clip && anim->frame >= clip->frame_count) animation_restart(anim); // its set has been loaded anew
+    if (clip && anim->frame >= clip->frame_count) animation_restart(anim); // hot reload has shortened the clip
     if (!clip || !anim->playing || !(dt_seconds > 0)) return;
     if (!clip->frame_ms || anim->frame < 0 || anim->frame >= clip->frame_count) return;
     anim->elapsed_ms = SDL_min(anim->elapsed_ms + 1000.0 * dt_seconds, _clip_length_ms(clip));
@@ -110,7 +110,7 @@ static void _animation_turn(Animation *anim, int frames) {
 void animation_next_frame(Animation *anim) { _animation_turn(anim, 1); }
 void animation_prev_frame(Animation *anim) { _animation_turn(anim, -1); }
 
-// --- questions ---
+// --- queries ---
 
 bool animation_is_usable(const Animation *anim) {
     return anim && anim->set && anim->set->clips && anim->set->columns >= 1 && anim->clip >= 0 &&
@@ -124,7 +124,7 @@ const AnimationClip *animation_clip(const Animation *anim) {
 int animation_sheet_frame(const Animation *anim) {
     const AnimationClip *clip = animation_clip(anim);
     if (!clip || !clip->order) return clip ? clip->first_frame + anim->frame : -1;
-    const Sint32 frame = SDL_min(anim->frame, clip->frame_count - 1); // the last one, where the set was loaded anew
+    const Sint32 frame = SDL_min(anim->frame, clip->frame_count - 1); // hot reload may have shortened the clip
     return frame >= 0 ? clip->order[frame] : -1;
 }
 

@@ -1,32 +1,32 @@
-// animation: clips of frames on a sprite sheet, played in milliseconds. A set describes a sheet and its clips and is a
-// constant table; an animation plays one clip of a set and is embedded in its owner.
+// animation: frame animation on sprite sheets, timed in milliseconds. An animation set is a constant table describing a
+// sheet and its clips; an animation plays one clip of a set and is embedded in its owner.
 #pragma once
 
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>
 
-// A frame of a sheet whose frames are not cells of a grid.
+// A frame of a packed or trimmed sheet.
 struct AnimationFrame {
     SDL_Rect src;     // on the sheet, px
-    SDL_Point offset; // of what is on the sheet within the whole frame, which may have been trimmed
+    SDL_Point offset; // of src within the untrimmed frame
 };
 
 struct AnimationClip {
     const char *name;
     Sint32 first_frame; // on the sheet
     Sint32 frame_count;
-    const Sint32 *frame_ms;        // frame_count durations; a frame of 0 or less holds for ever
-    bool loop;                     // else it stops on its last frame
-    const Sint32 *order = nullptr; // frame_count frames of the sheet as they are played; null: from first_frame on
+    const Sint32 *frame_ms;        // frame_count durations; a frame of 0 or less is held for ever
+    bool loop;                     // if false, it stops on its last frame
+    const Sint32 *order = nullptr; // frame_count sheet frames in playing order; null: consecutive from first_frame
 };
 
 struct AnimationSet {
-    const char *path;        // of the sheet's image; also the set's name in messages
+    const char *path;        // of the sheet's image; also names the set in messages
     Sint32 frame_w, frame_h; // px
-    Sint32 columns, rows;    // of frames on the sheet, which are numbered row by row from 0
+    Sint32 columns, rows;    // of the sheet's grid; frames are numbered row by row from 0
     const AnimationClip *clips;
     Sint32 clip_count;
-    const AnimationFrame *frames = nullptr; // columns × rows of them, where they are no grid; px then are the largest's
+    const AnimationFrame *frames = nullptr; // columns × rows entries, if not a grid; frame_w, frame_h: the largest
 };
 
 struct Animation {
@@ -35,24 +35,24 @@ struct Animation {
     Sint32 frame;      // of the clip, from 0
     double elapsed_ms; // on this frame
     bool playing;
-    bool finished; // a clip that does not loop has reached its end
+    bool finished; // a non-looping clip has reached its end
 };
 
-// --- choosing: false is reported ---
-bool animation_init(Animation *anim, const AnimationSet *set, int clip); // and plays
-bool animation_select_clip(Animation *anim, int clip); // from its first frame; a wrong clip leaves the old one
-int animation_find_clip(const AnimationSet *set, const char *name); // -1: none
+// --- selection: false is reported ---
+bool animation_init(Animation *anim, const AnimationSet *set, int clip); // and starts playing
+bool animation_select_clip(Animation *anim, int clip); // from its first frame; an invalid clip changes nothing
+int animation_find_clip(const AnimationSet *set, const char *name); // -1 if there is none
 
-// --- playing: all accept null ---
-void animation_advance(Animation *anim, double dt_seconds); // at most once through the clip
+// --- playback: null is ignored ---
+void animation_advance(Animation *anim, double dt_seconds); // by at most one pass through the clip
 void animation_play(Animation *anim);
 void animation_pause(Animation *anim);
-void animation_restart(Animation *anim);              // at the first frame; a paused one stays so
+void animation_restart(Animation *anim);              // from the first frame; stays paused if it was
 void animation_set_frame(Animation *anim, int frame); // ignored outside the clip
-void animation_next_frame(Animation *anim);           // round the clip's end
+void animation_next_frame(Animation *anim);           // wraps around
 void animation_prev_frame(Animation *anim);
 
-// --- questions ---
+// --- queries ---
 bool animation_is_usable(const Animation *anim);
 const AnimationClip *animation_clip(const Animation *anim);             // null when not usable
 int animation_sheet_frame(const Animation *anim);                       // -1 when not usable

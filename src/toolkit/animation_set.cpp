@@ -12,8 +12,8 @@
 #include <utility>
 #include <yyjson.h>
 
-static constexpr int FRAMES_MAX = 1 << 16;     // of a sheet, and of a clip with its repeats
-static constexpr int LENGTH_MAX = 1 << 15;     // px, of a frame and of its place
+static constexpr int FRAMES_MAX = 1 << 16;     // per sheet, and per clip including repeats
+static constexpr int LENGTH_MAX = 1 << 15;     // px, of a frame's size and position
 static constexpr int DURATION_MAX = 3'600'000; // ms
 
 struct LoadedSet {
@@ -90,7 +90,7 @@ static bool _set_read_frame(SetLoad *load, yyjson_val *value, int index) {
 static bool _set_read_frames(SetLoad *load, yyjson_val *frames) {
     const bool is_object = yyjson_is_obj(frames);
     const size_t count = is_object ? yyjson_obj_size(frames) : yyjson_arr_size(frames);
-    if (count == 0) return _set_error(load, "\"frames\" has none: export the sheet with its JSON data");
+    if (count == 0) return _set_error(load, "\"frames\" is empty: export the sheet with its JSON data");
     if (count > FRAMES_MAX) {
         return engine_error(
             "[ANIMATION_SET] %s: %zu frames: at most %d can be loaded, divide the sheet", load->path, count,
@@ -101,7 +101,7 @@ static bool _set_read_frames(SetLoad *load, yyjson_val *frames) {
     if (!load->frames || !load->frame_ms) return false;
     size_t i = 0, max = 0;
     yyjson_val *key = nullptr, *value = nullptr;
-    if (is_object) { // in the order of the file
+    if (is_object) { // in file order
         yyjson_obj_foreach(frames, i, max, key, value) {
             if (!_set_read_frame(load, value, load->frame_count++)) return false;
         }
@@ -131,16 +131,16 @@ static constexpr TagDirection DIRECTIONS[] = {
 static const TagDirection *_set_direction(yyjson_val *value) {
     const char *name = yyjson_get_str(value);
     for (const TagDirection &direction : DIRECTIONS) {
-        if (!name || SDL_strcmp(direction.name, name) == 0) return &direction; // forward when nothing is said
+        if (!name || SDL_strcmp(direction.name, name) == 0) return &direction; // forward by default
     }
     return nullptr;
 }
 
-// The frames a clip plays, one after the other: `passes` through the tag, at whose ends no frame is shown twice when it
-// goes to and fro. Returns their number, and stores them when `order` is given.
+// Computes a clip's frames in playing order: `passes` through the tag; a ping-pong clip does not repeat its end frames,
+// nor, if `closed`, its first. Returns their number, and stores them unless `order` is null.
 static Sint64 _set_order(const TagDirection *direction, int from, int to, Sint64 passes, bool closed, Sint32 *order) {
     const Sint64 length = to - from + 1;
-    const Sint64 skipped = direction->to_and_fro && length > 1 ? 1 : 0; // of each pass but the first
+    const Sint64 skipped = direction->to_and_fro && length > 1 ? 1 : 0; // per pass, except the first
     const Sint64 count = SDL_max(length + (passes - 1) * (length - skipped) - (closed ? skipped : 0), 1);
     for (Sint64 i = 0; order && i < count; i++) {
         const Sint64 step = length - skipped;
@@ -223,7 +223,7 @@ static bool _set_read_slice(SetLoad *load, yyjson_val *value, AnimationSlice *sl
     slice->keys = made;
     size_t i = 0, max = 0;
     yyjson_val *key = nullptr;
-    yyjson_arr_foreach(keys, i, max, key) { // what a key does not say is 0
+    yyjson_arr_foreach(keys, i, max, key) { // missing values are 0
         yyjson_val *pivot = yyjson_obj_get(key, "pivot");
         made[slice->key_count++] = {
             .frame = _set_int(key, "frame", 0, FRAMES_MAX),
@@ -251,13 +251,13 @@ static bool _set_read_slices(SetLoad *load, yyjson_val *slices) {
 
 // --- the file ---
 
-// The picture lies beside the file, or in a folder below it.
+// The image must be in the file's folder or a folder below it.
 static bool _set_read_image(SetLoad *load, yyjson_val *image) {
     const char *name = yyjson_get_str(image), *slash = SDL_strrchr(load->path, '/');
     const size_t folder = slash ? static_cast<size_t>(slash + 1 - load->path) : 0;
     if (!name || !*name || *name == '/' || SDL_strpbrk(name, "\\:") || SDL_strstr(name, "..")) {
         return engine_error(
-            "[ANIMATION_SET] %s: meta.image '%s' is no picture beside the file: export the sheet beside its data",
+            "[ANIMATION_SET] %s: meta.image '%s' is not an image beside the file: export the sheet beside its data",
             load->path, name ? name : "");
     }
     const size_t size = folder + SDL_strlen(name) + 1;
@@ -291,7 +291,7 @@ static bool _set_parse(SetLoad *load, char *text) {
     }
     if (!document) {
         return engine_error(
-            "[ANIMATION_SET] %s: broken JSON at byte %zu: %s: export it again", load->path, error.pos, error.msg);
+            "[ANIMATION_SET] %s: invalid JSON at byte %zu: %s: export it again", load->path, error.pos, error.msg);
     }
     const bool read = _set_read(load, yyjson_doc_get_root(document));
     yyjson_doc_free(document);
@@ -315,7 +315,7 @@ static AnimationSet *_set_load(const char *path) {
     return set;
 }
 
-// Sheets and their set change together or not at all.
+// The set and its sheets are replaced together or not at all.
 static void _set_reload(void *owner, const char *path) {
     auto *made = static_cast<LoadedSet *>(owner);
     AnimationSet *fresh = _set_load(path);

@@ -17,16 +17,16 @@ ColliderPoints *colliders_new_points() { return colliders_points_new(INITIAL_CAP
 
 // --- collision file ---
 
-static constexpr int FIELDS_MAX = 6; // a triangle's
+static constexpr int FIELDS_MAX = 6; // a triangle has the most
 static constexpr int FIELDS_TOO_MANY = FIELDS_MAX + 1;
 
-// One number, 0 when there is none. What is not finite counts as none: the words "nano" and "info" begin like numbers.
+// Parses a number; 0 if there is none or it is not finite: the words "nano" and "info" start like numbers.
 static float _colliders_parse_field(const char *field, float scale) {
     const float number = static_cast<float>(SDL_atof(field)) * scale;
     return std::isfinite(number) ? SDL_clamp(number, -COLLIDERS_REACH, COLLIDERS_REACH) : 0;
 }
 
-// Reads the comma-separated numbers of a line. Returns how many there are, at the most FIELDS_TOO_MANY.
+// Parses the comma-separated numbers of a line. Returns their number, at most FIELDS_TOO_MANY.
 static int _colliders_parse_fields(char *line, float scale, float fields[FIELDS_MAX]) {
     int count = 0;
     char *rest = nullptr;
@@ -72,7 +72,7 @@ bool colliders_load_csv(
     return true;
 }
 
-// --- questions ---
+// --- queries ---
 
 template <typename T, typename Hit> static int _colliders_first(const TypedArray<T> *set, Hit hit) {
     for (int i = 0; i < set->count; i++) {

@@ -1,6 +1,6 @@
-// colliders: sets of rectangles, triangles, circles and points, the questions asked of them, and the collision file
-// that fills them. Float pixels, y grows downwards. Main thread only.
-// The sets are small (tens of shapes to a level) and scanned from index 0.
+// colliders: collision shapes: sets of rectangles, triangles, circles and points, hit tests on them, and loading from a
+// collision file. Float pixels, y grows downwards. Main thread only.
+// Sets are small (tens of shapes per level) and searched linearly from index 0.
 #pragma once
 
 #include "lumarind/core/typed_array.h"
@@ -8,7 +8,7 @@
 
 struct SDL_Renderer;
 
-// --- the sets: operations as in core/typed_array.h ---
+// --- the sets: functions as in core/typed_array.h ---
 
 template <typename T> struct ColliderTraits : ArrayOfValues<T> {
     static constexpr const char *TAG = "COLLIDERS";
@@ -34,39 +34,39 @@ TYPED_ARRAY_STAMP_ADD(colliders_circles, ColliderCircles, ColliderCirclesTraits)
 TYPED_ARRAY_STAMP(colliders_points, ColliderPoints, ColliderPointsTraits)
 TYPED_ARRAY_STAMP_ADD(colliders_points, ColliderPoints, ColliderPointsTraits)
 
-// Empty sets of the usual size. The caller owns them: cleanup, then SDL_free. Null: reported.
+// Empty sets with the default capacity. The caller owns them: cleanup, then SDL_free. Null: reported.
 ColliderRects *colliders_new_rects();
 ColliderTris *colliders_new_tris();
 ColliderCircles *colliders_new_circles();
 ColliderPoints *colliders_new_points();
 
-// The farthest a number of the collision file goes. Beyond it a float tells no pixel from the next, and from 2^31 on
-// the software renderer may draw an outline for ever.
+// Limit of coordinates in a collision file. Beyond it a float cannot tell neighbouring pixels apart, and from 2^31 on
+// the software renderer may never finish drawing an outline.
 inline constexpr float COLLIDERS_REACH = 1 << 24; // px
 
-// Fills the given sets from a game file of comma-separated numbers, one shape a line: 2 a point (x, y), 3 a circle
-// (x, y, r), 4 a rectangle (x, y, w, h), 6 a triangle (three corners); other lines are passed over. Every number is
-// multiplied by `scale` and kept within the reach; what is no finite number is 0. Null sets are skipped. False: the
-// file could not be read (reported) and the sets are empty.
+// Fills the given sets from a game file of comma-separated numbers, one shape per line: 2 a point (x, y), 3 a circle
+// (x, y, r), 4 a rectangle (x, y, w, h), 6 a triangle (three corners); other lines are ignored. Numbers are multiplied
+// by `scale` and clamped to COLLIDERS_REACH; anything but a finite number is 0. Null sets are skipped. False: the file
+// could not be read (reported), and the sets are empty.
 bool colliders_load_csv(
     ColliderRects *rects, ColliderTris *tris, ColliderCircles *circles, ColliderPoints *points, const char *path,
     float scale);
 
-// --- first hit: its index, or -1 ---
+// --- first hit: returns its index, or -1 ---
 int colliders_point_inside_rect(const SDL_FPoint *p, const ColliderRects *rects);
 int colliders_rect_inside_rect(const SDL_FRect *r, const ColliderRects *rects);
 int colliders_point_inside_tri(const SDL_FPoint *p, const ColliderTris *tris);
 int colliders_point_inside_circle(const SDL_FPoint *p, const ColliderCircles *circles);
 int colliders_point_near_point(const SDL_FPoint *p, const ColliderPoints *points, float distance);
 
-// --- all hits: `out` is emptied and gets copies of them in order; returns their number ---
+// --- all hits: replaces the contents of `out` with copies of them, in order; returns their number ---
 int colliders_point_inside_rects(const SDL_FPoint *p, const ColliderRects *rects, ColliderRects *out);
 int colliders_rect_inside_rects(const SDL_FRect *r, const ColliderRects *rects, ColliderRects *out);
 int colliders_point_inside_tris(const SDL_FPoint *p, const ColliderTris *tris, ColliderTris *out);
 int colliders_point_inside_circles(const SDL_FPoint *p, const ColliderCircles *circles, ColliderCircles *out);
 int colliders_point_near_points(const SDL_FPoint *p, const ColliderPoints *points, ColliderPoints *out, float distance);
 
-// --- slopes: of equally high or low corners the earlier one ---
+// --- slopes: of corners at equal height the first counts ---
 SDL_FPoint colliders_tri_top_point(const Tri *tri);    // smallest y
 SDL_FPoint colliders_tri_bottom_point(const Tri *tri); // largest y
 

@@ -15,7 +15,7 @@ struct ImageSize {
     Uint32 width, height; // px
 };
 
-// --- the size a file says it has, read before anything is allocated for it. False: the file ends before ---
+// --- image size from the file header, read before decoding allocates memory. False: the file is truncated ---
 
 static bool _image_seek(SDL_IOStream *file, Sint64 at) { return SDL_SeekIO(file, at, SDL_IO_SEEK_SET) == at; }
 
@@ -24,9 +24,9 @@ static bool _image_measure_png(SDL_IOStream *file, ImageSize *size) {
 }
 
 static bool _image_measure_bmp(SDL_IOStream *file, ImageSize *size) {
-    constexpr Uint32 SHORT_HEAD = 12; // bytes of the oldest head, whose numbers are short
+    constexpr Uint32 SHORT_HEAD = 12; // size of the oldest header, which has 16-bit fields
     Uint32 head = 0;
-    Sint32 width = 0, height = 0; // negative from the top down
+    Sint32 width = 0, height = 0; // height is negative for top-down images
     Uint16 short_width = 0, short_height = 0;
     if (!_image_seek(file, 14) || !SDL_ReadU32LE(file, &head)) return false;
     if (head == SHORT_HEAD) {
@@ -40,12 +40,12 @@ static bool _image_measure_bmp(SDL_IOStream *file, ImageSize *size) {
     return true;
 }
 
-// Among the 16 kinds of frames three numbers stand for something else.
+// Start-of-frame markers: three of the 16 codes have other meanings.
 static bool _image_is_jpeg_frame(Uint8 marker) {
     return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
-// From segment to segment until the frame's.
+// Skips segments up to the start of frame.
 static bool _image_measure_jpeg(SDL_IOStream *file, ImageSize *size) {
     Uint8 marker = 0, precision = 0;
     Uint16 length = 0, width = 0, height = 0;
@@ -53,7 +53,7 @@ static bool _image_measure_jpeg(SDL_IOStream *file, ImageSize *size) {
     for (;;) {
         do {
             if (!SDL_ReadU8(file, &marker)) return false;
-        } while (marker == 0xFF); // any number of them leads in
+        } while (marker == 0xFF); // fill bytes
         if (!SDL_ReadU16BE(file, &length) || length < 2) return false;
         if (_image_is_jpeg_frame(marker)) break;
         if (SDL_SeekIO(file, length - 2, SDL_IO_SEEK_CUR) < 0) return false;
@@ -65,7 +65,7 @@ static bool _image_measure_jpeg(SDL_IOStream *file, ImageSize *size) {
 
 // --- loading ---
 
-// The library gives such a row half the room it decodes it into, and writes beyond the picture.
+// SDL_image allocates half the row size for such files and writes beyond the surface.
 static bool _image_is_deep_grey(SDL_IOStream *png) {
     Uint8 depth = 0, color_type = 0;
     return _image_seek(png, 24) && SDL_ReadU8(png, &depth) && SDL_ReadU8(png, &color_type) && depth == 16 &&
@@ -74,7 +74,7 @@ static bool _image_is_deep_grey(SDL_IOStream *png) {
 
 static SDL_Surface *_image_load_png(SDL_IOStream *file) {
     if (!_image_is_deep_grey(file)) return _image_seek(file, 0) ? IMG_LoadPNG_IO(file) : nullptr;
-    SDL_SetError("a PNG in grey with 16 bits a pixel is not supported: save it with 8");
+    SDL_SetError("a 16-bit grayscale PNG is not supported: save it with 8 bits");
     return nullptr;
 }
 
@@ -83,8 +83,8 @@ struct ImageKind {
     bool (*measure)(SDL_IOStream *file, ImageSize *size);
     SDL_Surface *(*load)(SDL_IOStream *file);
 };
-// SDL_image knows more kinds. A broken file of some of them never comes to an end (an 8-byte GIF takes all memory),
-// and most tell their size to nobody but their decoder.
+// SDL_image supports more formats, but corrupt files of some never finish loading (an 8-byte GIF takes all memory), and
+// most do not tell their size before decoding.
 static constexpr ImageKind IMAGE_KINDS[] = {
     {IMG_isPNG, _image_measure_png, _image_load_png},
     {IMG_isJPG, _image_measure_jpeg, IMG_LoadJPG_IO},
@@ -94,25 +94,25 @@ static constexpr ImageKind IMAGE_KINDS[] = {
 static SDL_Surface *_image_decode(SDL_IOStream *file, const ImageKind &kind) {
     ImageSize size = {};
     if (!kind.measure(file, &size) || !_image_seek(file, 0)) {
-        SDL_SetError("the file ends before the picture's size");
+        SDL_SetError("the file is truncated before the image size");
         return nullptr;
     }
     if (Uint64{size.width} * size.height <= IMAGE_MAX_PIXELS) return kind.load(file);
-    SDL_SetError("a picture of %ux%u is too large: %d pixels at the most", size.width, size.height, IMAGE_MAX_PIXELS);
+    SDL_SetError("an image of %ux%u is too large: at most %d pixels", size.width, size.height, IMAGE_MAX_PIXELS);
     return nullptr;
 }
 
 static SDL_Surface *_image_load(SDL_IOStream *file) {
     for (const ImageKind &kind : IMAGE_KINDS) {
-        if (kind.is(file)) return _image_decode(file, kind); // and is back at the file's start
+        if (kind.is(file)) return _image_decode(file, kind); // `is` restores the file position
     }
-    SDL_SetError("no PNG, JPEG or BMP picture");
+    SDL_SetError("not a PNG, JPEG or BMP image");
     return nullptr;
 }
 
-// The libraries name a file that is missing, but not one that is broken.
+// SDL's errors name a missing file, but not a corrupt one.
 static void _image_name_in_error(const char *path) {
-    char reason[256]; // a copy, because the error's text is overwritten while it is put together
+    char reason[256]; // a copy, because SDL_SetError overwrites the text it would read
     SDL_strlcpy(reason, SDL_GetError(), sizeof reason);
     SDL_SetError("%s: %s", path, reason);
 }
@@ -137,7 +137,7 @@ SDL_Texture *image_load_texture(SDL_Renderer *renderer, const char *path) {
 
 // --- alpha ---
 
-// Two bits to a pixel, which can be or-ed together to tell of many.
+// Two bits per pixel, which are or-ed to classify an area.
 static constexpr unsigned SEEN_CLEAR = 1, SEEN_OPAQUE = 2, SEEN_BETWEEN = SEEN_CLEAR | SEEN_OPAQUE;
 static constexpr int PIXELS_PER_BYTE = 4;
 

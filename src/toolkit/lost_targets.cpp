@@ -2,8 +2,8 @@
 
 #include <SDL3/SDL_events.h>
 
-// An event watch, because these events' types lie beyond those that callbacks can be registered for. May be called from
-// another thread.
+// An event watch, because these event types are above those that engine callbacks support. May be called on another
+// thread.
 static bool SDLCALL _lost_targets_event(void *lost, SDL_Event *event) {
     if (event->type == SDL_EVENT_RENDER_TARGETS_RESET || event->type == SDL_EVENT_RENDER_DEVICE_RESET) {
         SDL_SetAtomicInt(static_cast<SDL_AtomicInt *>(lost), 1);

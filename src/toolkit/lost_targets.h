@@ -1,9 +1,9 @@
-// lost_targets: tells that a renderer has lost what its render targets held.
+// lost_targets: detects that a renderer has lost the contents of its render targets.
 #pragma once
 
 #include <SDL3/SDL_atomic.h>
 
-// From now on `lost` becomes 1 when that happens. It must stay where it is until it is no longer watched. False: SDL's
-// error says why.
+// Sets `lost` to 1 whenever that happens, until it is unwatched; its address must stay valid. Returns false with SDL's
+// error set.
 bool lost_targets_watch(SDL_AtomicInt *lost);
-void lost_targets_unwatch(SDL_AtomicInt *lost); // also when it was not watched
+void lost_targets_unwatch(SDL_AtomicInt *lost); // ignored if it is not watched

@@ -3,7 +3,7 @@
 #include <SDL3/SDL_render.h>
 
 static constexpr int CIRCLE_SEGMENTS = 24;
-static constexpr int TEXT_MAX = 256; // bytes of one line with its NUL; what is longer is cut
+static constexpr int TEXT_MAX = 256; // bytes of one line with its NUL; longer lines are truncated
 
 void set_color(SDL_Renderer *renderer, Uint32 color) {
     SDL_SetRenderDrawColor(

@@ -1,5 +1,5 @@
-// primitives: the plain shapes and debug texts that read-outs and debug views are made of. Units of the current drawing
-// space. A colour is packed, red in the lowest byte.
+// primitives: shapes and debug text for read-outs and debug views, in units of the current drawing space. Colours are
+// packed, red in the lowest byte.
 #pragma once
 
 #include <SDL3/SDL_rect.h>
@@ -7,7 +7,7 @@
 
 struct SDL_Renderer;
 
-inline constexpr float DEBUG_CHARACTER_SIZE = 8; // of SDL's debug text, both ways
+inline constexpr float DEBUG_CHARACTER_SIZE = 8; // width and height of SDL's debug text
 
 constexpr Uint32 rgba(Uint8 r, Uint8 g, Uint8 b, Uint8 a) {
     return r | static_cast<Uint32>(g) << 8 | static_cast<Uint32>(b) << 16 | static_cast<Uint32>(a) << 24;

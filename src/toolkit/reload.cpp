@@ -10,7 +10,7 @@
 #include <SDL3/SDL_timer.h>
 
 struct ReloadSettings {
-    bool known; // else the environment has not been asked yet
+    bool known; // false: the environment has not been read yet
     bool enabled;
     Uint64 interval_ms;
 };
@@ -80,7 +80,7 @@ static ReloadEntry *_reload_entry(const void *owner, ReloadChanged changed) {
 void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp) {
     if (!reload_is_enabled()) return;
     ReloadEntry *entry = _reload_entry(owner, changed);
-    if (entry && SDL_strcmp(entry->path, path) == 0) { // also while the entry's own path is being loaded
+    if (entry && SDL_strcmp(entry->path, path) == 0) { // also when called from the entry's own callback
         entry->stamp = stamp;
         return;
     }
@@ -93,7 +93,7 @@ void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is
         }
     }
     if (!copy || !entry) {
-        SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[RELOAD] No memory to follow %s", path);
+        SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[RELOAD] Out of memory, not watching %s", path);
         SDL_free(copy);
         return;
     }
@@ -142,7 +142,7 @@ void reload_tick() {
     for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
         const FileStamp now = reload_stamp(entry->path, entry->is_game_file);
         if (file_stamp_same(now, entry->stamp)) continue;
-        entry->stamp = now; // also of a broken version, which is tried once
+        entry->stamp = now; // also of an invalid version, so that it is tried only once
         entry->changed(entry->owner, entry->path);
     }
 }

@@ -1,15 +1,15 @@
-// reload: follows files while the program runs, for those who edit them. Off unless the environment says
-// LUMARIND_RELOAD=1, or is silent and the game says so; off, it costs nothing. Main thread only.
+// reload: hot reload: watches files and reports changes while the program runs. Enabled by LUMARIND_RELOAD=1, or by the
+// game's record if the variable is not set; costs nothing when disabled. Main thread only.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
 
-inline constexpr int RELOAD_INTERVAL_MS = 250; // files are looked at this often at the most
+inline constexpr int RELOAD_INTERVAL_MS = 250; // shortest time between checks of the files
 
 void reload_set(bool enabled, int interval_ms = RELOAD_INTERVAL_MS);
 bool reload_is_enabled();
 
-// What tells one version of a file from the next. All 0: there is no such file.
+// Identifies a version of a file. All 0: the file does not exist.
 struct FileStamp {
     Uint64 size;
     Sint64 modified; // SDL_Time
@@ -18,20 +18,20 @@ FileStamp file_stamp_of_path(const char *path);      // of an asset
 FileStamp file_stamp_of_game_file(const char *path); // in the title storage
 bool file_stamp_same(FileStamp a, FileStamp b);
 
-// --- records that follow one file or another ---
+// --- callbacks for changed files ---
 
-// From now on `changed` is called when the file is no longer as `stamp` says. One file for each owner and function: a
-// later call replaces it. Nothing happens when it is off.
+// Calls `changed` when the file no longer matches `stamp`. One file per owner and function: a later call replaces the
+// path. Does nothing when disabled.
 using ReloadChanged = void (*)(void *owner, const char *path);
 void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp);
-void reload_forget(const void *owner);                       // all of the owner's files; to be called before it goes
-FileStamp reload_stamp(const char *path, bool is_game_file); // to be taken before reading; empty when it is off
-// For owners that follow files together. Calls what the owner's files call, as if they had changed. False: it has none.
+void reload_forget(const void *owner);                       // unwatches all files of an owner; call before freeing it
+FileStamp reload_stamp(const char *path, bool is_game_file); // to be taken before reading; empty when disabled
+// For owners that are reloaded together: calls the owner's callbacks as if its files had changed. False: it has none.
 bool reload_now(const void *owner);
 void reload_each_owner(ReloadChanged changed, void (*visit)(void *owner, void *context), void *context);
-void reload_tick(); // the engine's, once per frame: looks at the files when it is time
+void reload_tick(); // called by the engine once per frame: checks the files when due
 
-// --- for those who look by themselves ---
+// --- polling ---
 
-// Whether it is time to look at files again; `last_ms` is the caller's, 0 at first. Always false when it is off.
+// Returns whether a check is due; `last_ms` is the caller's, initially 0. Always false when disabled.
 bool reload_is_due(Uint64 *last_ms);

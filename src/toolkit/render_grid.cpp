@@ -24,7 +24,7 @@ static bool _render_grid_check_size(int rows, int cols, int chunk_w, int chunk_h
         return engine_error(
             "[RENDER_GRID] A grid of %dx%d chunks of %dx%d px is not usable", cols, rows, chunk_w, chunk_h);
     }
-    const double mb = 4.0 * rows * cols * chunk_w * chunk_h / (1 << 20); // as a double it cannot overflow
+    const double mb = 4.0 * rows * cols * chunk_w * chunk_h / (1 << 20); // double, to avoid overflow
     if (mb <= RENDER_GRID_MAX_MB) return true;
     return engine_error(
         "[RENDER_GRID] A grid of %dx%d chunks of %dx%d px would take %.0f MB, more than %d", cols, rows, chunk_w,
@@ -119,7 +119,7 @@ bool render_grid_draw(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoint
     return render_grid_draw_range(renderer, grid, {0, grid->rows}, {0, grid->cols}, origin, scale);
 }
 
-// --- questions ---
+// --- queries ---
 
 bool render_grid_is_lost(RenderGrid *grid) { return SDL_GetAtomicInt(&grid->lost) != 0; }
 

@@ -1,6 +1,5 @@
-// sound_store: sounds loaded once, however many places play them. While files are followed (reload.h), a changed file
-// is heard from its next start. A sound is kept while somebody holds it. Main thread only; all sounds have to be
-// released before audio_cleanup.
+// sound_store: reference-counted cache of sounds. With hot reload (reload.h) a changed file is heard from the next
+// start of the sound. Main thread only; all sounds must be released before audio_cleanup.
 #pragma once
 
 #include "lumarind/audio/audio.h"
@@ -8,15 +7,15 @@
 #include <SDL3/SDL_stdinc.h>
 
 struct SharedSound {
-    MIX_Audio *audio; // for audio_play_sfx and audio_play_music; not to be kept, for a new version replaces it
+    MIX_Audio *audio; // for audio_play_sfx and audio_play_music; do not store it: hot reload replaces it
 
-    // The store's own.
+    // private
     SharedSound *next;
     char *path;
     bool predecoded;
     Sint32 holders;
 };
 
-// The asset of this path, loaded as audio_load does. Each get needs a release. Null: reported.
+// Loads the asset as audio_load does, or reuses it. Each get needs a release. Null: reported.
 SharedSound *sound_store_get(const char *path, bool predecode = true);
 void sound_store_release(SharedSound *shared); // null is ignored

@@ -8,8 +8,8 @@
 
 #include <utility>
 
-static constexpr int CORNERS = 4, INDICES = 6; // to a sprite
-static constexpr int CAPACITY_MAX = 1 << 24;   // sprites: their indices fit an int
+static constexpr int CORNERS = 4, INDICES = 6; // per sprite
+static constexpr int CAPACITY_MAX = 1 << 24;   // sprites: indices must fit an int
 
 // --- lifetime ---
 

@@ -1,5 +1,5 @@
-// sprite_batch: many sprites of one sheet handed to the renderer in a single call, which costs it less than one call
-// each. The sprites are drawn in the order they were added, with the pixels of sprite_sheet_draw. Main thread only.
+// sprite_batch: batched drawing: many sprites of one sheet in a single render call. Sprites are drawn in the order they
+// were added, with the same pixels as sprite_sheet_draw. Main thread only.
 #pragma once
 
 #include "lumarind/toolkit/sprite_sheet.h"
@@ -9,20 +9,20 @@
 struct SDL_Vertex;
 
 struct SpriteBatch {
-    const SpriteSheet *sheet; // of the sprites added; has to outlive their drawing
+    const SpriteSheet *sheet; // borrowed until the batch is drawn
     Sint32 count, capacity;   // sprites
-    SDL_Vertex *vertices;     // owned; four to a sprite
-    Sint32 *indices;          // owned; six to a sprite, always the same
+    SDL_Vertex *vertices;     // owned; four per sprite
+    Sint32 *indices;          // owned; six per sprite, constant
 };
 
 // --- lifetime ---
-SpriteBatch *sprite_batch_new(int capacity);    // sprites it has room for at first; it grows. Null: reported
-void sprite_batch_cleanup(SpriteBatch **batch); // and nulls the caller's pointer; null pointers are ignored
+SpriteBatch *sprite_batch_new(int capacity);    // initial capacity in sprites; it grows. Null: reported
+void sprite_batch_cleanup(SpriteBatch **batch); // sets the pointer to null; null is ignored
 
 // --- a frame: begin, add, draw ---
 void sprite_batch_begin(SpriteBatch *batch, const SpriteSheet *sheet); // empties it
-// `pos` is the frame's top left corner, as for sprite_sheet_draw. Returns false and reports the error, without adding,
-// for an animation of another set or without a current frame, and for lack of memory.
+// `pos` is the frame's top-left corner, as for sprite_sheet_draw. Returns false, reported, without adding, for an
+// animation of another set or without a current frame, or if out of memory.
 bool sprite_batch_add(
     SpriteBatch *batch, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
     SDL_FColor tint = {1, 1, 1, 1});

@@ -11,7 +11,7 @@
 
 #include <utility>
 
-static constexpr int FRAMES_KEPT_MAX = 1 << 16; // 2.5 MB of them
+static constexpr int FRAMES_KEPT_MAX = 1 << 16; // precomputed frames, 2.5 MB
 
 // --- lifetime ---
 
@@ -44,8 +44,8 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
 SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
     SpriteFrame frame = {};
     frame.src = animation_set_frame_rect(sheet->set, index);
-    // The software renderer cuts corner and length, times the texture's size, down to texels, and either may be a
-    // rounding too small. A hundredth of a texel cannot be seen up to a fiftyfold magnification.
+    // The software renderer truncates position and length, times the texture's size, to texels; rounding may leave
+    // either a texel short. A hundredth of a texel is invisible up to a magnification of 50.
     constexpr float NUDGE = 1.0f / 256;
     frame.left = (frame.src.x + NUDGE) / sheet->width;
     frame.top = (frame.src.y + NUDGE) / sheet->height;
@@ -73,7 +73,7 @@ static bool _sprite_sheet_fill(SpriteSheet *sheet) {
     return true;
 }
 
-// Takes the texture over, also when it fails.
+// Takes ownership of the texture, also on failure.
 static SpriteSheet *_sprite_sheet_make(SDL_Texture *texture, const AnimationSet *set) {
     auto *sheet = static_cast<SpriteSheet *>(SDL_calloc(1, sizeof(SpriteSheet)));
     if (!sheet) {
@@ -94,7 +94,7 @@ static SpriteSheet *_sprite_sheet_load(SDL_Renderer *renderer, const AnimationSe
     return nullptr;
 }
 
-// --- changed files: what is no good leaves the old content in place ---
+// --- hot reload: on failure the old content stays ---
 
 static void _sprite_sheet_take(SpriteSheet *sheet, const AnimationSet *set) {
     SpriteSheet *fresh = sheet->fresh;
@@ -104,7 +104,7 @@ static void _sprite_sheet_take(SpriteSheet *sheet, const AnimationSet *set) {
     sprite_sheet_cleanup(&fresh);
 }
 
-// A set that has a file of its own is loaded anew with its picture: they are exported together.
+// A set loaded from a file is reloaded together with its image, because both are exported together.
 static void _sprite_sheet_reload(void *owner, const char *) {
     auto *sheet = static_cast<SpriteSheet *>(owner);
     if (reload_now(sheet->set)) return;
@@ -211,12 +211,12 @@ void sprite_sheet_draw_frame_outline(
     _outline_around(renderer, sprite_sheet_dest_rect(sheet, pos, scale), color);
 }
 
-// Reads the sheet back as drawn at `size` on the current target, with its alpha as it is.
+// Draws the sheet at `size` on the current render target, without blending, and reads it back.
 static SDL_Surface *_shrink(SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint size) {
     const SDL_FRect all = {0, 0, size.x, size.y};
     SDL_BlendMode blend = SDL_BLENDMODE_BLEND;
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
-    SDL_RenderClear(renderer); // the last column and row may not be full, and a new target holds anything
+    SDL_RenderClear(renderer); // a new target is uninitialised, and the last column and row may be partly covered
     SDL_GetTextureBlendMode(sheet->texture, &blend);
     SDL_SetTextureBlendMode(sheet->texture, SDL_BLENDMODE_NONE);
     const bool drawn = SDL_RenderTexture(renderer, sheet->texture, nullptr, &all);
@@ -224,7 +224,7 @@ static SDL_Surface *_shrink(SDL_Renderer *renderer, const SpriteSheet *sheet, SD
     return drawn ? SDL_RenderReadPixels(renderer, nullptr) : nullptr;
 }
 
-// The sheet at a smaller size, in output pixels. A plain texture, for a target may lose its content. Null: no memory.
+// The sheet scaled down, in output pixels. A static texture, because render targets may be lost. Null on failure.
 static SDL_Texture *_make_preview(SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint size) {
     const int width = static_cast<int>(SDL_ceilf(size.x)), height = static_cast<int>(SDL_ceilf(size.y));
     SDL_Texture *target = SDL_CreateTexture(renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_TARGET, width, height);
@@ -239,8 +239,8 @@ static SDL_Texture *_make_preview(SDL_Renderer *renderer, const SpriteSheet *she
     return preview;
 }
 
-// Shrinking millions of texels takes the software renderer milliseconds a frame (and tens of them while the same
-// texture is also drawn unscaled, for which it keeps it compressed), so the small picture is kept.
+// Scaling down millions of texels takes the software renderer milliseconds per frame (tens of them while the texture is
+// also drawn unscaled, for which it keeps it compressed), so the result is cached.
 static bool _draw_preview(SDL_Renderer *renderer, const SpriteSheet *sheet, const SDL_FRect *whole) {
     SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
     SDL_FPoint scale = {1, 1};

@@ -1,5 +1,5 @@
-// sprite_sheet: the image an animation set describes, checked against it, and the drawing of an animation's current
-// frame. Belongs to its renderer and has to be freed before it.
+// sprite_sheet: the texture of an animation set, checked against the set, and drawing of an animation's current frame.
+// Owned by one renderer and must be freed before it.
 #pragma once
 
 #include "lumarind/toolkit/animation.h"
@@ -12,45 +12,45 @@ struct SDL_Texture;
 
 struct SpriteFrame {
     SDL_FRect src;                  // on the sheet, px
-    float left, top, right, bottom; // the same in shares of its width and height
-    SDL_FPoint offset;              // of what is on the sheet within the whole frame, px
+    float left, top, right, bottom; // texture coordinates, 0 to 1
+    SDL_FPoint offset;              // of src within the untrimmed frame, px
 };
 
 struct SpriteSheet {
     SDL_Texture *texture; // owned
     const AnimationSet *set;
-    SpriteFrame *frames;        // owned; of the sheet's frames, so that nothing is divided when they are drawn
+    SpriteFrame *frames;        // owned; precomputed, so that drawing needs no division
     Sint32 frame_count;         // of `frames`
     float width, height;        // of the texture, px
-    mutable SpriteFrame beyond; // the one asked for last of those that `frames` does not have
-    // A cache of the debug sheet, made by drawing it; both of it empty until then.
+    mutable SpriteFrame beyond; // the last frame queried that is not in `frames`
+    // Cache of the scaled-down debug sheet; empty until drawn.
     mutable SDL_Texture *preview;    // owned
-    mutable SDL_FPoint preview_size; // what it was made for, output pixels
-    SpriteSheet *fresh;              // owned; only while the set's file is loaded anew
+    mutable SDL_FPoint preview_size; // size of `preview`, output pixels
+    SpriteSheet *fresh;              // owned; only during hot reload of the set
 };
 
 // --- lifetime ---
 SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set); // null: reported
-void sprite_sheet_cleanup(SpriteSheet **sheet); // and nulls the caller's pointer; null pointers are fine
+void sprite_sheet_cleanup(SpriteSheet **sheet); // sets the pointer to null; null is ignored
 
 // --- drawing: `pos` is the frame's top-left corner ---
 bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_FlipMode flip); // false: reported
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
-// The animation's current frame, and where sprite_sheet_draw draws what the sheet has of it. False: reported.
+// The animation's current frame and its destination in sprite_sheet_draw. False: reported.
 struct SpritePlace {
-    const SpriteFrame *frame; // the sheet's, until the next call
+    const SpriteFrame *frame; // owned by the sheet; valid until the next call
     SDL_FRect dst;
 };
 bool sprite_sheet_place(
     const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
     SpritePlace *place);
 
-// --- debugging: outlines of one unit, just outside what they frame ---
+// --- debugging: outlines of one unit, just outside the framed area ---
 void sprite_sheet_draw_frame_outline(
     SDL_Renderer *renderer, const SpriteSheet *sheet, SDL_FPoint pos, float scale, SDL_Color color);
-// The whole sheet, and the animation's current frame on it.
+// Draws the whole sheet and outlines the animation's current frame on it.
 void sprite_sheet_draw_debug_sheet(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
     SDL_Color sheet_color, SDL_Color frame_color);

@@ -1,24 +1,24 @@
-// What drawing sprites one by one and in batches share, inlined: it is done for each of thousands in every frame.
+// Shared by single and batched sprite drawing; inlined, because it runs for thousands of sprites per frame.
 #pragma once
 
 #include "lumarind/core/error.h"
 #include "lumarind/toolkit/sprite_sheet.h"
 
-SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index); // any of the sheet's frames, or one beyond
+SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index); // any index, also outside the sheet
 
-// A loaded set is about to become `fresh`: makes for each sheet of it, where files are followed, what it will be.
-// False: one does not fit; reported.
+// Prepares hot reload of a set from `fresh`: loads a new version of each of its sheets.
+// Returns false, reported, if a sheet does not fit.
 bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh);
-void _sprite_sheets_finish(const AnimationSet *set, bool take); // or leaves it
+void _sprite_sheets_finish(const AnimationSet *set, bool take); // commits the new versions or discards them
 
-// animation_sheet_frame without its calls, for what is asked of every sprite in every frame.
+// animation_sheet_frame without its function calls.
 inline Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim) {
     if (!set->clips || static_cast<Uint32>(anim->clip) >= static_cast<Uint32>(set->clip_count)) return -1;
     const AnimationClip *clip = &set->clips[anim->clip];
     return clip->order ? animation_sheet_frame(anim) : clip->first_frame + anim->frame;
 }
 
-// A trimmed frame's part is as far from the other side when it is mirrored.
+// Flipping mirrors a trimmed frame's offset.
 inline SDL_FRect
 _sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoint pos, float scale, SDL_FlipMode flip) {
     if (flip == SDL_FLIP_NONE) {

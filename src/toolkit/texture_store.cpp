@@ -15,7 +15,7 @@ static SharedTexture *_texture_store_find(const SDL_Renderer *renderer, const ch
     return nullptr;
 }
 
-// The surface with pixels of the colour made transparent. Takes the old one over.
+// Returns a copy with pixels of the colour made transparent; destroys `surface`.
 static SDL_Surface *_texture_store_cut_out(SDL_Surface *surface, Sint32 transparent) {
     const auto part = [transparent](int shift) { return static_cast<Uint8>(transparent >> shift & 255); };
     SDL_SetSurfaceColorKey(surface, true, SDL_MapSurfaceRGB(surface, part(16), part(8), part(0)));

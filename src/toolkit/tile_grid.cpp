@@ -35,7 +35,7 @@ void tile_grid_cleanup(TileGrid *grid) {
 
 static bool is_space(char c) { return c == ' ' || c == '\t'; }
 
-// The end of the line that begins at `start`, without its line end, and where the next one begins: null after the last.
+// Returns the end of the line at `start`, without its line break; *next is the start of the next one, or null.
 static const char *line_end(const char *start, const char **next) {
     const char *feed = std::strchr(start, '\n');
     const char *end = feed ? feed : start + std::strlen(start);
@@ -50,7 +50,7 @@ static const char *skip_spaces(const char *start, const char *end) {
 
 static bool line_is_blank(const char *start, const char *end) { return skip_spaces(start, end) == end; }
 
-// One number of decimal digits. Null: there is none, or it is too large for a GID.
+// Parses a decimal number. Returns null if there is none or it is too large for a GID.
 static const char *parse_value(const char *at, const char *end, Uint32 *value) {
     const char *first = at;
     Uint64 number = 0;
@@ -64,12 +64,13 @@ static const char *parse_value(const char *at, const char *end, Uint32 *value) {
     return at == first ? nullptr : at;
 }
 
-// The number of values on a line, or -1 for a malformed one. Stores up to `capacity` of them when `out` is given.
+// Returns the number of values on a line, or -1 if it is malformed. Stores up to `capacity` of them unless `out` is
+// null.
 static int parse_line(const char *start, const char *end, Uint32 *out, int capacity) {
     int count = 0;
-    for (const char *at = start;; at++) { // from behind one comma to behind the next
+    for (const char *at = start;; at++) { // skips the comma
         at = skip_spaces(at, end);
-        if (at == end) return count > 0 ? count : -1; // a comma may end the line
+        if (at == end) return count > 0 ? count : -1; // trailing comma
         Uint32 value = 0;
         at = parse_value(at, end, &value);
         if (!at) return -1;
@@ -81,7 +82,7 @@ static int parse_line(const char *start, const char *end, Uint32 *out, int capac
     }
 }
 
-// Counts rows and columns and checks every line before anything is allocated.
+// Counts rows and columns and validates every line before anything is allocated.
 static bool measure_csv(const char *text, int *rows, int *cols) {
     *rows = *cols = 0;
     for (const char *start = text, *next = nullptr; start; start = next) {

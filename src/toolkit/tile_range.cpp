@@ -2,7 +2,7 @@
 
 #include <SDL3/SDL_stdinc.h>
 
-// To a cell number; what no int can hold (far off the grid, or no number) becomes its limit.
+// Converts to a cell index; saturates, and NaN becomes the lower limit.
 static int _to_cell(float cell) {
     constexpr float LIMIT = 1 << 30;
     if (!(cell > -LIMIT)) return -(1 << 30);

@@ -9,7 +9,7 @@
 
 // --- lifetime ---
 
-// Into an empty world with its parts. False: reported, and the world is empty again.
+// Loads into an empty world. False: reported, and the world is empty again.
 static bool _tile_world_fill(TileWorld *world, SDL_Renderer *renderer, const char *path) {
     TileWorldParts *parts = world->parts;
     TileLoad load = {};
@@ -49,9 +49,9 @@ TileWorld *tile_world_load(SDL_Renderer *renderer, const char *path) {
     return world;
 }
 
-// --- following files ---
+// --- hot reload ---
 
-// Notes the files as they are now, so that a broken version is tried once.
+// Updates the stamps, so that an invalid version is tried only once.
 static bool _tile_world_files_changed(TileContent *content) {
     bool changed = false;
     for (TileSourceFile *file = content->files; file; file = file->next) {
@@ -92,7 +92,7 @@ void tile_world_cleanup(TileWorld **world) {
     *world = nullptr;
 }
 
-// --- questions ---
+// --- queries ---
 
 int tile_world_find_layer(const TileWorld *world, const char *name) {
     for (int i = 0; i < world->layer_count; i++) {

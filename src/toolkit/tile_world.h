@@ -1,7 +1,7 @@
-// tile_world: maps of a map editor (.tmx with its .tsx tilesets and .tx templates), read directly: layers, tilesets,
-// objects, properties and collision shapes, and their drawing under a camera at a cost that does not grow with the map.
+// tile_world: loads tile maps of a map editor (.tmx with .tsx tilesets and .tx templates): layers, tilesets, objects,
+// properties and collision shapes, and draws them with culling, at a cost that does not grow with the map.
 // Orthogonal maps; tile, object and image layers; groups are flattened. Coordinates are world pixels, y downwards.
-// Main thread only. A world belongs to its renderer and has to be freed before it.
+// Main thread only. A world is owned by one renderer and must be freed before it.
 #pragma once
 
 #include "lumarind/toolkit/colliders.h"
@@ -21,18 +21,18 @@ enum TilePropertyType : Uint8 {
     TILE_PROPERTY_FLOAT,
     TILE_PROPERTY_BOOL,
     TILE_PROPERTY_COLOR,
-    TILE_PROPERTY_FILE,   // as written: relative to the file that names it
+    TILE_PROPERTY_FILE,   // as written: relative to the file that contains it
     TILE_PROPERTY_OBJECT, // the id of an object, 0 for none
     TILE_PROPERTY_CLASS,  // its members follow as "name.member"
-    TILE_PROPERTY_LIST,   // its items follow as "name.0", "name.1", ...; the number is how many there are
+    TILE_PROPERTY_LIST,   // its items follow as "name.0", "name.1", ...; `number` is their count
 };
 
 struct TileProperty {
     const char *name;
     TilePropertyType type;
     const char *text; // as written; empty for classes and lists
-    double number;    // of int, float, bool, object and list
-    SDL_Color color;  // of colours; transparent when none is given
+    double number;    // value of int, float, bool and object, length of a list
+    SDL_Color color;  // value of a colour; transparent if none is given
 };
 
 struct TileProperties {
@@ -40,14 +40,14 @@ struct TileProperties {
     Sint32 count;
 };
 
-// Each returns the default when there is no property of this name or it is of another type. Int and float read each
-// other; a string reads as written whatever the type.
+// Each returns `otherwise` if there is no property of this name and type. Int and float convert to each other; the
+// string function returns the text as written for any type.
 const char *tile_property_string(const TileProperties *properties, const char *name, const char *otherwise);
 int tile_property_int(const TileProperties *properties, const char *name, int otherwise);
 double tile_property_float(const TileProperties *properties, const char *name, double otherwise);
 bool tile_property_bool(const TileProperties *properties, const char *name, bool otherwise);
 SDL_Color tile_property_color(const TileProperties *properties, const char *name, SDL_Color otherwise);
-const TileProperty *tile_property_find(const TileProperties *properties, const char *name); // null: none
+const TileProperty *tile_property_find(const TileProperties *properties, const char *name); // null if there is none
 
 // --- objects ---
 
@@ -58,7 +58,7 @@ enum TileObjectShape : Uint8 {
     TILE_OBJECT_CAPSULE,
     TILE_OBJECT_POLYGON,
     TILE_OBJECT_POLYLINE,
-    TILE_OBJECT_TILE, // a picture: `gid`
+    TILE_OBJECT_TILE, // drawn: a tile, `gid`
     TILE_OBJECT_TEXT,
 };
 
@@ -66,15 +66,15 @@ struct TileObject {
     Sint32 id;
     const char *name, *type; // never null
     TileObjectShape shape;
-    float x, y;          // top left, or the anchor of a tile object, by default its bottom left
+    float x, y;          // top left; for tile objects the anchor, by default bottom left
     float width, height; // px
     float rotation;      // degrees clockwise about x, y
     bool visible;
     float opacity;            // 0 to 1
-    Uint32 gid;               // of tile objects, with its flips
-    const SDL_FPoint *points; // of polygons and polylines, relative to x, y and not yet rotated
+    Uint32 gid;               // of tile objects, with flip flags
+    const SDL_FPoint *points; // of polygons and polylines, relative to x, y, before rotation
     Sint32 point_count;
-    const char *text; // of text objects, else empty. Text is not drawn
+    const char *text; // of text objects, otherwise empty. Text is not drawn
     TileProperties properties;
 };
 
@@ -82,7 +82,7 @@ struct TileObject {
 
 enum TileLayerKind : Uint8 { TILE_LAYER_TILES, TILE_LAYER_OBJECTS, TILE_LAYER_IMAGE };
 
-// What the groups around a layer say is contained in the layer's own values.
+// Values of enclosing groups are already combined into the layer's own.
 struct TileLayer {
     TileLayerKind kind;
     Sint32 id;
@@ -96,80 +96,77 @@ struct TileLayer {
     Sint32 object_count;
 };
 
-// --- the world: to be read, not written ---
+// --- the world: read-only ---
 
 struct TileWorld {
     Sint32 cols, rows;     // in tiles; of an infinite map, the box around its chunks
-    Sint32 left, top;      // the first column and row: 0, but for infinite maps
+    Sint32 left, top;      // first column and row; 0 unless the map is infinite
     Sint32 tile_w, tile_h; // of the grid, px
     SDL_Color background;  // transparent: none
     TileProperties properties;
     const TileLayer *layers;
     Sint32 layer_count;
-    Uint32 generation; // rises when the content is replaced by that of changed files
+    Uint32 generation; // incremented when hot reload replaces the content
     TileWorldParts *parts;
 };
 
 // --- lifetime ---
 
-// From a game file. Its path and those within are relative, with "/" between names. Null: reported, with the file, the
-// element and what to do about it.
+// Loads a game file. Its path and those in it are relative, with "/" between names. Null: reported, with the file, the
+// element and a remedy.
 TileWorld *tile_world_load(SDL_Renderer *renderer, const char *path);
-void tile_world_cleanup(TileWorld **world); // and nulls the caller's pointer; null pointers are ignored
+void tile_world_cleanup(TileWorld **world); // sets the pointer to null; null is ignored
 
-// Once per frame, before drawing: the world's clock, which animated tiles follow, goes on, and a few more chunks may be
-// baked. Where files are followed (toolkit/reload.h), the world takes over what its changed files hold: the world stays
-// where it is, but pointers to its layers, objects and texts end here, and its generation rises. A file that is broken
-// or half written changes nothing and is reported once.
+// Called once per frame, before drawing: advances the clock of animated tiles and renews the number of chunks that may
+// be baked. With hot reload (toolkit/reload.h) changed files replace the content: the world's address stays, pointers
+// to its layers, objects and strings become invalid, and its generation is incremented. An invalid file is reported
+// once and changes nothing.
 void tile_world_advance(TileWorld *world, double seconds);
 
 // --- drawing ---
 
-// What of the world is seen, and how large.
+// The visible area and its scale.
 struct TileWorldView {
-    SDL_FRect area; // world px; shown with its top left corner at (0, 0) of the drawing space
-    float scale;    // drawing units to a world pixel, above 0
+    SDL_FRect area; // world px; its top-left corner is drawn at (0, 0) of the drawing space
+    float scale;    // drawing units per world pixel, above 0
 };
 
-// Draws one layer, so that actors can be drawn between layers. Invisible layers are not drawn. A layer's origin is
-// rounded to whole units. At whole-number scales the same pixels are drawn from baked chunks and tile by tile, but for
-// half-transparent ones, which are rounded once more.
-// Returns false and reports the error when SDL could not draw.
+// Draws one layer, so that actors can be drawn between layers. Invisible layers are skipped. A layer's origin is
+// rounded to whole units. At integer scales baked chunks and single tiles give the same pixels, except for a rounding
+// error in translucent ones. False: reported.
 bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, const TileWorldView *view);
-// The background colour, where the map has one, and all layers.
+// Draws the map's background colour, if any, and all layers.
 bool tile_world_draw(SDL_Renderer *renderer, TileWorld *world, const TileWorldView *view);
 
-// Whether anything of the area shows what lies behind a tile layer that stays with the world: through a cell without a
-// tile, or a tile that is not opaque. Where nothing does, layers behind it need not be drawn.
+// Whether the area shows anything behind a tile layer that does not scroll by itself: through an empty cell or a tile
+// that is not opaque. If not, layers behind it need not be drawn.
 bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area);
 
-// Where the world's origin lies in the drawing space for a layer, with its offset and parallax: to draw actors by.
+// Position of the world's origin in the drawing space for a layer, with its offset and parallax, for drawing actors.
 SDL_FPoint tile_world_origin(const TileWorld *world, int layer, const TileWorldView *view);
 
-// Baked chunks take at most so much texture memory; the least recently drawn ones go first. What does not fit is drawn
-// tile by tile, as is everything with a budget of 0.
+// Limits texture memory of baked chunks; the least recently drawn are evicted. Chunks that do not fit, or all with a
+// budget of 0, are drawn tile by tile.
 inline constexpr size_t TILE_WORLD_CHUNK_BYTES = 64 << 20;
 inline constexpr int TILE_WORLD_BAKES_PER_FRAME = 4;
 void tile_world_set_chunk_budget(TileWorld *world, size_t bytes, int bakes_per_frame);
-size_t tile_world_chunk_bytes(const TileWorld *world); // taken by chunks now
+size_t tile_world_chunk_bytes(const TileWorld *world); // texture memory in use
 
-// --- questions ---
+// --- queries ---
 
-int tile_world_find_layer(const TileWorld *world, const char *name);                  // the first of this name, or -1
-const TileObject *tile_world_find_object(const TileWorld *world, const char *name);   // of any layer; null: none
-const TileObject *tile_world_object(const TileWorld *world, int id);                  // null: none
-Uint32 tile_world_gid(const TileWorld *world, int layer, int col, int row);           // with its flags; 0: empty
+int tile_world_find_layer(const TileWorld *world, const char *name);                  // first of this name, or -1
+const TileObject *tile_world_find_object(const TileWorld *world, const char *name);   // in any layer; null if none
+const TileObject *tile_world_object(const TileWorld *world, int id);                  // null if none
+Uint32 tile_world_gid(const TileWorld *world, int layer, int col, int row);           // with flags; 0: empty
 const TileProperties *tile_world_tile_properties(const TileWorld *world, Uint32 gid); // never null
-const char *tile_world_tile_type(const TileWorld *world, Uint32 gid);                 // "" without one
+const char *tile_world_tile_type(const TileWorld *world, Uint32 gid);                 // "" if none
 
 // --- collision ---
 
-// Appends a layer's collision shapes to the sets; null sets are skipped. From an object layer: rectangles as they are,
-// and polygons as triangles whose upper outline is floor. From a tile layer: the shapes drawn on its tiles in the
-// tileset, in all orientations, rectangles that touch merged into few.
-// Null for `layer`: all tile layers, visible or not.
-// A slope lifts whatever is below it. So a polygon with open space right below it is refused, as are turned rectangles,
-// ellipses, capsules and polylines; points and text have no body. What is below may be in the sets already, in the
-// layer, or be the lower edge of the map.
-// Returns false and reports the error; the sets are then as they were.
+// Appends a layer's collision shapes to the sets; null sets are skipped. Object layers give their rectangles, and
+// polygons as triangles, whose upper outline is a slope. Tile layers give the shapes drawn on tiles in the tileset,
+// with flips applied; touching rectangles are merged. Null for `layer`: all tile layers, visible or not. Because slopes
+// lift anything below them, a polygon with open space right below it is an error; solid ground may be in the sets, in
+// the layer, or be the map's lower edge. Rotated rectangles, ellipses, capsules and polylines are errors too; points
+// and text are ignored. False: reported, and the sets are unchanged.
 bool tile_world_colliders(const TileWorld *world, const char *layer, ColliderRects *rects, ColliderTris *tris);

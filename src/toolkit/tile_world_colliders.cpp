@@ -1,4 +1,4 @@
-// Collision shapes out of object layers and tilesets.
+// Collision shapes from object layers and tilesets.
 #include "lumarind/core/error.h"
 #include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
@@ -6,24 +6,24 @@
 #include <iterator>
 #include <utility>
 
-static constexpr int CORNERS_MAX = 256;   // of a polygon: cutting it up takes their cube
-static constexpr float PROBE_DEPTH = 1;   // px, below a polygon, where something solid has to be
-static constexpr float PROBE_SPACING = 4; // px, from one look to the next
+static constexpr int CORNERS_MAX = 256;   // per polygon: triangulation takes cubic time
+static constexpr float PROBE_DEPTH = 1;   // px below a polygon that must be solid
+static constexpr float PROBE_SPACING = 4; // px between probes
 
-// A shape in the world.
+// A shape in world coordinates.
 struct SolidShape {
     const TileObject *object;
     const char *owner; // the layer's or tileset's name
-    int tile;          // whose shape it is, or -1
+    int tile;          // id of the tile it belongs to, or -1
     SDL_FRect rect;    // of rectangles
     SDL_FPoint points[CORNERS_MAX];
-    int count; // of polygons, else 0
+    int count; // of a polygon's points, otherwise 0
 };
 
-// What has been found; freed at the end in either case.
+// Working sets, freed at the end.
 struct SolidSets {
     const TileWorld *world;
-    ColliderRects rects; // what was there already, then the layer's
+    ColliderRects rects; // the caller's, then the layer's
     ColliderTris tris;
     Sint32 rects_before, tris_before;
 };
@@ -40,7 +40,7 @@ static bool _solid_error(const SolidSets *sets, const SolidShape *shape, const c
         shape->object->id, what);
 }
 
-// --- placing: from what the editor wrote to where it is in the world ---
+// --- placement: from editor coordinates to world coordinates ---
 
 static void _solid_place_object(const TileObject *object, SDL_FPoint at, SolidShape *shape) {
     const float angle = object->rotation * SDL_PI_F / 180, sine = SDL_sinf(angle), cosine = SDL_cosf(angle);
@@ -49,12 +49,12 @@ static void _solid_place_object(const TileObject *object, SDL_FPoint at, SolidSh
     for (int i = 0; i < shape->count; i++) {
         const SDL_FPoint p = object->points[i];
         const SDL_FPoint turned = {p.x * cosine - p.y * sine, p.x * sine + p.y * cosine};
-        const SDL_FPoint used = object->rotation == 0 ? p : turned; // unturned ones stay as exact as they are
+        const SDL_FPoint used = object->rotation == 0 ? p : turned; // exact if not rotated
         shape->points[i] = {shape->rect.x + used.x, shape->rect.y + used.y};
     }
 }
 
-// From the tile's own pixels to its box in the world, turned as the tile is.
+// Maps a tile's own pixels to its box in the world, with the tile's flips.
 struct TileTransform {
     SDL_FPoint scale;
     SDL_FRect box;
@@ -157,7 +157,7 @@ static float _solid_area(const SDL_FPoint *points, int count) {
     return sum / 2;
 }
 
-// Whether the edge from a to b crosses the one from c to d. Edges that only touch do not.
+// Returns whether the edges a-b and c-d cross; edges that only touch do not.
 static bool _solid_edges_cross(SDL_FPoint a, SDL_FPoint b, SDL_FPoint c, SDL_FPoint d) {
     const float to_c = _solid_cross(a, b, c), to_d = _solid_cross(a, b, d);
     const float to_a = _solid_cross(c, d, a), to_b = _solid_cross(c, d, b);
@@ -173,7 +173,7 @@ static bool _solid_crosses_itself(const SDL_FPoint *points, int count) {
     return false;
 }
 
-// Whether a triangle can be cut off the outline at corner i: it is convex, and no other corner lies in it.
+// Returns whether corner i is an ear: convex, with no other corner inside its triangle.
 static bool _solid_is_ear(const SDL_FPoint *points, int count, int i, float area) {
     const SDL_FPoint a = points[(i + count - 1) % count], b = points[i], c = points[(i + 1) % count];
     const Tri tri = {a, b, c};
@@ -186,8 +186,8 @@ static bool _solid_is_ear(const SDL_FPoint *points, int count, int i, float area
     return true;
 }
 
-// Cuts ears off a copy of the outline until nothing is left. An outline that does not cross itself always has one, but
-// one that touches itself may not.
+// Triangulates a copy of the outline by ear clipping. A simple polygon always has an ear; one that touches itself may
+// not.
 static bool _solid_cut_up(SolidSets *sets, const SolidShape *shape, float area) {
     SDL_FPoint points[CORNERS_MAX];
     int count = shape->count;
@@ -195,7 +195,7 @@ static bool _solid_cut_up(SolidSets *sets, const SolidShape *shape, float area) 
     while (count >= 3) {
         int ear = count == 3 ? 1 : 0;
         while (ear < count && count > 3 && !_solid_is_ear(points, count, ear, area)) ear++;
-        if (ear == count) return _solid_error(sets, shape, "touches itself: draw it anew");
+        if (ear == count) return _solid_error(sets, shape, "touches itself: draw it again");
         const Tri tri = {points[(ear + count - 1) % count], points[ear], points[(ear + 1) % count]};
         const bool flat = _solid_cross(tri.a, tri.b, tri.c) == 0;
         if (!flat && !_typed_array_push<ColliderTrisTraits>(&sets->tris, tri)) return false;
@@ -211,13 +211,13 @@ static bool _solid_add_polygon(SolidSets *sets, const SolidShape *shape) {
     }
     const float area = shape->count < 3 ? 0 : _solid_area(shape->points, shape->count);
     if (shape->count >= 3 && _solid_crosses_itself(shape->points, shape->count)) {
-        return _solid_error(sets, shape, "crosses itself: draw it anew");
+        return _solid_error(sets, shape, "crosses itself: draw it again");
     }
-    if (area == 0) return _solid_error(sets, shape, "is a polygon without an area: draw it anew");
+    if (area == 0) return _solid_error(sets, shape, "is a polygon without an area: draw it again");
     return _solid_cut_up(sets, shape, area);
 }
 
-// --- what is below a polygon ---
+// --- support below a polygon ---
 
 static bool _solid_at(const SolidSets *sets, SDL_FPoint p) {
     const TileWorld *world = sets->world;
@@ -226,7 +226,7 @@ static bool _solid_at(const SolidSets *sets, SDL_FPoint p) {
     return colliders_point_inside_rect(&p, &sets->rects) != -1 || colliders_point_inside_tri(&p, &sets->tris) != -1;
 }
 
-// Along one edge of the lower outline.
+// Probes along one edge of the lower outline.
 static bool _solid_is_supported(const SolidSets *sets, SDL_FPoint a, SDL_FPoint b) {
     const float width = SDL_fabsf(b.x - a.x);
     const int looks = 1 + static_cast<int>(SDL_min(width / PROBE_SPACING, 1000.0f));
@@ -242,7 +242,7 @@ static bool _solid_check_polygon(const SolidSets *sets, const SolidShape *shape)
     const float area = _solid_area(shape->points, shape->count);
     for (int i = 0; i < shape->count; i++) {
         const SDL_FPoint a = shape->points[i], b = shape->points[(i + 1) % shape->count];
-        const bool is_lower = (b.x - a.x) * area < 0; // clockwise, the lower outline goes to the left
+        const bool is_lower = (b.x - a.x) * area < 0; // clockwise, the lower outline runs to the left
         if (!is_lower || _solid_is_supported(sets, a, b)) continue;
         return _solid_error(
             sets, shape,
@@ -268,7 +268,8 @@ static int SDLCALL _solid_compare_columns(const void *first, const void *second)
     return x ? x : w ? w : _compare_floats(a->y, b->y);
 }
 
-// Joins rectangles that touch or overlap: those of one height in a row, then those of one width above each other.
+// Merges touching or overlapping rectangles: first those of equal height in a row, then those of equal width in a
+// column.
 static void _solid_merge(ColliderRects *rects, Sint32 from) {
     SDL_FRect *items = rects->items + from;
     for (const bool across : {true, false}) {
@@ -293,7 +294,7 @@ static void _solid_merge(ColliderRects *rects, Sint32 from) {
     }
 }
 
-// --- the shapes, kind by kind ---
+// --- shapes by kind ---
 
 static bool _solid_check_kind(const SolidSets *sets, const SolidShape *shape) {
     static constexpr const char *NO_BODY[] = {
@@ -306,11 +307,11 @@ static bool _solid_check_kind(const SolidSets *sets, const SolidShape *shape) {
         "is a picture: only rectangles and polygons are solid",
         nullptr,
     };
-    static_assert(std::size(NO_BODY) == TILE_OBJECT_TEXT + 1, "a row for each shape");
+    static_assert(std::size(NO_BODY) == TILE_OBJECT_TEXT + 1, "one row per shape");
     const TileObject *object = shape->object;
     if (NO_BODY[object->shape]) return _solid_error(sets, shape, NO_BODY[object->shape]);
     if (object->shape != TILE_OBJECT_RECT || object->rotation == 0) return true;
-    return _solid_error(sets, shape, "is a turned rectangle: set its rotation to 0, or use a polygon");
+    return _solid_error(sets, shape, "is a rotated rectangle: set its rotation to 0, or use a polygon");
 }
 
 static bool _solid_gather(SolidSets *sets, const char *layer) {
@@ -334,7 +335,7 @@ static bool _solid_gather(SolidSets *sets, const char *layer) {
 
 // --- the sets ---
 
-// Appends what lies from `first` on. False: reported, and some of it may have been added.
+// Appends elements from `first` on. Returns false, reported, possibly after appending some.
 template <typename Traits>
 static bool _solid_append(
     const TypedArray<typename Traits::Element> *from, Sint32 first, TypedArray<typename Traits::Element> *to) {

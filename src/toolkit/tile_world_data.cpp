@@ -1,5 +1,5 @@
-// The cells of tile layers: CSV, base64 and XML, plain or compressed. Sizes are checked before memory is taken: each
-// form needs so many bytes for a cell.
+// Decodes cells of tile layers: CSV, base64 and XML, plain or compressed. Sizes are checked before allocating: each
+// encoding needs a minimum of bytes per cell.
 #include "lumarind/core/error.h"
 #include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
@@ -29,7 +29,7 @@ static bool _tile_data_count_error(const TileData *data, const char *how, size_t
         count, data->count);
 }
 
-// Takes the memory once the text is known to be long enough for it.
+// Allocates the cells; called once the text is known to be long enough for them.
 static bool _tile_data_alloc(TileData *data) {
     data->cells = _tile_load_new<Uint32>(data->load, data->count);
     return data->cells != nullptr;
@@ -42,7 +42,7 @@ static const char *_tile_skip_blanks(const char *at) {
     return at;
 }
 
-// One number of decimal digits. Null: there is none, or it is too large.
+// Parses a decimal number. Returns null if there is none or it is too large.
 static const char *_tile_read_cell(const char *at, Uint32 *cell) {
     const char *first = at;
     Uint64 number = 0;
@@ -61,7 +61,8 @@ static bool _tile_read_csv(TileData *data, const char *text) {
     for (size_t i = 0; i < data->count; i++) {
         if (!*at) return _tile_data_count_error(data, "", i);
         at = _tile_read_cell(at, &data->cells[i]);
-        if (!at) return _tile_data_error(data, "its CSV holds something that is no tile number: save the map again");
+        if (!at)
+            return _tile_data_error(data, "its CSV contains something that is not a tile number: save the map again");
         if (*at != ',') at = _tile_skip_blanks(at);
         if (*at == ',') {
             at = _tile_skip_blanks(at + 1);
@@ -72,7 +73,7 @@ static bool _tile_read_csv(TileData *data, const char *text) {
     return !*at || _tile_data_count_error(data, "more than ", data->count);
 }
 
-// --- an element to a cell ---
+// --- XML: one element per cell ---
 
 static bool _tile_read_elements(TileData *data, const pugi::xml_node &parent) {
     size_t count = 0;
@@ -87,7 +88,7 @@ static bool _tile_read_elements(TileData *data, const pugi::xml_node &parent) {
 // --- base64 ---
 
 struct Base64Values {
-    Uint8 of[256]; // 64: no digit, 65: a blank
+    Uint8 of[256]; // 64: not a digit, 65: whitespace
     constexpr Base64Values() : of() {
         constexpr char DIGITS[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
         for (Uint8 &value : of) value = 64;
@@ -97,7 +98,7 @@ struct Base64Values {
 };
 static constexpr Base64Values BASE64_VALUES;
 
-// Decodes into `bytes`, which has room for three bytes to four characters. Returns their number, or -1.
+// Decodes into `bytes`, which has room for three bytes per four characters. Returns the number of bytes, or -1.
 static Sint64 _tile_decode_base64(const char *text, Uint8 *bytes) {
     Sint64 count = 0;
     unsigned pending = 0, bits = 0;
@@ -121,9 +122,9 @@ static Sint64 _tile_decode_base64(const char *text, Uint8 *bytes) {
 static void *_tile_zlib_alloc(void *, uInt count, uInt size) { return SDL_calloc(count, size); }
 static void _tile_zlib_free(void *, void *memory) { SDL_free(memory); }
 
-// Never writes more than the layer's size, whatever the data unfold to.
+// Never writes more than the layer's size, whatever the size of the decompressed data.
 static bool _tile_inflate(const TileData *data, Uint8 *bytes, size_t count) {
-    constexpr int EITHER_HEAD = 15 + 32; // zlib's or gzip's, with the largest window
+    constexpr int EITHER_HEAD = 15 + 32; // accepts zlib and gzip headers, with the largest window
     const size_t size = data->count * sizeof(Uint32);
     z_stream stream = {};
     stream.zalloc = _tile_zlib_alloc;
@@ -138,7 +139,7 @@ static bool _tile_inflate(const TileData *data, Uint8 *bytes, size_t count) {
     int result = inflate(&stream, Z_FINISH);
     const size_t written = stream.total_out;
     Bytef beyond = 0;
-    if (result == Z_BUF_ERROR && written == size) { // is there more, or only the end to be read?
+    if (result == Z_BUF_ERROR && written == size) { // distinguishes excess data from a missing end marker
         stream.next_out = &beyond;
         stream.avail_out = 1;
         result = inflate(&stream, Z_FINISH);
@@ -149,12 +150,12 @@ static bool _tile_inflate(const TileData *data, Uint8 *bytes, size_t count) {
         return engine_error("[TILE_WORLD] Memory allocation failed while loading %s", data->load->path);
     }
     if (more) return _tile_data_count_error(data, "more than ", data->count);
-    if (result != Z_STREAM_END) return _tile_data_error(data, "its compressed data are broken: save the map again");
+    if (result != Z_STREAM_END) return _tile_data_error(data, "its compressed data is corrupt: save the map again");
     return written == size || _tile_data_count_error(data, "", written / sizeof(Uint32));
 }
 
 static bool _tile_unpack(TileData *data, Uint8 *bytes, size_t count) {
-    constexpr size_t DEFLATE_MAX = 1032; // bytes that one can unfold to
+    constexpr size_t DEFLATE_MAX = 1032; // maximum compression ratio
     const size_t size = data->count * sizeof(Uint32);
     const size_t held = data->compressed ? count * DEFLATE_MAX : count;
     if (held < size || (!data->compressed && held > size)) {
@@ -175,7 +176,7 @@ static bool _tile_read_base64(TileData *data, const char *text) {
     auto *bytes = static_cast<Uint8 *>(SDL_malloc(room));
     if (!bytes) return engine_error("[TILE_WORLD] Memory allocation failed while loading %s", data->load->path);
     const Sint64 count = _tile_decode_base64(text, bytes);
-    const bool read = count < 0 ? _tile_data_error(data, "its base64 text is broken: save the map again")
+    const bool read = count < 0 ? _tile_data_error(data, "its base64 text is invalid: save the map again")
                                 : _tile_unpack(data, bytes, static_cast<size_t>(count));
     SDL_free(bytes);
     return read;
@@ -209,7 +210,7 @@ static bool _tile_chunk_in_reach(const TileChunk *chunk) {
            Sint64{chunk->cols} * chunk->rows <= TILE_WORLD_CELLS_MAX;
 }
 
-// Reads one block of cells, whose place and size are set.
+// Decodes a chunk, whose position and size are set.
 static bool _tile_read_chunk(TileData *data, const pugi::xml_node &node, TileChunk *chunk) {
     if (!_tile_chunk_in_reach(chunk)) {
         return engine_error(

@@ -1,5 +1,5 @@
-// Drawing of worlds. Tile layers are cut into chunks of a fixed raster; those that are seen are baked into textures as
-// far as a byte budget and a number of bakes per frame allow, and the others drawn tile by tile.
+// Drawing of tile worlds. Tile layers are divided into chunks; visible chunks are baked into textures within a byte
+// budget and a limit of bakes per frame, and otherwise drawn tile by tile.
 #include "lumarind/core/error.h"
 #include "lumarind/toolkit/tile_grid.h"
 #include "lumarind/toolkit/tile_range.h"
@@ -14,12 +14,12 @@
 
 #include <cstddef>
 
-static constexpr int CHUNK_SIDE = 256; // px, about
+static constexpr int CHUNK_SIDE = 256; // px, rounded down to whole tiles
 static constexpr int SLOTS = 1024;
 static constexpr int SPARSE = 4;    // a chunk is, in which one cell of so many has a tile
 static constexpr int BUCKETS = 256; // a power of two
 static constexpr int NO_SLOT = -1;
-static constexpr float LARGE = 4096; // drawing units; what is larger takes another way to the screen
+static constexpr float LARGE = 4096; // drawing units; larger copies are drawn as geometry
 
 // --- chunks ---
 
@@ -29,18 +29,18 @@ struct ChunkPlace {
 
 enum ChunkContent : Uint8 {
     CHUNK_EMPTY,
-    CHUNK_SPARSE,  // few tiles, which cost less one by one than all of the chunk; it has no texture
-    CHUNK_OPAQUE,  // every pixel is: it is copied
-    CHUNK_CUTOUT,  // every pixel is opaque or transparent: it is blended
-    CHUNK_BLENDED, // its colours are multiplied by their alpha, which is how several tiles add up
+    CHUNK_SPARSE,  // few tiles, cheaper one by one than as a chunk; no texture
+    CHUNK_OPAQUE,  // all pixels are opaque: copied without blending
+    CHUNK_CUTOUT,  // pixels are opaque or transparent: alpha blending
+    CHUNK_BLENDED, // translucent: premultiplied alpha, which combines overlapping tiles correctly
 };
 
 struct ChunkSlot {
     ChunkPlace place;
-    SDL_Texture *texture; // null: empty
+    SDL_Texture *texture; // null: an empty chunk
     size_t bytes;
-    Uint64 drawn; // the last frame it was
-    Sint32 next;  // of its bucket, or of the free ones
+    Uint64 drawn; // last frame in which it was drawn
+    Sint32 next;  // in its hash bucket or the free list
     ChunkContent content;
 };
 
@@ -81,8 +81,8 @@ static void _chunk_free(TileChunkCache *cache, int index) {
     cache->first_free = index;
 }
 
-// The least recently drawn one goes. Those of this frame and the one before stay: where more is seen than the budget
-// holds, the same chunks would come and go in every frame. False: there is no other.
+// Evicts the least recently drawn chunk, except those drawn in this frame or the previous one: if the budget is smaller
+// than the view, they would be evicted and baked again every frame. Returns false if there is none.
 static bool _chunk_free_oldest(TileChunkCache *cache) {
     int oldest = NO_SLOT;
     for (const Sint32 bucket : cache->buckets) {
@@ -95,7 +95,7 @@ static bool _chunk_free_oldest(TileChunkCache *cache) {
     return true;
 }
 
-// An empty slot for a chunk of so many bytes. Null: no room.
+// Returns an empty slot for a chunk of `bytes`, evicting others if necessary; null if there is no room.
 static ChunkSlot *_chunk_add(TileChunkCache *cache, ChunkPlace place, size_t bytes) {
     if (bytes > cache->budget) return nullptr;
     while (cache->first_free == NO_SLOT || cache->bytes + bytes > cache->budget) {
@@ -126,7 +126,7 @@ TileChunkCache *_tile_cache_new(SDL_Renderer *renderer) {
     cache->renderer = renderer;
     cache->budget = TILE_WORLD_CHUNK_BYTES;
     cache->bakes_per_frame = cache->bakes_left = TILE_WORLD_BAKES_PER_FRAME;
-    cache->frame = 2; // so that what was never drawn is older than the frame before the first
+    cache->frame = 2; // `drawn` is initially 0, which must be older than the previous frame
     for (Sint32 &bucket : cache->buckets) bucket = NO_SLOT;
     for (int i = 0; i < SLOTS; i++) cache->slots[i].next = i + 1 < SLOTS ? i + 1 : NO_SLOT;
     return cache;
@@ -164,21 +164,21 @@ void tile_world_advance(TileWorld *world, double seconds) {
 
 // --- tiles ---
 
-// Draws tiles of one layer.
+// State for drawing the tiles of one layer.
 struct TilePainter {
     SDL_Renderer *renderer;
     const TileWorld *world;
     SDL_FPoint origin; // of the world, in drawing units
     float scale;
     SDL_FColor tint;
-    bool keeps_alpha; // the target's alpha has to be right, for it will be blended itself
+    bool keeps_alpha; // the render target is blended later, so its alpha must be correct
 };
 
 static bool _is_white(SDL_FColor c) { return c.r == 1 && c.g == 1 && c.b == 1 && c.a == 1; }
 
-// The software renderer magnifies a copy as a whole before it cuts it to the view: for an object of a thousand screens
-// that is gigabytes. Triangles are cut first. Four around the middle, for it makes a copy again of two that form a
-// rectangle.
+// The software renderer magnifies a whole copy before clipping it: for an object of a thousand screens that is
+// gigabytes. Triangles are clipped first. Four around the centre, because it turns two that form a rectangle into a
+// copy.
 static bool _paint_large(
     const TilePainter *painter, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, double angle,
     const SDL_FPoint *center, SDL_FlipMode flip) {
@@ -216,14 +216,14 @@ static bool _paint_texture(
         SDL_SetTextureColorModFloat(texture, tint.r, tint.g, tint.b);
         SDL_SetTextureAlphaModFloat(texture, tint.a);
     }
-    if (plain && painter->keeps_alpha) { // the same, but the software renderer's plain copy makes its target opaque
+    if (plain && painter->keeps_alpha) { // same pixels, but the software renderer's plain copy makes the target opaque
         angle = 180;
         flip = static_cast<SDL_FlipMode>(SDL_FLIP_HORIZONTAL | SDL_FLIP_VERTICAL);
     }
     const bool drawn = plain && !painter->keeps_alpha
                            ? SDL_RenderTexture(painter->renderer, texture, src, dst)
                            : SDL_RenderTextureRotated(painter->renderer, texture, src, dst, angle, center, flip);
-    if (tinted) { // others share the texture
+    if (tinted) { // reset: the texture is shared
         SDL_SetTextureColorModFloat(texture, 1, 1, 1);
         SDL_SetTextureAlphaModFloat(texture, 1);
     }
@@ -250,7 +250,7 @@ static TileArt _tile_art(const TileSet *set, int id) {
          static_cast<float>(set->tile_h)}};
 }
 
-// The id of the tile that an animated one shows now.
+// Returns the id of an animated tile's current frame.
 static int _tile_frame(const TileInfo *info, double clock_ms) {
     double left = SDL_fmod(clock_ms, info->loop_ms);
     for (int i = 0; i < info->frame_count; i++) {
@@ -274,15 +274,15 @@ static bool _paint_tile(const TilePainter *painter, const TileSet *set, Uint32 g
     SDL_FRect dst = {
         painter->origin.x + box.x * painter->scale, painter->origin.y + box.y * painter->scale, box.w * painter->scale,
         box.h * painter->scale};
-    if (gid & TILE_FLIP_D) { // SDL turns it about the middle, from how it lies in its picture
+    if (gid & TILE_FLIP_D) { // SDL rotates about the centre of the untransposed tile
         dst = {dst.x + (dst.w - dst.h) / 2, dst.y + (dst.h - dst.w) / 2, dst.h, dst.w};
     }
     return _paint_texture(painter, art.texture, &art.src, &dst, turned.angle, nullptr, turned.flip);
 }
 
-// What tiles a range of cells shows, as far as it decides how a chunk is blended.
+// Summary of the tiles in a range of cells, which decides how a chunk is blended.
 struct CellSummary {
-    int tiles, filled; // filled: opaque tiles that cover their cells and nothing else
+    int tiles, filled; // filled: opaque tiles that exactly cover their cells
     bool blended;
 };
 
@@ -321,7 +321,7 @@ static bool _visit_cells(const TileWorld *world, int layer, TileRange rows, Tile
     return true;
 }
 
-// --- the raster of chunks ---
+// --- chunk layout ---
 
 static SDL_FColor _layer_tint(const TileWorld *world, int layer) {
     SDL_FColor tint = world->layers[layer].tint;
@@ -330,7 +330,7 @@ static SDL_FColor _layer_tint(const TileWorld *world, int layer) {
 }
 
 struct ChunkRaster {
-    Sint32 tiles_x, tiles_y; // to a chunk
+    Sint32 tiles_x, tiles_y; // per chunk
     Sint32 w, h;             // px
 };
 
@@ -341,7 +341,7 @@ static ChunkRaster _chunk_raster(const TileWorld *world) {
 
 static int _floor_div(int a, int b) { return a / b - (a % b < 0 ? 1 : 0); }
 
-// The cells whose tiles may show in a chunk: also those around it, as far as tiles stand out of their cells.
+// The cells whose tiles may show in a chunk, including neighbouring cells whose tiles extend into it.
 static void _chunk_cells(const TileWorld *world, int chunk_col, int chunk_row, TileRange *rows, TileRange *cols) {
     const ChunkRaster raster = _chunk_raster(world);
     const SDL_Rect reach = world->parts->content.reach;
@@ -410,7 +410,7 @@ static SDL_BlendMode _chunk_blend_mode(ChunkContent content) {
     return content == CHUNK_BLENDED ? SDL_BLENDMODE_BLEND_PREMULTIPLIED : SDL_BLENDMODE_BLEND;
 }
 
-// Null: it cannot be baked, and is drawn tile by tile.
+// Returns null if baking fails; the chunk is then drawn tile by tile.
 static SDL_Texture *
 _chunk_bake(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place, ChunkContent content) {
     const ChunkRaster raster = _chunk_raster(world);
@@ -455,13 +455,13 @@ static const ChunkSlot *_chunk_get(SDL_Renderer *renderer, const TileWorld *worl
 
 // --- tile layers ---
 
-// The layer's tint and opacity are in the chunk.
+// The layer's tint and opacity are baked into the chunk.
 static bool _draw_baked(const TilePainter *painter, const ChunkSlot *slot, const SDL_FRect *dst) {
     return copy_texture_in_view(painter->renderer, slot->texture, nullptr, dst) ||
            engine_error("[TILE_WORLD] Could not draw a chunk, error: %s", SDL_GetError());
 }
 
-// Draws a chunk's tiles and none of their pixels beyond it: the neighbours show those.
+// Draws a chunk's tiles, clipped to the chunk: the neighbours draw the rest.
 static bool _draw_unbaked(const TilePainter *painter, ChunkPlace place, const SDL_FRect *dst) {
     SDL_Renderer *renderer = painter->renderer;
     const SDL_Rect reach = painter->world->parts->content.reach;
@@ -483,7 +483,7 @@ static bool _draw_unbaked(const TilePainter *painter, ChunkPlace place, const SD
     return drawn;
 }
 
-// The chunks of one axis that the view shows, among those of the world with what stands out of it.
+// The visible chunks along one axis, limited to the world including tiles that extend beyond it.
 static TileRange _visible_chunks(float view, float origin, int side, float scale, int first_px, int end_px) {
     const int first = _floor_div(first_px, side), end = _floor_div(end_px - 1, side) + 1;
     const float start = origin + static_cast<float>(first) * static_cast<float>(side) * scale;
@@ -519,7 +519,7 @@ static bool _draw_chunks(const TilePainter *painter, int layer, SDL_FPoint view)
     return true;
 }
 
-// Over the layer's other tiles.
+// Draws the layer's animated tiles, above its other tiles.
 static bool _draw_animated(const TilePainter *painter, int layer, SDL_FPoint view) {
     const TileWorld *world = painter->world;
     const TileLayerParts *parts = &world->parts->content.layers[layer];
@@ -554,7 +554,7 @@ static bool _draw_object(TilePainter painter, const TileObject *object, SDL_FPoi
     const SDL_FRect dst = {
         painter.origin.x + (object->x + static_cast<float>(set->offset.x)) * painter.scale - anchor.x,
         painter.origin.y + (object->y + static_cast<float>(set->offset.y)) * painter.scale - anchor.y, w, h};
-    const float far = w + h; // turned, it stays within this
+    const float far = w + h; // bounds the rotated object
     if (dst.x + w + far < 0 || dst.y + h + far < 0 || dst.x - far > view.x || dst.y - far > view.y) return true;
     const int flip =
         (object->gid & TILE_FLIP_H ? SDL_FLIP_HORIZONTAL : 0) | (object->gid & TILE_FLIP_V ? SDL_FLIP_VERTICAL : 0);
@@ -572,8 +572,7 @@ static bool _draw_objects(const TilePainter *painter, const TileLayerParts *part
     return true;
 }
 
-// Where a picture that is repeated along an axis begins and how far it goes: in whole copies, for of part of one the
-// renderers show other pixels.
+// Start and length of an image repeated along an axis, in whole copies: renderers sample partial copies differently.
 static void _repeat(float *at, float *length, float view) {
     *at -= SDL_ceilf(*at / *length) * *length;
     *length *= SDL_max(SDL_ceilf((view - *at) / *length), 1);

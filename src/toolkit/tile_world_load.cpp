@@ -1,5 +1,5 @@
-// Reads a map's file and those it names. Everything goes into one arena, so that a load that fails half-way is freed
-// like a whole world.
+// Loads a map file and the files it refers to. All content is in one arena, so that a failed load is freed like a whole
+// world.
 #include "lumarind/core/error.h"
 #include "lumarind/core/storage.h"
 #include "lumarind/toolkit/tile_grid.h"
@@ -27,7 +27,7 @@ const char *_tile_load_text(TileLoad *load, const char *text) {
 
 // --- paths ---
 
-// Appends a path's names to `out`, which has room for them; ".." takes one away. False: more than there are.
+// Appends a path's names to `out`, which has room for them; ".." removes one. False: ".." without a name to remove.
 static bool _tile_append_path(const char *path, size_t length, char *out) {
     const char *end = path + length;
     while (path < end) {
@@ -53,8 +53,8 @@ const char *_tile_load_resolve(TileLoad *load, const char *element, const char *
     const size_t folder = slash ? static_cast<size_t>(slash - load->path) : 0;
     if (!*path || *path == '/' || SDL_strpbrk(path, "\\:")) {
         engine_error(
-            "[TILE_WORLD] %s: %s: '%s' is no relative path with / between names: save the file beside the others, "
-            "and again",
+            "[TILE_WORLD] %s: %s: '%s' is not a relative path with / as separator: save the file beside the "
+            "others, and save this one again",
             load->path, element, path);
         return nullptr;
     }
@@ -64,8 +64,8 @@ const char *_tile_load_resolve(TileLoad *load, const char *element, const char *
         return full;
     }
     engine_error(
-        "[TILE_WORLD] %s: %s: '%s' leads out of the game's files: move the file in and save again", load->path, element,
-        path);
+        "[TILE_WORLD] %s: %s: '%s' is outside the game's files: move the file inside and save again", load->path,
+        element, path);
     return nullptr;
 }
 
@@ -90,11 +90,11 @@ static bool _tile_check_xml(const char *path, const pugi::xml_parse_result &resu
         return engine_error("[TILE_WORLD] Memory allocation failed while loading %s", path);
     }
     return engine_error(
-        "[TILE_WORLD] %s: broken XML at byte %lld: %s: save it again", path, static_cast<long long>(result.offset),
+        "[TILE_WORLD] %s: invalid XML at byte %lld: %s: save it again", path, static_cast<long long>(result.offset),
         result.description());
 }
 
-// The document lives in the text, and both only during the call.
+// The document is parsed in place; both it and the text are valid only during the call.
 static bool _tile_parse_xml(TileLoad *load, char *text, const char *root, TileXmlReader read, void *result) {
     constexpr unsigned OPTIONS = pugi::parse_escapes | pugi::parse_cdata | pugi::parse_wconv_attribute;
     pugi::xml_document document;
@@ -105,7 +105,7 @@ static bool _tile_parse_xml(TileLoad *load, char *text, const char *root, TileXm
     const pugi::xml_node node = document.child(root);
     if (node) return read(load, node, result);
     return engine_error(
-        "[TILE_WORLD] %s: its outermost element is '%s', but '%s' is wanted: it is a file of another kind", load->path,
+        "[TILE_WORLD] %s: its root element is '%s', but '%s' was expected: it is a file of another kind", load->path,
         document.first_child().name(), root);
 }
 
@@ -133,8 +133,7 @@ SharedTexture *_tile_load_picture(TileLoad *load, const pugi::xml_node &image, c
         transparent = color.r << 16 | color.g << 8 | color.b;
     }
     if (!source) {
-        engine_error(
-            "[TILE_WORLD] %s: '%s' has its picture within the file: save it as a file of its own", load->path, owner);
+        engine_error("[TILE_WORLD] %s: '%s' has an embedded image: save it as a separate file", load->path, owner);
         return nullptr;
     }
     const char *path = _tile_load_resolve(load, "image", source.value());
@@ -178,7 +177,7 @@ static bool _tile_read_tilesets(TileLoad *load, const pugi::xml_node &map) {
         const Uint32 first = node.attribute("firstgid").as_uint();
         if (first <= last || first > TILE_ID_MASK) {
             return engine_error(
-                "[TILE_WORLD] %s: tileset: its firstgid '%s' does not rise: save the map again", load->path,
+                "[TILE_WORLD] %s: tileset: its firstgid '%s' is not in ascending order: save the map again", load->path,
                 node.attribute("firstgid").value());
         }
         last = first;
@@ -222,7 +221,7 @@ static const TileLayer OUTERMOST = {
     .objects = nullptr,
     .object_count = 0};
 
-// What a layer or group is, within the group around it.
+// Reads the values common to layers and groups, combined with the enclosing group's.
 static bool
 _tile_read_layer_head(TileLoad *load, const pugi::xml_node &node, const TileLayer *group, TileLayer *layer) {
     SDL_Color tint = {255, 255, 255, 255};
@@ -253,7 +252,7 @@ static bool
 _tile_read_image_layer(TileLoad *load, const pugi::xml_node &node, const char *name, TileLayerParts *parts) {
     parts->repeat_x = node.attribute("repeatx").as_bool();
     parts->repeat_y = node.attribute("repeaty").as_bool();
-    if (!node.child("image")) return true; // not chosen yet
+    if (!node.child("image")) return true; // no image chosen yet
     parts->image = _tile_load_picture(load, node.child("image"), name);
     return parts->image != nullptr;
 }
@@ -298,8 +297,8 @@ static bool _tile_read_layers(TileLoad *load, const pugi::xml_node &parent, cons
     Sint32 *count = &load->world->layer_count;
     if (load->depth > TILE_WORLD_DEPTH_MAX) {
         return engine_error(
-            "[TILE_WORLD] %s: group '%s' lies within more than %d others: take it out of some", load->path, group->name,
-            TILE_WORLD_DEPTH_MAX);
+            "[TILE_WORLD] %s: group '%s' is nested more than %d levels deep: reduce the nesting", load->path,
+            group->name, TILE_WORLD_DEPTH_MAX);
     }
     for (const pugi::xml_node &node : parent.children()) {
         if (const LayerElement *element = _tile_layer_element(node)) {
@@ -337,7 +336,8 @@ static int SDLCALL _tile_compare_cells(void *userdata, const void *a, const void
     return first->row == second->row && first->col == second->col ? 0 : before ? -1 : 1;
 }
 
-// Counts a chunk's animated cells, and stores them when `out` is given. -1: a cell has no tile; reported.
+// Counts a chunk's animated cells, and stores them unless `out` is null. Returns -1, reported, if a cell's tile is
+// missing.
 static int _tile_walk_chunk(const TileLoad *load, const char *layer, const TileChunk *chunk, TileCellRef *out) {
     const size_t count = static_cast<size_t>(chunk->cols) * static_cast<size_t>(chunk->rows);
     const TileSet *set = nullptr;
@@ -345,7 +345,7 @@ static int _tile_walk_chunk(const TileLoad *load, const char *layer, const TileC
     for (size_t i = 0; i < count; i++) {
         const Uint32 gid = chunk->cells[i], id = gid & TILE_ID_MASK;
         if (id == 0) continue;
-        // The tileset of the cell before is asked first; only the last one holds all ids above its first.
+        // Tries the previous cell's tileset first; only the last tileset contains all ids above its first.
         if (!set || id - set->first_gid >= static_cast<Uint32>(set->id_count) ||
             set != load->content->tilesets[load->content->tileset_count - 1]) {
             set = _tile_world_tileset(load->content, id);
@@ -392,7 +392,7 @@ static bool _tile_check_cells(TileLoad *load) {
     return true;
 }
 
-// How far the tiles of any tileset stand out of their cells. Turned ones may be as wide as they are high.
+// How far tiles of any tileset extend beyond their cells. Transposed ones may be as wide as they are high.
 static void _tile_measure_reach(const TileWorld *world, TileContent *content) {
     int left = 0, top = 0, right = 0, bottom = 0;
     for (int i = 0; i < content->tileset_count; i++) {

@@ -1,4 +1,4 @@
-// The objects of object layers, and the collision shapes of tiles, which are written in the same way.
+// Objects of object layers, and collision shapes of tiles, which have the same format.
 #include "lumarind/core/error.h"
 #include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
@@ -9,8 +9,8 @@
 
 // --- shapes ---
 
-// "0,0 16,8 ...". Counts the points, and stores them when `out` is given. Returns -1 when the text is no list of
-// points.
+// Parses "0,0 16,8 ...". Returns the number of points, storing them unless `out` is null, or -1 if the text is not a
+// list of points.
 static int _tile_parse_points(const char *text, SDL_FPoint *out) {
     int count = 0;
     for (const char *at = text;; count++) {
@@ -75,7 +75,7 @@ static bool _tile_read_shape(TileLoad *load, const pugi::xml_node &node, TileObj
 
 static const TileTemplate *_tile_load_template(TileLoad *load, const char *path);
 
-// The template's own properties follow the object's, which are found first.
+// Appends the template's properties after the object's own, which are found first.
 static bool _tile_add_properties(TileLoad *load, const TileProperties *more, TileProperties *properties) {
     if (more->count == 0) return true;
     const auto own = static_cast<size_t>(properties->count), others = static_cast<size_t>(more->count);
@@ -91,7 +91,7 @@ static bool _tile_add_properties(TileLoad *load, const TileProperties *more, Til
 
 static const char *_tile_class(const pugi::xml_node &node) {
     const pugi::xml_attribute type = node.attribute("type");
-    return type ? type.value() : node.attribute("class").value(); // one version of the editor wrote the latter
+    return type ? type.value() : node.attribute("class").value(); // the name in one version of the editor
 }
 
 static bool _tile_read_texts(TileLoad *load, const pugi::xml_node &node, TileObject *object) {
@@ -101,7 +101,7 @@ static bool _tile_read_texts(TileLoad *load, const pugi::xml_node &node, TileObj
     return object->name && object->type && object->text;
 }
 
-// Into an object that holds what is so without being said.
+// Reads into an object that holds the defaults.
 static bool _tile_read_object(TileLoad *load, const pugi::xml_node &node, TileObject *object) {
     object->id = node.attribute("id").as_int(object->id);
     object->x = _tile_xml_number(node, "x", object->x);
@@ -177,7 +177,7 @@ static int SDLCALL _tile_compare_tops(const void *a, const void *b) {
     const TileObject *first = *static_cast<const TileObject *const *>(a);
     const TileObject *second = *static_cast<const TileObject *const *>(b);
     if (first->y != second->y) return first->y < second->y ? -1 : 1;
-    return first < second ? -1 : first > second; // SDL_qsort keeps no order by itself
+    return first < second ? -1 : first > second; // SDL_qsort is not stable
 }
 
 bool _tile_sort_objects(TileLoad *load, const pugi::xml_node &group, const TileLayer *layer, TileLayerParts *parts) {
@@ -196,7 +196,7 @@ bool _tile_sort_objects(TileLoad *load, const pugi::xml_node &group, const TileL
 
 // --- template files ---
 
-// The template numbers tiles by itself: its tileset is one of the map's, or joins them.
+// A template's GIDs refer to its own tileset, which is one of the map's or is added to them.
 static bool _tile_adopt_tileset(TileLoad *load, const pugi::xml_node &node, TileObject *object) {
     const char *path = _tile_load_resolve(load, "tileset", node.attribute("source").value());
     if (!path) return false;

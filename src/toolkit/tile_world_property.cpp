@@ -41,7 +41,7 @@ static TilePropertyType _tile_property_type(const pugi::xml_node &property) {
     for (const PropertyTypeName &row : PROPERTY_TYPES) {
         if (SDL_strcmp(property.attribute("type").value(), row.name) == 0) return row.type;
     }
-    return TILE_PROPERTY_STRING; // also of types to come
+    return TILE_PROPERTY_STRING; // also for unknown types
 }
 
 // The members of a class or the items of a list.
@@ -95,7 +95,7 @@ _tile_read_property(TileLoad *load, const pugi::xml_node &node, const char *pref
     return true;
 }
 
-// Appends the properties among the parent's children, each followed by its parts.
+// Appends the properties of an element, each followed by its members or items.
 static bool _tile_read_properties(
     TileLoad *load, const pugi::xml_node &parent, const char *element, const char *prefix, TileProperty *items,
     Sint32 *count) {
@@ -113,7 +113,7 @@ static bool _tile_read_properties(
         if (property->type != TILE_PROPERTY_LIST) continue;
         property->number = 0;
         for (const pugi::xml_node &item : node.children("item")) property->number += item ? 1 : 0;
-        if (*count == before) property->number = 0; // nested too deeply: its items were left out
+        if (*count == before) property->number = 0; // nested too deeply: its items were skipped
     }
     return true;
 }
@@ -132,7 +132,7 @@ bool _tile_load_properties(TileLoad *load, const pugi::xml_node &owner, TileProp
     return read;
 }
 
-// --- questions ---
+// --- queries ---
 
 const TileProperty *tile_property_find(const TileProperties *properties, const char *name) {
     for (int i = 0; properties && i < properties->count; i++) {

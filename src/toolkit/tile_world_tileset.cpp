@@ -1,4 +1,4 @@
-// Tilesets: one picture cut into tiles, or a picture for each tile.
+// Tilesets: one image divided into tiles, or one image per tile.
 #include "lumarind/core/error.h"
 #include "lumarind/toolkit/tile_grid.h"
 #include "toolkit/tile_world_internal.h"
@@ -13,7 +13,7 @@ static bool _tile_set_error(const TileLoad *load, const TileSet *set, const char
     return engine_error("[TILE_WORLD] %s: tileset '%s': %s", load->path, set->name, what);
 }
 
-// --- one picture ---
+// --- one image ---
 
 static SDL_Rect _tile_sheet_rect(const TileSet *set, int id) {
     return {
@@ -55,7 +55,7 @@ static bool _tile_read_sheet(TileLoad *load, const pugi::xml_node &node, TileSet
     return true;
 }
 
-// --- a picture for each tile ---
+// --- one image per tile ---
 
 static bool _tile_measure_pictures(TileLoad *load, const pugi::xml_node &node, TileSet *set) {
     for (const pugi::xml_node &tile : node.children("tile")) {
@@ -91,7 +91,7 @@ static bool _tile_read_picture(TileLoad *load, const pugi::xml_node &tile, TileS
     return true;
 }
 
-// --- what is said of single tiles ---
+// --- data of single tiles ---
 
 static bool _tile_read_frames(TileLoad *load, const pugi::xml_node &animation, TileInfo *info) {
     size_t count = 0;
@@ -101,7 +101,7 @@ static bool _tile_read_frames(TileLoad *load, const pugi::xml_node &animation, T
     if (!frames) return false;
     info->frames = frames;
     for (const pugi::xml_node &frame : animation.children("frame")) {
-        constexpr int MS_MAX = 60 * 60 * 1000; // 2^31 ms are reached by six hundred of them
+        constexpr int MS_MAX = 60 * 60 * 1000; // the sum of 596 frames fits an int
         const int ms = SDL_clamp(frame.attribute("duration").as_int(), 1, MS_MAX);
         frames[info->frame_count++] = {frame.attribute("tileid").as_int(-1), ms};
         info->loop_ms = ms > SDL_MAX_SINT32 - info->loop_ms ? SDL_MAX_SINT32 : info->loop_ms + ms;
@@ -115,7 +115,7 @@ static bool _tile_read_info(TileLoad *load, const pugi::xml_node &tile, TileSet 
     info->type = _tile_load_text(load, type ? type.value() : tile.attribute("class").value());
     if (info->id < 0 || info->id >= set->id_count) {
         return engine_error(
-            "[TILE_WORLD] %s: tileset '%s' speaks of a tile with the id '%s', but has %d tiles: save the tileset again",
+            "[TILE_WORLD] %s: tileset '%s' refers to a tile with the id '%s', but has %d tiles: save the tileset again",
             load->path, set->name, tile.attribute("id").value(), set->id_count);
     }
     return info->type && (set->texture || _tile_read_picture(load, tile, set, info)) &&
@@ -142,7 +142,7 @@ static bool _tile_check_frames(const TileLoad *load, const TileSet *set) {
             const int id = info->frames[k].id;
             if (id >= 0 && id < set->id_count && set->kinds[id] & TILE_IS_THERE) continue;
             return engine_error(
-                "[TILE_WORLD] %s: tileset '%s': the animation of tile %d shows tile %d, which is not there: remove "
+                "[TILE_WORLD] %s: tileset '%s': the animation of tile %d shows tile %d, which does not exist: remove "
                 "that "
                 "frame",
                 load->path, set->name, info->id, id);
@@ -240,7 +240,7 @@ static bool _tile_read_tileset(TileLoad *load, const pugi::xml_node &node, void 
 static bool _tile_read_tileset_file(TileLoad *load, const pugi::xml_node &root, void *result) {
     if (!root.attribute("source")) return _tile_read_tileset(load, root, result);
     return engine_error(
-        "[TILE_WORLD] %s: a tileset's file names another one (%s): let the map name that one", load->path,
+        "[TILE_WORLD] %s: an external tileset refers to another one (%s): refer to that one in the map", load->path,
         root.attribute("source").value());
 }
 

@@ -17,7 +17,7 @@ struct Orientation {
     double angle = 0;
     SDL_FlipMode flip = SDL_FLIP_NONE;
 };
-// Indexed by the three flags as bits: H 4, V 2, D 1.
+// Indexed by the three flip flags as bits: H 4, V 2, D 1.
 static constexpr Orientation ORIENTATIONS[8] = {
     {.angle = 0, .flip = SDL_FLIP_NONE},       {.angle = 90, .flip = SDL_FLIP_VERTICAL},
     {.angle = 0, .flip = SDL_FLIP_VERTICAL},   {.angle = 270, .flip = SDL_FLIP_NONE},
@@ -28,7 +28,7 @@ static constexpr Orientation ORIENTATIONS[8] = {
 DecodedTile tile_decode_gid(Uint32 gid, Uint32 first_gid, int columns) {
     const Uint32 id = gid & TILE_ID_MASK;
     if (id == 0 || id < first_gid || columns <= 0) return EMPTY_TILE;
-    const Orientation &turned = ORIENTATIONS[gid >> 29]; // the flags are the top three bits, in the table's order
+    const Orientation &turned = ORIENTATIONS[gid >> 29]; // the flags are the top three bits, in this order
     const auto index = static_cast<Sint32>(id - first_gid);
     return {
         .index = index,
@@ -67,7 +67,7 @@ void tilemap_cleanup(Tilemap **map) {
     *map = nullptr;
 }
 
-// --- changed files: what is no good leaves the old part in place ---
+// --- hot reload: on failure the old part stays ---
 
 static void _tilemap_reload_tileset(void *owner, const char *path) {
     auto *map = static_cast<Tilemap *>(owner);
@@ -97,7 +97,7 @@ static void _tilemap_reload_csv(void *owner, const char *path) {
 
 // --- loading ---
 
-// Whether the image divides into whole tiles; stores its size in tiles.
+// Checks that the image divides into whole tiles and stores its size in tiles.
 static bool
 _tilemap_measure_tileset(SDL_Texture *tileset, const char *path, int tile_w, int tile_h, int *columns, int *rows) {
     float width = 0, height = 0;
@@ -116,7 +116,7 @@ _tilemap_measure_tileset(SDL_Texture *tileset, const char *path, int tile_w, int
     return true;
 }
 
-// Which tiles can be copied without blending. Null: no memory; SDL's error says so.
+// Finds the tiles that can be copied without blending. Returns null with SDL's error set if out of memory.
 static Uint8 *_tilemap_find_opaque(SDL_Surface *picture, int tile_w, int tile_h, int columns, int rows) {
     ImageAlphaMap alpha = {};
     const auto count = static_cast<size_t>(columns) * static_cast<size_t>(rows);
@@ -141,7 +141,7 @@ bool tilemap_load_tileset(
     bool usable = tileset || engine_error("[TILEMAP] IMG_LoadTexture failed for %s, error: %s", path, SDL_GetError());
     usable = usable && _tilemap_measure_tileset(tileset, path, tile_w, tile_h, &columns, &rows);
     Uint8 *opaque = usable ? _tilemap_find_opaque(picture, tile_w, tile_h, columns, rows) : nullptr;
-    SDL_DestroySurface(picture); // null is fine
+    SDL_DestroySurface(picture); // ignores null
     if (usable && !opaque) engine_error("[TILEMAP] Memory allocation failed, error: %s", SDL_GetError());
     if (!opaque) {
         if (tileset) SDL_DestroyTexture(tileset);
@@ -175,7 +175,7 @@ bool tilemap_load_csv(Tilemap *map, const char *path) {
 }
 
 bool tilemap_check_gid_bounds(const Tilemap *map) {
-    if (!map->tileset || !map->layer) return true; // asked again when the other one is loaded
+    if (!map->tileset || !map->layer) return true; // checked once the other part is loaded
     const Uint32 count = static_cast<Uint32>(map->columns) * static_cast<Uint32>(map->rows);
     const Uint32 highest = count + map->first_gid - 1;
     const Uint32 max = tile_grid_max_gid(map->layer);
@@ -229,7 +229,7 @@ bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin)
 
 // --- baking ---
 
-// Whether tiles without transparency fill the whole of a chunk, which then can be copied without blending.
+// Returns whether opaque tiles cover the whole chunk, which then can be copied without blending.
 static bool _tilemap_fills(const Tilemap *map, TileRange rows, TileRange cols) {
     if (rows.end > map->layer->rows || cols.end > map->layer->cols) return false;
     const bool oblong = map->tile_w != map->tile_h;
@@ -238,7 +238,7 @@ static bool _tilemap_fills(const Tilemap *map, TileRange rows, TileRange cols) {
             const Uint32 gid = tile_grid_gid(map->layer, row, col);
             const int tile = tile_decode_gid(gid, map->first_gid, map->columns).index;
             if (tile < 0 || tile >= map->columns * map->rows || !map->opaque[tile]) return false;
-            if (oblong && (gid & TILE_FLIP_D)) return false; // turned about its centre, it leaves gaps in its cell
+            if (oblong && (gid & TILE_FLIP_D)) return false; // rotated about its centre, it leaves gaps in its cell
         }
     }
     return true;

@@ -8,8 +8,8 @@ struct Span { // along one axis
 
 static bool _is_whole(float number) { return number == SDL_floorf(number); }
 
-// Cuts a span down to the texels that the view, from 0 to `view`, shows some of. Only where texels are whole units
-// large and start on one: elsewhere the cut could move the sampling. False: nothing of it is in the view.
+// Clips a span to the texels visible in the view, 0 to `view`. Only if texels cover whole units and start on one:
+// otherwise clipping could move the sampling. Returns false if nothing is visible.
 static bool _cut_to_view(Span *span, float view, bool mirrored) {
     const float texel = span->dst_length / span->src_length;
     if (!(texel >= 1) || !_is_whole(texel) || !_is_whole(span->dst) || !_is_whole(span->src_length)) return true;
@@ -29,11 +29,11 @@ _copy(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const 
                                  : SDL_RenderTextureRotated(renderer, texture, src, dst, 0, nullptr, flip);
 }
 
-// What decides whether a cut can pay. Each question to a renderer takes a good part of the time that a copy does, so
-// these are asked once per frame; an answer of before costs time at the most, never a pixel.
+// Renderer state that decides whether clipping pays. Each query costs a good part of a copy's time, so the results are
+// cached for a frame; stale ones cost time, but never change a pixel.
 struct ViewAnswers {
-    const SDL_Renderer *renderer; // null: not asked yet in this frame
-    bool software;                // others cut by themselves
+    const SDL_Renderer *renderer; // null: not queried in this frame
+    bool software;                // other renderers clip by themselves
     bool plain;                   // one unit is one pixel
 };
 
@@ -69,7 +69,7 @@ _copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, co
 
 bool copy_texture_in_view(
     SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
-    constexpr float SMALL = 512; // units: what is larger is worth asking about each time
+    constexpr float SMALL = 512; // units; for larger copies clipping is always considered
     if (g_view_answers.renderer != renderer) g_view_answers = _ask(renderer);
     if (!g_view_answers.software) return _copy(renderer, texture, src, dst, flip);
     const bool small = src && dst->w <= SMALL && dst->h <= SMALL && dst->w <= src->w && dst->h <= src->h;

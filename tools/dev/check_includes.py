@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks every #include of src against the floors of the house: a file includes only what stands on its own floor
-or below, nobody reaches into another folder's internals, no screen knows another, and headers form no ring."""
+"""Checks the #includes of src: files include only files of their own layer or below, no internal headers of other
+folders, no other screen, and headers do not form a cycle."""
 
 import re
 import sys
@@ -8,9 +8,9 @@ from pathlib import Path
 
 SRC = Path(__file__).resolve().parents[2] / "src"
 
-# From the ground up. A name is a file without its ending, or a folder for all its other files. The last two floors are
-# the demonstration; all below is the library, whose public headers are included as "lumarind/folder/name.h".
-FLOORS = [
+# From bottom to top. A name is a file without extension, or a folder for all its other files. Layers from PROGRAM_LAYER
+# on are the demonstration; those below are the library, whose public headers are included as "lumarind/folder/name.h".
+LAYERS = [
     ["core", "replay", "app/args", "engine/game", "engine/game_state", "engine/game_internal", "engine/ui_scale",
      "input/input_actions", "input/input_recording", "diagnostics/capture_format"],
     ["config"],
@@ -22,13 +22,13 @@ FLOORS = [
     ["screens"],
     ["app/demo_game", "app/main"],
 ]
-PROGRAM_FLOOR = 7
-FLOOR_OF = {name: floor for floor, names in enumerate(FLOORS, 1) for name in names}
+PROGRAM_LAYER = 7
+LAYER_OF = {name: layer for layer, names in enumerate(LAYERS, 1) for name in names}
 
 
-def floor_of(file: str) -> int | None:
-    """The floor of a file named relative to src, without its ending."""
-    return FLOOR_OF.get(file, FLOOR_OF.get(file.split("/")[0]))
+def layer_of(file: str) -> int | None:
+    """The layer of a file, given relative to src, without extension."""
+    return LAYER_OF.get(file, LAYER_OF.get(file.split("/")[0]))
 
 
 def is_internal(file: str) -> bool:
@@ -36,7 +36,7 @@ def is_internal(file: str) -> bool:
 
 
 def public_headers() -> set[str]:
-    """The headers games may include, as the build lists them."""
+    """The public headers, as listed in the CMake files."""
     names = set()
     for path in SRC.glob("*/CMakeLists.txt"):
         for listed in re.findall(r"lumarind_sources\(\s*PUBLIC([^)]*?)(?:PRIVATE|\))", path.read_text(encoding="utf-8")):
@@ -53,7 +53,7 @@ def project_includes(path: Path) -> list[str]:
 
 
 def check_prefixes(path: Path) -> list[str]:
-    """Public headers are included with the library's prefix, all others without, and public ones include no others."""
+    """Public headers are included with the library's prefix, others without; public headers include only public ones."""
     problems = []
     public = path.suffix == ".h" and path.relative_to(SRC).with_suffix("").as_posix() in PUBLIC
     for prefix, name in re.findall(r'^#include "(lumarind/)?([^"]+)\.h"', path.read_text(encoding="utf-8"), re.MULTILINE):
@@ -65,21 +65,21 @@ def check_prefixes(path: Path) -> list[str]:
 
 
 def check_include(file: str, included: str) -> str | None:
-    """What is wrong with one include, or None."""
+    """Returns what is wrong with an include, or None."""
     folder, other = file.split("/")[0], included.split("/")[0]
-    if floor_of(included) > floor_of(file):
-        return f"{included} stands on floor {floor_of(included)}, above floor {floor_of(file)}"
+    if layer_of(included) > layer_of(file):
+        return f"{included} is in layer {layer_of(included)}, above layer {layer_of(file)}"
     if is_internal(included) and folder != other and file != "app/main_loop":
         return f"{included} is internal to {other}"
-    if floor_of(file) >= PROGRAM_FLOOR > floor_of(included) and included not in PUBLIC:
+    if layer_of(file) >= PROGRAM_LAYER > layer_of(included) and included not in PUBLIC:
         return f"{included} is the library's own"
-    if folder == other == "screens" and file != included and floor_of(file) == floor_of(included):
+    if folder == other == "screens" and file != included and layer_of(file) == layer_of(included):
         return f"a screen knows no other screen ({included})"
     return None
 
 
 def find_ring(graph: dict[str, list[str]]) -> list[str] | None:
-    """A ring of headers as the path that closes it, or None."""
+    """Returns a cycle of headers as a path, or None."""
     done: set[str] = set()
 
     def visit(name: str, path: list[str]) -> list[str] | None:
@@ -104,8 +104,8 @@ def main() -> int:
     headers = {}
     for path in sorted([*SRC.rglob("*.h"), *SRC.rglob("*.cpp")]):
         file = path.relative_to(SRC).with_suffix("").as_posix()
-        if floor_of(file) is None:
-            problems.append(f"{file}: stands on no floor; add it to FLOORS")
+        if layer_of(file) is None:
+            problems.append(f"{file}: is in no layer; add it to LAYERS")
             continue
         included = project_includes(path)
         if path.suffix == ".h":
@@ -116,7 +116,7 @@ def main() -> int:
                 problems.append(f"{path.relative_to(SRC.parent)}: {problem}")
     if ring := find_ring(headers):
         problems.append("a ring of headers: " + " -> ".join(ring))
-    print("\n".join(problems) or f"{len(headers)} headers on {len(FLOORS)} floors, no include against them")
+    print("\n".join(problems) or f"{len(headers)} headers in {len(LAYERS)} layers, all includes allowed")
     return 1 if problems else 0
 
 

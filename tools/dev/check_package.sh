@@ -1,11 +1,11 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2016,SC2034,SC2086,SC2154 # text for sh; what is the caller's; lists of words
-# What `./dev package --check` tries, with what lies in build/packages. Sourced by ./dev, after package.sh.
+# The checks of `./dev package --check` on the packages in build/packages. Sourced by ./dev, after package.sh.
 #
-# Every root is a bare one, but for what a line here installs into a copy of it. The display is the build root's Xvfb;
-# of sound, controllers and graphics cards the roots see nothing.
+# Every root is minimal, except for packages installed here into a copy of it. The display is the build root's Xvfb;
+# there are no sound, controllers and graphics cards.
 
-readonly OLD_SUITE=bookworm # Debian 12, whose C library and SDL are older than the build's
+readonly OLD_SUITE=bookworm # Debian 12: older C library and SDL than the build's
 # One scene of each screen, from tests/test_screens_pictures.cpp.
 readonly SCENES='menu text texture tilemap sprite platformer_run gamepad_held logical input audio_music physics_asleep'
 
@@ -14,7 +14,7 @@ work=$top/build/package-check
 
 passed() { say "ok: $*"; }
 
-# The version of the library is one, wherever it is written.
+# Checks that the version is the same in all places.
 package_versions() {
     local found
     found=$(inside "cd build/packages
@@ -31,7 +31,7 @@ package_versions() {
 
 need_root() { ensure_root "$@" || die 'this machine cannot make roots'; } # as ensure_root
 
-# Prints the path of a copy of a root, to install something in: copy_of SUITE PACKAGE...
+# copy_of SUITE PACKAGE...: prints the path of a copy of a root, for installing packages
 copy_of() {
     local copy=$work/root
     rm -rf "$copy"
@@ -63,8 +63,8 @@ new_home() {
     mkdir -p "$work/home"
 }
 
-# Replays one scene of each screen and compares the last frame: pictures NAME ROOT PROGRAM RENDERER SHARE
-# SHARE of the pixels may be another colour, in thousandths: OpenGL turns pictures and draws lines by other rules.
+# pictures NAME ROOT PROGRAM RENDERER SHARE: replays one scene of each screen and compares the last frame. SHARE of the
+# pixels, in thousandths, may differ: OpenGL rasterises rotated images and lines differently.
 pictures() {
     local name=$1 root=$2 program=$3 renderer=$4 share=$5 scene recording frames captures
     rm -rf "${work:?}/$name"
@@ -85,7 +85,7 @@ pictures() {
     passed "$name: one frame of each of $(wc -w <<<"$SCENES") screens is as stored"
 }
 
-# Prints, of start_time ROOT PROGRAM, ms from the command to the exit after the first frame, the least of five
+# start_time ROOT PROGRAM: prints the minimum of five times from start to exit after the first frame, in ms
 start_time() {
     local times
     new_home
@@ -105,17 +105,17 @@ check_metadata() { # with the tools of Debian testing
         desktop-file-validate --warn-kde all/usr/share/applications/*.desktop || exit 1
         appstreamcli validate --no-net all/usr/share/metainfo/*.xml" \
         --ro-bind "$packages" /packages --ro-bind "$work/star-catcher/build/packages" /game >&2 ||
-        die 'the packages are not in order'
+        die 'the packages have errors'
     passed 'lintian, desktop-file-validate and appstreamcli'
 }
 
-check_same_bytes() { # built once more, from a copy in another folder
+check_same_bytes() { # a second build, in another folder
     local again=$work/again/copy
     rm -rf "$work/again"
     mkdir -p "$again"
     (cd "$top" && git ls-files -co --exclude-standard -z | xargs -0 cp --parents -P -t "$again")
     package_make "$again"
-    diff "$packages/SHA256SUMS" "$again/build/packages/SHA256SUMS" >&2 || die 'a second build gives other bytes'
+    diff "$packages/SHA256SUMS" "$again/build/packages/SHA256SUMS" >&2 || die 'a second build is not bit-identical'
     rm -rf "$work/again"
     passed 'a second build in another folder gives the same bytes'
 }
@@ -133,9 +133,9 @@ check_debian_package() {
     new_home
     as_player "$root" 'SDL_RENDER_DRIVER=software star-catcher --screen play --quit-at 30' >"$work/game.log" 2>&1 ||
         { cat "$work/game.log" >&2; die 'the game of the template does not run'; }
-    [ -e "$work/home/.local/share/star-catcher/config/star-catcher.ini" ] || die 'the game keeps no settings'
+    [ -e "$work/home/.local/share/star-catcher/config/star-catcher.ini" ] || die 'the game has not saved its settings'
     apt_in "$root" 'purge --autoremove lumarind-engine star-catcher'
-    diff <(echo "$before") <(files_of "$root") >&2 || die 'the Debian package leaves something behind'
+    diff <(echo "$before") <(files_of "$root") >&2 || die 'removing the Debian package leaves files behind'
     passed "the Debian packages of program and game in Debian $SUITE: installed, run from / by a user, removed again"
 }
 
@@ -161,7 +161,7 @@ check_archive() {
     passed "the archives of program and game in Debian $OLD_SUITE, and with the C library of $SUITE"
 }
 
-check_library() { # what a game's own project takes, where only the package brings the engine
+check_library() { # builds a game's project against the installed package
     local tools=(g++ cmake ninja-build dpkg-dev file) root
     need_root 'to build a game in' 170 620 "$SUITE" "${tools[@]}"
     root=$(copy_of "$SUITE" "${tools[@]}")

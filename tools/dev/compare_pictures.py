@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Compares pictures with those stored under the same names: compare_pictures.py STORED SHOWN SHARE [NAME=SHARE ...]
+"""Compares pictures with the stored ones of the same names: compare_pictures.py STORED SHOWN SHARE [NAME=SHARE ...]
 
-As in the tests, a step of 48 of 255 in a channel is a font rasteriser's; SHARE thousandths of the pixels may be
-further off than that, of the named pictures another share."""
+As in the tests, differences of up to 48 of 255 per channel are tolerated, because font rasterisers differ; SHARE
+thousandths of the pixels may differ by more, with another share for the named pictures."""
 
 import sys
 from pathlib import Path

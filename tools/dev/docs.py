@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the reference of the public headers in build/docs/html with Doxygen. Called by ./dev docs, inside the build
-environment and after the release preset was configured. Fails on a warning and for a header without a page."""
+"""Generates the reference of the public headers in build/docs/html with Doxygen. Called by ./dev docs, inside the build
+environment, with the release preset configured. Fails on a warning and for a header without a page."""
 
 import shutil
 import subprocess

@@ -1,11 +1,11 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2154 # the three variables below are the caller's
-# The build environment behind ./dev: finds one, or makes one, and runs commands in it.
+# The build environment of ./dev: finds or creates one, and runs commands in it.
 # Sourced by ./dev and game.sh, which set `top` (the project that is built), `engine` (this checkout, which may be the
 # same) and `assume_yes` (0 or 1).
 #
-# In this order: the machine's own packages; a private root that is there already; the package manager; a private root
-# file system of Debian testing, entered with bubblewrap; a message that names the packages.
+# Tried in this order: the machine's packages; an existing private root; the package manager; a new private root file
+# system of Debian testing, entered with bubblewrap; a message that names the packages.
 
 readonly SUITE=forky # Debian testing: the first release with SDL 3.4 and its companions
 readonly FETCH_MB=350 ROOT_MB=1700
@@ -34,7 +34,7 @@ machine_has_everything() {
     for tool in g++ cmake ninja pkg-config; do command -v "$tool" >/dev/null 2>&1 || return 1; done
     at_least 3.25 "$(cmake --version | awk 'NR == 1 { print $3 }')" || return 1
     pkg-config --exists 'sdl3 >= 3.4' 'sdl3-ttf >= 3.2' 'sdl3-image >= 3.2' 'sdl3-mixer >= 3.2' inih gtest || return 1
-    # Box2D 3 brings no .pc file, 2.4 does: ask the compiler instead.
+    # Box2D 3 has no .pc file, 2.4 has: try the header instead.
     printf '#include <box2d/box2d.h>\n' | g++ -x c++ -E - >/dev/null 2>&1
 }
 
@@ -78,7 +78,7 @@ install_with_apt() {
 
 cache_dir() { printf '%s/lumarind-engine' "${XDG_CACHE_HOME:-${HOME:?}/.cache}"; }
 
-# A root file system is named by what is in it: root_dir SUITE PACKAGE...
+# root_dir SUITE PACKAGE...: prints a root's path, named by a hash of its contents
 root_dir() {
     local suite=$1 key
     shift
@@ -91,7 +91,7 @@ build_root() {
     root_dir "$SUITE" $(packages 1)
 }
 
-can_make_root() { # a Debian-like machine, or one that has the two tools
+can_make_root() { # a Debian-like machine, or one with both tools
     command -v apt-get >/dev/null 2>&1 && return 0
     command -v mmdebstrap >/dev/null 2>&1 && command -v bwrap >/dev/null 2>&1
 }
@@ -100,7 +100,7 @@ install_root_tools() {
     local names=()
     command -v mmdebstrap >/dev/null 2>&1 || names+=(mmdebstrap)
     command -v bwrap >/dev/null 2>&1 || names+=(bubblewrap)
-    # Debian itself always has its archive's keys; Ubuntu needs the package.
+    # Debian always has its archive's keys; Ubuntu needs the package.
     [ -e /usr/share/keyrings/debian-archive-keyring.gpg ] || names+=(debian-archive-keyring)
     [ "${#names[@]}" = 0 ] && return 0
     command -v apt-get >/dev/null 2>&1 || return 1
@@ -109,7 +109,7 @@ install_root_tools() {
     as_root apt-get update -q >&2 && as_root apt-get install -y -q "${names[@]}" >&2
 }
 
-# The options that carry the host's own apt policy into the private root's apt.
+# Prints options that apply the host's apt policy in the private root.
 apt_policy_options() {
     local key value
     for key in Acquire::Check-Valid-Until Acquire::Check-Date Acquire::http::Proxy Acquire::https::Proxy; do
@@ -119,12 +119,12 @@ apt_policy_options() {
     return 0
 }
 
-# Made beside its place and renamed when whole: an interrupted set-up leaves only a *.partial that the next one
-# removes. Unpacked from a tar stream, so that for an ordinary user every file is the user's own.
+# Created under a temporary name and renamed when complete: an interrupted setup leaves only a *.partial, which the next
+# one removes. Unpacked from a tar stream, so that an ordinary user owns every file.
 make_root() { # make_root DIR SUITE PACKAGE...
     local dir=$1 suite=$2 partial=$1.partial policy slim=() unpack=(tar -x -C "$1.partial")
     shift 2
-    # One with packages is for their tools; one without is what packages are tried in, with all that belongs to them.
+    # With packages: a slim root for building. Without: a complete root, in which packages are checked.
     [ $# = 0 ] || slim=(--include="$(printf '%s,' "$@")"
         --dpkgopt='path-exclude=/usr/share/man/*' --dpkgopt='path-exclude=/usr/share/locale/*'
         --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-include=/usr/share/doc/*/copyright')
@@ -185,12 +185,12 @@ explain_packages() {
     exit 1
 }
 
-# Sets `environment` to host or root, making what is missing.
+# Sets `environment` to host or root, creating the root if needed.
 environment=''
 environment_setup() {
     if machine_has_everything; then
         environment=host
-    elif root_is_ready; then # before apt is asked, which takes a second
+    elif root_is_ready; then # before the apt query, which takes a second
         environment=root
     elif apt_offers_everything; then
         install_with_apt
@@ -202,7 +202,7 @@ environment_setup() {
     fi
 }
 
-# The bubblewrap arguments that pass through what exists of display, sound, graphics and controllers.
+# Prints bubblewrap arguments for the display, sound, graphics and controllers that exist.
 device_arguments() {
     local run=${XDG_RUNTIME_DIR:-} path
     for path in /dev/dri /dev/snd /dev/input /dev/hidraw*; do
@@ -218,12 +218,12 @@ device_arguments() {
     return 0
 }
 
-mounts() { # mounts ROOT: the bubblewrap arguments that show it, read-only
+mounts() { # mounts ROOT: prints bubblewrap arguments that mount it read-only
     printf '%s\n' --ro-bind "$1/usr" /usr --ro-bind "$1/etc" /etc --ro-bind "$1/var" /var \
         --symlink usr/bin /bin --symlink usr/sbin /sbin --symlink usr/lib /lib --symlink usr/lib64 /lib64
 }
 
-# inside COMMAND: runs one text for `sh -c` in the environment, in `top`; passes its exit code on.
+# inside COMMAND: runs a `sh -c` command string in the environment, in `top`; returns its exit code.
 inside() {
     if [ "$environment" = host ]; then
         (cd "$top" && exec sh -c "$1")
@@ -236,7 +236,7 @@ inside() {
     if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # SDL's sound and Wayland code complains without one
         arguments+=(--perms 0700 --dir /run/user --setenv XDG_RUNTIME_DIR /run/user)
     fi
-    mkdir -p "$data" 2>/dev/null && arguments+=(--bind "$data" "$data") # the user's files live there
+    mkdir -p "$data" 2>/dev/null && arguments+=(--bind "$data" "$data") # the user's files
     bwrap --die-with-parent --unshare-pid \
         --dev /dev --proc /proc --tmpfs /run --bind /tmp /tmp "${arguments[@]}" \
         --bind "$engine" "$engine" --bind "$top" "$top" --chdir "$top" \
@@ -244,8 +244,8 @@ inside() {
         sh -c "$1"
 }
 
-# enter ROOT root|player COMMAND [bwrap argument ...]: runs one text for `sh -c` in a root that sees nothing of this
-# machine but the network: as its root, who may change it, or as an ordinary user, whose home the arguments may bring.
+# enter ROOT root|player COMMAND [bwrap argument ...]: runs a `sh -c` command string in a root isolated from this machine
+# except for the network: as its root user, with write access, or as an ordinary user, whose home the arguments may mount.
 enter() {
     local root=$1 who=$2 command=$3 arguments=()
     shift 3
@@ -262,9 +262,9 @@ enter() {
         DEBIAN_FRONTEND=noninteractive sh -c "$command"
 }
 
-# --- what ./dev and a game's commands share ---
+# --- shared by ./dev and game.sh ---
 
-quote() { [ $# = 0 ] || printf '%q ' "$@"; } # words as one text for `sh -c`
+quote() { [ $# = 0 ] || printf '%q ' "$@"; } # quotes words for a `sh -c` command string
 
 configure_and_build() { # configure_and_build PRESET [TARGET]
     inside "cmake --preset $1 >build/$1.configure.log 2>&1 || { cat build/$1.configure.log >&2; exit 1; }

@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
-"""Lets every system call of the program on its own files fail once: faults.py RUN_FOLDER ERRORS SCREEN...
-The same of a game that keeps its files in the user's folder: faults.py --game ORGANISATION/ID RUN_FOLDER ERRORS SCREEN...
+"""Fault injection: lets every system call of the program on its own files fail once: faults.py RUN_FOLDER ERRORS SCREEN...
+For a game with its files in the user's folder: faults.py --game ORGANISATION/ID RUN_FOLDER ERRORS SCREEN...
 
-RUN_FOLDER is a build's; ERRORS are names such as EIO,ENOSPC. For each screen the program runs once under strace, which
-lists its calls on the files of its folder: assets, configuration, captures, log. Then it runs once more for each call
-and error, from the same state, with strace letting that call fail. Wanted of each run: exit code 0 or 1, a reason in
-the log when it is 1, no hang, the settings as they were before or as they are saved, no temporary file, and no capture
-called saved that is not whole. lseek is left out: it is most of the calls.
+RUN_FOLDER is a build's; ERRORS are names such as EIO,ENOSPC. For each screen the program first runs under strace, which
+lists its calls on files in its folder: assets, configuration, captures, log. It then runs again for each call and
+error, from the same state, with strace injecting the error into that call. Expected of each run: exit code 0 or 1, with
+a reason in the log if it is 1; no hang; the settings as before or as saved; no temporary file; no truncated capture
+reported as saved. lseek is excluded: most calls are lseek.
 
-Prints a line for each screen and one for each run that was not as wanted. Exit code: 1 if there was one, 77 where
-strace may not trace.
+Prints a line per screen and one per unexpected result. Exit code: 1 if there was one, 77 if ptrace is not permitted.
 """
 
 import collections
@@ -28,13 +27,13 @@ import time
 # The program's file, the name of its settings and log, and the folder they lie in, below the run folder.
 Program = collections.namedtuple("Program", "file id home")
 PROGRAM = Program("LumarindEngine", "lumarind-engine", ".")
-CAPTURE = "captures/CAPTURE"  # stands for the capture, whose name holds the time
-FOLDER = "FOLDER"  # for the run folder's own path
+CAPTURE = "captures/CAPTURE"  # placeholder for the capture, whose name contains the time
+FOLDER = "FOLDER"  # placeholder for the run folder's path
 TIMEOUT_S = 60
-WORKERS = 4 * (os.cpu_count() or 1)  # most of a run is waiting for the sound device
+WORKERS = 4 * (os.cpu_count() or 1)  # most of a run is spent waiting for the sound device
 NOT_TRACED = 77
 
-# Not as the program writes it, so that what was saved can be told from what was not.
+# Not in the form the program writes, so that saving can be detected.
 SETTINGS_BEFORE = """; written by hand
 [window]
 width = 320
@@ -59,7 +58,7 @@ class Finding(Exception):
 
 
 def environment(folder):
-    """Dummy drivers; the user's data in the folder; sanitizers that can be told from a failed start."""
+    """Dummy drivers; user data in the folder; a sanitizer exit code that differs from a failed start's."""
     kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
     return kept | {
         "SDL_VIDEO_DRIVER": "dummy", "SDL_AUDIO_DRIVER": "dummy", "SDL_RENDER_DRIVER": "software",
@@ -72,7 +71,7 @@ def environment(folder):
 
 
 class Folder:
-    """A run folder of its own, brought into the same state before each run."""
+    """A separate run folder, reset before each run."""
 
     def __init__(self, parent, build, picture_format):
         self.path = pathlib.Path(tempfile.mkdtemp(dir=parent))
@@ -110,7 +109,7 @@ class Folder:
         return process.returncode, errors.decode(errors="replace"), trace.read_text() if trace.exists() else ""
 
     def capture_paths(self):
-        """What a capture can be called that is taken soon, as strace is to know it: relative and absolute."""
+        """Possible names of a capture taken in the next seconds, for strace: relative and absolute."""
         now = int(time.time())
         for second in range(now, now + 15):
             stamp = time.strftime("%Y%m%d-%H%M%S", time.gmtime(second))
@@ -129,7 +128,7 @@ WORKING_FOLDER = re.compile(r"^AT_FDCWD<[^>]*>, ")
 
 
 def own_file(folder, text):
-    """The path below the folder, or None: the program's own files and not what is there for it to run."""
+    """The path below the folder if it is one of the program's own files, else None."""
     if not text or re.match(r"\w+:", text):  # "socket:[1]", "pipe:[2]"
         return None
     path = os.path.relpath(os.path.join(folder, text), folder)
@@ -139,8 +138,8 @@ def own_file(folder, text):
 
 
 def list_calls(folder, trace):
-    """Every call on our files, and how each path is written. A descriptor is written "3</path>"; a call that another
-    thread's interrupted goes on in a line of its own, which does not count."""
+    """All calls on our files, and the spellings of each path. A descriptor is written "3</path>"; the second line of a
+    call interrupted by another thread's is not counted."""
     counts = collections.Counter()
     spellings = collections.defaultdict(set)
     for line in trace.splitlines():
@@ -162,7 +161,7 @@ PATH_CALLS = frozenset(
     "readlinkat rename renameat renameat2 rmdir stat statx symlink truncate unlink unlinkat utimensat".split())
 
 
-# --- judging a run ---
+# --- checking a run ---
 
 
 def settings(text):
@@ -237,7 +236,7 @@ class Screen:
         paths = {path.replace(FOLDER, str(folder.path)) for path in self.spellings[call.path]}
         if call.path == CAPTURE:
             paths = folder.capture_paths()
-        # In the trace is only what is to fail: a filter in the kernel keeps all other calls at their full speed.
+        # Traces only the call that is to fail: a kernel filter keeps all others at full speed.
         options = ["--seccomp-bpf", f"--trace={call.name}", f"--inject={call.name}:error={error}:when={call.number}"]
         options += [f"--trace-path={path}" for path in paths]
         try:
@@ -280,9 +279,9 @@ def main():
         arguments = arguments[2:]
     build, errors, screens = pathlib.Path(arguments[0]), arguments[1].split(","), arguments[2:]
     if not may_trace():
-        print("faults: strace may not trace here", file=sys.stderr)
+        print("faults: ptrace is not permitted here", file=sys.stderr)
         return NOT_TRACED
-    memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None  # in memory where there is room
+    memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None  # in memory if possible
     findings = 0
     for i, name in enumerate(screens):
         with tempfile.TemporaryDirectory(dir=memory, prefix="faults-") as parent:

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the fuzzers: fuzz.sh SECONDS [target ...], all of them without a name. Called by ./dev fuzz, inside the build
-# environment and after the fuzz preset was built. Ends unsuccessfully when something was found.
+# Runs fuzz targets: fuzz.sh SECONDS [target ...], by default all. Called by ./dev fuzz, inside the build environment,
+# with the fuzz preset built. Exits with an error if there are findings.
 set -eu
 cd "$(dirname "$0")/../.."
 top=$PWD # the fuzzer changes its directory: every path it gets is absolute
@@ -12,7 +12,7 @@ export SDL_VIDEO_DRIVER=dummy SDL_AUDIO_DRIVER=dummy SDL_RENDER_DRIVER=software
 export LSAN_OPTIONS="suppressions=$top/tests/leaks.supp:print_suppressions=0"
 export ASAN_OPTIONS=external_symbolizer_path=/usr/bin/addr2line UBSAN_OPTIONS=print_stacktrace=1
 mkdir -p "$build/logs"
-# In memory where there is room: some targets write a file in each run. A fuzzer that crashes leaves its folder behind.
+# In memory if possible: some targets write a file in each run. A crashing fuzzer leaves its folder behind.
 TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
 export TMPDIR
 trap 'rm -rf "$TMPDIR"' EXIT
@@ -32,7 +32,7 @@ fuzz() { # fuzz TARGET: its log is build/fuzz/logs/TARGET.log; a finding ends th
 
 findings() { sed -n 's/.*Test unit written to //p' "$build/logs/$1.log"; }
 
-report() { # report TARGET: one line; then what was found
+report() { # report TARGET: prints one line, then the findings
     local log=$build/logs/$1.log runs rate coverage
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
     rate=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")

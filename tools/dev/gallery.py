@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Turns the BMP pictures of one folder into those of docs/gallery: a PNG of each, overview.png with all of them at half
-their size, three to a row, and the animations of the pictures named play-* and keep-*."""
+"""Converts a folder of BMP pictures for docs/gallery: a PNG of each, overview.png with all of them at half size, three
+per row, and animations of the pictures named play-* and keep-*."""
 
 import sys
 from pathlib import Path
@@ -10,8 +10,8 @@ from PIL import Image
 COLUMNS = 3
 GAP = 8
 BACKGROUND = (20, 24, 30)
-ANIMATIONS = {"play": ("play.webp", 50), "keep": ("cinder-keep.webp", 100)}  # ms to a frame
-LARGEST = 3_000_000  # bytes; people wait for what is larger
+ANIMATIONS = {"play": ("play.webp", 50), "keep": ("cinder-keep.webp", 100)}  # ms per frame
+LARGEST = 3_000_000  # bytes; limits download time
 
 
 def overview(pictures: list[Image.Image]) -> Image.Image:

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The commands of a game's own ./dev, which calls this:
+# The commands of a game's ./dev, which calls this:
 #   game.sh FOLDER PROGRAM command ...
 # FOLDER holds the game, PROGRAM is the executable its presets build.
 set -euo pipefail
@@ -43,7 +43,7 @@ run() {
     inside "exec $start $(quote "build/release/$program" "$@")"
 }
 
-run_tests() { # the user's files of a test stay in build
+run_tests() { # keeps a test's user files in build
     build debug
     inside "SDL_VIDEO_DRIVER=dummy SDL_AUDIO_DRIVER=dummy SDL_RENDER_DRIVER=software XDG_DATA_HOME=$(quote "$top/build/test") \
         exec $(quote "build/debug/$program") --quit-at 120 $(quote "$@")"

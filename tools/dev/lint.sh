@@ -1,12 +1,11 @@
 #!/usr/bin/env bash
-# Everything that can be checked without running the program. Called by ./dev lint, inside the build environment and
-# after the release preset was configured.
+# Static checks. Called by ./dev lint, inside the build environment, with the release preset configured.
 # shellcheck disable=SC2016,SC2329 # the steps are called by name; the text for sh expands there
 set -u
 cd "$(dirname "$0")/../.." || exit
 failed=0
 
-step() { # step NAME COMMAND...: runs it, remembers a failure and goes on
+step() { # step NAME COMMAND...: runs it, records a failure and continues
     local name=$1
     shift
     if "$@"; then echo "lint: $name ok"; else echo "lint: $name FAILED" >&2; failed=1; fi
@@ -16,7 +15,7 @@ mapfile -t sources < <(find src tests bench compat examples fuzz template/main.c
 mapfile -t compiled < <(find src compat examples -name '*.cpp' 2>/dev/null | sort)
 mapfile -t scripts < <(grep -lE '^#!.*\b(ba)?sh|^# shellcheck shell' dev .ci/run template/dev tools/dev/*.sh packaging/launcher.in)
 
-tidy() { # one file to a process, as many as there are cores; its progress goes nowhere, its findings to stdout
+tidy() { # one file per process, one process per core; progress is discarded, findings go to stdout
     printf '%s\n' "${compiled[@]}" |
         xargs -P "$(nproc)" -n 1 sh -c 'clang-tidy --quiet -p build/release "$1" 2>/dev/null || { echo "in $1"; exit 1; }' tidy
 }
@@ -24,7 +23,7 @@ tidy() { # one file to a process, as many as there are cores; its progress goes 
 header_sets() { cmake --build build/release --target all_verify_interface_header_sets >build/headers.log 2>&1 ||
     { cat build/headers.log; return 1; }; }
 
-examples_listed() { # each is built, run by the tests, and in the guide
+examples_listed() { # each is built, run by the tests, and listed in the guide
     local file name missing=0
     for file in examples/*.cpp; do
         name=$(basename "$file" .cpp)

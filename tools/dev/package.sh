@@ -1,10 +1,10 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2034,SC2154 # top, engine and environment are the caller's
-# What `./dev package` does, the engine's and a game's own. Sourced, after environment.sh.
+# `./dev package`, for the engine and for games. Sourced, after environment.sh.
 
-# The same source gives the same bytes, whichever machine packs it: in the private root always, with the times of the
-# last commit and with no folder's name in what is compiled.
-package_make() { # package_make [SOURCE]: packages of the project in SOURCE, or else in `top`, in its build/packages
+# Builds are reproducible on any machine: always in the private root, with the last commit's time and without folder
+# names in the binaries.
+package_make() { # package_make [SOURCE]: packages the project in SOURCE, or in `top`, to its build/packages
     local source=${1:-$top} folder=${1:-$top}/build/packages.build epoch
     ensure_build_root || die 'packages are made in a private root of Debian, which cannot be made on this machine'
     environment=root
@@ -14,7 +14,7 @@ package_make() { # package_make [SOURCE]: packages of the project in SOURCE, or 
     inside "
         export SOURCE_DATE_EPOCH=$epoch DEB_BUILD_MAINT_OPTIONS=hardening=+all
         export DEBFULLNAME=$(quote "${DEBFULLNAME:-}") DEBEMAIL=$(quote "${DEBEMAIL:-}")
-        maps='$(printf -- '-ffile-prefix-map=%q=. ' "$engine" "$top" "$source" "$folder")' # the last that fits counts
+        maps='$(printf -- '-ffile-prefix-map=%q=. ' "$engine" "$top" "$source" "$folder")' # the last match applies
         export CXXFLAGS=\"\$(dpkg-buildflags --get CPPFLAGS) \$(dpkg-buildflags --get CXXFLAGS) -g0 \$maps\"
         export LDFLAGS=\"\$(dpkg-buildflags --get LDFLAGS)\"
         umask 022

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Runs a command with an X display of its own, and passes its exit code on:
+# Runs a command with its own X display and returns its exit code:
 #   with_xvfb.sh [--screen WxH] [--answer-boxes] command [argument ...]
-# --answer-boxes: presses Return in the message box of a failed start, which nobody else would close.
+# --answer-boxes: presses Return in message boxes, such as that of a failed start.
 set -u
 
 size=1600x1000
@@ -14,10 +14,10 @@ while [ $# -gt 0 ]; do
     esac
 done
 
-command -v Xvfb >/dev/null 2>&1 || { echo "with_xvfb: there is no Xvfb here; install it or set DISPLAY" >&2; exit 1; }
+command -v Xvfb >/dev/null 2>&1 || { echo "with_xvfb: Xvfb not found; install it or set DISPLAY" >&2; exit 1; }
 
 number_file=$(mktemp)
-# -noreset: a server that resets when its last window goes would lose the next one's first events.
+# -noreset: a server that resets when its last client disconnects would lose the next one's first events.
 Xvfb -displayfd 3 -screen 0 "${size}x24" -noreset -nolisten tcp >/dev/null 2>&1 3>"$number_file" &
 server=$!
 watcher=''
@@ -38,7 +38,7 @@ DISPLAY=:$(cat "$number_file")
 export DISPLAY
 unset WAYLAND_DISPLAY
 
-# SDL gives its windows a class, its message boxes none, nor a name that xdotool could read.
+# Unlike SDL's windows, its message boxes have no class, nor a name readable by xdotool.
 answer() {
     local all classed box
     while sleep 0.5; do

@@ -1,4 +1,4 @@
-// Stands where version 3's header would, for code that is written against that.
+// Takes the place of version 3's header.
 #pragma once
 
 #include "version3.h"

@@ -1,10 +1,9 @@
-// version3: the part of Box2D's version 3 interface that this project calls, in a namespace of its own, because
-// version 2.4 uses the same names for different types. Units are metres, kilograms, seconds and radians. Main thread
-// only.
+// version3: the part of Box2D's version 3 interface used by this project, in its own namespace, because version 2.4
+// uses the same names for different types. Units are metres, kilograms, seconds and radians. Main thread only.
 //
-// Names, fields and meanings are version 3.2's, so that code written against this header builds against the real one.
-// A record has only the fields that version 2.4 can honour in full: code that sets another one does not compile here.
-// Ids are checked by assertions; a call with an id that is not valid is a mistake of the caller.
+// Names, fields and meanings are version 3.2's, so that code using this header also builds with the real one. Records
+// have only the fields that can be implemented on version 2.4: setting any other is a compile error.
+// Ids are checked by assertions; passing an invalid id is a programming error.
 #pragma once
 
 #include <math.h>
@@ -33,7 +32,7 @@ inline constexpr b2Transform b2Transform_identity = {b2Vec2_zero, b2Rot_identity
 
 inline b2Rot b2MakeRot(float radians) { return {cosf(radians), sinf(radians)}; }
 
-// From q1 (t = 0) to q2 (t = 1): not at a constant turning speed, but normalised.
+// Interpolates from q1 (t = 0) to q2 (t = 1): normalised, but not at constant angular speed.
 inline b2Rot b2NLerp(b2Rot q1, b2Rot q2, float t) {
     const float c = (1 - t) * q1.c + t * q2.c, s = (1 - t) * q1.s + t * q2.s;
     const float length = sqrtf(c * c + s * s);
@@ -41,7 +40,7 @@ inline b2Rot b2NLerp(b2Rot q1, b2Rot q2, float t) {
     return {c * scale, s * scale};
 }
 
-// --- ids: index1 counts from 1, so a zeroed id is null. The generation tells what used a place before. ---
+// --- ids: index1 counts from 1, so a zeroed id is null. The generation distinguishes reuses of a slot. ---
 
 struct b2WorldId {
     uint16_t index1, generation;
@@ -66,7 +65,7 @@ inline constexpr b2JointId b2_nullJointId = {};
 
 // --- worlds ---
 
-// A definition comes from its b2Default function, which the internal value proves; later changes are the caller's.
+// Definitions must come from their b2Default function, which sets the internal value, and may then be modified.
 struct b2WorldDef {
     b2Vec2 gravity; // (0, -10)
     bool enableSleep, enableContinuous;
@@ -74,11 +73,11 @@ struct b2WorldDef {
 };
 b2WorldDef b2DefaultWorldDef();
 
-b2WorldId b2CreateWorld(const b2WorldDef *def); // null: too many worlds
-void b2DestroyWorld(b2WorldId world);           // with all bodies, shapes and joints in it
-bool b2World_IsValid(b2WorldId world);          // any id may be asked about
+b2WorldId b2CreateWorld(const b2WorldDef *def); // null if there are too many worlds
+void b2DestroyWorld(b2WorldId world);           // with all its bodies, shapes and joints
+bool b2World_IsValid(b2WorldId world);          // any id may be passed
 
-// One step as `sub_steps` shorter ones. Forces act during all of them and are then forgotten.
+// Advances by `sub_steps` sub-steps. Forces act during all of them and are then cleared.
 void b2World_Step(b2WorldId world, float seconds, int sub_steps);
 
 // --- bodies ---
@@ -98,14 +97,14 @@ struct b2BodyDef {
 b2BodyDef b2DefaultBodyDef();
 
 b2BodyId b2CreateBody(b2WorldId world, const b2BodyDef *def);
-void b2DestroyBody(b2BodyId body); // with its shapes and the joints on it
+void b2DestroyBody(b2BodyId body); // with its shapes and joints
 bool b2Body_IsValid(b2BodyId body);
 b2BodyType b2Body_GetType(b2BodyId body);
-b2Vec2 b2Body_GetPosition(b2BodyId body); // of its origin, in the world
+b2Vec2 b2Body_GetPosition(b2BodyId body); // of its origin, in world coordinates
 b2Rot b2Body_GetRotation(b2BodyId body);
 b2Vec2 b2Body_GetLinearVelocity(b2BodyId body);                           // m/s
 float b2Body_GetAngularVelocity(b2BodyId body);                           // rad/s
-bool b2Body_IsAwake(b2BodyId body);                                       // a static body never is
+bool b2Body_IsAwake(b2BodyId body);                                       // false for static bodies
 void b2Body_ApplyForceToCenter(b2BodyId body, b2Vec2 newtons, bool wake); // for the next step
 
 // --- shapes ---
@@ -146,10 +145,10 @@ bool b2Shape_IsValid(b2ShapeId shape);
 
 struct b2JointDef {
     b2BodyId bodyIdA, bodyIdB;
-    b2Transform localFrameA, localFrameB; // identity; the joint in each body's own coordinates
+    b2Transform localFrameA, localFrameB; // identity; the joint in each body's coordinates
     bool collideConnected;
 };
-struct b2RevoluteJointDef { // a pin: the origins of both frames stay together
+struct b2RevoluteJointDef { // keeps the origins of both frames together
     b2JointDef base;
     int internalValue;
 };

@@ -1,5 +1,5 @@
-// Version 3.1 with the joint definitions of 3.2, which the project is written against: 3.2 moved what all joints have
-// in common to a record of their own, and made frames of the anchors. Found before the real header, which it includes.
+// Version 3.1 with the joint definitions of 3.2, which the project uses: 3.2 moved the common part of joints to a
+// record of its own and replaced anchors by frames. Found before the real header, which it includes.
 #pragma once
 
 #include_next <box2d/box2d.h>
@@ -8,7 +8,7 @@ namespace box2d_version32 {
 
 struct JointDef {
     b2BodyId bodyIdA, bodyIdB;
-    b2Transform localFrameA, localFrameB; // their rotations would matter to a limit or a spring only
+    b2Transform localFrameA, localFrameB; // rotations would matter only with a limit or spring
     bool collideConnected;
 };
 struct RevoluteJointDef {
