@@ -285,11 +285,10 @@ TEST_F(Soak, SurvivesEverythingAUserMayDo) {
     std::printf("soak: %" PRIu64 " frames from seed %" PRIu64 "\n", frames, seed);
     std::fflush(stdout);
 #ifdef __SANITIZE_ADDRESS__
-    __sanitizer_set_death_callback(
-        [] {
-            std::fprintf(stderr, "soak: stopped in frame %" PRIu64 " of seed %" PRIu64 "\n", frames_done, seed);
-            replay_stop(); // which writes the last second
-        });
+    __sanitizer_set_death_callback([] {
+        std::fprintf(stderr, "soak: stopped in frame %" PRIu64 " of seed %" PRIu64 "\n", frames_done, seed);
+        replay_stop(); // which writes the last second
+    });
 #endif
     while (frames_done < frames / 2) {
         ASSERT_TRUE(begin());

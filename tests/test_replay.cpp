@@ -59,7 +59,10 @@ protected:
 
 std::string keys_of(char letter) {
     const PlayerIntent intent = route_intent(letter);
-    return std::string(intent.move_x > 0 ? "-Left +Right " : intent.move_x < 0 ? "-Right +Left " : "-Left -Right ") +
+    return std::string(
+               intent.move_x > 0   ? "-Left +Right "
+               : intent.move_x < 0 ? "-Right +Left "
+                                   : "-Left -Right ") +
            (intent.jump ? "Space " : "") + (intent.roll ? "X " : "");
 }
 
@@ -134,7 +137,8 @@ TEST_F(ReplayTest, FinalStateDependsOnInputPerStepNotOnFrameRate) {
         size_t steps = 0;
         for (size_t number = 1; steps < ROUTE_STEPS_PER_LETTER * route.size(); number++) {
             const size_t then = number * 60 / static_cast<size_t>(rate);
-            if (then > steps && steps % ROUTE_STEPS_PER_LETTER == 0) play(keys_of(route[steps / ROUTE_STEPS_PER_LETTER]));
+            if (then > steps && steps % ROUTE_STEPS_PER_LETTER == 0)
+                play(keys_of(route[steps / ROUTE_STEPS_PER_LETTER]));
             frame(1.0 / rate);
             steps = then;
         }
@@ -228,12 +232,14 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
     for (Uint32 type = 0; type < SDL_EVENT_USER; type++) {
         SDL_Event event = {}, back = {};
         event.type = type;
-        const bool typed = type == SDL_EVENT_TEXT_INPUT, dropped = type >= SDL_EVENT_DROP_FILE && type <= SDL_EVENT_DROP_POSITION;
+        const bool typed = type == SDL_EVENT_TEXT_INPUT,
+                   dropped = type >= SDL_EVENT_DROP_FILE && type <= SDL_EVENT_DROP_POSITION;
         int fields = 0;
         for (int round = 0; round < 20; round++) {
             for (const EventField &field : FIELDS) {
                 if (type < field.first || type > field.last || field.offset == 0) continue;
-                Uint32 value[2] = {static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole-number float
+                Uint32 value[2] = {
+                    static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole-number float
                 const float whole = static_cast<float>(static_cast<int>(random() % 2000) - 1000);
                 if (field.most == 0 && round % 2) SDL_memcpy(value, &whole, sizeof whole);
                 if (field.most != 0) value[0] %= field.most + 1;

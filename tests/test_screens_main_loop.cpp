@@ -88,7 +88,8 @@ TEST_F(MainLoopTest, MissingAndBrokenAssetsFailTheirScreenByName) {
         {"texture-demo", "texture_demo/texture_a.png", nullptr,
          "[TEXTURE_DEMO] IMG_LoadTexture failed, error: Couldn't open assets/texture_demo/texture_a.png: No such "},
         {"texture-demo", "texture_demo/texture_b.png", "\x89PNG\r\n\x1a\nno",
-         "[TEXTURE_DEMO] IMG_LoadTexture failed, error: assets/texture_demo/texture_b.png: the file is truncated before"},
+         "[TEXTURE_DEMO] IMG_LoadTexture failed, error: assets/texture_demo/texture_b.png: the file is truncated "
+         "before"},
         {"audio-demo", "audio/sfx/retro/sfx_sounds_fanfare1.wav", "no sound",
          "[AUDIO] Unable to load assets/audio/sfx/retro/sfx_sounds_fanfare1.wav, error: "},
         {"sprite-demo", "fireknight/sprites/fireknight_288x128.png", nullptr, "[SPRITE_SHEET] IMG_LoadTexture failed "},

@@ -258,10 +258,9 @@ lines &amp; more</property>
     EXPECT_STREQ(tile_world_tile_type(world, 7), "tree");
     EXPECT_EQ(tile_world_tile_properties(world, 999)->count, 0);
 
-    const TileObjectShape shapes[] = {TILE_OBJECT_POINT,   TILE_OBJECT_RECT,     TILE_OBJECT_ELLIPSE,
-                                      TILE_OBJECT_POLYGON, TILE_OBJECT_POLYLINE, TILE_OBJECT_TEXT,
-                                      TILE_OBJECT_TILE,    TILE_OBJECT_CAPSULE,  TILE_OBJECT_TILE,
-                                      TILE_OBJECT_RECT};
+    const TileObjectShape shapes[] = {TILE_OBJECT_POINT,    TILE_OBJECT_RECT, TILE_OBJECT_ELLIPSE, TILE_OBJECT_POLYGON,
+                                      TILE_OBJECT_POLYLINE, TILE_OBJECT_TEXT, TILE_OBJECT_TILE,    TILE_OBJECT_CAPSULE,
+                                      TILE_OBJECT_TILE,     TILE_OBJECT_RECT};
     ASSERT_EQ(things->object_count, static_cast<int>(std::size(shapes)));
     for (int i = 0; i < things->object_count; i++) EXPECT_EQ(things->objects[i].shape, shapes[i]) << i;
     const TileObject *door = tile_world_object(world, 2), *slope = tile_world_object(world, 4);
@@ -393,7 +392,8 @@ TEST_F(TileWorldTest, NamesWhatItRefuses) {
         {map_of(1, 1, "<tileset firstgid='1' source='none.tsx'/>"), "[STORAGE] Error reading file: maps/none.tsx"},
         {map_of(1, 1, "<tileset firstgid='1' source='../../a.tsx'/>"), "'../../a.tsx' is outside the game's files"},
         {map_of(1, 1, "<tileset firstgid='1' source='C:/a.tsx'/>"), "'C:/a.tsx' is not a relative path"},
-        {map_of(1, 1, "<tileset firstgid='1' source='set.tsx'/>"), "maps/set.tsx: an external tileset refers to another one"},
+        {map_of(1, 1, "<tileset firstgid='1' source='set.tsx'/>"),
+         "maps/set.tsx: an external tileset refers to another one"},
         {map_of(1, 1, "<tileset firstgid='1' source='map.tsx'/>"), "maps/map.tsx: its root element is 'map'"},
         {tileset("", "<image source='none.png'/>"), "'t': cannot load maps/none.png, error: "},
         {tileset("", "<image source='cut.png'/>"), "'t': cannot load maps/cut.png, error: "},
