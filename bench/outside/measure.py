@@ -22,6 +22,7 @@ STARTS = 20          # of the program and of the bare one, alternately
 PACED_SECONDS = 12
 WARM_UP_FRAMES = 60  # excluded
 COUNTED_FRAMES = 1000
+GAME_FOLDER = "lumarind-examples/cinder-keep/config"  # of the example game's settings, among the user's files
 CONFIG = "[graphics]\nvsync_enable = false\nfps_limit = {limit}\n[window]\nwidth = 800\nheight = 450\n"
 
 SOFTWARE = {"SDL_RENDER_DRIVER": "software", "SDL_FRAMEBUFFER_ACCELERATION": "0"}
@@ -49,11 +50,13 @@ class Run:
         with tempfile.TemporaryDirectory() as here:
             os.symlink(os.path.realpath(os.path.join(bench.directory, "assets")), os.path.join(here, "assets"))
             os.mkdir(os.path.join(here, "config"))
-            with open(os.path.join(here, "config", "lumarind-engine.ini"), "w") as file:
-                file.write(CONFIG.format(limit=limit))
+            os.makedirs(os.path.join(here, GAME_FOLDER))
+            for config in ("config/lumarind-engine.ini", f"{GAME_FOLDER}/cinder-keep.ini"):
+                with open(os.path.join(here, config), "w") as file:
+                    file.write(CONFIG.format(limit=limit))
             notes = os.path.join(here, "notes")
             variables = os.environ | environment | {
-                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": notes,
+                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": notes, "XDG_DATA_HOME": here,
                 "LD_PRELOAD": os.path.join(bench.directory, "lumarind_probe.so")}
             command = [os.path.join(bench.directory, words[0])] + words[1:]
             began = time.clock_gettime_ns(time.CLOCK_MONOTONIC)

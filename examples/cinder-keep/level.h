@@ -24,6 +24,7 @@ struct Level {
     ColliderRects solids, hazards;
     int map_solids; // how many of `solids` are the map's; doors and platforms follow
     int layer_castle, layer_hazards;
+    Uint32 generation; // of the world that all this was made of
     double seconds_to_beat;
 
     Hero hero;

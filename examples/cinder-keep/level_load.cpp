@@ -66,6 +66,7 @@ bool level_load(Level *level, int number, bool go_on) {
     if (!tile_world_colliders(world, "hazards", &level->hazards, nullptr)) return false;
     level->map_solids = level->solids.count;
     if (!things_add_solids(&level->things, &level->solids, level->map_solids)) return false;
+    level->generation = world->generation;
     level->layer_castle = tile_world_find_layer(world, "castle");
     level->layer_hazards = tile_world_find_layer(world, "hazards");
     level->seconds_to_beat = tile_property_float(&world->properties, "seconds", 0);

@@ -138,6 +138,7 @@ static void play_draw() {
     view.area.x = -origin.x / zoom; // with the shake
     view.area.y = -origin.y / zoom;
     tile_world_advance(level->world, engine_is_paused() ? 0 : SDL_min(engine_fps_delta(), 0.1));
+    if (level->generation != level->world->generation) return engine_restart_state(); // its file was edited
     SDL_SetRenderDrawColor(renderer, 21, 18, 31, 255);
     SDL_RenderClear(renderer);
     const int first = tile_world_find_open(level->world, level->layer_castle, view.area) ? 0 : level->layer_castle;

@@ -15,9 +15,9 @@ static constexpr SoundRow ROWS[] = {
     {SFX_HIT, 21, 0.3f, 1.6f},       {SFX_EXPLOSION, 5, 0.5f, 1.4f}, {SFX_HIT, 4, 0.6f, 1.0f},
     {SFX_EXPLOSION, 2, 0.55f, 1.6f}, {SFX_HIT, 9, 0.7f, 0.7f},       {SFX_EXPLOSION, 7, 0.7f, 0.7f},
     {SFX_COIN, 1, 0.4f, 1.0f},       {SFX_POWERUP, 2, 0.5f, 1.0f},   {SFX_POWERUP, 5, 0.55f, 1.2f},
-    {SFX_EXPLOSION, 12, 0.5f, 0.8f}, {SFX_BLIP, 7, 0.5f, 0.5f},      {SFX_POWERUP, 9, 0.5f, 0.8f},
-    {SFX_LASER, 6, 0.35f, 0.7f},     {SFX_JUMP, 14, 0.3f, 0.8f},     {SFX_POWERUP, 13, 0.7f, 1.0f},
-    {SFX_BLIP, 2, 0.3f, 1.0f},       {SFX_COIN, 4, 0.35f, 1.2f},     {SFX_BLIP, 3, 0.3f, 0.7f},
+    {SFX_EXPLOSION, 12, 0.5f, 0.8f}, {SFX_POWERUP, 9, 0.5f, 0.8f},   {SFX_LASER, 6, 0.35f, 0.7f},
+    {SFX_JUMP, 14, 0.3f, 0.8f},      {SFX_POWERUP, 13, 0.7f, 1.0f},  {SFX_BLIP, 2, 0.3f, 1.0f},
+    {SFX_COIN, 4, 0.35f, 1.2f},      {SFX_BLIP, 3, 0.3f, 0.7f},
 };
 static_assert(SDL_arraysize(ROWS) == SOUND_COUNT, "one row to a sound, in the order of the enum");
 

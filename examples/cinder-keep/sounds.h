@@ -15,7 +15,6 @@ enum Sound {
     SOUND_HEART,
     SOUND_KEY,
     SOUND_DOOR,
-    SOUND_LOCKED,
     SOUND_CHECKPOINT,
     SOUND_SPIT,
     SOUND_HOP,

@@ -379,6 +379,7 @@ static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, 
 }
 
 bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area) {
+    if (layer < 0 || layer >= world->layer_count) return true;
     const auto cell = [](float at, int size) { return static_cast<int>(SDL_floorf(at / static_cast<float>(size))); };
     const TileRange cols = {cell(area.x, world->tile_w), cell(area.x + area.w, world->tile_w) + 1};
     const TileRange rows = {cell(area.y, world->tile_h), cell(area.y + area.h, world->tile_h) + 1};

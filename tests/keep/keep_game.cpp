@@ -216,6 +216,25 @@ TEST_F(KeepGame, AProgramKilledWhileItSavesLeavesAWholeSave) {
     EXPECT_GT(most, 40) << "hardly anything was saved meanwhile";
 }
 
+TEST_F(KeepGame, WhatLiesBehindTheCastleIsDrawnWhereItShows) {
+    ASSERT_TRUE(start_level(1));
+    const struct {
+        const char *what;
+        SDL_FRect tiles;
+        bool open;
+    } cases[] = {
+        {"rock", {40, 28, 20, 2}, false},
+        {"wall and a ledge before it", {56, 34, 4, 3}, false},
+        {"a window", {48, 33, 3, 5}, true},
+        {"the sky", {4, 32, 2, 2}, true},
+        {"beyond", {-4, 2, 3, 3}, true}};
+    for (const auto &c : cases) {
+        const SDL_FRect area = {c.tiles.x * 16 + 1, c.tiles.y * 16 + 1, c.tiles.w * 16 - 2, c.tiles.h * 16 - 2};
+        EXPECT_EQ(tile_world_find_open(level()->world, level()->layer_castle, area), c.open) << c.what;
+    }
+    EXPECT_TRUE(tile_world_find_open(level()->world, -1, {100, 100, 10, 10})) << "no such layer";
+}
+
 // Not a test unless asked for: plays the routes and writes the recordings that tests replay.
 TEST_F(KeepTest, RoutesAreRecorded) {
     const char *folder = std::getenv("LUMARIND_ROUTES"), *only = std::getenv("LUMARIND_ROUTES_ONLY");
