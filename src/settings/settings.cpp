@@ -98,12 +98,12 @@ static constexpr ButtonName BUTTON_NAMES[] = {
     {SDL_GAMEPAD_BUTTON_DPAD_RIGHT, "D-pad right"},
 };
 static constexpr const char *LABEL_NAMES[] = {"", "A", "B", "X", "Y", "Cross", "Circle", "Square", "Triangle"};
-static_assert(std::size(LABEL_NAMES) == SDL_GAMEPAD_BUTTON_LABEL_TRIANGLE + 1, "one name to a label");
+static_assert(std::size(LABEL_NAMES) == SDL_GAMEPAD_BUTTON_LABEL_TRIANGLE + 1, "one name per label");
 static constexpr const char *AXIS_NAMES[][2] = {
     {"Stick left", "Stick right"},  {"Stick up", "Stick down"},       {"R-stick left", "R-stick right"},
     {"R-stick up", "R-stick down"}, {"Left trigger", "Left trigger"}, {"Right trigger", "Right trigger"},
 };
-static_assert(std::size(AXIS_NAMES) == SDL_GAMEPAD_AXIS_COUNT, "two names to an axis");
+static_assert(std::size(AXIS_NAMES) == SDL_GAMEPAD_AXIS_COUNT, "two names per axis");
 
 static const char *_settings_button_name(SDL_GamepadButton button) {
     const SDL_GamepadButtonLabel label = gamepad_button_label(button);
@@ -310,7 +310,7 @@ void settings_capture_cancel() {
 
 static constexpr const char *VALUE_NAMES[] = {"Volume",      "Music volume",  "Effects volume",
                                               "Full screen", "Vertical sync", "Interface size"};
-static_assert(std::size(VALUE_NAMES) == SETTINGS_VALUE_COUNT, "one name to a value");
+static_assert(std::size(VALUE_NAMES) == SETTINGS_VALUE_COUNT, "one name per value");
 
 static bool _settings_is_volume(int value) { return value >= SETTINGS_MASTER_VOLUME && value <= SETTINGS_SFX_VOLUME; }
 
