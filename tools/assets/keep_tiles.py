@@ -1,4 +1,4 @@
-"""Generates the tileset of the example game Cinder Keep: 16 px tiles of stone, light and furniture in the castle's style.
+"""Generates the tileset of the example game Cinder Keep: 16 px tiles of stone, light and furniture in its style.
 
 Tiles are painted on first use, so that the sheet has only what the levels show. Stonework repeats every four tiles;
 a torch and its light are one stamp of 8 × 8 tiles, which can be copied in the map editor. Ground tiles have collision
