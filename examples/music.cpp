@@ -1,4 +1,4 @@
-// music: a piece that loops, and effects over it. Click: left and right is the pan, up and down the pitch. P pauses.
+// music: looping music and effects. Click: the horizontal position sets the pan, the vertical one the pitch. P pauses.
 
 #include "lumarind/lumarind.h"
 
@@ -23,7 +23,7 @@ static bool mouse_down(SDL_Event *event) {
 }
 
 static bool setup() {
-    music = audio_load("assets/audio/music/FluffyTail.ogg", false); // decoded while it plays
+    music = audio_load("assets/audio/music/FluffyTail.ogg", false); // streamed
     chime = audio_load("assets/audio/sfx/retro/sfx_coin_single1.wav", true);
     help = engine_prepare_text(
         engine_get_font_by_index(SHARED_FONT_UI), "Click to play. P pauses the music.", 0, {240, 226, 190, 255});

@@ -1,5 +1,5 @@
-// engine_run's check of the game's record: each fault is reported once, in the log and in a box, before anything
-// starts.
+// engine_run's validation of the Game record: each error is reported once, in the log and in a message box, before
+// anything starts.
 
 #include "engine/game_internal.h"
 #include "support/engine_fixture.h"
@@ -26,10 +26,7 @@ constexpr GameOption SAME_OPTIONS[] = {{.name = "--level", .apply = take}, {.nam
 constexpr GameOption IDLE_OPTIONS[] = {{.name = "--level", .value_name = "n", .help = "Begin with this level."}};
 
 constexpr Game USABLE = {
-    .title = "First Game",
-    .id = "first-game",
-    .screens = SCREENS,
-    .screen_count = std::size(SCREENS)};
+    .title = "First Game", .id = "first-game", .screens = SCREENS, .screen_count = std::size(SCREENS)};
 
 template <typename Row, size_t COUNT>
 void set(const Row *Game::*rows, Sint32 Game::*count, const Row (&table)[COUNT], Game *game) {
@@ -39,7 +36,7 @@ void set(const Row *Game::*rows, Sint32 Game::*count, const Row (&table)[COUNT],
 
 class EngineGame : public EngineTest {};
 
-TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
+TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
     const struct {
         const char *problem;
         void (*spoil)(Game *game);
@@ -60,12 +57,15 @@ TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
          [](Game *game) { set(&Game::actions, &Game::action_count, MANY_ACTIONS, game); }},
         {"-1 actions are out of range, 0 to 32", [](Game *game) { game->action_count = -1; }},
         {"2 actions, but the table is null", [](Game *game) { game->action_count = 2; }},
-        {"actions: duplicate name Left", [](Game *game) { set(&Game::actions, &Game::action_count, SAME_ACTIONS, game); }},
+        {"actions: duplicate name Left",
+         [](Game *game) { set(&Game::actions, &Game::action_count, SAME_ACTIONS, game); }},
         {"the name of actions[1] is empty",
          [](Game *game) { set(&Game::actions, &Game::action_count, NAMELESS_ACTIONS, game); }},
-        {"settings: duplicate name level", [](Game *game) { set(&Game::settings, &Game::setting_count, SAME_SETTINGS, game); }},
+        {"settings: duplicate name level",
+         [](Game *game) { set(&Game::settings, &Game::setting_count, SAME_SETTINGS, game); }},
         {"65 settings are out of range, 0 to 64", [](Game *game) { game->setting_count = 65; }},
-        {"options: duplicate name --level", [](Game *game) { set(&Game::options, &Game::option_count, SAME_OPTIONS, game); }},
+        {"options: duplicate name --level",
+         [](Game *game) { set(&Game::options, &Game::option_count, SAME_OPTIONS, game); }},
         {"option --level has no apply function",
          [](Game *game) { set(&Game::options, &Game::option_count, IDLE_OPTIONS, game); }},
         {"a font size is not positive",

@@ -1,4 +1,4 @@
-// The player's states: which follows which, and when and where a player under a script's control gets into them.
+// The player's state machine: transitions, their order of precedence, times and positions under scripted input.
 
 #include "player/player.h"
 #include "support/log_capture.h"
@@ -27,8 +27,8 @@ protected:
         colliders_tris_cleanup(&tris);
     }
     void put(float y = FLOOR_Y) { player_init(&player, {100, y}, &rects, &tris); }
-    // Keys as letters: r, l and q (left at half speed) are held, and d to defend; in the first step j is a press of
-    // jump, o of roll, 1 to 3 and 9 (no attack there is) and s (special) of attacks, and h is a hit.
+    // Keys as letters: r, l, q (left at half speed) and d (defend) are held; pressed in the first step are j (jump),
+    // o (roll), 1 to 3 and 9 (invalid) and s (special) for attacks; h is a hit.
     void step(const std::string &keys, bool first = true) {
         const auto held = [&](char key) { return keys.find(key) != keys.npos; };
         const auto pressed = [&](char key) { return first && held(key); };
@@ -47,21 +47,21 @@ protected:
     ColliderRects rects = {};
     ColliderTris tris = {};
     Player player = {};
-    double rate = 60; // steps a second
+    double rate = 60; // steps per second
     LogCapture log;
 };
 
-// --- which follows which ---
+// --- transitions ---
 
-// A move is a situation, ":" and keys, "=" and the next state, or "-" when it stays. A situation is G on the ground or
-// A in the air; J with a jump ready; F with the clip over; U rising; R or L after a step that way; t25 after 0.25 s in
-// the state; n1 with a health of 1. Keys asked for all at once show the order in which a state looks for its next.
+// A case is a situation, ":" and keys, "=" and the next state, or "-" to stay. A situation is G on the ground or A in
+// the air; J with a jump ready; F with the clip finished; U rising; R or L after a step in that direction; t25 after
+// 0.25 s in the state; n1 with a health of 1. Several keys at once test the order of precedence.
 const std::pair<const char *, const char *> MOVES[] = {
     {"IDLE RUN", "AJ:ro2sd=JUMP GJ:ro2sd=JUMP A:ro2sd=FALL G:ro2sd=SPATK G:ro1d=ATK1 G:ro2d=ATK2 G:ro3d=ATK3 "
                  "G:ro9d=DEFND G:ro=ROLL"},
     {"IDLE", "G:r=RUN G:9=- G:-=- Gn2:h=HURT"},
     {"RUN", "G:r=- G:=IDLE"},
-    // the ground is still near in the first step of a jump
+    // in the first step of a jump the ground is still close
     {"JUMP", "AJ:ro2sd=AIRAT GU:2=ATK2 AU:-=AIRAT AUJ:rod=- A:d=FALL G:r=FALL"},
     {"FALL", "AJ:ro2sd=JUMP GJ:=JUMP A:9=AIRAT A:s=AIRAT A:rod=- G:ro2sd=SPATK G:rd=DEFND G:ro=RUN G:=IDLE"},
     {"ROLL", "AJFt70:ro2sd=- AJt80:ro2sd=FALL GJt80:ro2sd=RUN Gt80:=IDLE"},
@@ -76,7 +76,7 @@ const std::pair<const char *, const char *> MOVES[] = {
     {"IDLE RUN JUMP FALL ROLL ATK1 ATK2 ATK3 SPATK AIRAT DEFND", "GJ:ro2sdh=HURT Gn1:ro2sdh=DEATH"},
 };
 
-TEST_F(PlayerStatesTest, EachStateLooksForItsNextInOrder) {
+TEST_F(PlayerStatesTest, TransitionsFollowOrderOfPrecedence) {
     for (const auto &[states, moves] : MOVES) {
         std::istringstream froms(states);
         for (std::string from, move; froms >> from;) {
@@ -105,7 +105,7 @@ TEST_F(PlayerStatesTest, EachStateLooksForItsNextInOrder) {
     }
 }
 
-TEST_F(PlayerStatesTest, StatesHaveTheirNamesAndClips) {
+TEST_F(PlayerStatesTest, StatesHaveNamesAndClips) {
     std::ostringstream states;
     put();
     for (int i = 1; i < PLAYER_STATE_COUNT; i++) {
@@ -120,13 +120,13 @@ TEST_F(PlayerStatesTest, StatesHaveTheirNamesAndClips) {
         player_set_state(&player, static_cast<PlayerState>(wrong));
         EXPECT_EQ(player.state, PLAYER_STATE_DEATH);
     }
-    EXPECT_EQ(log.errors().size(), 3u) << "0 is no mistake";
+    EXPECT_EQ(log.errors().size(), 3u) << "0 is not an error";
 }
 
-// --- when and where ---
+// --- times and positions ---
 
-// Plays words of keys, ":" and thirtieths of a second. Returns the states in the order in which they were entered, each
-// with its step, and how it ends: from and at which x, y, speed, which way it faces, health, and the clip's frame.
+// Plays words of keys, ":" and 1/30 s. Returns the states in the order entered, each with its step, and the final
+// state: previous and current x, y, velocity, facing, health, and the clip's frame.
 std::string PlayerStatesTest::play(const std::string &script) {
     std::istringstream words(script);
     std::ostringstream trace;
@@ -152,12 +152,12 @@ std::string PlayerStatesTest::play(const std::string &script) {
     return trace.str();
 }
 
-TEST_F(PlayerStatesTest, AScriptLeadsThroughItsStatesAtItsTimesAndPlaces) {
+TEST_F(PlayerStatesTest, ScriptedInputGivesExpectedStatesTimesAndPositions) {
     const struct {
         double rate;
         const char *script, *trace;
     } rows[] = {
-        // moves last as long as their clips, the roll 0.8 s; the third hit is the end
+        // moves last as long as their clips, the roll 0.8 s; the third hit kills
         {30, "1:40 2:60 3:90 s:60 o:30 .:14",
          "ATK1:0 IDLE:33 ATK2:40 IDLE:97 ATK3:100 IDLE:184 SPATK:190 IDLE:244 ROLL:250 IDLE:275 | 360>360 416 v 0 0 1 "
          "h3 #6"},
@@ -166,23 +166,23 @@ TEST_F(PlayerStatesTest, AScriptLeadsThroughItsStatesAtItsTimesAndPlaces) {
          "v 0 0 1 h3 #6"},
         {60, "h:10 h:8 .:10 h:30 hr:90 rjo:10",
          "HURT:0 IDLE:36 HURT:56 IDLE:92 DEATH:116 | 100>100 416 v 0 6.66667 1 h0 #12"},
-        // a jump, its height, and one under a ceiling so low that the press would still be remembered on landing
+        // a jump's height, and a jump under a ceiling so low that the buffered press is still valid on landing
         {60, "q:5 r:2 rj:60 .:9", "RUN:0 JUMP:14 FALL:56 RUN:96 FALL:114 | 596>596 512 v 0 273.333 1 h3 #0"},
         {60, "r:13 j:50", "RUN:0 JUMP:26 FALL:27 IDLE:30 | 208>208 416 v 0 6.66667 1 h3 #0"},
-        // a press is remembered until landing for 0.12 s, and the ledge for 0.1 s
+        // jump buffering for 0.12 s, coyote time for 0.1 s
         {60, "j:38 j:9", "JUMP:0 FALL:42 JUMP:82 | 100>100 370 v 0 -195 1 h3 #2"},
         {60, "j:37 j:9", "JUMP:0 FALL:42 IDLE:82 | 100>100 416 v 0 6.66667 1 h3 #1"},
         {120, "r:52 rj:9", "RUN:0 FALL:197 JUMP:208 | 606>608 356 v 250 -155 1 h3 #2"},
         {120, "r:53 rj:9", "RUN:0 FALL:197 | 615>617 460 v 250 186.667 1 h3 #1"},
-        // cancelling an attack: turned round, into a roll, and not with the direction held before
+        // cancelling an attack: by turning, by a roll, and not by the direction held before
         {60, "1:8 lo:30 .:2 2:7 r:3 .:1 s:8 lj:3",
          "ATK1:0 ROLL:16 FALL:64 AIRAT:80 RUN:98 IDLE:100 SPATK:102 JUMP:118 | -187>-191 391 v -250 -235 -1 h3 #1"},
         {60, "r:3 r3:12 ro:3 r:40 l3:10 r:3",
          "RUN:0 ATK3:6 ROLL:30 RUN:78 FALL:113 AIRAT:116 | 531>535 471 v 250 206.667 1 h3 #4"},
-        // in the air: an attack, and the long fall
+        // an air attack and a long fall
         {60, "r:52 rs:30 r:60", "RUN:0 FALL:99 AIRAT:104 FALL:152 | 1279>1283 1851 v 250 600 1 h3 #1"},
         {60, "j:5 l1:50", "JUMP:0 AIRAT:10 RUN:54 FALL:59 RUN:100 | -312>-317 416 v -250 0 -1 h3 #1"},
-        // defending, and a walk up a slope and down
+        // defending, and walking up and down a slope
         {60, "d:9 ld:9 l:40 .:5", "DEFND:0 RUN:36 FALL:86 | -229>-229 411 v 0 273.333 -1 h3 #0"},
         {60, "l:30 r:20", "RUN:0 FALL:49 RUN:72 | 13>17 416 v 250 0 1 h3 #4"},
     };

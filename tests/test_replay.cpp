@@ -1,4 +1,4 @@
-// Recordings: what is played is played again to the bit, and what is no whole recording is refused or ends cleanly.
+// Recordings: replays are bit-identical, invalid recordings are refused, truncated ones end without a crash.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/transition.h"
@@ -43,7 +43,7 @@ protected:
         }
         return "";
     }
-    std::string replay(const char *speed = "max") { // its last word
+    std::string replay(const char *speed = "max") { // returns its last message
         set_environment("LUMARIND_REPLAY", "run.lmr");
         set_environment("LUMARIND_REPLAY_SPEED", speed);
         log.lines.clear();
@@ -55,11 +55,14 @@ protected:
     }
 };
 
-// --- what is recorded ---
+// --- recordings ---
 
 std::string keys_of(char letter) {
     const PlayerIntent intent = route_intent(letter);
-    return std::string(intent.move_x > 0 ? "-Left +Right " : intent.move_x < 0 ? "-Right +Left " : "-Left -Right ") +
+    return std::string(
+               intent.move_x > 0   ? "-Left +Right "
+               : intent.move_x < 0 ? "-Right +Left "
+                                   : "-Left -Right ") +
            (intent.jump ? "Space " : "") + (intent.roll ? "X " : "");
 }
 
@@ -81,7 +84,7 @@ std::string keys_by_chance(unsigned seed, int count) {
     return script.str();
 }
 
-const std::string MOVES = // each state by itself, cut short, and one into the next
+const std::string MOVES = // each state alone, cancelled, and chained
     "J 0.6s K 1.2s L 1.6s U 1s X 1s J 0.2s +Left X 0.1s -Left K 0.4s +Right 0.1s -Right U 0.5s +Left Space 1.4s -Left "
     "+Right 0.1s L 0.3s X 0.1s 1s +Left L 0.3s -Left +S 0.3s +Left 0.3s -S 0.4s -Left Space 0.2s J 0.4s +Right U 1s "
     "-Right Space 38 Space 0.3s 37 Space 1s H 0.4s H 0.3s H 2s ";
@@ -134,7 +137,8 @@ TEST_F(ReplayTest, FinalStateDependsOnInputPerStepNotOnFrameRate) {
         size_t steps = 0;
         for (size_t number = 1; steps < ROUTE_STEPS_PER_LETTER * route.size(); number++) {
             const size_t then = number * 60 / static_cast<size_t>(rate);
-            if (then > steps && steps % ROUTE_STEPS_PER_LETTER == 0) play(keys_of(route[steps / ROUTE_STEPS_PER_LETTER]));
+            if (then > steps && steps % ROUTE_STEPS_PER_LETTER == 0)
+                play(keys_of(route[steps / ROUTE_STEPS_PER_LETTER]));
             frame(1.0 / rate);
             steps = then;
         }
@@ -167,7 +171,7 @@ TEST_F(ReplayTest, RecordingStartedAtScreenChangeIncludesHeldInputAndFade) {
     ASSERT_TRUE(start());
     play("pad:plug 1 pad:leftx=1 +D 1");
     ASSERT_TRUE(transition_fade_to(GAME_STATE_INPUT_DEMO, 3) && replay_record("run.lmr"));
-    play("181 30 pad:leftx=.9 76 Escape 60"); // to a place nearer than a whole fade, before the second hash
+    play("181 30 pad:leftx=.9 76 Escape 60"); // ends before the second hash, so the position must match too
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     replay_stop();
     EXPECT_EQ(last_word(), "[REPLAY] Recorded: run.lmr, 165 steps");
@@ -228,12 +232,14 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
     for (Uint32 type = 0; type < SDL_EVENT_USER; type++) {
         SDL_Event event = {}, back = {};
         event.type = type;
-        const bool typed = type == SDL_EVENT_TEXT_INPUT, dropped = type >= SDL_EVENT_DROP_FILE && type <= SDL_EVENT_DROP_POSITION;
+        const bool typed = type == SDL_EVENT_TEXT_INPUT,
+                   dropped = type >= SDL_EVENT_DROP_FILE && type <= SDL_EVENT_DROP_POSITION;
         int fields = 0;
         for (int round = 0; round < 20; round++) {
             for (const EventField &field : FIELDS) {
                 if (type < field.first || type > field.last || field.offset == 0) continue;
-                Uint32 value[2] = {static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole-number float
+                Uint32 value[2] = {
+                    static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole-number float
                 const float whole = static_cast<float>(static_cast<int>(random() % 2000) - 1000);
                 if (field.most == 0 && round % 2) SDL_memcpy(value, &whole, sizeof whole);
                 if (field.most != 0) value[0] %= field.most + 1;
