@@ -1,4 +1,4 @@
-"""Runs every generator and puts its files into the asset folder, those of the icon into packaging/icons."""
+"""Runs every generator and writes its files to the asset folder, the icons to packaging/icons."""
 
 from __future__ import annotations
 
@@ -22,7 +22,7 @@ PROJECT = Path(__file__).resolve().parents[2]
 
 
 def generate(generators: tuple, out_dir: Path) -> None:
-    """Builds in a scratch folder first, so that a failing generator leaves the old files alone."""
+    """Generates into a temporary folder first, so that a failing generator does not change existing files."""
     with tempfile.TemporaryDirectory() as scratch_name:
         scratch = Path(scratch_name)
         for generator in generators:
