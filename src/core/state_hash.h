@@ -1,8 +1,9 @@
-// state_hash: a hash of simulation state, to check that two runs are bit-identical. Fields are added one by one,
-// because the padding of a record is indeterminate.
+// state_hash: a hash of simulation state, to check that two runs are bit-identical.
 //
 //     Uint64 hash = STATE_HASH_START;
 //     for (float value : {body.pos.x, body.pos.y}) hash = state_hash_add(hash, value);
+//
+// Fields are added one by one, because the padding of a record is indeterminate.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
