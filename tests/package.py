@@ -68,7 +68,7 @@ def play(program: Path) -> None:
         *captures, "config/star-catcher.ini", "star-catcher.log"]), f"the user's files are {files_in(DATA)}")
     settings = (user / "config/star-catcher.ini").read_text()
     check(re.findall(r"(?m)^(\w+)", settings.split("[input]")[1].split("[")[0]) == ACTIONS, settings)
-    check(files_in(EMPTY) == [], f"in the current folder lies {files_in(EMPTY)}")
+    check(files_in(EMPTY) == [], f"files in the current folder: {files_in(EMPTY)}")
 
 
 def check_nothing_leaked(folder: Path) -> None:
@@ -94,7 +94,7 @@ def install() -> None:
     run("cmake", "--install", WORK / "library", "--prefix", fresh(WORK / "installed"))
     fresh(PREFIX)
     (WORK / "installed").rename(PREFIX)
-    check(os.listdir(PREFIX / "include") == ["lumarind"], "what lies beside the folder lumarind, games see")
+    check(os.listdir(PREFIX / "include") == ["lumarind"], "games would see anything beside the folder lumarind")
     inside = [name for name in files_in(PREFIX) if re.search(r"_(internal|record)\.h$|engine/(frame|setup)\.h", name)]
     check(not inside, f"not for games: {inside}")
     for name in files_in(PREFIX):
@@ -129,7 +129,7 @@ def write_own_screen(main: str) -> Path:
     main = main.replace(table, f"{screen}\n{table}")
     for edit in edits:
         known = edit.splitlines()[0] + "\n"
-        check(main.count(known) == 1, f"the page's line stands not once in main.cpp: {known}")
+        check(main.count(known) == 1, f"the page's line is not exactly once in main.cpp: {known}")
         main = main.replace(known, edit)
     path = WORK / "own-screen.cpp"
     if not path.exists() or path.read_text() != main:

@@ -94,7 +94,7 @@ TEST_F(CaptureTest, FrameDueForSeveralReasonsIsSavedOnce) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-// --- what is in them ---
+// --- contents ---
 
 TEST_F(CaptureTest, FilesContainRenderedPixelsWithAndWithoutOverlays) {
     for (const int round : {0, 1, 2, 3, 4, 5}) {

@@ -27,7 +27,7 @@ struct Level {
 
 bool level_load(Level *level) {
     level->world = tile_world_load(engine_renderer(), "assets/fireknight/tilemaps/castle-tilemap.tmx");
-    if (!level->world) return false; // the log has the file, the element and what to do about it
+    if (!level->world) return false; // logged, with the file, the element and a remedy
     player_body_init(&level->body, {100, 416}, 20, 40);
     return tile_world_colliders(level->world, "collisions", &level->rects, &level->slopes);
 }
