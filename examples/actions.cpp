@@ -1,4 +1,4 @@
-// actions: a game's own input actions. J strikes, L burns; the settings file holds the bindings, to be changed there.
+// actions: a game's own input actions. J strikes, L burns; bindings can be changed in the configuration file.
 
 #include "lumarind/lumarind.h"
 
@@ -8,7 +8,7 @@ enum Action { ACTION_STRIKE, ACTION_GUARD, ACTION_BURN, ACTION_COUNT };
 static constexpr GameAction ACTIONS[] = {
     {"strike", "J, pad:x"}, {"guard", "K, pad:rightshoulder"}, {"burn", "L, pad:righttrigger"}};
 static_assert(std::size(ACTIONS) == ACTION_COUNT, "an action's number is its index");
-static constexpr const char *CLIPS[] = {"2_atk", "defend", "sp_atk"}; // what the knight does for each
+static constexpr const char *CLIPS[] = {"2_atk", "defend", "sp_atk"}; // the clip for each action
 
 static AnimationSet *set;
 static SpriteSheet *sheet;
@@ -25,7 +25,7 @@ static void fixed_update(double dt) {
     animation_advance(&knight, dt);
     const char *next = knight.finished ? "idle" : nullptr;
     for (int action = 0; action < ACTION_COUNT; action++) {
-        if (input_pressed(action)) next = CLIPS[action]; // true in one step for each press: none is lost
+        if (input_pressed(action)) next = CLIPS[action]; // true in one fixed step per press: none is lost
     }
     if (next) animation_select_clip(&knight, animation_find_clip(set, next));
 }
@@ -38,7 +38,7 @@ static void tick() {
         const SDL_Color lit = {255, 206, 110, 255}, dark = {150, 140, 160, 255};
         char text[160];
         SDL_snprintf(text, sizeof text, "%s:  %s", input_action_name(action), input_bindings_text(action));
-        const SDL_Color color = input_held(action) ? lit : dark; // as long as the key is down
+        const SDL_Color color = input_held(action) ? lit : dark; // while the key is down
         engine_draw_text(
             engine_get_font_by_index(SHARED_FONT_UI), text, 30, 340 + 34 * static_cast<float>(action), color);
     }

@@ -1,4 +1,4 @@
-// crowd: a hundred and fifty knights on the march, drawn in a single call.
+// crowd: 150 marching knights, drawn in a single render call.
 
 #include "lumarind/lumarind.h"
 
@@ -41,7 +41,7 @@ static void tick() {
     const SDL_FRect field = {0, 86, 480, 184};
     fill_rect(renderer, &field, rgba(52, 40, 46, 255));
     sprite_batch_begin(batch, sheet);
-    for (int i = 0; i < COUNT; i++) { // in the order they are added: from far to near, out of the haze
+    for (int i = 0; i < COUNT; i++) { // drawing order: from far to near
         const float near = static_cast<float>(i) / COUNT, shade = 0.35f + 0.65f * near;
         const SDL_FPoint corner = {SDL_roundf(soldiers[i].x) - 144, SDL_roundf(92 + 172 * near) - 128};
         sprite_batch_add(

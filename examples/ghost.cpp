@@ -1,4 +1,4 @@
-// ghost: run to the flag; the best run so far runs beside you. Left, Right, jump (Space), or a gamepad.
+// ghost: run to the flag beside a replay of the best run. Left, Right, jump (Space), or a gamepad.
 
 #include "lumarind/lumarind.h"
 
@@ -8,7 +8,7 @@ static constexpr float GRAVITY = 900, JUMP = 300, RUN = 120, FLAG_X = 296; // px
 static SDL_FRect ground[] = {{0, 140, 90, 36}, {124, 140, 60, 36}, {214, 116, 30, 60}, {262, 140, 58, 36}};
 static const ColliderRects solid = {.capacity = 4, .count = 4, .grow_by = 0, .items = ground};
 
-// A run is the place at the end of each fixed step: the same steps, whatever the frame rate.
+// A run is the position after each fixed step, independent of the frame rate.
 struct Run {
     SDL_FPoint places[60 * 60];
     int steps;
@@ -58,7 +58,7 @@ static void tick() {
     fill_rect(renderer, &pole, rgba(190, 180, 160, 255));
     fill_rect(renderer, &flag, rgba(214, 72, 56, 255));
     if (best.steps > 0) draw_knight(best.places[SDL_min(run.steps, best.steps - 1)], 90);
-    const float t = static_cast<float>(engine_fixed_alpha()); // between the last two steps
+    const float t = static_cast<float>(engine_fixed_alpha()); // interpolates between the last two steps
     draw_knight(
         {body.prev_pos.x + (body.pos.x - body.prev_pos.x) * t, body.prev_pos.y + (body.pos.y - body.prev_pos.y) * t},
         255);

@@ -53,7 +53,7 @@ static void fixed_update(double dt) {
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
     fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
-    picture_draw(stones, 0, 0, {.cell = {0, 368, 320, 176}}); // a wall behind it all, in the dark
+    picture_draw(stones, 0, 0, {.cell = {0, 368, 320, 176}}); // a dark wall in the background
     const SDL_FRect view = {0, 0, 320, 176};
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     fill_rect(renderer, &view, rgba(12, 10, 26, 150));
@@ -62,7 +62,7 @@ static void tick() {
         const bool covered = tile.y > 9 * TILE;
         picture_draw(stones, tile.x, tile.y, {.cell = {tile.x, covered ? 208.0f : 0.0f, TILE, TILE}});
     }
-    const float t = static_cast<float>(engine_fixed_alpha()); // between the last two steps
+    const float t = static_cast<float>(engine_fixed_alpha()); // interpolates between the last two steps
     const float x = SDL_roundf(body.prev_pos.x + (body.pos.x - body.prev_pos.x) * t);
     const float y = SDL_roundf(body.prev_pos.y + (body.pos.y - body.prev_pos.y) * t);
     const SDL_FRect frame = {288 * SDL_floorf(SDL_fmodf(x / 16 + 20, 8)), body.vel.x == 0 ? 0.0f : 128.0f, 288, 128};

@@ -14,7 +14,7 @@ static bool setup() {
     if (!world) return false;
     camera = camera_make(
         1, {0, 0, static_cast<float>(world->cols * world->tile_w),
-            static_cast<float>(world->rows * world->tile_h)}); // never beyond the map
+            static_cast<float>(world->rows * world->tile_h)}); // the map's bounds
     x = previous_x = 1290;
     y = previous_y = 400;
     camera_center(&camera, {1290, 400}, 400, 225);
@@ -35,7 +35,7 @@ static void tick() {
     const double t = engine_fixed_alpha();
     const SDL_FPoint firefly = {
         static_cast<float>(timestep_lerp(previous_x, x, t)), static_cast<float>(timestep_lerp(previous_y, y, t))};
-    camera_follow(&camera, firefly, 400, 225); // moves once the firefly leaves the middle of the view
+    camera_follow(&camera, firefly, 400, 225); // moves when the firefly leaves the dead zone
     const TileWorldView view = {camera_area(&camera), 1};
     fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
     tile_world_advance(world, engine_fps_delta());

@@ -1,4 +1,4 @@
-// music: a piece that loops, and effects over it. Click: left and right is the pan, up and down the pitch. P pauses.
+// music: looping music and effects. Click: the horizontal position sets the pan, the vertical one the pitch. P pauses.
 
 #include "lumarind/lumarind.h"
 
@@ -22,7 +22,7 @@ static bool mouse_down(SDL_Event *event) {
 }
 
 static bool setup() {
-    music = audio_load("assets/audio/music/FluffyTail.ogg", false); // decoded while it plays
+    music = audio_load("assets/audio/music/FluffyTail.ogg", false); // streamed
     chime = audio_load("assets/audio/sfx/retro/sfx_coin_single1.wav", true);
     if (!music || !chime || !audio_play_music(music, 1000)) return false;
     play_at(560, 130);

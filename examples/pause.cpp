@@ -1,4 +1,4 @@
-// pause: Escape opens a menu over the game, which stops meanwhile. Up and Down choose, jump (Space) takes.
+// pause: Escape pauses the game and opens a menu. Up and Down select, jump (Space) activates.
 
 #include "lumarind/lumarind.h"
 
@@ -9,7 +9,7 @@ static constexpr const char *ENTRIES[] = {"Go on", "Begin again", "Quit"};
 
 static SDL_Texture *wheel;
 static int chosen;
-static float distance; // the wheel has rolled, units
+static float distance; // rolled by the wheel, UI units
 
 static bool setup() { // also called by engine_restart_state, after cleanup
     chosen = ENTRY_GO_ON;
@@ -18,7 +18,7 @@ static bool setup() { // also called by engine_restart_state, after cleanup
     return wheel != nullptr;
 }
 
-static bool escape() { // true: Escape does not end the program
+static bool escape() { // true: handled, Escape does not quit
     engine_set_paused(!engine_is_paused());
     chosen = ENTRY_GO_ON;
     return true;
@@ -28,7 +28,7 @@ static void fixed_update(double dt) { distance += 90 * static_cast<float>(dt); }
 
 static void choose() {
     if (chosen == ENTRY_GO_ON) engine_set_paused(false);
-    if (chosen == ENTRY_AGAIN) engine_restart_state(); // which also ends the pause
+    if (chosen == ENTRY_AGAIN) engine_restart_state(); // also ends the pause
     if (chosen == ENTRY_QUIT) engine_set_state(GAME_STATE_QUIT);
 }
 

@@ -1,4 +1,4 @@
-// picture: a picture file on the screen in one call, with sharp pixels on the left and smooth ones on the right.
+// picture: draws a picture in one call, with nearest-neighbour filtering on the left and linear on the right.
 
 #include "lumarind/lumarind.h"
 

@@ -1,4 +1,4 @@
-// save: a game that goes on where it was left. Jump (Space) finds a coin; Escape quits; start again.
+// save: a game that continues where it was left. Jump (Space) finds a coin; Escape quits; then start again.
 
 #include "lumarind/lumarind.h"
 
@@ -11,13 +11,13 @@ static bool setup() {
     coins = 21;
     if (!SDL_GetStoragePathInfo(storage_user(), SAVE, nullptr)) return true; // the first time
     char *text = storage_read_user_file(SAVE);
-    if (!text) return false; // reported; better no game than one that overwrites the old save
+    if (!text) return false; // reported; the start fails rather than overwrite the old save
     coins = SDL_max(SDL_atoi(text), 0);
     SDL_free(text);
     return true;
 }
 
-static void save() { // replaces the file as a whole: a crash in between costs nothing
+static void save() { // atomic: a crash does not lose the old save
     char text[16];
     storage_write_user_file(SAVE, text, static_cast<size_t>(SDL_snprintf(text, sizeof text, "%d\n", coins)));
 }

@@ -1,4 +1,4 @@
-// settings: values of a game's own in its settings file, and options of its own: try --help and --name Ember.
+// settings: a game's own settings and command-line options: try --help and --name Ember.
 
 #include "lumarind/lumarind.h"
 
@@ -6,7 +6,7 @@
 
 static constexpr GameSetting SETTINGS[] = {{"name", "stranger"}, {"visits", "0"}};
 
-// Options are read before the settings: an option that changes one is kept until the screen is set up.
+// Options are applied before settings are loaded: this option's value is stored until the screen is set up.
 static const char *wanted_name;
 static bool forget;
 static constexpr GameOption OPTIONS[] = {

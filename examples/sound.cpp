@@ -1,11 +1,11 @@
-// sound: effects made from a number instead of a file. Left and Right choose the kind, jump (Space) the next seed.
+// sound: effects generated from a seed. Left and Right select the preset, jump (Space) the next seed.
 
 #include "lumarind/lumarind.h"
 
 static int preset;
 static Uint64 seed;
 static MIX_Audio *sound;
-static float *samples; // of the same sound, to be drawn
+static float *samples; // of the same sound, for drawing
 static int sample_count;
 static char label[64];
 
@@ -16,7 +16,7 @@ static bool make_sound() {
     sound = sfx_generate(preset, seed); // the same preset and seed: the same sound, on every machine
     SDL_snprintf(label, sizeof label, "%s, seed %d", sfx_preset_name(preset), static_cast<int>(seed));
     if (!sound || !samples) return false;
-    audio_play_sfx(sound); // false when all sixteen tracks are busy, which is no error
+    audio_play_sfx(sound); // returns false if all sixteen tracks are busy, which is not an error
     return true;
 }
 
@@ -37,7 +37,7 @@ static void tick() {
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     const int bars = static_cast<int>(width - 80) / 4, span = sample_count / bars + 1;
-    for (int bar = 0; bar < bars; bar++) { // its loudness from beginning to end
+    for (int bar = 0; bar < bars; bar++) { // its loudness over time
         float peak = 0;
         for (int i = bar * span; i < (bar + 1) * span && i < sample_count; i++) peak = SDL_max(peak, samples[i]);
         const SDL_FRect column = {40 + 4 * static_cast<float>(bar), height * 0.55f - 250 * peak, 3, 500 * peak + 1};

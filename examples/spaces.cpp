@@ -1,4 +1,4 @@
-// spaces: a picture of 160 × 90 large pixels, and sharp text over it. The mouse is told in both units.
+// spaces: a logical space of 160 × 90 large pixels with sharp text in UI space. Shows the mouse position in both.
 
 #include "lumarind/lumarind.h"
 
@@ -15,10 +15,10 @@ static bool setup() {
 }
 
 static void tick() {
-    // The screen has a logical size, so a frame begins in logical space: whole multiples of its pixels fill the window.
+    // The screen has a logical size, so a frame starts in logical space, presented with integer scaling.
     SDL_Renderer *renderer = engine_renderer();
     fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
-    SDL_RenderClear(renderer); // what is around the picture, too
+    SDL_RenderClear(renderer); // also clears the letterbox
     const SDL_FRect room = {0, 0, 160, 90};
     fill_rect(renderer, &room, rgba(34, 30, 52, 255));
     picture_draw(window, 36, 1);
@@ -28,7 +28,7 @@ static void tick() {
     engine_mouse_position(&logical_x, &logical_y);
     outline_circle(renderer, logical_x, logical_y, 6, rgba(255, 220, 120, 255));
 
-    // From here to the end of the frame one unit is one pixel of the output, or several on a dense display.
+    // Until the end of the frame one unit is one output pixel, or several on a high-density display.
     engine_use_ui_space();
     float width = 0, height = 0, x = 0, y = 0;
     engine_view_size(&width, &height);
@@ -37,7 +37,7 @@ static void tick() {
     SDL_snprintf(
         text, sizeof text, "Mouse: %d, %d in the picture; %d, %d on the text's grid", static_cast<int>(logical_x),
         static_cast<int>(logical_y), static_cast<int>(x), static_cast<int>(y));
-    engine_set_text(label, text); // costs nothing while the text is the same
+    engine_set_text(label, text); // does nothing if the text is unchanged
     const SDL_FRect bar = {0, height - 44, width, 44};
     SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
     fill_rect(renderer, &bar, rgba(10, 8, 20, 190));

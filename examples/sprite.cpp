@@ -1,11 +1,11 @@
-// sprite: a knight, as a sprite editor exported him, runs under the input actions. Left and Right, or a gamepad.
+// sprite: an animated knight, exported by a sprite editor, runs with the input actions Left and Right, or a gamepad.
 
 #include "lumarind/lumarind.h"
 
 static AnimationSet *set;
 static SpriteSheet *sheet;
 static Animation knight;
-static double x, previous_x; // of his feet; the picture lies between the last two steps
+static double x, previous_x; // of the feet; drawn interpolated between the last two steps
 static bool faces_left;
 
 static bool setup() {

@@ -1,4 +1,4 @@
-// text: a prepared text that changes: a story that types itself, letter by letter. Jump (Space) turns the page.
+// text: a changing prepared text: a story that types itself, letter by letter. Jump (Space) turns the page.
 
 #include "lumarind/lumarind.h"
 
@@ -32,7 +32,7 @@ static void tick() {
     letters = SDL_min(letters + LETTERS_PER_SECOND * engine_fps_delta(), static_cast<double>(SDL_strlen(PAGES[page])));
     char shown[256];
     SDL_utf8strlcpy(shown, PAGES[page], SDL_min(static_cast<size_t>(letters) + 1, sizeof shown));
-    engine_set_text(story, shown); // laid out anew only when it differs
+    engine_set_text(story, shown); // only a changed text is laid out again
 
     SDL_Renderer *renderer = engine_renderer();
     fill_rect(renderer, nullptr, rgba(24, 22, 28, 255));

@@ -1,8 +1,8 @@
-// First Game: a title screen, and a night in which a firefly gathers lights.
+// First Game: a title screen, and a night scene in which a firefly collects lights.
 #include "lumarind/lumarind.h"
 
-static TTF_Text *name, *hint;                         // each screen makes them, and destroys them in its cleanup
-static MIX_Audio *chime;                              // made once; the engine frees it with its mixer
+static TTF_Text *name, *hint;                         // created by each screen, destroyed in its cleanup
+static MIX_Audio *chime;                              // created once; freed with the engine's mixer
 static SDL_FPoint tail[50], light = {640, 130}, view; // UI units; the firefly is at tail[0] and was at tail[1]
 
 static bool setup() {

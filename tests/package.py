@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Takes the engine the way games do: installed, by add_subdirectory and by FetchContent, each with a game that
-./dev new has written. Called with this checkout and a folder to work in, where what was built is built upon again."""
+"""Uses the library as games do: installed, by add_subdirectory and by FetchContent, each with a game created by
+./dev new. Arguments: this checkout and a work folder, in which builds are incremental."""
 
 import os
 import re
@@ -19,7 +19,7 @@ NO_BOX2D = "-DCMAKE_DISABLE_FIND_PACKAGE_box2d=ON"
 
 
 def run(*words: object, code: int = 0, cwd: Path = WORK) -> str:
-    """Runs a command, which has to exit with the code, and returns what it printed."""
+    """Runs a command, checks its exit code and returns its output."""
     done = subprocess.run([str(word) for word in words], cwd=cwd, env=os.environ | HEADLESS, check=False, text=True,
                           stdout=subprocess.PIPE, stderr=subprocess.STDOUT, errors="replace")
     check(done.returncode == code, f"{' '.join(map(str, words))}\nexit code {done.returncode}:\n{done.stdout}")
@@ -32,10 +32,10 @@ def check(right: bool, message: str) -> None:
 
 
 def build(source: Path, name: str, *options: str, kind: str = "Debug") -> Path:
-    """Configures and builds a project in WORK/name; no warning may come out of it."""
+    """Configures and builds a project in WORK/name, without warnings."""
     folder = WORK / name
     said = run("cmake", "-S", source, "-B", folder, "-G", "Ninja", "--no-warn-unused-cli", "-U", "LUMARIND_*",
-               f"-DCMAKE_BUILD_TYPE={kind}", *options) # with the defaults of now
+               f"-DCMAKE_BUILD_TYPE={kind}", *options) # resets cached options to their defaults
     check("CMake Warning" not in said, said)
     run("cmake", "--build", folder)
     return folder
@@ -51,7 +51,7 @@ def files_in(folder: Path) -> list[str]:
 
 
 def play(program: Path) -> None:
-    """The game has its own names and actions, and keeps its files in the user's folder."""
+    """The game has its own names and actions, and stores its files in the user's folder."""
     fresh(DATA)
     fresh(EMPTY).mkdir()
     usage = run(program, "--help", cwd=EMPTY)
@@ -68,7 +68,7 @@ def play(program: Path) -> None:
         *captures, "config/star-catcher.ini", "star-catcher.log"]), f"the user's files are {files_in(DATA)}")
     settings = (user / "config/star-catcher.ini").read_text()
     check(re.findall(r"(?m)^(\w+)", settings.split("[input]")[1].split("[")[0]) == ACTIONS, settings)
-    check(files_in(EMPTY) == [], f"in the current folder lies {files_in(EMPTY)}")
+    check(files_in(EMPTY) == [], f"files in the current folder: {files_in(EMPTY)}")
 
 
 def play_example() -> None:
@@ -81,7 +81,7 @@ def play_example() -> None:
 
 
 def check_nothing_leaked(folder: Path) -> None:
-    """Of the engine's own programs, links, tests, install rules, flags and folders there is none in a game's build."""
+    """A game's build contains none of the engine's programs, links, tests, install rules, flags and folders."""
     targets = run("ninja", "-t", "targets", "all", cwd=folder)
     check(not re.search("LumarindEngine|lumarind_(tests|soak|gallery|program|box2d)", targets), targets)
     compiled = re.search(r"(?m)^.* -c \S+/(main|own-screen)\.cpp$", run("ninja", "-t", "commands", cwd=folder))[0]
@@ -98,12 +98,12 @@ def check_nothing_leaked(folder: Path) -> None:
 
 
 def install() -> None:
-    """Installs the library alone and moves it elsewhere."""
+    """Installs only the library and relocates it."""
     build(SOURCE, "library", "-DLUMARIND_PROGRAM=OFF", NO_BOX2D, kind="Release")
     run("cmake", "--install", WORK / "library", "--prefix", fresh(WORK / "installed"))
     fresh(PREFIX)
     (WORK / "installed").rename(PREFIX)
-    check(os.listdir(PREFIX / "include") == ["lumarind"], "what lies beside the folder lumarind, games see")
+    check(os.listdir(PREFIX / "include") == ["lumarind"], "games would see anything beside the folder lumarind")
     inside = [name for name in files_in(PREFIX) if re.search(r"_(internal|record)\.h$|engine/(frame|setup)\.h", name)]
     check(not inside, f"not for games: {inside}")
     for name in files_in(PREFIX):
@@ -111,7 +111,7 @@ def install() -> None:
 
 
 def check_objects() -> None:
-    """No object of the library but those in its namespace may meet one of a game's."""
+    """Objects of the library must be in its namespace, so that they do not clash with a game's."""
     table = run("readelf", "--wide", "--syms", PREFIX / "lib/liblumarind.a")
     names = re.findall(r" (?:OBJECT|TLS|COMMON) +(?:GLOBAL|WEAK|UNIQUE) +\w+ +(?!UND)\w+ +(\S+)", table)
     check("_ZN8lumarind6engineE" in names, table)
@@ -120,7 +120,7 @@ def check_objects() -> None:
 
 
 def write_game() -> str:
-    """The game of ./dev new, which refuses to write over it; returns main.cpp."""
+    """Creates a game with ./dev new, which must not overwrite it; returns main.cpp."""
     fresh(GAME)
     run(SOURCE / "dev", "new", GAME)
     said = run(SOURCE / "dev", "new", GAME, code=1)
@@ -131,14 +131,14 @@ def write_game() -> str:
 
 
 def write_own_screen(main: str) -> Path:
-    """What docs/first-game.md tells to add: a listing before the table of screens, and lines in place of lines."""
+    """Applies the changes of docs/first-game.md: inserts a listing before the table of screens, and replaces lines."""
     page = (SOURCE / "docs/first-game.md").read_text().split("## A screen of your own")[1]
     screen, *edits = re.findall(r"```cpp\n(.*?)```", page, re.DOTALL)
     table = "static constexpr GameScreen screens[]"
     main = main.replace(table, f"{screen}\n{table}")
     for edit in edits:
         known = edit.splitlines()[0] + "\n"
-        check(main.count(known) == 1, f"the page's line stands not once in main.cpp: {known}")
+        check(main.count(known) == 1, f"the page's line is not exactly once in main.cpp: {known}")
         main = main.replace(known, edit)
     path = WORK / "own-screen.cpp"
     if not path.exists() or path.read_text() != main:

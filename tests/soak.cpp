@@ -1,9 +1,9 @@
-// The whole program for a long time under everything a user may do, chosen at random from a printed seed. The
-// sanitizers watch; here the log is watched, and the memory in use at moments that can be compared: the first half of
-// the frames are many short runs, measured in between, the second half is one long run, measured in its menu.
-//   LUMARIND_SOAK_FRAMES  how many frames (default 20000)
-//   LUMARIND_SOAK_SEED    from which seed (default 1)
-// What is done is recorded beside the program, in soak.lmr: after a crash, up to the crash.
+// Soak test: the whole program for a long time under random input from a printed seed, with the sanitizers. Checks that
+// every log line is known and that memory does not grow between comparable moments: the first half of the frames is
+// many short runs, measured between runs, the second half one long run, measured in its menu.
+//   LUMARIND_SOAK_FRAMES  number of frames (default 20000)
+//   LUMARIND_SOAK_SEED    seed (default 1)
+// The run is recorded beside the program, in soak.lmr, also up to a crash.
 
 #include "app/screen_registry.h"
 #include "lumarind/engine/engine.h"
@@ -24,11 +24,11 @@
 #include <malloc.h>
 #include <sstream>
 
-// The sanitizers' own interface; g++ brings no header for the first.
+// The sanitizer's interface; g++ has no header for it.
 extern "C" size_t __sanitizer_get_current_allocated_bytes();
 extern "C" void __sanitizer_set_death_callback(void (*callback)());
-// The text engine keeps a record per address that a font ever had. Were freed addresses held back for long, as the
-// sanitizer does by default, the records would grow without end, which they do not in a program for users.
+// The text engine keeps a record per address that a font ever had. The sanitizer's quarantine of freed memory would
+// make these records grow without limit, which does not happen without it.
 extern "C" const char *__asan_default_options();
 extern "C" const char *__asan_default_options() {
     return "quarantine_size_mb=4:detect_stack_use_after_return=1:strict_string_checks=1";
@@ -39,8 +39,8 @@ namespace {
 constexpr Uint64 FRAMES_DEFAULT = 20'000, SEED_DEFAULT = 1;
 constexpr Uint64 SAMPLES_WANTED = 100; // of the long run
 constexpr size_t GROWTH_STOPPED_MAX = 64 << 10;
-constexpr size_t GROWTH_RUNNING_MAX = 1 << 20; // the mixer's tracks keep the sounds they played last, whichever
-constexpr size_t GROWTH_PER_GAMEPAD = 256;     // SDL remembers something of each that was plugged in
+constexpr size_t GROWTH_RUNNING_MAX = 1 << 20; // the mixer's tracks keep the sounds they played last
+constexpr size_t GROWTH_PER_GAMEPAD = 256;     // SDL keeps some data for each controller ever connected
 constexpr int GAMEPADS_MAX = 3;
 
 Uint64 frames_done, seed; // for the report after a crash
@@ -50,7 +50,7 @@ size_t memory_in_use() {
     return __sanitizer_get_current_allocated_bytes();
 #else
     const struct mallinfo2 memory = mallinfo2();
-    return memory.uordblks + memory.hblkhd; // in the heap, and large blocks beside it
+    return memory.uordblks + memory.hblkhd; // heap and mapped blocks
 #endif
 }
 
@@ -59,8 +59,8 @@ Uint64 number_from_environment(const char *name, Uint64 fallback) {
     return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
 }
 
-// Compares the first quarter of the samples with the last, the least of each: sounds that fade out while a sample is
-// taken add to it for a moment.
+// Compares the minimum of the first quarter of the samples with that of the last: sounds that are fading out during a
+// sample add to it.
 void expect_no_growth(const char *what, const std::vector<size_t> &samples, size_t allowed) {
     const auto quarter = static_cast<std::ptrdiff_t>(samples.size() / 4);
     ASSERT_GE(quarter, 1) << what << ": too few samples";
@@ -70,7 +70,7 @@ void expect_no_growth(const char *what, const std::vector<size_t> &samples, size
     EXPECT_LE(after, before + allowed) << what << ": memory grew";
 }
 
-// The keys some screen or the engine looks at, as scripts name them.
+// All keys used by a screen or the engine, as named in scripts.
 constexpr const char *KEYS[] = {"Left",   "Right", "Up", "Down", "A", "D",          "W", "S",  "Space",
                                 "Return", "Z",     "X",  "J",    "K", "L",          "U", "I",  "H",
                                 "P",      "R",     "F",  ",",    ".", "Left_Shift", "Q", "Tab"};
@@ -90,18 +90,18 @@ class Soak : public EngineTest {
 protected:
     Uint64 random = 0, frames = 0, next_sample = 0;
     std::vector<std::unique_ptr<VirtualGamepad>> gamepads;
-    std::vector<size_t> stopped, running; // memory in use between two runs, and in the menu
+    std::vector<size_t> stopped, running; // memory in use between runs, and in the menu of the long run
     int unknown_lines = 0, plugged = 0;
-    bool lasting = false; // the long run, in which the user never leaves
+    bool lasting = false; // in the long run, which the user does not quit
     const std::string recording = SDL_GetBasePath() + std::string("soak.lmr"); // since the last jump to a screen
 
     int below(int limit) { return SDL_rand_r(&random, limit); }
     bool one_in(int odds) { return below(odds) == 0; }
     template <typename T, size_t N> T any_of(const T (&items)[N]) { return items[below(static_cast<int>(N))]; }
 
-    // --- what may happen ---
+    // --- actions ---
 
-    // The menu sees the events of this frame, or Escape will find it.
+    // The menu receives this frame's events, or will receive an Escape.
     static bool in_menu() {
         return engine_get_state() == GAME_STATE_MAIN_MENU || engine_get_prev_state() == GAME_STATE_MAIN_MENU;
     }
@@ -117,7 +117,7 @@ protected:
         hold({});
     }
     void press_function_key() { play(any_of({"F3", "F3", "F3", "F4", "F4", "F5", "F12"})); }
-    void press_escape() { // in the menu it ends the program: seldom, or runs would be all menu
+    void press_escape() { // in the menu it quits: rarely, or runs would be too short
         if (!in_menu() || (!lasting && one_in(20))) play("Escape");
     }
     void use_mouse() {
@@ -149,16 +149,16 @@ protected:
         pad.set(axis, trigger ? SDL_randf_r(&random) : 2 * SDL_randf_r(&random) - 1);
     }
     void resize_window() {
-        const bool odd = one_in(20); // else a size that keeps the soak quick
+        const bool odd = one_in(20); // otherwise a small size, to keep the soak fast
         const int width = odd ? 1 + below(2000) : 320 + below(500), height = odd ? 1 + below(1200) : 200 + below(300);
         SDL_SetWindowSize(engine->window, width, height);
     }
     void send_odd_event() {
         push_event(any_of(ODD_EVENTS));
-        hold({}); // SDL releases the keys when the focus goes
+        hold({}); // SDL releases all keys when focus is lost
     }
     GameState any_screen() { return GAME_STATE_MAIN_MENU + below(GAME_STATE_PHYSICS_DEMO - GAME_STATE_MAIN_MENU + 1); }
-    void jump_to(GameState state) { // no user can: a new recording begins there
+    void jump_to(GameState state) { // not possible for a user: starts a new recording
         replay_record(recording.c_str());
         engine_set_state(state);
     }
@@ -172,7 +172,7 @@ protected:
 
     void let_something_happen() {
         static constexpr struct {
-            int weight; // of 1000
+            int weight; // per mille
             void (Soak::*act)();
         } HAPPENINGS[] = {{381, &Soak::press_key},
                           {150, &Soak::release_keys},
@@ -220,7 +220,7 @@ protected:
 
     void end() {
         hold({});
-        if (one_in(2)) gamepads.clear(); // else they go with SDL
+        if (one_in(2)) gamepads.clear(); // otherwise SDL removes them when it quits
         stop();
         gamepads.clear();
         std::filesystem::remove_all("captures");
@@ -254,7 +254,7 @@ protected:
         return frame() && frame();
     }
 
-    // The menu in a window of one size, without controllers and panel, whatever was before.
+    // Shows the menu at a fixed window size, without controllers and panel.
     bool sample_in_menu() {
         gamepads.clear();
         hold({});
@@ -268,7 +268,7 @@ protected:
     }
 
     bool run_a_frame() {
-        if (one_in(500)) jump_to(any_screen()); // first: an Escape must know where it goes
+        if (one_in(500)) jump_to(any_screen()); // first: Escape depends on the current screen
         for (int i = below(4); i > 0; i--) let_something_happen();
         const bool goes_on = frame(any_frame_time());
         frames_done++;
@@ -279,7 +279,7 @@ protected:
     }
 };
 
-TEST_F(Soak, SurvivesEverythingAUserMayDo) {
+TEST_F(Soak, SurvivesRandomInput) {
     frames = number_from_environment("LUMARIND_SOAK_FRAMES", FRAMES_DEFAULT);
     random = seed = number_from_environment("LUMARIND_SOAK_SEED", SEED_DEFAULT);
     std::printf("soak: %" PRIu64 " frames from seed %" PRIu64 "\n", frames, seed);
@@ -287,7 +287,7 @@ TEST_F(Soak, SurvivesEverythingAUserMayDo) {
 #ifdef __SANITIZE_ADDRESS__
     __sanitizer_set_death_callback([] {
         std::fprintf(stderr, "soak: stopped in frame %" PRIu64 " of seed %" PRIu64 "\n", frames_done, seed);
-        replay_stop(); // which writes the last second
+        replay_stop(); // writes the last second
     });
 #endif
     while (frames_done < frames / 2) {
@@ -300,7 +300,7 @@ TEST_F(Soak, SurvivesEverythingAUserMayDo) {
 
     ASSERT_TRUE(begin());
     for (GameState state = GAME_STATE_MAIN_MENU; state <= GAME_STATE_PHYSICS_DEMO; state++) {
-        ASSERT_TRUE(visit(state)); // what is made once and kept is made now
+        ASSERT_TRUE(visit(state)); // allocates everything that is cached for good
     }
     lasting = true;
     plugged = 0;

@@ -1,5 +1,5 @@
-// The mixer on SDL's dummy driver: tracks, music, volumes, files that are not what they should be, and a machine
-// without a playback device.
+// The audio module on SDL's dummy driver: tracks, music, volumes, invalid files, and a machine without a playback
+// device.
 
 #include "audio/audio_internal.h"
 #include "lumarind/audio/audio.h"
@@ -42,7 +42,7 @@ protected:
         EngineTest::TearDown();
     }
 
-    MIX_Audio *tone(double seconds) { // freed at the end
+    MIX_Audio *tone(double seconds) { // freed in TearDown
         std::vector<float> frames(static_cast<size_t>(seconds * 2 * 44100), 0.1f);
         sounds.push_back(audio_load_samples(frames.data(), static_cast<int>(frames.size() / 2), 2, 44100));
         return sounds.back();
@@ -53,11 +53,11 @@ protected:
 
 // --- lifetime ---
 
-TEST_F(AudioMixerTest, SetsUpOnceAndCleansUpTwice) {
+TEST_F(AudioMixerTest, SetupAndCleanupAreIdempotent) {
     audio_cleanup();
     log.lines.clear();
     EXPECT_FALSE(audio_music_playing() || audio_play_sfx(nullptr) || audio_play_music(nullptr, 0));
-    audio_stop_music(0); // before the set-up: nothing
+    audio_stop_music(0); // ignored before setup
     cfg_set_audio_volume(AUDIO_BUS_MASTER, 0.25f);
     cfg_set_audio_volume(AUDIO_BUS_MUSIC, 0.5f);
     cfg_set_audio_volume(AUDIO_BUS_SFX, 1.7f);
@@ -74,8 +74,8 @@ TEST_F(AudioMixerTest, SetsUpOnceAndCleansUpTwice) {
     EXPECT_EQ(SDL_WasInit(SDL_INIT_AUDIO), 0u) << "the audio subsystem was left open";
 }
 
-TEST_F(AudioMixerTest, WithoutADeviceItGoesOnSilently) {
-    // A driver that does not start, and one that starts and cannot open its device.
+TEST_F(AudioMixerTest, FallsBackToDummyDriverWithoutPlaybackDevice) {
+    // One driver fails to start, the other starts but cannot open its device.
     audio_cleanup();
     SDL_SetHint("SDL_AUDIO_DISK_OUTPUT_FILE", "no/such/folder/file.raw");
     for (const char *driver : {"no-such-driver", "disk"}) {
@@ -94,10 +94,10 @@ TEST_F(AudioMixerTest, WithoutADeviceItGoesOnSilently) {
 
 // --- playing ---
 
-TEST_F(AudioMixerTest, EffectsPlayOnceOnTheLowestIdleTrackAndTheSeventeenthIsDropped) {
+TEST_F(AudioMixerTest, EffectUsesLowestIdleTrackAndSeventeenthIsDropped) {
     MIX_Audio *sound = tone(20), *extra = tone(20), *generated = sfx_generate(SFX_BLIP, 1);
     ASSERT_TRUE(audio_play_sfx(generated));
-    audio_free(&generated); // while it plays: the mixer keeps it as long as it needs it
+    audio_free(&generated); // while it plays: the mixer keeps a reference
     audio_free(&generated);
     EXPECT_TRUE(!generated && MIX_GetTrackLoops(audio->sfx[0]) == 0);
     EXPECT_TRUE(within_seconds(10, [] { return !MIX_TrackPlaying(audio->sfx[0]); }));
@@ -108,21 +108,21 @@ TEST_F(AudioMixerTest, EffectsPlayOnceOnTheLowestIdleTrackAndTheSeventeenthIsDro
     MIX_StopTrack(audio->sfx[5], 0);
     EXPECT_TRUE(audio_play_sfx(extra) && MIX_GetTrackAudio(audio->sfx[5]) == extra);
     EXPECT_FALSE(MIX_TrackPlaying(audio->sfx[11]));
-    EXPECT_TRUE(log.errors().empty()) << "a busy pool is nothing to report";
+    EXPECT_TRUE(log.errors().empty()) << "dropping an effect is not an error";
 }
 
-TEST_F(AudioMixerTest, MusicIsReplacedAtOnceLoopsAndFades) {
+TEST_F(AudioMixerTest, MusicLoopsFadesAndIsReplacedAtOnce) {
     MIX_Audio *first = tone(0.05), *second = tone(20);
     ASSERT_TRUE(audio_play_music(first, 0));
     EXPECT_TRUE(MIX_GetTrackLoops(audio->music) == -1 && MIX_GetTrackFadeFrames(audio->music) == 0);
-    EXPECT_FALSE(within_seconds(0.3, [] { return !audio_music_playing(); })) << "it goes round";
+    EXPECT_FALSE(within_seconds(0.3, [] { return !audio_music_playing(); })) << "it loops";
 
     ASSERT_TRUE(audio_play_music(second, 5000));
     EXPECT_EQ(MIX_GetTrackAudio(audio->music), second);
-    EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 4 * 44100) << "fades in, in milliseconds";
-    for (const int seconds : {5, 60}) { // each call begins a fade of its own
+    EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 4 * 44100) << "fade-in in milliseconds";
+    for (const int seconds : {5, 60}) { // each call starts a new fade
         audio_stop_music(seconds * 1000);
-        EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), (1 - seconds) * 44100) << "fades out, in milliseconds";
+        EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), (1 - seconds) * 44100) << "fade-out in milliseconds";
         EXPECT_TRUE(audio_music_playing());
     }
     audio_stop_music(20);
@@ -132,19 +132,19 @@ TEST_F(AudioMixerTest, MusicIsReplacedAtOnceLoopsAndFades) {
     EXPECT_FALSE(audio_music_playing());
 
     EXPECT_TRUE(audio_play_music(second, 0) && !audio_play_music(nullptr, 0));
-    EXPECT_FALSE(audio_music_playing()) << "the old piece has stopped";
+    EXPECT_FALSE(audio_music_playing()) << "the old music has stopped";
     EXPECT_TRUE(log.only_error_starts("[AUDIO] Unable to play the music, error: "));
 }
 
 // --- volumes ---
 
-TEST_F(AudioMixerTest, VolumesStayBetweenSilenceAndFull) {
+TEST_F(AudioMixerTest, VolumesAreClampedTo0To1) {
     const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
     const std::pair<float, float> cases[] = {{-0.2f, 0}, {1.7f, 1}, {0.3f, 0.3f}, {nan, 0}, {inf, 1}, {-inf, 0}};
     for (int i = 0; i < AUDIO_BUS_COUNT; i++) {
         const auto bus = static_cast<AudioBus>(i);
         for (const auto &[value, level] : cases) {
-            cfg_set_audio_volume(bus, value); // as a file may hold it
+            cfg_set_audio_volume(bus, value); // possible values of a file
             EXPECT_FLOAT_EQ(audio_volume(bus), level) << value;
             audio_set_volume(bus, value);
             EXPECT_FLOAT_EQ(cfg_get_audio_volume(bus), level) << value;
@@ -153,21 +153,21 @@ TEST_F(AudioMixerTest, VolumesStayBetweenSilenceAndFull) {
             EXPECT_FLOAT_EQ(gains[bus], level) << value;
         }
     }
-    audio_set_volume(AUDIO_BUS_COUNT, 0.5f); // no bus: nothing
+    audio_set_volume(AUDIO_BUS_COUNT, 0.5f); // ignored: invalid bus
     EXPECT_EQ(audio_volume(AUDIO_BUS_COUNT), 0);
 }
 
 // --- files ---
 
-TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
+TEST_F(AudioMixerTest, InvalidFilesAreReportedWithPathAndReason) {
     using namespace std::string_literals;
     const std::string wav = read_file("assets/audio/sfx/retro/sfx_wpn_laser1.wav");
     const std::string ogg = read_file("assets/audio/sfx/interface/click_001.ogg");
-    const std::string tag = "ID3\4\0\0\0\0\0\2"s + "\0\0\0\0\0\0\0\0"s, // and what fills up behind it
+    const std::string tag = "ID3\4\0\0\0\0\0\2"s + "\0\0\0\0\0\0\0\0"s, // with padding
         footed = "ID3\4\0\x10\0\0\1\2"s + std::string(130 + 10, 'x');
     const struct {
         const char *name;
-        std::string content, reason; // "": there is none
+        std::string content, reason; // "": the file is missing
     } files[] = {
         {"tagged.wav", tag + wav, ""},
         {"footed.wav", footed + wav, ""},
@@ -198,7 +198,7 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
         EXPECT_FALSE(audio_load(path, true) || audio_load(path, false));
         EXPECT_EQ(log.count("[AUDIO] Unable to load "s + path + ", error: "), 2);
     }
-    EXPECT_FALSE(log.has("error: Parameter")) << "each has a reason of its own";
+    EXPECT_FALSE(log.has("error: Parameter")) << "each error has a specific reason";
     const float frames[2] = {};
     EXPECT_TRUE(!audio_load_samples(nullptr, 100, 1, 44100) && log.has("Unable to load 100 generated frames, error: "));
     EXPECT_FALSE(audio_load_samples(frames, 0, 1, 44100) || audio_load_samples(frames, 1, 1, 44100));
@@ -207,7 +207,7 @@ TEST_F(AudioMixerTest, FilesThatAreNoSoundAreReportedByName) {
     EXPECT_TRUE(sounds.back() && !audio_load_samples(frames, 2, 1, 768001));
 }
 
-TEST_F(AudioMixerTest, SharedSoundsAreLoadedOnceAndFollowTheirFiles) {
+TEST_F(AudioMixerTest, SharedSoundsAreCachedAndHotReloaded) {
     const auto store = [](const char *name) {
         write_file("a.wav", read_file("assets/audio/sfx/retro/sfx_" + std::string(name) + ".wav"));
     };
@@ -223,13 +223,13 @@ TEST_F(AudioMixerTest, SharedSoundsAreLoadedOnceAndFollowTheirFiles) {
     log.lines.clear();
     write_file("a.wav", "RIFF");
     for (int i = 0; i < 3; i++) reload_tick();
-    EXPECT_TRUE(log.errors().size() == 2 && sound->audio == old) << "one each, once";
+    EXPECT_TRUE(log.errors().size() == 2 && sound->audio == old) << "one error per version";
     store("coin_single1");
     reload_tick();
     EXPECT_NE(MIX_GetAudioDuration(sound->audio), before);
-    EXPECT_TRUE(MIX_TrackPlaying(audio->sfx[0]) && MIX_GetTrackAudio(audio->sfx[0]) == old) << "to its end";
+    EXPECT_TRUE(MIX_TrackPlaying(audio->sfx[0]) && MIX_GetTrackAudio(audio->sfx[0]) == old) << "plays to its end";
     sound_store_release(sound);
-    EXPECT_TRUE(audio_play_sfx(sound->audio)) << "it has another holder";
+    EXPECT_TRUE(audio_play_sfx(sound->audio)) << "there is another reference";
     for (SharedSound *held : {sound, music}) sound_store_release(held);
     reload_set(false);
     expect_allocation_faults_survived(
@@ -237,12 +237,12 @@ TEST_F(AudioMixerTest, SharedSoundsAreLoadedOnceAndFollowTheirFiles) {
         [&] { sound_store_release(std::exchange(sound, nullptr)); });
 }
 
-TEST_F(AudioMixerTest, EffectsHaveTheirOwnVolumePitchAndPanForOnePlay) {
+TEST_F(AudioMixerTest, VolumePitchAndPanApplyToOnePlayback) {
     MIX_Track *track = audio->sfx[0];
     MIX_Audio *sound = tone(0.05);
     const auto ended = [&] { return !MIX_TrackPlaying(track); };
     ASSERT_TRUE(audio_play_sfx_with(sound, {.volume = 0.5f, .pitch = 0.5f, .pan = -2}));
-    EXPECT_FLOAT_EQ(MIX_GetTrackGain(track), 0.4f) << "of the bus's 0.8";
+    EXPECT_FLOAT_EQ(MIX_GetTrackGain(track), 0.4f) << "half of the bus's 0.8";
     EXPECT_FLOAT_EQ(MIX_GetTrackFrequencyRatio(track), 0.5f);
     audio_set_volume(AUDIO_BUS_SFX, 0.5f);
     EXPECT_FLOAT_EQ(MIX_GetTrackGain(track), 0.25f);
@@ -261,7 +261,7 @@ TEST_F(AudioMixerTest, EffectsHaveTheirOwnVolumePitchAndPanForOnePlay) {
     audio_pause_music(true);
     audio_stop_music(50);
     audio_pause_music(false);
-    EXPECT_FALSE(audio_music_playing()) << "stopped while it was paused";
+    EXPECT_FALSE(audio_music_playing()) << "stopped while paused";
 }
 
 } // namespace

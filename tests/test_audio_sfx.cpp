@@ -1,4 +1,4 @@
-// The synthesiser: that every build draws the same parameters from a seed and makes the same frames of them.
+// The synthesiser: every build draws the same parameters from a seed and renders the same frames.
 
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
@@ -20,7 +20,7 @@ struct Hash { // FNV-1a
     }
 };
 
-// Small seeds, as a player counts through them, and others: from a small seed the first draw is always 0.
+// Small seeds, as counted by a player, and others: with a small seed the first draw is always 0.
 Uint64 seed_of(int i) { return static_cast<Uint64>(i) * (i % 2 ? 0x9e3779b97f4a7c15u : 1u); }
 
 void draw_any(SfxParams *params) { sfx_genRandomize(params, sfx_random(SFX_WAVE_COUNT)); }
@@ -28,12 +28,12 @@ void draw_and_mutate(SfxParams *params) {
     sfx_resetParams(params);
     const Uint32 mask = static_cast<Uint32>(sfx_random(1 << 22));
     sfx_mutate(params, 0.3f, mask);
-    sfx_mutate(params, 1000, mask >> 11); // far beyond what each field may be
+    sfx_mutate(params, 1000, mask >> 11); // far beyond each field's range
 }
 
-// The hashes were made once by a debug build. A difference is a sound that changed, or a compiler that rounds
-// elsewhere. There are enough seeds for every draw to go each way.
-TEST(AudioSfx, ASeedDrawsTheSameParametersInEveryBuild) {
+// Hashes from a debug build. A difference means a changed sound, or a compiler that rounds differently. There are
+// enough seeds to cover both branches of every draw.
+TEST(AudioSfx, SeedGivesSameParametersInEveryBuild) {
     const struct {
         void (*draw)(SfxParams *params);
         Uint64 hash;
@@ -57,7 +57,7 @@ TEST(AudioSfx, ASeedDrawsTheSameParametersInEveryBuild) {
     }
 }
 
-TEST(AudioSfx, ThePresetsSoundTheSameInEveryBuild) {
+TEST(AudioSfx, PresetsRenderSameFramesInEveryBuild) {
     Hash hash;
     for (int i = 0; i < 12 * SFX_PRESET_COUNT; i++) {
         const std::string name = sfx_preset_name(i % SFX_PRESET_COUNT);
@@ -70,8 +70,8 @@ TEST(AudioSfx, ThePresetsSoundTheSameInEveryBuild) {
     EXPECT_EQ(hash.value, 0xd5ae1377bca79fffu) << std::hex << "0x" << hash.value;
 }
 
-TEST(AudioSfx, EveryWaveFormatAndLengthHasTheSameFramesInEveryBuild) {
-    // From below the first wave to above the last, which are both silent.
+TEST(AudioSfx, WavesFormatsAndLengthsRenderSameFramesInEveryBuild) {
+    // From below the first wave to above the last; both of these are silent.
     constexpr Uint64 HASHES[SFX_WAVE_COUNT + 2] = {0x8233046ed6eff489, 0xe82010862608deb3, 0x1eced3f10829128e,
                                                    0x3eef29ab7c350c1b, 0xe3a6dbcd806e6c9b, 0xd80f0ddd5c427978,
                                                    0x27bf0e470853f449, 0x8233046ed6eff489};
@@ -99,7 +99,7 @@ TEST(AudioSfx, EveryWaveFormatAndLengthHasTheSameFramesInEveryBuild) {
     EXPECT_TRUE(!sfx_allocSynth(SFX_FORMAT_U8, -1, 1) && !sfx_allocSynth(SFX_FORMAT_U8, 1, -1));
 }
 
-TEST(AudioSfx, FailedAllocationsAreReportedAndLeaveNothing) {
+TEST(AudioSfx, ReportsFailedAllocationsWithoutLeaks) {
     LogCapture log;
     float *frames = nullptr;
     const auto cleanup = [&] {

@@ -1,4 +1,4 @@
-// The command line.
+// Command-line options.
 
 #include "app/args.h"
 #include "support/log_capture.h"
@@ -28,34 +28,34 @@ protected:
 
     LogCapture log;
     std::string output;
-    std::vector<std::string> kept; // the parsed arguments borrow from it
+    std::vector<std::string> kept; // args borrows the strings
 };
 
-TEST_F(ArgsTest, TakesEveryOptionAndTheLastOfRepeatedOnes) {
+TEST_F(ArgsTest, ParsesEveryOptionAndLastOccurrenceWins) {
     ASSERT_EQ(
         parse(
             {"--screen", "first", "--screen", "--help", "--capture-at", "12abc", "--capture-every", "7", "--quit-at",
              " +9", "--window-size", "800x450", "--ui-scale", "8", "--no-config-save"}),
         ARGS_RUN);
-    EXPECT_STREQ(args_start_screen(), "--help") << "a value is the next word, whatever it looks like";
+    EXPECT_STREQ(args_start_screen(), "--help") << "the next word is the value, even if it looks like an option";
     EXPECT_TRUE(args_capture_at() == 12 && args_capture_every() == 7);
     EXPECT_TRUE(args_quit_at() == 9 && args_ui_scale() == 8);
     EXPECT_FALSE(args_config_save_enabled());
     int width = 0, height = 0;
     ASSERT_TRUE(args_window_size(&width, &height));
     EXPECT_TRUE(width == 800 && height == 450 && args_window_size(nullptr, nullptr));
-    int number = 0; // of a number too large the lowest 32 bits count
+    int number = 0; // too large numbers wrap around at 32 bits
     EXPECT_TRUE(args_take_positive_int("", "4294967297", &number) && number == 1);
 
-    ASSERT_EQ(parse({}), ARGS_RUN) << "a new parse starts from nothing";
+    ASSERT_EQ(parse({}), ARGS_RUN) << "parsing resets earlier options";
     EXPECT_TRUE(args_config_save_enabled() && !args_start_screen());
     EXPECT_EQ(args_capture_at() + args_capture_every() + args_quit_at() + args_ui_scale(), 0);
     EXPECT_FALSE(args_window_size(&width, &height));
-    EXPECT_EQ(width, 800) << "nothing is written when there is nothing to say";
+    EXPECT_EQ(width, 800) << "not written if not given";
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(ArgsTest, RefusesBadWordsWithAMessageAndTheUsage) {
+TEST_F(ArgsTest, RefusesInvalidArgumentsWithMessageAndUsage) {
     const std::string size = "--window-size expects WxH, e.g. 800x450: ";
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"--quit-at"}, "Missing value for: --quit-at"},
@@ -76,7 +76,7 @@ TEST_F(ArgsTest, RefusesBadWordsWithAMessageAndTheUsage) {
     }
 }
 
-TEST_F(ArgsTest, HelpEndsTheParsingWithTheUsageOfTheReadme) {
+TEST_F(ArgsTest, HelpStopsParsingAndPrintsUsageAsInReadme) {
     const std::string readme = read_file(README);
     const size_t begin = readme.find("LumarindEngine [options]"), end = readme.find("```", begin);
     for (const char *help : {"-h", "--help"}) {

@@ -1,4 +1,4 @@
-// The configuration file: reading what people write, writing it back whole, and losing nothing when that fails.
+// The configuration file: parsing hand-written files, round trips, and failures that must not lose settings.
 
 #include "app/args.h"
 #include "config/config_internal.h"
@@ -27,7 +27,7 @@ protected:
 
     void SetUp() override {
         parse_args({});
-        log_setup(); // lets warnings through
+        log_setup(); // enables warnings
     }
     ~ConfigTest() override {
         cfg_cleanup();
@@ -60,8 +60,8 @@ protected:
 
 // --- first start ---
 
-TEST_F(ConfigTest, AFirstStartWritesTheDefaultsUnlessSavingIsOff) {
-    cfg_set_show_frame_time_graph(true); // without a record: nothing
+TEST_F(ConfigTest, FirstStartWritesDefaultsUnlessSavingIsDisabled) {
+    cfg_set_show_frame_time_graph(true); // ignored without a record
     EXPECT_TRUE(!cfg_save() && log.lines.empty());
     parse_args({"--no-config-save"});
     ASSERT_TRUE(load());
@@ -80,7 +80,7 @@ TEST_F(ConfigTest, AFirstStartWritesTheDefaultsUnlessSavingIsOff) {
 
 // --- reading ---
 
-TEST_F(ConfigTest, EveryKeyIsReadChangedAndWrittenBack) {
+TEST_F(ConfigTest, EveryKeyRoundTrips) {
     std::istringstream lines(defaults);
     std::string changed;
     int number = 0;
@@ -89,7 +89,7 @@ TEST_F(ConfigTest, EveryKeyIsReadChangedAndWrittenBack) {
         if (at == line.npos + 3) continue;
         const std::string was = line.substr(at);
         const bool is_text = !std::isdigit(static_cast<unsigned char>(was[0]));
-        std::string is = std::to_string(--number); // every key its own, out of range for most
+        std::string is = std::to_string(--number); // a different value per key, mostly out of range
         if (is_text) is = "nonsense pad:" + is;
         if (!is_text && was.find('.') != was.npos) is += ".25";
         if (was == "true" || was == "false") is = was == "true" ? "false" : "true";
@@ -110,7 +110,7 @@ TEST_F(ConfigTest, EveryKeyIsReadChangedAndWrittenBack) {
     EXPECT_EQ(cfg_get_input_bindings(INPUT_ACTION_RUN), std::string(127, 'x'));
 }
 
-TEST_F(ConfigTest, ReadsWhatPeopleWrite) {
+TEST_F(ConfigTest, ParsesHandWrittenFiles) {
     ASSERT_TRUE(load(
         "\xEF\xBB\xBF; a comment\r\nunknown = 1\n"
         "[graphics]\r\nshow_fps = TRUE ; capitals are not true\r\nvsync_enable:yes\nfps_limit = 60fps\n"
@@ -124,16 +124,16 @@ TEST_F(ConfigTest, ReadsWhatPeopleWrite) {
     EXPECT_EQ(cfg_get_fps_limit(), 0);
     EXPECT_EQ(cfg_get_ui_scale(), 0);
     const CfgWindowProps window = cfg_get_window_props();
-    EXPECT_EQ(window.x, 13) << "the later of two lines";
+    EXPECT_EQ(window.x, 13) << "the last of two lines counts";
     EXPECT_EQ(window.y, 2147483647) << "saturated";
-    EXPECT_EQ(window.width, 800) << "a key in another section is not this one";
+    EXPECT_EQ(window.width, 800) << "a key in another section is ignored";
     EXPECT_EQ(window.height, 0);
     EXPECT_EQ(cfg_get_capture_format(), CAPTURE_FORMAT_JPEG);
     EXPECT_EQ(cfg_get_gamepad_deadzone(), 0.0f);
     EXPECT_STREQ(cfg_get_input_bindings(INPUT_ACTION_JUMP), "Space");
     EXPECT_EQ(std::string(cfg_get_input_bindings(INPUT_ACTION_RUN)), std::string(127, 'b'));
     EXPECT_EQ(cfg_get_audio_volume(AUDIO_BUS_MASTER), 0.8f);
-    EXPECT_EQ(cfg_get_audio_volume(AUDIO_BUS_SFX), 0.5f) << "a last line without an end counts";
+    EXPECT_EQ(cfg_get_audio_volume(AUDIO_BUS_SFX), 0.5f) << "a last line without a line feed counts";
     EXPECT_EQ(cfg_load_handler(config, "capture", "directory", std::string(500, 'y').c_str()), 1);
     EXPECT_EQ(std::string(cfg_get_capture_directory()).size(), 255u);
     EXPECT_EQ(
@@ -145,14 +145,14 @@ TEST_F(ConfigTest, ReadsWhatPeopleWrite) {
             "[CONFIG] String to float conversion: Non-numeric characters after the number: ,3"}));
 }
 
-TEST_F(ConfigTest, WhatCannotBeOpenedAndReadFailsTheStartAndIsNotOverwritten) {
+TEST_F(ConfigTest, ReportsReadErrorWithoutOverwritingSettings) {
     fs::create_directory("config");
     for (const bool opens : {false, true}) {
         opens ? (void)fs::create_directory(CFG_PATH) : fs::create_symlink("lumarind-engine.ini", CFG_PATH);
         EXPECT_FALSE(load());
         EXPECT_TRUE(log.only_error_starts("[CONFIG] Error loading/parsing config file: config/lumarind-engine.ini"));
         fs::remove(CFG_PATH);
-        EXPECT_FALSE(cfg_save() || fs::exists(CFG_PATH)) << "not even when it could be";
+        EXPECT_FALSE(cfg_save() || fs::exists(CFG_PATH)) << "not even if writing is possible";
         cfg_cleanup();
         log.lines.clear();
     }
@@ -160,7 +160,7 @@ TEST_F(ConfigTest, WhatCannotBeOpenedAndReadFailsTheStartAndIsNotOverwritten) {
 
 // --- writing ---
 
-TEST_F(ConfigTest, AFullDiskCostsNothing) {
+TEST_F(ConfigTest, FullDiskLeavesOldSettingsIntact) {
     ASSERT_TRUE(load());
     cfg_set_fps_limit(77);
     std::signal(SIGXFSZ, SIG_IGN);
@@ -170,25 +170,25 @@ TEST_F(ConfigTest, AFullDiskCostsNothing) {
     setrlimit(RLIMIT_FSIZE, &small);
     expect_save_fails(CANNOT_WRITE);
     setrlimit(RLIMIT_FSIZE, &old);
-    EXPECT_EQ(read_file(CFG_PATH), defaults) << "the old settings are still there";
-    EXPECT_EQ(files_in("config"), 1) << "and nothing beside them";
-    fs::create_directory("config/lumarind-engine.ini.new"); // as a folder refuses it that takes no other file
+    EXPECT_EQ(read_file(CFG_PATH), defaults) << "the old settings are intact";
+    EXPECT_EQ(files_in("config"), 1) << "no temporary file is left";
+    fs::create_directory("config/lumarind-engine.ini.new"); // like a folder that accepts no new file
     EXPECT_TRUE(cfg_save());
     EXPECT_NE(read_file(CFG_PATH).find("fps_limit = 77"), std::string::npos);
     EXPECT_TRUE(fs::is_directory("config/lumarind-engine.ini.new"));
-    if (geteuid() == 0) return; // root may write everything
+    if (geteuid() == 0) return; // root ignores write protection
     fs::permissions(CFG_PATH, fs::perms::owner_read);
     expect_save_fails(CANNOT_WRITE);
 }
 
-TEST_F(ConfigTest, WhatStandsInTheWayIsReportedAndStays) {
+TEST_F(ConfigTest, ReportsUnwritableTargetWithoutReplacingIt) {
     ASSERT_TRUE(load());
     fs::remove(CFG_PATH);
     fs::create_directory(CFG_PATH);
     expect_save_fails(CANNOT_WRITE);
     EXPECT_EQ(files_in("config"), 1);
     fs::remove(CFG_PATH);
-    fs::create_symlink("/dev/null", CFG_PATH); // a device is not replaced by a file
+    fs::create_symlink("/dev/null", CFG_PATH); // a device must not be replaced by a file
     expect_save_fails(CANNOT_WRITE);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
     fs::remove_all("config");
@@ -197,7 +197,7 @@ TEST_F(ConfigTest, WhatStandsInTheWayIsReportedAndStays) {
     EXPECT_EQ(read_file("config"), "a file");
 }
 
-TEST_F(ConfigTest, ASymbolicLinkStaysOne) {
+TEST_F(ConfigTest, SymbolicLinkIsPreserved) {
     constexpr fs::perms PERMISSIONS = fs::perms::owner_read | fs::perms::owner_write;
     write_file("elsewhere/real.ini", "[window]\nx = 5\n");
     fs::create_directory("config");
@@ -211,7 +211,7 @@ TEST_F(ConfigTest, ASymbolicLinkStaysOne) {
     EXPECT_EQ(fs::status("elsewhere/real.ini").permissions(), PERMISSIONS);
     EXPECT_EQ(files_in("elsewhere"), 2);
 
-    fs::remove("elsewhere/real.ini"); // a link to a file that is not there makes the file
+    fs::remove("elsewhere/real.ini"); // writing through a dangling link creates the file
     ASSERT_TRUE(cfg_save());
     EXPECT_TRUE(fs::is_symlink(CFG_PATH) && fs::is_regular_file("elsewhere/real.ini"));
 }

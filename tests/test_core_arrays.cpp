@@ -1,4 +1,4 @@
-// The typed array family, through a value instance of the tests' own and the string instance.
+// Typed arrays: a value instance defined here, and the string array.
 
 #include "lumarind/core/string_array.h"
 #include "support/allocation_faults.h"
@@ -31,7 +31,7 @@ std::vector<int> content(const std::shared_ptr<Numbers> &array) { return {array-
 
 // --- growth ---
 
-TEST(TypedArray, GrowsByItsStepAndByOneWithoutAStep) {
+TEST(TypedArray, GrowsByGrowByOrOne) {
     const struct {
         int capacity, grow_by, adds, expected_capacity;
     } cases[] = {{0, 0, 0, 0}, {0, 0, 3, 3}, {0, -4, 2, 2}, {11, 5, 11, 11}, {11, 5, 12, 16}, {-3, 2, 1, 2}};
@@ -46,14 +46,15 @@ TEST(TypedArray, GrowsByItsStepAndByOneWithoutAStep) {
         EXPECT_TRUE(!array->items && array->capacity == 0 && array->count == 0);
     }
     const int seven = 7;
-    EXPECT_TRUE(numbers_add(array.get(), &seven)) << "it can be used again";
-    for (int i = 0; i < 20; i++) ASSERT_TRUE(numbers_add(array.get(), &array->items[0])) << "from its own buffer";
+    EXPECT_TRUE(numbers_add(array.get(), &seven)) << "reusable after cleanup";
+    for (int i = 0; i < 20; i++)
+        ASSERT_TRUE(numbers_add(array.get(), &array->items[0])) << "an element of its own buffer";
     EXPECT_EQ(content(array), std::vector<int>(21, 7));
 }
 
 // --- elements ---
 
-TEST(TypedArray, RemovalAndMoveCloseTheGapWithTheLastElement) {
+TEST(TypedArray, RemoveAndMoveFillGapWithLastElement) {
     allocation_faults_install();
     const LogCapture log;
     const auto src = numbers_of({1, 2, 3}), dst = numbers_of({9});
@@ -71,7 +72,7 @@ TEST(TypedArray, RemovalAndMoveCloseTheGapWithTheLastElement) {
 
     EXPECT_TRUE(numbers_move(src.get(), 0, dst.get()));
     EXPECT_EQ(content(src), (std::vector{3, 2}));
-    EXPECT_TRUE(numbers_move(dst.get(), 0, dst.get())) << "to its own end";
+    EXPECT_TRUE(numbers_move(dst.get(), 0, dst.get())) << "to the end of the same array";
     EXPECT_EQ(content(dst), (std::vector{9, 1}));
     numbers_remove(src.get(), 0);
     EXPECT_EQ(content(src), std::vector{2});
@@ -79,9 +80,9 @@ TEST(TypedArray, RemovalAndMoveCloseTheGapWithTheLastElement) {
     EXPECT_EQ(numbers_get(src.get(), 1), 0);
 }
 
-// --- an instance that owns what it holds ---
+// --- an instance that owns its elements ---
 
-TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
+TEST(StringArray, OwnsCopiesWithoutLeaks) {
     allocation_faults_install();
     const LogCapture log;
     StringArray array = {};
@@ -90,10 +91,10 @@ TEST(StringArray, OwnsCopiesAndLeavesNothingBehind) {
     text[0] = 'X';
     for (const int nth : {1, 2}) {
         allocation_faults_arm(nth, false);
-        EXPECT_FALSE(string_array_add(&array, "two")) << "the copy, then the growth";
+        EXPECT_FALSE(string_array_add(&array, "two")) << "first the copy fails, then growing";
         EXPECT_EQ(allocation_faults_disarm(), 1);
         allocation_faults_arm(nth, false);
-        EXPECT_EQ(string_array_new(1, 1), nullptr) << "the record, then the elements";
+        EXPECT_EQ(string_array_new(1, 1), nullptr) << "first the record fails, then the elements";
         allocation_faults_disarm();
     }
     EXPECT_TRUE(log.has("[STRING_ARRAY] Memory allocation failed in string_array_new(), error: "));

@@ -1,4 +1,4 @@
-// The log file behind SDL's log, and the error report.
+// The log file behind SDL's log, and error reporting.
 
 #include "core/log.h"
 #include "lumarind/core/error.h"
@@ -16,10 +16,10 @@ class LogTest : public ::testing::Test {
 protected:
     ~LogTest() override { log_cleanup(); }
     TemporaryDirectory directory;
-    LogCapture previous; // stands for SDL's own output, which has to go on
+    LogCapture previous; // stands for SDL's own output, which must continue
 };
 
-TEST_F(LogTest, EachStartBeginsAFileAnewThatHoldsEveryLineAtOnce) {
+TEST_F(LogTest, SetupTruncatesFileAndEveryLineIsFlushed) {
     log_cleanup();
     log_setup();
     SDL_Log("first run");
@@ -37,11 +37,11 @@ TEST_F(LogTest, EachStartBeginsAFileAnewThatHoldsEveryLineAtOnce) {
     for (const int category : {SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT}) {
         SDL_LogWarn(category, "heard");
     }
-    EXPECT_EQ(previous.lines.size(), 10u) << "each line once, warnings in the categories they are given in too";
+    EXPECT_EQ(previous.lines.size(), 10u) << "each line once, including warnings in all categories used";
     EXPECT_EQ(previous.lines[3].text, "x 5%");
 }
 
-TEST_F(LogTest, AFileThatCannotBeOpenedIsNoFailureAndTheUsersPrioritiesStay) {
+TEST_F(LogTest, UnopenableFileIsIgnoredAndUserPrioritiesAreKept) {
     std::filesystem::create_directory(LOG_FILE);
     SDL_SetHint(SDL_HINT_LOGGING, "error=error");
     SDL_ResetLogPriorities();
@@ -54,9 +54,9 @@ TEST_F(LogTest, AFileThatCannotBeOpenedIsNoFailureAndTheUsersPrioritiesStay) {
     EXPECT_EQ(previous.lines.size(), 1u);
 }
 
-TEST_F(LogTest, ErrorsAreLoggedEvenWithoutMemoryAndTheLastTextIsKept) {
+TEST_F(LogTest, ErrorsAreLoggedWhenOutOfMemoryAndLastTextIsStored) {
     allocation_faults_install();
-    EXPECT_FALSE(engine_error("[TEST] %s is %d", "x", 3) || engine_has_error()) << "without a slot it only logs";
+    EXPECT_FALSE(engine_error("[TEST] %s is %d", "x", 3) || engine_has_error()) << "without a slot it is only logged";
     char *slot = nullptr;
     engine_error_attach(&slot);
     engine_error("[TEST] first");
@@ -65,7 +65,7 @@ TEST_F(LogTest, ErrorsAreLoggedEvenWithoutMemoryAndTheLastTextIsKept) {
     allocation_faults_arm(1, true);
     EXPECT_FALSE(engine_error("[TEST] %s", "third"));
     EXPECT_GT(allocation_faults_disarm(), 0);
-    EXPECT_FALSE(engine_has_error()) << "the old text must not stand for the new failure";
+    EXPECT_FALSE(engine_has_error()) << "the old text must not be kept for the new error";
     engine_error("[TEST] last");
     engine_clear_error();
     EXPECT_FALSE(engine_has_error());

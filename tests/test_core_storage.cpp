@@ -1,4 +1,4 @@
-// Reading whole files from storage, and cutting text into lines. Failing allocations are left to its callers' tests.
+// Reading whole files from storage, and splitting text into lines. Allocation faults are covered by the callers' tests.
 
 #include "lumarind/core/storage.h"
 #include "support/log_capture.h"
@@ -17,13 +17,13 @@ protected:
     LogCapture log;
 };
 
-TEST_F(StorageTest, ReadsWholeFilesBesideTheExecutableAndOfTheUser) {
+TEST_F(StorageTest, ReadsGameAndUserFiles) {
     const char *font = "assets/fonts/EuroStyle Normal.ttf";
     EXPECT_EQ(storage_read_game_file(font), nullptr) << "before setup";
     ASSERT_TRUE(storage_setup());
     const SDL_Storage *game = storage_game();
     ASSERT_TRUE(storage_setup());
-    EXPECT_EQ(storage_game(), game) << "a second setup changes nothing";
+    EXPECT_EQ(storage_game(), game) << "setup is idempotent";
     char *text = storage_read_game_file(font);
     EXPECT_NE(text, nullptr);
     SDL_free(text);
@@ -45,7 +45,7 @@ TEST_F(StorageTest, ReadsWholeFilesBesideTheExecutableAndOfTheUser) {
     EXPECT_EQ(storage_user(), nullptr);
 }
 
-TEST(StorageLines, AreCutAtNewlinesOnly) {
+TEST(StorageLines, SplitAtLineFeedsOnly) {
     const std::pair<std::string, std::vector<std::string>> cases[] = {
         {"a\r\n\nb\n", {"a\r", "b"}}, {"\n\nlast line without end", {"last line without end"}}, {"", {}}, {"\n\n", {}}};
     StringArray lines = {};

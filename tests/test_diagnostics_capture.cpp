@@ -1,5 +1,4 @@
-// Captured frames: which frame is taken, what the file is called, what is in it, and what happens when it cannot be
-// written.
+// Frame capture: which frames are captured, file names, contents, and write errors.
 
 #include "diagnostics/capture_internal.h"
 #include "engine/frame.h"
@@ -22,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int WIDTH = 640, HEIGHT = 420; // room for the panel at twice the UI scale too
+constexpr int WIDTH = 640, HEIGHT = 420; // large enough for the panel at UI scale 2
 
 class CaptureTest : public EngineTest {
 protected:
@@ -36,8 +35,8 @@ protected:
         return names;
     }
 
-    // The end of a frame that is captured and whose screen has drawn every pixel differently. Returns what the window
-    // showed before the overlays.
+    // Ends a captured frame in which the screen has drawn a different colour in every pixel. Returns the picture before
+    // overlays.
     Picture capture_pattern() const {
         capture_request();
         engine_use_ui_space();
@@ -58,7 +57,7 @@ protected:
 
 // --- names ---
 
-TEST_F(CaptureTest, PathsCarryTheTimeAndTheFrame) {
+TEST_F(CaptureTest, PathsContainTimeAndFrameNumber) {
     const SDL_DateTime time = {2024, 3, 9, 7, 5, 1, 0, 0, 0};
     char path[CAPTURE_PATH_MAX];
     ASSERT_TRUE(capture_build_path(path, sizeof path, "some/where", &time, UINT64_MAX, CAPTURE_FORMAT_JPEG));
@@ -73,12 +72,12 @@ TEST_F(CaptureTest, PathsCarryTheTimeAndTheFrame) {
 
 // --- which frames ---
 
-TEST_F(CaptureTest, AFrameIsSavedOnceWhateverAsksForIt) {
+TEST_F(CaptureTest, FrameDueForSeveralReasonsIsSavedOnce) {
     config += "[capture]\ndirectory = deep/er\n";
     ASSERT_TRUE(start({"--capture-at", "4", "--capture-every", "4"}));
     play("3");
     EXPECT_TRUE(files("deep/er").empty());
-    play("F12 ~F12 3 F12 3"); // frame 4 for three reasons, frame 7 by key, frame 8 in turn
+    play("F12 ~F12 3 F12 3"); // frame 4 is due for three reasons, frame 7 by key, frame 8 as every fourth
     engine->frame_number = 1'234'566;
     play("F12 1");
     std::vector<std::string> numbers;
@@ -95,9 +94,9 @@ TEST_F(CaptureTest, AFrameIsSavedOnceWhateverAsksForIt) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-// --- what is in them ---
+// --- contents ---
 
-TEST_F(CaptureTest, FilesHoldTheRenderersPixelsWithAndWithoutOverlays) {
+TEST_F(CaptureTest, FilesContainRenderedPixelsWithAndWithoutOverlays) {
     for (const int round : {0, 1, 2, 3, 4, 5}) {
         const bool overlays = round % 2, logical = round / 2 == 1;
         const int quality = round < 4 ? 0 : round < 5 ? 20 : 90; // of a JPEG; 0: a PNG
@@ -107,13 +106,13 @@ TEST_F(CaptureTest, FilesHoldTheRenderersPixelsWithAndWithoutOverlays) {
         if (quality) config += "format = JPEG\njpeg_quality = " + std::to_string(quality) + "\n";
         ASSERT_TRUE(start());
         frames(2);
-        if (logical) engine_set_logical_size(256, 144); // 512 × 288 in the middle of the window
+        if (logical) engine_set_logical_size(256, 144); // 512 × 288, centred in the window
         engine_update_fps();
         const Picture bare = capture_pattern(), shown = picture();
         EXPECT_FALSE(same_pixels(bare, shown)) << "there were overlays";
         ASSERT_EQ(files().size(), 1u);
         const std::string file = files().front();
-        if (quality) { // what the library makes of them
+        if (quality) { // encoded and decoded by the library
             ASSERT_TRUE(IMG_SaveJPG(as_rgb(overlays ? shown : bare).get(), "expected.jpg", quality));
             EXPECT_TRUE(file.ends_with(".jpg") && read_file(file) == read_file("expected.jpg"));
         } else {
@@ -125,9 +124,9 @@ TEST_F(CaptureTest, FilesHoldTheRenderersPixelsWithAndWithoutOverlays) {
     }
 }
 
-// --- failures: one report, the frame goes on, and the next request tries again ---
+// --- failures: reported once, the frame continues, and the next request tries again ---
 
-TEST_F(CaptureTest, AFailedCaptureIsReportedOnceWithItsReason) {
+TEST_F(CaptureTest, FailedCaptureIsReportedOnceWithReason) {
     write_file("taken", "a file");
     const std::string saving = "[CAPTURE] Saving failed: ";
     const struct {
@@ -138,7 +137,7 @@ TEST_F(CaptureTest, AFailedCaptureIsReportedOnceWithItsReason) {
         {"full", "png", saving + "full/capture-"},
         {"full", "jpg\njpeg_quality = 85", saving + "full/capture-"},
         {"full", "jpg\njpeg_quality = 90", saving + "full/capture-"},
-        {"/proc", "png", saving + "/proc/capture-"}, // where not even the superuser can make a file
+        {"/proc", "png", saving + "/proc/capture-"}, // where not even root can create a file
         {"/proc", "jpg", saving + "/proc/capture-"},
     };
     for (const auto &c : cases) {
@@ -147,7 +146,7 @@ TEST_F(CaptureTest, AFailedCaptureIsReportedOnceWithItsReason) {
         log.lines.clear();
         rlimit old = {};
         ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &old), 0);
-        const auto old_handler = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead
+        const auto old_handler = std::signal(SIGXFSZ, SIG_IGN); // writing fails instead
         const rlimit small = {.rlim_cur = 8192, .rlim_max = old.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
         capture_pattern();

@@ -1,4 +1,5 @@
-// The profiler: what the main loop records, and the panel drawn from a history made up here, against stored pictures.
+// The profiler: phases recorded by the main loop, and the panel with a synthetic history, compared with stored
+// pictures.
 
 #include "diagnostics/profiler.h"
 #include "diagnostics/profiler_internal.h"
@@ -34,7 +35,7 @@ protected:
     void feed(const std::vector<Slice> &slices, int steps = 1, int times = 1) {
         FrameProfile *live = &profiler->live;
         if (!live->started) frame_profile_boundary(live, clock);
-        live->current = {}; // drawing has marked its phase by the real clock
+        live->current = {}; // drawing has marked a phase with the real clock
         live->phase_start = clock;
         for (int i = 0; i < times; i++) {
             for (const Slice &slice : slices) {
@@ -45,7 +46,7 @@ protected:
             frame_profile_boundary(live, clock);
         }
     }
-    void feed_history() { // the newest last
+    void feed_history() { // the newest frame last
         feed({{PHASE_TICK, 2}}, 70, 300);
         feed({{PHASE_TICK, 3}}, 1);
         feed({{PHASE_TICK, 4}}, 2);
@@ -66,7 +67,7 @@ protected:
 
 // --- recording ---
 
-TEST_F(PanelTest, TheLoopMarksItsPhases) {
+TEST_F(PanelTest, MainLoopMarksAllPhases) {
     ASSERT_TRUE(start());
     play("1");
     frame(3.5 / 60);
@@ -81,14 +82,14 @@ TEST_F(PanelTest, TheLoopMarksItsPhases) {
         for (const int phase : {PHASE_EVT, PHASE_FIX, PHASE_TICK, PHASE_OVL, PHASE_PRES, PHASE_SLEEP}) {
             EXPECT_GT(ns[phase], 0u) << PHASE_NAMES[phase];
         }
-        EXPECT_EQ(ns[PHASE_PANEL] > 0, age < 2) << "only while it is shown, age " << age;
-        EXPECT_EQ(ns[PHASE_SWAP] > 0, age == 0) << "only in the frame that switches, age " << age;
+        EXPECT_EQ(ns[PHASE_PANEL] > 0, age < 2) << "only while shown, age " << age;
+        EXPECT_EQ(ns[PHASE_SWAP] > 0, age == 0) << "only in the frame with the screen change, age " << age;
     }
     play("F4 1");
     EXPECT_TRUE(profiler->frozen);
     EXPECT_TRUE(log.has("[PROFILER] DEBUG: Toggled: frozen: 1"));
     frame();
-    EXPECT_EQ(live->count, profiler->frozen_copy.count + 1) << "recording goes on";
+    EXPECT_EQ(live->count, profiler->frozen_copy.count + 1) << "recording continues";
 }
 
 // --- pictures ---
@@ -96,7 +97,7 @@ TEST_F(PanelTest, TheLoopMarksItsPhases) {
 struct Scene {
     const char *name;
     int width, height;
-    std::vector<Slice> newest; // the slices of the last frame; none: a history of its own
+    std::vector<Slice> newest; // slices of the last frame; empty: a separate history
     std::string graphics;
     int ui_scale = 1;
     double scale_ms = 8; // of the chart
@@ -116,7 +117,7 @@ const Scene SCENES[] = {
     {"panel_slow", 640, 400, OVERFULL, "", 1, 200},
 };
 
-TEST_F(PanelTest, ScenesMatchTheirStoredPictures) {
+TEST_F(PanelTest, ScenesMatchStoredPictures) {
     for (const Scene &scene : SCENES) {
         ASSERT_TRUE(start_view(scene.width, scene.height, scene.graphics, scene.ui_scale));
         if (scene.newest.empty()) feed_history();
@@ -125,17 +126,17 @@ TEST_F(PanelTest, ScenesMatchTheirStoredPictures) {
         EXPECT_TRUE(matches_stored(draw(), scene.name));
         EXPECT_EQ(profiler->scale_ms, scene.scale_ms);
     }
-    feed({{PHASE_TICK, 99}}, 1, 286); // the slow ones are out of sight
+    feed({{PHASE_TICK, 99}}, 1, 286); // the slow frames have left the chart
     draw();
     EXPECT_EQ(profiler->scale_ms, 100.0);
     profiler_toggle_freeze();
     feed({{PHASE_PRES, 30}}, 2, 300);
     EXPECT_TRUE(matches_stored(draw(), "panel_frozen"));
     profiler_toggle_freeze();
-    EXPECT_TRUE(matches_stored(draw(), "panel_thawed")); // what was recorded meanwhile
+    EXPECT_TRUE(matches_stored(draw(), "panel_thawed")); // includes frames recorded while frozen
 }
 
-TEST_F(PanelTest, AViewTooSmallShowsNothingAndSaysSoOncePerEpisode) {
+TEST_F(PanelTest, TooSmallViewIsLoggedOncePerEpisode) {
     ASSERT_TRUE(start_view(199, 600));
     const struct {
         int width, height, told;
@@ -149,24 +150,24 @@ TEST_F(PanelTest, AViewTooSmallShowsNothingAndSaysSoOncePerEpisode) {
     EXPECT_EQ(log.count("[PROFILER] Window is 199x600, too small"), 1);
 }
 
-TEST_F(PanelTest, TheBudgetFollowsTheDisplay) {
+TEST_F(PanelTest, BudgetIsUpdatedWhenDisplayChanges) {
     ASSERT_TRUE(start_view(640, 400, "fps_limit = 0\n"));
     draw();
     cfg_set_fps_limit(50);
     draw();
     EXPECT_EQ(profiler->budget_ms, 0);
-    resize(641, 400); // perhaps on another display
+    resize(641, 400); // as if on another display
     draw();
     EXPECT_EQ(profiler->budget_ms, 20);
 }
 
-// --- what it leaves alone ---
+// --- side effects ---
 
-TEST_F(PanelTest, ShownFramesAllocateNothingAndKeepTheBlendMode) {
+TEST_F(PanelTest, DrawingAllocatesNothingAndRestoresBlendMode) {
     allocation_faults_install();
     ASSERT_TRUE(start_view(1100, 400, "fps_limit = 1000000\n")); // room for all 512 columns
     frame();
-    allocation_faults_arm(1, true); // whatever the program allocates now would fail, and be counted
+    allocation_faults_arm(1, true); // any allocation of the program would fail and be counted
     frames(600);
     EXPECT_EQ(allocation_faults_disarm(), 0);
     EXPECT_EQ(profiler->live.count, 512);
@@ -178,11 +179,11 @@ TEST_F(PanelTest, ShownFramesAllocateNothingAndKeepTheBlendMode) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-TEST_F(PanelTest, WithoutARecordNothingIsDone) {
+TEST_F(PanelTest, CallsWithoutSetupAreIgnored) {
     ASSERT_TRUE(start());
     profiler_cleanup();
     profiler_cleanup();
-    for (const int phase : {PHASE_EVT, PHASE_SLEEP}) profiler_mark(phase); // nothing to do it to
+    for (const int phase : {PHASE_EVT, PHASE_SLEEP}) profiler_mark(phase); // ignored
     profiler_frame_boundary(1);
     profiler_count_step();
     profiler_toggle_freeze();

@@ -1,4 +1,4 @@
-// The frame profile: recording, statistics and chart geometry, on timestamps made up here.
+// The frame profile: recording, statistics and chart geometry, with synthetic timestamps.
 
 #include "diagnostics/frame_profile.h"
 
@@ -26,7 +26,7 @@ protected:
 
 // --- recording ---
 
-TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
+TEST_F(FrameProfileTest, TimeIsAccumulatedInOpenPhase) {
     frame_profile_mark(&profile, PHASE_FIX, 5);
     EXPECT_EQ(profile.open_phase, PHASE_EVT) << "nothing is recorded before the first boundary";
     frame_profile_boundary(&profile, 100);
@@ -34,7 +34,7 @@ TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
     frame_profile_mark(&profile, PHASE_FIX, 130);
     frame_profile_count_step(&profile);
     frame_profile_mark(&profile, PHASE_TICK, 160);
-    frame_profile_mark(&profile, PHASE_FIX, 150); // the clock went back
+    frame_profile_mark(&profile, PHASE_FIX, 150); // the clock went backwards
     frame_profile_mark(&profile, PHASE_COUNT, 151);
     frame_profile_mark(&profile, -1, 152);
     frame_profile_boundary(&profile, 200);
@@ -51,7 +51,7 @@ TEST_F(FrameProfileTest, TimeGoesToTheOpenPhaseAndReturnsAdd) {
 
 // --- statistics ---
 
-// From the totals of all frames, by sorting them.
+// Reference implementation: sorts the totals of all frames.
 FrameStats slow_stats(const std::vector<uint32_t> &totals, size_t window) {
     window = std::min({window, totals.size(), size_t{512}});
     std::vector<uint32_t> sorted(totals.end() - static_cast<std::ptrdiff_t>(window), totals.end());
@@ -64,13 +64,13 @@ FrameStats slow_stats(const std::vector<uint32_t> &totals, size_t window) {
     return {average(window), sorted.back(), sorted.front(), average(low), static_cast<int32_t>(window)};
 }
 
-TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
+TEST_F(FrameProfileTest, StatisticsMatchReferenceOnRandomHistories) {
     std::mt19937_64 random(20240611);
     const auto below = [&](uint64_t n) { return random() % n; };
     for (int history = 0; history < 40; history++) {
         frame_profile_init(&profile);
         frame_profile_boundary(&profile, now);
-        std::vector<std::vector<uint64_t>> records; // ns by phase
+        std::vector<std::vector<uint64_t>> records; // ns per phase
         std::vector<uint32_t> totals;
         const uint64_t frames = 1 + below(700), longest = history % 4 == 0 ? 6'000 * MS : 1 + below(40 * MS);
         const bool few_values = history % 3 == 0; // many frames of equal length
@@ -107,7 +107,7 @@ TEST_F(FrameProfileTest, RandomHistoriesMatchASlowReference) {
 
 // --- chart ---
 
-TEST(FrameChart, ShowsTheColumnsThatFit) {
+TEST(FrameChart, ShowsAsManyColumnsAsFit) {
     const struct {
         int count;
         float width, bar_width;
@@ -122,7 +122,7 @@ TEST(FrameChart, ShowsTheColumnsThatFit) {
     }
 }
 
-TEST(FrameChart, TheScaleGrowsAtOnceAndShrinksLate) {
+TEST(FrameChart, ScaleGrowsAtOnceAndShrinksWithHysteresis) {
     const struct {
         double peak, current, scale;
     } cases[] = {{17, 0, 33.3}, {55, 100, 100}, {45, 100, 66.7}, {12, 33.3, 16.7},    {250, 0, 200},  {250, 200, 200},

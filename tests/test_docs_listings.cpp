@@ -1,6 +1,6 @@
-// The listings of docs/maps-and-sprites.md: what stands between a pair of marks here stands there word for word, and
-// does what the page says. Those of docs/first-game.md stand in the template, but for the screen at its end, which the
-// package test adds to the template and runs.
+// The listings of docs/maps-and-sprites.md: each stands here verbatim between a pair of marks, and is run. Those of
+// docs/first-game.md are in the template, except the screen at its end, which the package test adds to the template and
+// runs.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/input/input.h"
@@ -27,7 +27,7 @@ struct Level {
 
 bool level_load(Level *level) {
     level->world = tile_world_load(engine_renderer(), "assets/fireknight/tilemaps/castle-tilemap.tmx");
-    if (!level->world) return false; // the log has the file, the element and what to do about it
+    if (!level->world) return false; // logged, with the file, the element and a remedy
     player_body_init(&level->body, {100, 416}, 20, 40);
     return tile_world_colliders(level->world, "collisions", &level->rects, &level->slopes);
 }
@@ -117,18 +117,18 @@ protected:
     }
 };
 
-TEST_F(DocsListings, ALevelIsDrawnAndWalkedIn) {
+TEST_F(DocsListings, LevelListingDrawsAndWalks) {
     Level level = {};
     ASSERT_TRUE(level_load(&level));
     for (int step = 0; step < 60; step++) level_fixed_update(&level, 1 / 60.0);
-    EXPECT_TRUE(level.body.grounded) << "it falls onto the floor";
+    EXPECT_TRUE(level.body.grounded) << "falls onto the floor";
     const float x = level.body.pos.x;
     hold({SDL_SCANCODE_RIGHT});
     for (int step = 0; step < 60; step++) {
         frame(1 / 60.0);
         level_fixed_update(&level, 1 / 60.0);
     }
-    EXPECT_NEAR(level.body.pos.x, x + 120, 2) << "and walks";
+    EXPECT_NEAR(level.body.pos.x, x + 120, 2) << "walks";
     clear();
     level_draw(&level, 400, 300, 2);
     const Picture drawn = picture();
@@ -137,7 +137,7 @@ TEST_F(DocsListings, ALevelIsDrawnAndWalkedIn) {
     level_cleanup(&level);
 }
 
-TEST_F(DocsListings, ASpriteStandsOnItsPivotAndACrowdInOneCall) {
+TEST_F(DocsListings, SpriteListingsDrawAtPivotAndInBatch) {
     Hero hero = {};
     ASSERT_TRUE(hero_load(&hero));
     hero_draw(&hero, {200, 250}, 0);
@@ -155,7 +155,7 @@ TEST_F(DocsListings, ASpriteStandsOnItsPivotAndACrowdInOneCall) {
     hero_cleanup(&hero);
 }
 
-TEST_F(DocsListings, ThePageHasThemWordForWord) {
+TEST_F(DocsListings, PageContainsListingsVerbatim) {
     const std::string source = read_file(LISTINGS_SOURCE), page = read_file(LISTINGS_PAGE);
     for (const char *name : {"level", "sprite", "batch"}) {
         const std::string mark = std::string("// [") + name + "]\n";
@@ -165,7 +165,7 @@ TEST_F(DocsListings, ThePageHasThemWordForWord) {
     }
 }
 
-TEST_F(DocsListings, TheFirstGameIsTheTemplate) {
+TEST_F(DocsListings, FirstGameListingsMatchTemplate) {
     const std::string page = read_file(FIRST_GAME_PAGE), folder = FIRST_GAME_TEMPLATE;
     const std::string code = read_file(folder + "/main.cpp") + read_file(folder + "/CMakeLists.txt");
     int listings = 0;

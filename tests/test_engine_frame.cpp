@@ -1,4 +1,4 @@
-// A frame: game state, event callbacks, hot keys, fixed steps and the frame clock.
+// The frame: game state, event callbacks, hot keys, fixed steps and frame time.
 
 #include "engine/frame.h"
 #include "lumarind/engine/engine.h"
@@ -26,7 +26,7 @@ protected:
 
 // --- game state ---
 
-TEST_F(FrameTest, RequestsChainAndTheirHandlingRestartsTheClock) {
+TEST_F(FrameTest, StateRequestsChainAndAcknowledgingResetsTimestep) {
     ASSERT_TRUE(start());
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     EXPECT_EQ(engine_get_prev_state(), GAME_STATE_MAIN_MENU);
@@ -44,33 +44,34 @@ TEST_F(FrameTest, RequestsChainAndTheirHandlingRestartsTheClock) {
     EXPECT_GT(engine->last_frame_ticks, 0u);
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE: 3 -> 4"));
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE HANDLED: 5"));
-    engine_set_state(GAME_STATE_MAIN_MENU); // the menu's screen is the one that is set up
+    engine_set_state(GAME_STATE_MAIN_MENU); // whose screen is set up
     engine_state_change_handled();
 }
 
 // --- callbacks ---
 
-TEST_F(FrameTest, AChainRunsInOrderUntilOneEndsIt) {
+TEST_F(FrameTest, CallbacksRunInOrderUntilOneReturnsFalse) {
     ASSERT_TRUE(start());
-    frame(); // takes the events of the start, the audio devices' among them
+    frame(); // drains the start's events, such as those of audio devices
     for (const EventCallback cb : {note_a, note_b, note_a, note_c_and_end, note_b}) {
         ASSERT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, cb));
     }
-    EXPECT_EQ(callback_array_index_of(&engine->callbacks[SDL_EVENT_KEY_DOWN], note_b), 2) << "behind the menu's own";
+    EXPECT_EQ(callback_array_index_of(&engine->callbacks[SDL_EVENT_KEY_DOWN], note_b), 2)
+        << "after the menu's callback";
     play("F3 1");
     EXPECT_EQ(g_calls, "abac");
-    EXPECT_TRUE(engine_get_show_frame_time_graph()) << "the engine's own keys are heard all the same";
+    EXPECT_TRUE(engine_get_show_frame_time_graph()) << "hot keys are handled in any case";
     EXPECT_EQ(engine_event().type, static_cast<Uint32>(SDL_EVENT_KEY_DOWN));
 
     g_calls.clear();
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end));
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_a));
-    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end)) << "not there is no failure";
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end)) << "removing a missing callback succeeds";
     play("F5 1");
-    EXPECT_EQ(g_calls.size(), 3u) << "one a and both b are left, their order is free";
+    EXPECT_EQ(g_calls.size(), 3u) << "one a and both b are left, in any order";
 }
 
-TEST_F(FrameTest, EventTypesBeyondTheTableReachNobody) {
+TEST_F(FrameTest, UnsupportedEventTypesAreNotDispatched) {
     ASSERT_TRUE(start());
     EXPECT_TRUE(engine_add_callback(0x1307, note_a));
     EXPECT_FALSE(engine_add_callback(0x1308, note_a));
@@ -84,10 +85,10 @@ TEST_F(FrameTest, EventTypesBeyondTheTableReachNobody) {
 
 // --- hot keys ---
 
-TEST_F(FrameTest, CtrlQAndEscapeQuitOrFadeBack) {
+TEST_F(FrameTest, CtrlQQuitsAndEscapeFadesToMenuOrQuits) {
     ASSERT_TRUE(start({"--screen", "texture-demo"}));
     play("Q 1 Escape Escape 6");
-    EXPECT_NEAR(transition_cover(1), 0.4, 1e-9) << "the second press does not start it again";
+    EXPECT_NEAR(transition_cover(1), 0.4, 1e-9) << "a second press does not restart the fade";
     play("40");
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     EXPECT_EQ(transition_cover(1), 0.0);
@@ -101,9 +102,9 @@ TEST_F(FrameTest, CtrlQAndEscapeQuitOrFadeBack) {
     EXPECT_FALSE(frame());
 }
 
-// --- frame clock ---
+// --- frame time ---
 
-TEST_F(FrameTest, TheReadOutIsUpdatedOnceASecond) {
+TEST_F(FrameTest, FpsReadOutIsUpdatedOncePerSecond) {
     ASSERT_TRUE(start());
     EXPECT_TRUE(engine_frame_number() == 0 && engine->fps_color.a == 0);
     engine->fps_window_start = SDL_GetTicksNS();
@@ -118,7 +119,7 @@ TEST_F(FrameTest, TheReadOutIsUpdatedOnceASecond) {
     EXPECT_EQ(engine->frames, 0);
 }
 
-TEST_F(FrameTest, TheFrameRateLimitWaitsAndCanBeLifted) {
+TEST_F(FrameTest, FrameRateLimitWaitsAndCanBeRemoved) {
     ASSERT_TRUE(start());
     engine_set_target_fps(50);
     const Uint64 before = SDL_GetTicksNS();
@@ -127,13 +128,13 @@ TEST_F(FrameTest, TheFrameRateLimitWaitsAndCanBeLifted) {
     frame();
     const Uint64 after = SDL_GetTicksNS();
     EXPECT_GE(after - before, 4 * SDL_NS_PER_SECOND / 50 - 1000);
-    EXPECT_GE(engine_fps_delta(), 0.02) << "the whole frame, its wait included";
+    EXPECT_GE(engine_fps_delta(), 0.02) << "the whole frame, including the wait";
     EXPECT_LE(engine_fps_delta(), static_cast<double>(after - last) / 1e9);
     engine_set_target_fps(0);
     EXPECT_EQ(engine->frame_period, 0u);
 }
 
-TEST_F(FrameTest, RealTimeReachesTheSimulationAndAStallAsAQuarterSecond) {
+TEST_F(FrameTest, SimulationFollowsRealTimeClampedToQuarterSecond) {
     const struct {
         int hz;
         Uint64 ms;

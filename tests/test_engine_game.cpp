@@ -1,5 +1,5 @@
-// engine_run's check of the game's record: each fault is reported once, in the log and in a box, before anything
-// starts.
+// engine_run's validation of the Game record: each error is reported once, in the log and in a message box, before
+// anything starts.
 
 #include "engine/game_internal.h"
 #include "support/engine_fixture.h"
@@ -36,7 +36,7 @@ void set(const Row *Game::*rows, Sint32 Game::*count, const Row (&table)[COUNT],
 
 class EngineGame : public EngineTest {};
 
-TEST_F(EngineGame, AFaultyRecordIsReportedOnceAndFailsTheStart) {
+TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
     const struct {
         const char *problem;
         void (*spoil)(Game *game);

@@ -1,4 +1,4 @@
-// The pure calculations of the engine: UI scale, menu columns, fixed timestep.
+// Pure calculations of the engine: UI scale, menu columns, fixed timestep.
 
 #include "lumarind/engine/menu_layout.h"
 #include "lumarind/engine/timestep.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-TEST(UiScale, CommandLineThenConfigurationThenDisplay) {
+TEST(UiScale, CommandLineOverridesConfigurationOverridesDisplay) {
     const struct {
         float display;
         int configured, from_args, expected;
@@ -27,7 +27,7 @@ TEST(UiScale, CommandLineThenConfigurationThenDisplay) {
     }
 }
 
-TEST(MenuLayout, RowsAndStepsAcrossColumns) {
+TEST(MenuLayout, StepColumnKeepsRowAndStopsAtLastEntry) {
     EXPECT_EQ(menu_layout_rows(505, 35), 14);
     EXPECT_EQ(menu_layout_rows(20, 35), 1);
     const struct {
@@ -41,7 +41,7 @@ TEST(MenuLayout, RowsAndStepsAcrossColumns) {
 
 // --- timestep ---
 
-TEST(TimestepTest, UnevenFramesLoseAndInventNoTime) {
+TEST(TimestepTest, VariableFrameTimesAreConservedInSteps) {
     std::mt19937 random(3);
     for (const int hz : {1, 30, 60, 144, 1000}) {
         Timestep ts = {};
@@ -50,7 +50,7 @@ TEST(TimestepTest, UnevenFramesLoseAndInventNoTime) {
         int steps = 0;
         for (int i = 0; i < 5000; i++) {
             const double dt = i == 0 ? 2 : static_cast<double>(random() % 100'000) / 1e6;
-            elapsed += std::min(dt, 0.25); // a stall costs all but a quarter second
+            elapsed += std::min(dt, 0.25); // longer frames are clamped
             timestep_advance(&ts, dt);
             while (timestep_consume_step(&ts)) steps++;
             ASSERT_GE(timestep_alpha(&ts), 0.0);

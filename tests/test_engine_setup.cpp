@@ -1,5 +1,4 @@
-// Starting and stopping the engine: what is brought up from the configuration, what is written back, and what is left
-// when a step fails.
+// Starting and stopping the engine: applying the configuration, writing it back, and cleanup after a failed step.
 
 #include "diagnostics/profiler_internal.h"
 #include "engine/frame.h"
@@ -33,16 +32,16 @@ protected:
     }
 };
 
-TEST_F(EngineSetupTest, StartsOnceAndLeavesNothing) {
+TEST_F(EngineSetupTest, StartAndStopAreIdempotentWithoutLeaks) {
     ASSERT_TRUE(start());
     const Engine *first = engine;
-    EXPECT_TRUE(engine_start("another")) << "a second start changes nothing";
+    EXPECT_TRUE(engine_start("another")) << "starting is idempotent";
     EXPECT_EQ(engine, first);
     EXPECT_STREQ(engine_get_title(), "Lumarind Engine v0.0.1");
     engine_set_title("renamed");
     EXPECT_STREQ(engine_get_title(), "renamed");
     engine_set_system_cursor(SDL_SYSTEM_CURSOR_CROSSHAIR);
-    EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT) << "there are two";
+    EXPECT_EQ(engine_get_system_cursor_type(), SDL_SYSTEM_CURSOR_DEFAULT) << "there are only two cursors";
     EXPECT_TRUE(log.has("[ENGINE] Video driver: dummy, renderer: software"));
     EXPECT_TRUE(log.has("[ENGINE] Display scale: 1.00, UI scale: 1"));
     EXPECT_TRUE(log.errors().empty());
@@ -70,11 +69,11 @@ TEST_F(EngineSetupTest, StartsOnceAndLeavesNothing) {
 
 // --- the window ---
 
-TEST_F(EngineSetupTest, TheWindowAndItsClockAreMadeAsConfigured) {
+TEST_F(EngineSetupTest, WindowAndFrameRateFollowConfiguration) {
     const std::string all = "resizable=1 borderless=0 density=1 create; ", cursors = "cursor 0; cursor 11; ";
     const struct {
         const char *graphics, *window;
-        const char *size; // of the command line
+        const char *size; // --window-size
         std::string calls;
         Uint64 period = 0; // ns
     } cases[] = {
@@ -86,7 +85,7 @@ TEST_F(EngineSetupTest, TheWindowAndItsClockAreMadeAsConfigured) {
         {"fps_limit = -1\n", "x = 1\ny = 2\nmaximized = true\nfullscreen = true\n", nullptr,
          "x=1 y=2 " + all + "maximize; " + cursors},
         {"vsync_enable = true\nfps_limit = 120\n", "x = 1\ny = 2\nfullscreen = true\n", nullptr,
-         "x=1 y=2 " + all + "fullscreen 1; vsync 1; " + cursors}, // the limit is the display's
+         "x=1 y=2 " + all + "fullscreen 1; vsync 1; " + cursors}, // limited by the display
         {"", "x = 1\ny = 2\nmaximized = true\n", "300x200", "x=1 y=2 width=300 height=200 " + all + cursors},
     };
     for (const auto &c : cases) {
@@ -106,7 +105,7 @@ TEST_F(EngineSetupTest, TheWindowAndItsClockAreMadeAsConfigured) {
     expect_saved({"x = 1", "y = 2", "width = 800", "height = 450", "maximized = true", "ui_scale = 0"});
 }
 
-TEST_F(EngineSetupTest, GeometryAndPanelFlagAreWrittenBackAndTheRestStays) {
+TEST_F(EngineSetupTest, StopSavesOnlyGeometryAndPanelFlag) {
     config = "[graphics]\nvsync_enable = false\nui_scale = 2\n[window]\nwidth = 640\nheight = 360\nborderless = true\n"
              "[input]\njump = K, nonsense\n";
     ASSERT_TRUE(start());
@@ -122,7 +121,7 @@ TEST_F(EngineSetupTest, GeometryAndPanelFlagAreWrittenBackAndTheRestStays) {
 
 // --- failures ---
 
-TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
+TEST_F(EngineSetupTest, FailedStepIsReportedOnceAndCleanedUp) {
     config = "[graphics]\nshow_frame_time_graph = true\n";
     const struct {
         const char *hint, *driver, *call;
@@ -149,7 +148,7 @@ TEST_F(EngineSetupTest, AFailedStepIsReportedOnceAndLeavesNothing) {
     }
     write_file("file", "");
     set_environment("XDG_DATA_HOME", "file");
-    EXPECT_FALSE(start()) << "without a folder of the user's";
+    EXPECT_FALSE(start()) << "without a user folder";
     set_environment("XDG_DATA_HOME", nullptr);
     EXPECT_TRUE(start());
 }

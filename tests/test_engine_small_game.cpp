@@ -1,5 +1,5 @@
-// A game that is not the demonstration: its screens, actions, settings, options, keys and files, and what the engine
-// offers to games beyond what the demonstration uses.
+// A game other than the demonstration: screens, actions, settings, options, keys and files, and library features that
+// the demonstration does not use.
 
 #include "core/files_internal.h"
 #include "engine/game_internal.h"
@@ -44,13 +44,13 @@ protected:
     fs::path folder = directory.path / "user/tests/SmallGame";
 };
 
-TEST_F(SmallGameTest, ScreensRunInTheirStatesFromHomeOn) {
+TEST_F(SmallGameTest, ScreensRunInTheirStatesStartingAtHome) {
     ASSERT_TRUE(start());
     play("1");
     EXPECT_EQ(calls(), "h+h.");
     engine_set_state(SMALL_ROOM);
     play("1 2");
-    EXPECT_EQ(calls(), "h-r+r.r5r.r5r.") << "the first step begins after the switch";
+    EXPECT_EQ(calls(), "h-r+r.r5r.r5r.") << "the first step follows the screen change";
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     EXPECT_TRUE(width == 100 && height == 50);
@@ -60,20 +60,20 @@ TEST_F(SmallGameTest, ScreensRunInTheirStatesFromHomeOn) {
     EXPECT_EQ(calls(), "r.r.");
     engine_restart_state();
     play("2");
-    EXPECT_EQ(calls(), "r-r+r.r5r.") << "which ends the pause";
+    EXPECT_EQ(calls(), "r-r+r.r5r.") << "a restart ends the pause";
     EXPECT_FALSE(engine_is_paused());
 
     small_takes_escape = true;
     calls();
     play("Escape ~Escape 1");
     EXPECT_EQ(engine_get_state(), SMALL_ROOM);
-    EXPECT_EQ(calls(), "Er5r.") << "a key held down is offered once";
+    EXPECT_EQ(calls(), "Er5r.") << "a held key is passed on once";
     small_takes_escape = false;
     play("Escape 2");
-    EXPECT_EQ(calls(), "Er5r.r6r.") << "the screen's step comes before the fade's";
+    EXPECT_EQ(calls(), "Er5r.r6r.") << "the screen's fixed update runs before the fade's";
     play("20 Escape 1");
-    EXPECT_EQ(engine_get_state(), GAME_STATE_QUIT) << "from home";
-    play("ctrl:Q F12 1"); // keys that are off
+    EXPECT_EQ(engine_get_state(), GAME_STATE_QUIT) << "on the home screen";
+    play("ctrl:Q F12 1"); // disabled hot keys
     EXPECT_FALSE(fs::exists(folder / "captures"));
     calls();
 
@@ -89,7 +89,7 @@ TEST_F(SmallGameTest, ScreensRunInTheirStatesFromHomeOn) {
     EXPECT_FALSE(log.has("  text-demo"));
 }
 
-TEST_F(SmallGameTest, KeepsItsFilesInTheUsersFolder) {
+TEST_F(SmallGameTest, FilesAreStoredInUserFolder) {
     ASSERT_TRUE(start());
     EXPECT_STREQ(cfg_get_setting("name"), "nobody");
     EXPECT_EQ(cfg_get_setting_number("best_time"), 12.5);
@@ -117,14 +117,14 @@ TEST_F(SmallGameTest, KeepsItsFilesInTheUsersFolder) {
     EXPECT_FALSE(fs::is_empty(folder / "captures"));
     EXPECT_TRUE(storage_write_user_file("saves/one", "old", 3) && storage_write_user_file("saves/one", "newer", 5));
     EXPECT_EQ(read_file(folder / "saves/one"), "newer");
-    fs::create_directory(folder / "saves/one.new"); // as when nothing can be written beside it
+    fs::create_directory(folder / "saves/one.new"); // the temporary file cannot be created
     log.lines.clear();
     EXPECT_FALSE(storage_write_user_file("saves/one", "cut", 3) || storage_write_user_file("../out", "", 0));
     EXPECT_EQ(log.errors().size(), 2u);
     EXPECT_TRUE(read_file(folder / "saves/one") == "newer" && !fs::exists(folder.parent_path() / "out"));
 }
 
-TEST_F(SmallGameTest, FindsItsAssetsFromAnyFolder) {
+TEST_F(SmallGameTest, AssetsAreFoundFromAnyCurrentFolder) {
     const fs::path beside = SDL_GetBasePath();
     fs::create_directory("elsewhere");
     fs::current_path("elsewhere");
@@ -151,7 +151,7 @@ TEST_F(SmallGameTest, FindsItsAssetsFromAnyFolder) {
     fs::current_path("..");
 }
 
-TEST_F(SmallGameTest, DrawsPicturesAndTellsWhereTheMouseIs) {
+TEST_F(SmallGameTest, DrawsPicturesAndReportsMousePosition) {
     const Picture two(SDL_CreateSurface(2, 1, SDL_PIXELFORMAT_RGBA32));
     SDL_WriteSurfacePixel(two.get(), 0, 0, 255, 0, 0, 255);
     SDL_WriteSurfacePixel(two.get(), 1, 0, 0, 0, 255, 255);
@@ -164,14 +164,14 @@ TEST_F(SmallGameTest, DrawsPicturesAndTellsWhereTheMouseIs) {
     EXPECT_TRUE(picture_draw(sharp, 40, 10, {.cell = {1, 0, 1, 1}, .scale = 8}));
     EXPECT_TRUE(picture_draw(sharp, 60, 10, {.scale = 8, .flip = SDL_FLIP_HORIZONTAL}));
     EXPECT_TRUE(picture_draw(sharp, 80, 14, {.scale = 8, .angle = 180}));
-    const Picture drawn = picture(); // the space of 100 x 50 is shown three times as large, from 10, 5 on
+    const Picture drawn = picture(); // the logical 100 x 50 are magnified by 3, starting at (10, 5)
     const auto at = [&](int x, int y) { return pixel_at(drawn, 10 + 3 * x, 5 + 3 * y); };
     constexpr SDL_Color RED = {255, 0, 0, 255}, BLUE = {0, 0, 255, 255};
     EXPECT_TRUE(same_color(at(17, 12), RED) && same_color(at(18, 12), BLUE));
     EXPECT_TRUE(same_color(at(41, 12), BLUE) && same_color(at(47, 17), BLUE));
     EXPECT_TRUE(same_color(at(62, 12), BLUE) && same_color(at(74, 12), RED));
     EXPECT_TRUE(same_color(at(82, 16), BLUE) && same_color(at(94, 16), RED));
-    EXPECT_TRUE(at(17, 22).b > 20 && at(17, 22).r > 20) << "the linear one blends";
+    EXPECT_TRUE(at(17, 22).b > 20 && at(17, 22).r > 20) << "linear filtering blends";
     SDL_DestroyTexture(sharp);
     SDL_DestroyTexture(smooth);
 
@@ -186,7 +186,7 @@ TEST_F(SmallGameTest, DrawsPicturesAndTellsWhereTheMouseIs) {
 bool note_data(SDL_Event *, void *data) { return ++*static_cast<int *>(data) < 2; }
 bool no_more(SDL_Event *) { return false; }
 
-TEST_F(SmallGameTest, CallbacksAreHandedTheirData) {
+TEST_F(SmallGameTest, CallbacksReceiveUserData) {
     ASSERT_TRUE(start());
     play("1");
     int first = 0, second = 0;
@@ -195,15 +195,15 @@ TEST_F(SmallGameTest, CallbacksAreHandedTheirData) {
     EXPECT_TRUE(first == 2 && second == 1);
     EXPECT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_data, &first));
     play("A 1");
-    EXPECT_TRUE(first == 2 && second == 2) << "the second, now the first of the chain, has ended it";
+    EXPECT_TRUE(first == 2 && second == 2) << "the second callback is now first and ends the chain";
     EXPECT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, no_more));
     play("A 1");
-    EXPECT_EQ(second, 2) << "those without data come first";
+    EXPECT_EQ(second, 2) << "callbacks without data come first";
     EXPECT_FALSE(engine_add_callback(ENGINE_EVENT_TYPES, note_data, &first));
     EXPECT_FALSE(engine_remove_callback(ENGINE_EVENT_TYPES, note_data, &first));
 }
 
-TEST_F(SmallGameTest, AFailedStartNamesTheLogWhereverItIs) {
+TEST_F(SmallGameTest, FailedStartShowsPathOfLog) {
     small_setup_fails = true;
     char program[] = "SmallGame", option[] = "--screen", room[] = "room";
     char *argv[] = {program, option, room};

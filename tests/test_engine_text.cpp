@@ -25,7 +25,7 @@ protected:
 
 // --- spaces ---
 
-TEST_F(TextTest, TheViewIsTheWindowInUiUnitsOrTheLogicalSize) {
+TEST_F(TextTest, ViewSizeIsWindowInUiUnitsOrLogicalSize) {
     ASSERT_TRUE(start_at_scale(2));
     const auto expect_view = [](float width, float height, float scale, bool logical) {
         SDL_FPoint view = {}, scales = {};
@@ -40,14 +40,14 @@ TEST_F(TextTest, TheViewIsTheWindowInUiUnitsOrTheLogicalSize) {
     ASSERT_TRUE(engine_set_logical_size(256, 144));
     expect_view(256, 144, 1, true);
     engine_use_ui_space();
-    expect_view(320, 240, 2, false); // as an overlay on a logical screen sees it
+    expect_view(320, 240, 2, false); // for an overlay on a logical screen
     ASSERT_TRUE(engine_set_logical_size(0, 0));
     expect_view(320, 240, 2, false);
 }
 
 // --- fonts ---
 
-TEST_F(TextTest, FontsAreOpenedAtOutputSizeAndListedUpToEight) {
+TEST_F(TextTest, FontsOpenAtOutputSizeAndListHoldsEight) {
     ASSERT_TRUE(start_at_scale(2));
     EXPECT_EQ(TTF_GetFontSize(engine_get_font_by_index(SHARED_FONT_UI)), 64);
     EXPECT_EQ(TTF_GetFontSize(engine_get_font_by_index(SHARED_FONT_UI_HEADING)), 96);
@@ -66,18 +66,18 @@ TEST_F(TextTest, FontsAreOpenedAtOutputSizeAndListedUpToEight) {
     EXPECT_EQ(engine_get_font(), font);
 }
 
-TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
+TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     ASSERT_TRUE(start_at_scale(1));
     write_file("own.ttf", read_file(PIXEL_FONT));
     TTF_Font *font = font_open("own.ttf", 20), *beside = font_open("own.ttf", 20);
-    EXPECT_NE(font, beside) << "two owners share none";
+    EXPECT_NE(font, beside) << "a font in use is not shared";
     const auto settings = [](TTF_Font *of) {
         return std::tuple(
             TTF_GetFontStyle(of), TTF_GetFontKerning(of), TTF_GetFontWrapAlignment(of), TTF_GetFontLineSkip(of),
             TTF_GetFontDirection(of), TTF_GetFontScript(of));
     };
     const auto as_new = settings(font);
-    TTF_SetFontStyle(font, TTF_STYLE_UNDERLINE); // what an owner may do without the generation showing it
+    TTF_SetFontStyle(font, TTF_STYLE_UNDERLINE); // does not change the font's generation
     TTF_SetFontKerning(font, false);
     TTF_SetFontWrapAlignment(font, TTF_HORIZONTAL_ALIGN_CENTER);
     TTF_SetFontLineSkip(font, 99);
@@ -90,7 +90,7 @@ TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
     EXPECT_EQ(settings(font), as_new);
     font_set_size(font, 40);
     font_cleanup(font);
-    TTF_Font *larger = font_open("own.ttf", 21); // while one of 20 is kept
+    TTF_Font *larger = font_open("own.ttf", 21); // while a font of size 20 is cached
     font = font_open("own.ttf", 20);
     EXPECT_TRUE(TTF_GetFontSize(font) == 20 && TTF_GetFontSize(larger) == 21);
     font_cleanup(font);
@@ -102,17 +102,17 @@ TEST_F(TextTest, AFontGivenBackIsOpenedAgainOnlyIfItIsStillTheSame) {
 
 // --- texts ---
 
-TEST_F(TextTest, TextsAreCutMeasuredAndDestroyedOnce) {
+TEST_F(TextTest, TextsAreTruncatedMeasuredAndDestroyedOnce) {
     ASSERT_TRUE(start_at_scale(3));
     TTF_Font *font = font_open(PIXEL_FONT, 16);
     TTF_Text *text = engine_prepare_text(font, "Hello World!, cut", 12, {255, 255, 0, 255});
     EXPECT_STREQ(text->text, "Hello World!");
     float width = 0, height = 0;
     engine_text_size(text, &width, &height);
-    EXPECT_TRUE(width == 12 * 8 && height == 16) << "in units";
+    EXPECT_TRUE(width == 12 * 8 && height == 16) << "in UI units";
     engine_render_text(text, 10.3f, 5);
     SDL_GetRenderScale(engine_renderer(), &width, nullptr);
-    EXPECT_EQ(width, 3) << "the space's scale is back";
+    EXPECT_EQ(width, 3) << "the render scale is restored";
     engine_cleanup_text(&text);
     EXPECT_EQ(text, nullptr);
     engine_cleanup_text(&text);
@@ -126,10 +126,10 @@ TEST_F(TextTest, TextsAreCutMeasuredAndDestroyedOnce) {
 
 // --- FPS read-out ---
 
-TEST_F(TextTest, TheReadOutIsColouredByTheRate) {
+TEST_F(TextTest, FpsReadOutColourDependsOnRate) {
     config += "show_fps = true\nui_scale = 2\n";
     ASSERT_TRUE(start_screen("text-demo", "640x300"));
-    engine->fps_window_start = SDL_MAX_UINT64 / 2; // never due: the test calls the update itself
+    engine->fps_window_start = SDL_MAX_UINT64 / 2; // never due: the test updates it itself
     for (const int fps : {30, 29, 15, 14}) {
         engine->fps = fps;
         engine->fps_delta = 1.0 / 60;
@@ -139,7 +139,7 @@ TEST_F(TextTest, TheReadOutIsColouredByTheRate) {
     engine->fps = 2'000'000'000;
     engine->fps_delta = 1e300;
     engine_update_fps();
-    EXPECT_EQ(std::string(engine->fps_text).size(), 63u) << "cut, not overrun";
+    EXPECT_EQ(std::string(engine->fps_text).size(), 63u) << "truncated, no overflow";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The fade between screens, through the running program.
+// Fades between screens, in the running program.
 
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
@@ -29,11 +29,11 @@ protected:
     }
 };
 
-TEST_F(TransitionTest, SwitchesBehindABlackFrameAndUncoversTheNewScreen) {
+TEST_F(TransitionTest, ChangesStateBehindBlackFrameAndFadesIn) {
     EXPECT_FALSE(all_black());
     ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
     std::vector<double> covers, drawn;
-    int turn = 0; // frames until the switch is asked for
+    int turn = 0; // frames until the state change is requested
     for (int i = 0; i < 40; i++) {
         ASSERT_TRUE(frame(STEP * 1.0001));
         turn += engine_get_state() == GAME_STATE_MAIN_MENU;
@@ -43,33 +43,33 @@ TEST_F(TransitionTest, SwitchesBehindABlackFrameAndUncoversTheNewScreen) {
     }
     EXPECT_EQ(turn, 14) << "the fifteenth frame has run fifteen steps";
     EXPECT_EQ(covers[14], 1.0);
-    EXPECT_EQ(covers[15], 1.0) << "the new screen's first frame: the switch took no simulated time";
-    EXPECT_EQ(drawn[15], 1.0) << "nor is it drawn partly open";
+    EXPECT_EQ(covers[15], 1.0) << "the new screen's first frame: no simulated time has passed";
+    EXPECT_EQ(drawn[15], 1.0) << "it is drawn fully covered";
     EXPECT_NEAR(covers[16], 14.0 / 15, 1e-9);
     EXPECT_EQ(covers.back(), 0.0);
     EXPECT_FALSE(all_black());
 }
 
-TEST_F(TransitionTest, ARequestWhileUncoveringCoversFromThere) {
-    ASSERT_TRUE(transition_fade_to(GAME_STATE_MAIN_MENU, 0.25)); // where the game already is
-    EXPECT_FALSE(transition_fade_to(GAME_STATE_TEXTURE_DEMO, 1.0)) << "the first request wins";
+TEST_F(TransitionTest, RequestDuringFadeInReversesFromCurrentOpacity) {
+    ASSERT_TRUE(transition_fade_to(GAME_STATE_MAIN_MENU, 0.25)); // the current state
+    EXPECT_FALSE(transition_fade_to(GAME_STATE_TEXTURE_DEMO, 1.0)) << "refused while the first fade covers";
     steps(1);
-    EXPECT_NEAR(transition_cover(0.5), 0.5 / 15, 1e-12) << "drawn between the last two steps";
+    EXPECT_NEAR(transition_cover(0.5), 0.5 / 15, 1e-12) << "interpolated between the last two steps";
     steps(14);
-    EXPECT_EQ(transition_cover(0), 1.0) << "a full cover is never drawn partly open";
+    EXPECT_EQ(transition_cover(0), 1.0) << "a full cover is not interpolated";
     transition_tick();
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     steps(5);
-    EXPECT_NEAR(transition_cover(1), 10.0 / 15, 1e-9) << "uncovering without a switch";
+    EXPECT_NEAR(transition_cover(1), 10.0 / 15, 1e-9) << "fades in without a state change";
     ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.25));
     EXPECT_NEAR(transition_cover(0), 10.0 / 15, 1e-9) << "no jump";
     steps(1);
     EXPECT_NEAR(transition_cover(1), 11.0 / 15, 1e-9);
     transition_screen_changed(GAME_STATE_QUIT);
-    EXPECT_EQ(transition_cover(1), 0.0) << "another switch than the one faded to ends the fade";
+    EXPECT_EQ(transition_cover(1), 0.0) << "a change to another state ends the fade";
 }
 
-TEST_F(TransitionTest, TheCoverFillsTheWindowAndLeavesTheRenderersColour) {
+TEST_F(TransitionTest, CoverFillsWindowAndRestoresDrawColour) {
     SDL_Renderer *renderer = engine_renderer();
     engine_set_logical_size(256, 144);
     ASSERT_TRUE(transition_fade_to(GAME_STATE_TEXT_DEMO, 0.1));

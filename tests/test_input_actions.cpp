@@ -1,4 +1,4 @@
-// Bindings from text, and the delivery of presses: each once to the frame, once to the fixed steps.
+// Binding texts, and delivery of presses: each once to the frame and once to the fixed steps.
 
 #include "lumarind/config/config.h"
 #include "lumarind/engine/timestep.h"
@@ -13,7 +13,7 @@ namespace {
 
 class InputTest : public EngineTest {
 protected:
-    std::set<int> pressed_after(const std::string &word) { // in the frame that sees it
+    std::set<int> pressed_after(const std::string &word) { // in the frame that polls the event
         play(word);
         frame();
         std::set<int> pressed;
@@ -26,7 +26,7 @@ protected:
 
 // --- binding texts ---
 
-TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
+TEST_F(InputTest, ParsesEntriesAndSkipsUnknownOnesWithWarning) {
     ASSERT_TRUE(start());
     using Names = std::vector<std::string>;
     const struct {
@@ -39,7 +39,7 @@ TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
         {"PAD:LeftX-, Pad:righttrigger,pad:dpleft,pad:righty+", 4, {}},
         {"pad:leftx", 0, {"pad:leftx"}},
         {"pad:lefttrigger+, A", 1, {"pad:lefttrigger+"}},
-        {"pad:+leftx+, pad:-lefttrigger", 2, {}}, // SDL passes over a sign in front
+        {"pad:+leftx+, pad:-lefttrigger", 2, {}}, // SDL ignores a leading sign
         {"pad:, pad:+, pad", 0, {"pad:", "pad:+", "pad"}},
         {"pad: a, No Such Key", 0, {"pad: a", "No Such Key"}},
         {std::string(63, 'x'), 0, {std::string(63, 'x')}},
@@ -54,7 +54,7 @@ TEST_F(InputTest, PiecesAreTakenOrLeftOutByName) {
     }
 }
 
-TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {
+TEST_F(InputTest, SkipsFifthBindingAndStoresTextUnchanged) {
     config += "[input]\njump = A,B,C,D, E ,nonsense\n";
     ASSERT_TRUE(start_screen("input-demo"));
     EXPECT_EQ(log.count("[INPUT] Some bindings for \"jump\" were not recognised"), 1);
@@ -62,7 +62,7 @@ TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {
     EXPECT_STREQ(input_bindings_text(INPUT_ACTION_JUMP), "A,B,C,D, E ,nonsense");
     EXPECT_TRUE(pressed_after("D").contains(INPUT_ACTION_JUMP));
     EXPECT_TRUE(pressed_after("E").empty());
-    ASSERT_TRUE(input_bind(INPUT_ACTION_JUMP, "A")); // B to D are bound no longer
+    ASSERT_TRUE(input_bind(INPUT_ACTION_JUMP, "A")); // replaces the bindings B to D
     EXPECT_FALSE(input_bind(INPUT_ACTION_JUMP, "A, nonsense"));
     EXPECT_TRUE(pressed_after("+B").empty());
     EXPECT_FALSE(input_held(INPUT_ACTION_JUMP));
@@ -75,40 +75,40 @@ TEST_F(InputTest, AFifthBindingIsLeftOutAndTheTextIsKeptAsWritten) {
 
 // --- presses ---
 
-TEST_F(InputTest, PressesAreEdgesOfKeysButtonsAndAxes) {
+TEST_F(InputTest, PressesAreEdgeTriggeredForKeysButtonsAndAxes) {
     config += "[input]\nrun = Space, pad:b\nattack = pad:righttrigger\n";
     ASSERT_TRUE(start_screen("input-demo"));
     constexpr int LEFT = INPUT_ACTION_LEFT, RIGHT = INPUT_ACTION_RIGHT;
     const std::pair<const char *, std::set<int>> cases[] = {
-        {"Space", {INPUT_ACTION_JUMP, INPUT_ACTION_RUN}}, // one key may belong to two actions
+        {"Space", {INPUT_ACTION_JUMP, INPUT_ACTION_RUN}}, // a key bound to two actions
         {"~Space", {}},
         {"-Space", {}},
         {"F9", {}},
         {"pad:b", {INPUT_ACTION_RUN}},
         {"pad:plug", {}},
-        {"pad:leftx=.55", {}}, // 0.47 behind the deadzone
+        {"pad:leftx=.55", {}}, // 0.47 after the deadzone
         {"pad:leftx=.66", {RIGHT}},
         {"pad:leftx=.9", {}},
         {"pad:leftx=.66", {}},
         {"pad:leftx=.49", {}},
         {"pad:leftx=.66", {RIGHT}},
-        {"pad:leftx=-1", {LEFT}}, // from one end to the other
+        {"pad:leftx=-1", {LEFT}}, // from one extreme to the other
         {"pad:leftx=1", {RIGHT}},
         {"pad:righttrigger=.5", {}}, // triggers have no deadzone
         {"pad:righttrigger=.51", {INPUT_ACTION_ATTACK}},
-        {"pad:unplug pad:plug 1 pad:leftx=1", {RIGHT}}, // a new controller starts from rest
+        {"pad:unplug pad:plug 1 pad:leftx=1", {RIGHT}}, // a new controller starts at rest
     };
     for (const auto &[word, pressed] : cases) EXPECT_EQ(pressed_after(word), pressed) << word;
     EXPECT_TRUE(input_held(RIGHT) && !input_held(LEFT));
     play("pad:unplug 1");
-    EXPECT_FALSE(input_held(RIGHT)) << "it goes with its controller";
+    EXPECT_FALSE(input_held(RIGHT)) << "released when the controller is removed";
     input_cleanup();
     EXPECT_TRUE(pressed_after("+Space").empty() && !input_held(INPUT_ACTION_JUMP));
 }
 
-// Presses far enough apart to be told apart by frames and steps are each counted once by both, at any pair of rates,
-// with stalls, and with three events in a frame; those in a frame that changes the screen by neither.
-TEST_F(InputTest, EveryPressIsCountedOnceByTicksAndOnceBySteps) {
+// Presses further apart than a frame and a step are counted once by both, at any pair of rates, with stalls, and with
+// three events per frame; those in a frame that changes the screen by neither.
+TEST_F(InputTest, EveryPressIsDeliveredOnceToTicksAndOnceToSteps) {
     ASSERT_TRUE(start());
     SDL_Event space = {};
     space.type = SDL_EVENT_KEY_DOWN;

@@ -1,4 +1,4 @@
-// Controllers plugged into SDL and out again, through the running program.
+// Gamepad module: hot-plug of controllers, in the running program.
 
 #include "lumarind/input/gamepad.h"
 #include "support/engine_fixture.h"
@@ -13,7 +13,7 @@ class GamepadTest : public EngineTest {};
 
 // --- pure calculations ---
 
-TEST(GamepadMath, DeadzonesStretchWhatLiesBeyond) {
+TEST(GamepadMath, DeadzoneRescalesRangeBeyondIt) {
     EXPECT_EQ(gamepad_axis_normalise(-32768), -1.0f);
     EXPECT_EQ(gamepad_axis_normalise(32767), 1.0f);
     for (const int raw : {-32768, -1, 0}) EXPECT_EQ(gamepad_trigger_normalise(static_cast<Sint16>(raw)), 0.0f);
@@ -42,9 +42,9 @@ TEST(GamepadMath, DeadzonesStretchWhatLiesBeyond) {
     }
 }
 
-// --- plugging ---
+// --- hot-plug ---
 
-TEST_F(GamepadTest, WithoutOneEverythingIsZeroAndTheSecondIsIgnoredUntilTheFirstGoes) {
+TEST_F(GamepadTest, SecondControllerIsIgnoredUntilFirstIsRemoved) {
     ASSERT_TRUE(start_screen("gamepad-demo"));
     EXPECT_TRUE(log.has("[GAMEPAD] No controller connected"));
     EXPECT_STREQ(gamepad_name(), "No controller");
@@ -61,7 +61,7 @@ TEST_F(GamepadTest, WithoutOneEverythingIsZeroAndTheSecondIsIgnoredUntilTheFirst
     EXPECT_TRUE(log.has(
         "[GAMEPAD] Ignoring additional controller " + std::to_string(second.id) + ", First Pad is already active"));
     gamepad_open(first.id);
-    EXPECT_EQ(log.count("Ignoring"), 1) << "the active one is no additional one";
+    EXPECT_EQ(log.count("Ignoring"), 1) << "the active controller is not additional";
     log.lines.clear();
     first.unplug();
     frame();
@@ -71,7 +71,7 @@ TEST_F(GamepadTest, WithoutOneEverythingIsZeroAndTheSecondIsIgnoredUntilTheFirst
     log.lines.clear();
     third.unplug();
     frame();
-    EXPECT_TRUE(log.lines.empty()) << "one that was never opened goes silently";
+    EXPECT_TRUE(log.lines.empty()) << "removing an ignored controller logs nothing";
     second.unplug();
     frame();
     EXPECT_FALSE(gamepad_connected());
@@ -79,7 +79,7 @@ TEST_F(GamepadTest, WithoutOneEverythingIsZeroAndTheSecondIsIgnoredUntilTheFirst
     EXPECT_TRUE(log.has("[GAMEPAD] Could not open controller 4711, error: "));
 }
 
-TEST_F(GamepadTest, TheDeadzoneIsClampedAndMappingsBesideTheConfigurationAreUsed) {
+TEST_F(GamepadTest, DeadzoneIsClampedAndMappingFileIsLoaded) {
     const char *path = "config/gamecontrollerdb.txt";
     const std::string mapping = "03000000abcd0000cdef000000000000,Odd Pad,a:b3,b:b1,platform:Linux,\n";
     const struct {
@@ -107,14 +107,14 @@ TEST_F(GamepadTest, TheDeadzoneIsClampedAndMappingsBesideTheConfigurationAreUsed
     EXPECT_TRUE(log.has("[GAMEPAD] Could not read controller mappings: config/gamecontrollerdb.txt, error: "));
 }
 
-// --- readings ---
+// --- queries ---
 
-TEST_F(GamepadTest, SticksMotorsAndLabelsAreTheControllersOwn) {
+TEST_F(GamepadTest, SticksRumbleAndLabelsComeFromController) {
     ASSERT_TRUE(start_screen("gamepad-demo"));
     VirtualGamepad pad("Pad", true);
     frame();
     pad.set(SDL_GAMEPAD_AXIS_RIGHTX, 0.5f);
-    pad.set(SDL_GAMEPAD_AXIS_RIGHTY, 0.1f); // inside an axis's deadzone, not inside the stick's
+    pad.set(SDL_GAMEPAD_AXIS_RIGHTY, 0.1f); // inside an axis's deadzone, outside the stick's
     pad.set(SDL_GAMEPAD_AXIS_RIGHT_TRIGGER, 0.1f);
     frame();
     float x = 0, y = 0;
@@ -129,10 +129,10 @@ TEST_F(GamepadTest, SticksMotorsAndLabelsAreTheControllersOwn) {
     EXPECT_TRUE(pad.rumbles.at(0).low == 100 && pad.rumbles.at(0).high == 20000);
     pad.rumbles.clear();
     play("~R 1");
-    EXPECT_TRUE(pad.rumbles.empty()) << "a repeat is no press";
+    EXPECT_TRUE(pad.rumbles.empty()) << "auto-repeat is ignored";
     play("R 1");
     EXPECT_TRUE(pad.rumbles.at(0).low == 49152 && pad.rumbles.at(0).high == 49152);
-    engine->fps_delta = 0.41; // its note is gone
+    engine->fps_delta = 0.41; // hides "(sent)"
     EXPECT_TRUE(matches_stored(shown(), "gamepad_shapes"));
 }
 

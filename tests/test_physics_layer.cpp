@@ -1,5 +1,5 @@
-// Box2D's version 3 interface where the physics screen's own tests cannot show it: what holds for version 3 itself has
-// to hold for the layer on 2.4. Nothing here knows which of the two it runs on.
+// Box2D's version 3 interface, where the physics screen's tests do not cover it: the layer on 2.4 must pass the same
+// tests as version 3 itself. The tests do not know which of the two they run on.
 
 #include <box2d/box2d.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ protected:
     void TearDown() override {
         if (b2World_IsValid(world)) b2DestroyWorld(world);
     }
-    void create_world() { // with a gravity of -10
+    void create_world() { // with gravity -10
         TearDown();
         const b2WorldDef def = b2DefaultWorldDef();
         world = b2CreateWorld(&def);
@@ -42,7 +42,7 @@ protected:
     }
 };
 
-TEST_F(PhysicsLayerTest, IdsAreValidUntilTheirObjectGoes) {
+TEST_F(PhysicsLayerTest, IdsAreValidUntilObjectIsDestroyed) {
     EXPECT_FALSE(b2World_IsValid(b2_nullWorldId) || b2Body_IsValid(b2_nullBodyId));
     EXPECT_FALSE(b2Shape_IsValid(b2_nullShapeId) || b2Joint_IsValid(b2_nullJointId));
     const b2BodyId a = body(b2_dynamicBody, {0, 0}), b = body(b2_dynamicBody, {5, 0}), c = body(b2_staticBody, {9, 0});
@@ -51,23 +51,24 @@ TEST_F(PhysicsLayerTest, IdsAreValidUntilTheirObjectGoes) {
     EXPECT_TRUE(b2Body_IsValid(a) && b2Shape_IsValid(shape_a) && b2Joint_IsValid(joint_ab));
 
     b2DestroyBody(a);
-    EXPECT_FALSE(b2Body_IsValid(a) || b2Shape_IsValid(shape_a) || b2Joint_IsValid(joint_ab)) << "its parts go with it";
+    EXPECT_FALSE(b2Body_IsValid(a) || b2Shape_IsValid(shape_a) || b2Joint_IsValid(joint_ab))
+        << "destroyed with its parts";
     const b2BodyId next = body(b2_kinematicBody, {7, 0});
-    EXPECT_FALSE(b2Body_IsValid(a)) << "also when another body has its place";
+    EXPECT_FALSE(b2Body_IsValid(a)) << "also after its slot is reused";
     EXPECT_TRUE(b2Body_GetPosition(next).x == 7 && b2Body_GetType(next) == b2_kinematicBody);
     EXPECT_TRUE(b2Body_GetPosition(b).x == 5 && b2Shape_IsValid(shape_b) && b2Joint_IsValid(joint_bc));
 
     const b2WorldId gone = world;
     b2DestroyWorld(world);
     EXPECT_FALSE(b2World_IsValid(gone) || b2Body_IsValid(b) || b2Shape_IsValid(shape_b) || b2Joint_IsValid(joint_bc));
-    for (int i = 0; i < 300; i++) { // far more than can live at once: places are given back
+    for (int i = 0; i < 300; i++) { // far more than can exist at once: slots are reused
         create_world();
         ASSERT_TRUE(b2World_IsValid(world)) << i;
-        ASSERT_FALSE(b2World_IsValid(gone)) << "also when another world has its place";
+        ASSERT_FALSE(b2World_IsValid(gone)) << "also after its slot is reused";
     }
 }
 
-TEST_F(PhysicsLayerTest, AStepIsMadeOfSubStepsAndGroupsDecideWhoCollides) {
+TEST_F(PhysicsLayerTest, StepsUseSubStepsAndGroupsFilterCollisions) {
     const struct {
         int upper, lower;
         bool collide;
@@ -80,7 +81,7 @@ TEST_F(PhysicsLayerTest, AStepIsMadeOfSubStepsAndGroupsDecideWhoCollides) {
         circle(falling, c.upper);
         b2World_Step(world, STEP, c.sub_steps);
         const float h = STEP / static_cast<float>(c.sub_steps);
-        const auto sum = static_cast<float>(c.sub_steps * (c.sub_steps + 1) / 2); // velocity first, then position
+        const auto sum = static_cast<float>(c.sub_steps * (c.sub_steps + 1) / 2); // semi-implicit Euler
         EXPECT_NEAR(b2Body_GetPosition(falling).y, 1.2f - 10 * h * h * sum, 1e-6) << c.sub_steps;
         for (int i = 0; i < 60; i++) b2World_Step(world, STEP, c.sub_steps);
         EXPECT_EQ(b2Body_GetPosition(falling).y > 0.9f, c.collide) << c.upper << " on " << c.lower;

@@ -1,4 +1,4 @@
-// The player's box on random levels: what holds wherever it moves, and a record of where it gets to.
+// The player's body on random levels: invariants of every move, and a hash of all positions.
 
 #include "lumarind/player/player_body.h"
 
@@ -22,7 +22,7 @@ protected:
         player_body_init(&body, {x, y}, 20, 40);
         body.grounded = grounded;
     }
-    bool blocked(float dx = 0, float dy = 0) const { // there, or so far away
+    bool blocked(float dx = 0, float dy = 0) const { // at this offset
         SDL_FRect box = player_body_rect(&body);
         box.x += dx;
         box.y += dy;
@@ -30,7 +30,7 @@ protected:
     }
     int number(int low, int high) { return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)); }
 
-    // Coordinates a float holds exactly, and movements in 64ths of a pixel: no build rounds any of it.
+    // Coordinates exact in a float, and movements in 1/64 px: no rounding in any build.
     void make_level() {
         colliders_rects_reset(&rects);
         colliders_tris_reset(&tris);
@@ -43,12 +43,13 @@ protected:
             for (SDL_FPoint &corner : corners) corner = {x + step * float(number(0, 2)), float(number(0, 300))};
             add(Tri{corners[0], corners[1], corners[2]});
         }
-        add(SDL_FRect{-60, 300, 460, 40}); // a floor and walls, or falls would leave the rest behind
+        add(SDL_FRect{-60, 300, 460, 40}); // a floor and walls, to keep the body in the level
         add(SDL_FRect{-60, -100, 40, 440});
         add(SDL_FRect{360, -100, 40, 440});
     }
 
-    // Moves along one axis. What is not blocked goes as far as asked, and owes the rest; what is stops at a rectangle.
+    // Moves along one axis. An unblocked move goes the whole distance and keeps the remainder; a blocked one ends at a
+    // rectangle.
     void move(bool along_x, float by) {
         const SDL_FPoint old = body.pos;
         const bool was_grounded = body.grounded;
@@ -59,7 +60,8 @@ protected:
         EXPECT_TRUE(
             stopped ? left == 0 && (along_x ? blocked(sign) : blocked(0, sign) && body.vel.y == 0)
                     : done + left == owed + by && std::abs(left) <= 0.5f);
-        EXPECT_TRUE(!along_x || body.pos.y == old.y || (was_grounded && body.pos.y < old.y)) << "ledges lead up";
+        EXPECT_TRUE(!along_x || body.pos.y == old.y || (was_grounded && body.pos.y < old.y))
+            << "ledges are climbed upwards";
     }
 
     ColliderRects rects = {};
@@ -68,8 +70,8 @@ protected:
     std::mt19937 random{20};
 };
 
-TEST_F(PlayerBodyTest, ItGoesAsFarAsRectanglesLetItAndNeverIntoOne) {
-    Uint64 record = 0; // of every place and remainder, made once by a debug build
+TEST_F(PlayerBodyTest, MovesUntilBlockedAndNeverOverlapsRectangles) {
+    Uint64 record = 0; // hash of all positions and remainders; the expected one is from a debug build
     for (int level = 0; level < 2000; level++) {
         make_level();
         const ColliderTris *slopes = tris.count ? &tris : nullptr;
@@ -94,10 +96,10 @@ TEST_F(PlayerBodyTest, ItGoesAsFarAsRectanglesLetItAndNeverIntoOne) {
     EXPECT_EQ(record, 0x4b5a28e8a5f58759u) << std::hex << "0x" << record;
 }
 
-TEST_F(PlayerBodyTest, ASlopeDoesNotPressItIntoACeiling) {
-    constexpr float FAR = 1 << 25; // where a pixel more is the same number
+TEST_F(PlayerBodyTest, SlopeDoesNotLiftIntoCeiling) {
+    constexpr float FAR = 1 << 25; // where adding a pixel does not change a float
     add(Tri{{0, 100}, {64, 100}, {64, 36}});
-    add(SDL_FRect{0, 30, 64, 10}); // 60 px above the feet, which would be lifted by 32
+    add(SDL_FRect{0, 30, 64, 10}); // 60 px above the feet, which the slope would lift by 32
     add(SDL_FRect{-64, FAR, 128, FAR});
     add(Tri{{-64, FAR + 64}, {64, FAR + 64}, {64, FAR + 64}});
     const SDL_FPoint cases[][2] = {{{32, 99.5f}, {32, 80}}, {{-16, FAR + 128}, {-16, FAR + 128}}};

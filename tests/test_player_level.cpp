@@ -1,4 +1,4 @@
-// The castle as it is played: along both ways to the throne, and along every way there is.
+// The castle level: both routes to the throne, and an exhaustive search.
 
 #include "lumarind/core/storage.h"
 #include "lumarind/toolkit/colliders.h"
@@ -20,9 +20,9 @@
 namespace {
 
 constexpr SDL_FPoint SPAWN = {100, 416};
-constexpr float FALLEN_OUT = 544; // of the feet
+constexpr float FALLEN_OUT = 544; // y of the feet
 constexpr double DT = 1.0 / 60;
-constexpr double SHORTEST_WAY = 18; // seconds
+constexpr double SHORTEST_WAY = 18; // s
 
 bool at_throne(const PlayerBody &body) { return body.grounded && body.pos.x >= 1800 && body.pos.y >= 480; }
 
@@ -44,7 +44,7 @@ protected:
     }
     void spawn() { player_init(&player, SPAWN, &rects, &tris); }
     void step(const PlayerIntent &intent) { player_fixed_update(&player, &intent, &rects, &tris, DT); }
-    // Plays a letter of a route; false: the player has fallen out of the level.
+    // Plays a letter of a route. Returns false if the player has fallen out of the level.
     bool play(char letter) {
         PlayerIntent intent = route_intent(letter);
         for (int i = 0; i < ROUTE_STEPS_PER_LETTER; i++) {
@@ -66,9 +66,9 @@ protected:
     Player player = {};
 };
 
-// --- the two ways ---
+// --- routes ---
 
-TEST_F(CastleLevelTest, TwoWaysLeadToTheThroneAndTheyDifferInBetween) {
+TEST_F(CastleLevelTest, BothRoutesReachThroneByDifferentWays) {
     constexpr SDL_FRect TOWER = {1136, 48, 192, 280}, CRYPT = {464, 440, 560, 80}, CISTERN = {1136, 368, 384, 152};
     for (const char *route : {ROUTE_BY_THE_TOWER, ROUTE_BY_THE_CRYPTS}) {
         spawn();
@@ -87,16 +87,16 @@ TEST_F(CastleLevelTest, TwoWaysLeadToTheThroneAndTheyDifferInBetween) {
     }
 }
 
-// --- every way ---
+// --- search ---
 
-// All places the player gets to, by ten decisions a second, found in the order of the time they take. Places that are
-// alike to within a few pixels count as one: the times are those of good players, not of perfect ones.
+// Breadth-first search of all places the player can reach with ten decisions per second. Places within a few pixels
+// count as one: the times are those of good players, not of perfect ones.
 class CastleSearchTest : public CastleLevelTest {
 protected:
     struct Place {
         Player player;
-        std::vector<int> before; // places it is reached from
-        bool leads_on = false;   // to the throne
+        std::vector<int> before; // predecessors
+        bool leads_on = false;   // the throne can be reached from it
     };
     static constexpr const char *LETTERS = "l.rLJR<o>";
     static constexpr int SECONDS_MAX = 60;
@@ -111,11 +111,11 @@ protected:
     }
     static bool worth_trying(const Player &p, char letter) {
         const PlayerIntent intent = route_intent(letter);
-        if (p.state == PLAYER_STATE_ROLL && p.state_time < 0.69) return letter == '.'; // it hears nothing
+        if (p.state == PLAYER_STATE_ROLL && p.state_time < 0.69) return letter == '.'; // input has no effect
         if (intent.jump && p.coyote <= 0 && !p.body.grounded) return false;
         return !intent.roll || p.body.grounded;
     }
-    // Returns after how many letters somebody first sat on the throne.
+    // Returns the number of letters after which the throne is first reached.
     int search() {
         int first = 0;
         size_t done = 0;
@@ -158,13 +158,12 @@ protected:
     std::vector<Place> places;
 };
 
-TEST_F(CastleSearchTest, NoWayIsShorterThanEighteenSecondsAndNoPlaceIsATrap) {
+TEST_F(CastleSearchTest, ShortestRouteTakes18SecondsAndThroneIsReachableFromEverywhere) {
     const double seconds = search() * ROUTE_STEPS_PER_LETTER * DT;
     std::printf("%zu places, the throne after %.1f s\n", places.size(), seconds);
     EXPECT_GE(seconds, SHORTEST_WAY);
     mark_what_leads_on();
-    std::map<std::pair<int, int>, bool>
-        floors; // cells somebody stood in, and whether the throne can be reached from there
+    std::map<std::pair<int, int>, bool> floors; // cells stood in, and whether the throne can be reached from there
     for (const Place &place : places) {
         const PlayerBody &body = place.player.body;
         if (!body.grounded) continue;

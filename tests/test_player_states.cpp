@@ -1,4 +1,4 @@
-// The player's states: which follows which. When and where they are entered: the stored recordings.
+// The player's state machine: transitions and their order of precedence. Times and positions: the stored recordings.
 
 #include "player/player.h"
 #include "support/log_capture.h"
@@ -20,8 +20,7 @@ protected:
     }
     ~PlayerStatesTest() override { colliders_rects_cleanup(&rects); }
     void put(float y = FLOOR_Y) { player_init(&player, {100, y}, &rects, nullptr); }
-    // Keys as letters: r and l run, d defends, o rolls, 1 to 3 and 9 (no attack there is) and s (special) attack, and h
-    // is a hit.
+    // Keys as letters: r and l run, d defends, o rolls, 1 to 3, 9 (invalid) and s (special) attack; h is a hit.
     void step(const std::string &keys) {
         const auto has = [&](char key) { return keys.find(key) != keys.npos; };
         const PlayerIntent intent = {
@@ -39,17 +38,17 @@ protected:
     LogCapture log;
 };
 
-// --- which follows which ---
+// --- transitions ---
 
-// A move is a situation, ":" and keys, "=" and the next state, or "-" when it stays. A situation is G on the ground or
-// A in the air; J with a jump ready; F with the clip over; U rising; R or L after a step that way; t25 after 0.25 s in
-// the state; n1 with a health of 1. Keys asked for all at once show the order in which a state looks for its next.
+// A case is a situation, ":" and keys, "=" and the next state, or "-" to stay. A situation is G on the ground or A in
+// the air; J with a jump ready; F with the clip finished; U rising; R or L after a step in that direction; t25 after
+// 0.25 s in the state; n1 with a health of 1. Several keys at once test the order of precedence.
 const std::pair<const char *, const char *> MOVES[] = {
     {"IDLE RUN", "AJ:ro2sd=JUMP GJ:ro2sd=JUMP A:ro2sd=FALL G:ro2sd=SPATK G:ro1d=ATK1 G:ro2d=ATK2 G:ro3d=ATK3 "
                  "G:ro9d=DEFND G:ro=ROLL"},
     {"IDLE", "G:r=RUN G:9=- G:-=- Gn2:h=HURT"},
     {"RUN", "G:r=- G:=IDLE"},
-    // the ground is still near in the first step of a jump
+    // in the first step of a jump the ground is still close
     {"JUMP", "AJ:ro2sd=AIRAT GU:2=ATK2 AU:-=AIRAT AUJ:rod=- A:d=FALL G:r=FALL"},
     {"FALL", "AJ:ro2sd=JUMP GJ:=JUMP A:9=AIRAT A:s=AIRAT A:rod=- G:ro2sd=SPATK G:rd=DEFND G:ro=RUN G:=IDLE"},
     {"ROLL", "AJFt70:ro2sd=- AJt80:ro2sd=FALL GJt80:ro2sd=RUN Gt80:=IDLE"},
@@ -64,7 +63,7 @@ const std::pair<const char *, const char *> MOVES[] = {
     {"IDLE RUN JUMP FALL ROLL ATK1 ATK2 ATK3 SPATK AIRAT DEFND", "GJ:ro2sdh=HURT Gn1:ro2sdh=DEATH"},
 };
 
-TEST_F(PlayerStatesTest, EachStateLooksForItsNextInOrder) {
+TEST_F(PlayerStatesTest, TransitionsFollowOrderOfPrecedence) {
     for (const auto &[states, moves] : MOVES) {
         std::istringstream froms(states);
         for (std::string from, move; froms >> from;) {
@@ -93,7 +92,7 @@ TEST_F(PlayerStatesTest, EachStateLooksForItsNextInOrder) {
     }
 }
 
-TEST_F(PlayerStatesTest, StatesHaveTheirNamesAndClips) {
+TEST_F(PlayerStatesTest, StatesHaveNamesAndClips) {
     std::ostringstream states;
     put();
     for (int i = 1; i < PLAYER_STATE_COUNT; i++) {
@@ -108,7 +107,7 @@ TEST_F(PlayerStatesTest, StatesHaveTheirNamesAndClips) {
         player_set_state(&player, static_cast<PlayerState>(wrong));
         EXPECT_EQ(player.state, PLAYER_STATE_DEATH);
     }
-    EXPECT_EQ(log.errors().size(), 3u) << "0 is no mistake";
+    EXPECT_EQ(log.errors().size(), 3u) << "0 is not an error";
 }
 
 } // namespace

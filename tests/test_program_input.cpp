@@ -1,5 +1,4 @@
-// The input demo and the platformer in a real window, with a keyboard that is really held: events and SDL's keyboard
-// state agree.
+// The input demo and the platformer in a real window with real key presses: events and SDL's keyboard state agree.
 
 #include "support/desktop.h"
 #include "support/engine_fixture.h"
@@ -28,7 +27,7 @@ protected:
     }
 };
 
-TEST_F(InputWindowTest, TwentyTapsAreTwentyStepsAndTwentyTicks) {
+TEST_F(InputWindowTest, TwentyTapsAreCountedOnceInStepsAndOnceInTicks) {
     for (const int hz : {7, 240}) { // fewer and more steps than frames
         ASSERT_TRUE(start_focused("input-demo", "640x400", hz));
         for (int tap = 0; tap < 20; tap++) {
@@ -36,7 +35,7 @@ TEST_F(InputWindowTest, TwentyTapsAreTwentyStepsAndTwentyTicks) {
             frames(12, 0.02);
         }
         const Picture before = picture();
-        for (const float x : {144.0f, 200.0f}) { // jump's counters: drawn once more, they change nothing
+        for (const float x : {144.0f, 200.0f}) { // drawing jump's counters again must not change the picture
             const SDL_FRect area = {x, 90 + 12 * 4, 3 * 8, 8};
             SDL_SetRenderDrawColor(engine->renderer, 20, 24, 30, 255);
             SDL_RenderFillRect(engine->renderer, &area);

@@ -1,5 +1,5 @@
-// The program itself, as a process with a real window: keys, mouse, resizing, being asked to end, exit codes and the
-// files it leaves. Runs under an X server of its own (tools/dev/with_xvfb.sh); xdotool plays the user.
+// The program as a process with a real window: keys, mouse, resizing, termination, exit codes and files. Runs under its
+// own X server (tools/dev/with_xvfb.sh), with input from xdotool.
 
 #include "support/desktop.h"
 #include "support/temporary_directory.h"
@@ -35,8 +35,8 @@ protected:
         ASSERT_NE(process, nullptr) << SDL_GetError();
     }
 
-    // Waits for the end, doing something again and again meanwhile: a key can come before a window listens.
-    // -255: the end never came, other negative numbers: a signal was the end.
+    // Waits for the exit, repeating an action meanwhile: input may come before the window is ready.
+    // Returns -255 on a timeout, the negative signal number if killed.
     int exit_code(const std::function<void()> &meanwhile = [] {}) {
         int code = -255;
         wait_until([&] {
@@ -50,7 +50,7 @@ protected:
     static bool logged(const std::string &text) {
         return wait_until([&] { return log().find(text) != std::string::npos; });
     }
-    bool window_up() { // the menu is there and listens
+    bool window_up() { // waits until the menu is shown and accepts input
         if (!logged("GAME STATE HANDLED: ")) return false;
         window = find_window("Lumarind Engine v0.0.1");
         xdotool("windowfocus --sync " + window);
@@ -62,7 +62,7 @@ protected:
     std::string window; // its id
 };
 
-TEST_F(ProgramTest, MouseAndKeysOpenScreensAndQuitAndTheSizeIsSaved) {
+TEST_F(ProgramTest, MouseAndKeysOpenScreensQuitAndSizeIsSaved) {
     write_file("config/lumarind-engine.ini", "[graphics]\nui_scale = 1\n[window]\nwidth = 800\nheight = 600\n");
     launch({});
     ASSERT_TRUE(window_up());
@@ -77,7 +77,7 @@ TEST_F(ProgramTest, MouseAndKeysOpenScreensAndQuitAndTheSizeIsSaved) {
     xdotool("key Return");
     ASSERT_TRUE(logged("GAME STATE HANDLED: 5"));
     xdotool("windowsize --sync " + window + " 611 377");
-    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // until the program has seen it
+    std::this_thread::sleep_for(std::chrono::milliseconds(300)); // until the program has handled it
     xdotool("key ctrl+q");
     EXPECT_EQ(exit_code(), 0);
     EXPECT_NE(
@@ -85,16 +85,16 @@ TEST_F(ProgramTest, MouseAndKeysOpenScreensAndQuitAndTheSizeIsSaved) {
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("width = 611\nheight = 377\n"), std::string::npos);
 }
 
-TEST_F(ProgramTest, HelpBadStartsAndSignalsHaveTheirExitCodes) {
+TEST_F(ProgramTest, HelpFailedStartAndSignalsGiveExitCodes) {
     launch({"--help"});
     int code = -1;
     const std::shared_ptr<void> output(SDL_ReadProcess(process.get(), nullptr, &code), SDL_free);
     EXPECT_EQ(code, 0);
     EXPECT_TRUE(std::string(static_cast<const char *>(output.get())).starts_with("Usage: LumarindEngine [options]\n"));
 
-    launch({"--screen", "nowhere"}); // the box waits for its answer
+    launch({"--screen", "nowhere"}); // the message box waits
     ASSERT_TRUE(logged("ERROR: [MAIN] Unknown screen: nowhere"));
-    std::string windows; // the root window's id and the box's, whose name is of a kind that xdotool does not read
+    std::string windows; // ids of the root window and the box, whose name xdotool cannot read
     ASSERT_TRUE(wait_until([&] {
         windows = output_of("xdotool search --onlyvisible --maxdepth 1 '.*' 2>/dev/null");
         return std::count(windows.begin(), windows.end(), '\n') == 2;
@@ -105,7 +105,7 @@ TEST_F(ProgramTest, HelpBadStartsAndSignalsHaveTheirExitCodes) {
     std::filesystem::remove("lumarind-engine.log");
     launch({"--no-config-save", "--screen", "texture-demo"});
     ASSERT_TRUE(window_up());
-    SDL_KillProcess(process.get(), false); // asks it to end; to the program this is the close button
+    SDL_KillProcess(process.get(), false); // a termination request, handled like the close button
     EXPECT_EQ(exit_code(), 0);
     EXPECT_NE(log().find("GAME STATE: 5 -> 2\n"), log().npos);
     EXPECT_FALSE(std::filesystem::exists("config"));

@@ -1,4 +1,4 @@
-// Recordings: what is played is played again to the bit, and what is no whole recording is refused or ends cleanly.
+// Recordings: replays are bit-identical, invalid recordings are refused, truncated ones end without a crash.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/transition.h"
@@ -43,7 +43,7 @@ protected:
         }
         return "";
     }
-    std::string replay(const char *speed = "max") { // its last word
+    std::string replay(const char *speed = "max") { // returns its last message
         set_environment("LUMARIND_REPLAY", "run.lmr");
         set_environment("LUMARIND_REPLAY_SPEED", speed);
         log.lines.clear();
@@ -55,7 +55,7 @@ protected:
     }
 };
 
-// --- what is recorded ---
+// --- recordings ---
 
 std::string keys_of(char letter) {
     const PlayerIntent intent = route_intent(letter);
@@ -84,7 +84,7 @@ std::string keys_by_chance(unsigned seed, int count) {
     return script.str();
 }
 
-const std::string MOVES = // each state by itself, cut short, and one into the next
+const std::string MOVES = // each state alone, cancelled, and chained
     "J 0.6s K 1.2s L 1.6s U 1s X 1s J 0.2s +Left X 0.1s -Left K 0.4s +Right 0.1s -Right U 0.5s +Left Space 1.4s -Left "
     "+Right 0.1s L 0.3s X 0.1s 1s +Left L 0.3s -Left +S 0.3s +Left 0.3s -S 0.4s -Left Space 0.2s J 0.4s +Right U 1s "
     "-Right Space 38 Space 0.3s 37 Space 1s H 0.4s H 0.3s H 2s ";
@@ -171,7 +171,7 @@ TEST_F(ReplayTest, RecordingStartedAtScreenChangeIncludesHeldInputAndFade) {
     ASSERT_TRUE(start());
     play("pad:plug 1 pad:leftx=1 +D 1");
     ASSERT_TRUE(transition_fade_to(GAME_STATE_INPUT_DEMO, 3) && replay_record("run.lmr"));
-    play("181 30 pad:leftx=.9 76 Escape 60"); // to a place nearer than a whole fade, before the second hash
+    play("181 30 pad:leftx=.9 76 Escape 60"); // ends before the second hash, so the position must match too
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     replay_stop();
     EXPECT_EQ(last_word(), "[REPLAY] Recorded: run.lmr, 165 steps");

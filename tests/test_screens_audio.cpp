@@ -1,4 +1,4 @@
-// The audio demo as it is heard: the tracks of the mixer after a user's keys. How it looks: the stored pictures.
+// The audio demo's playback: the mixer's tracks after key presses. Its appearance is covered by stored pictures.
 
 #include "audio/audio_internal.h"
 #include "lumarind/audio/audio.h"
@@ -23,11 +23,11 @@ protected:
             MIX_SetTrackAudio(track, nullptr);
         }
     }
-    static Sint64 played_frames() { // of the one effect started since the silence, which may be over; 0: none was
+    static Sint64 played_frames() { // of the only effect started since the tracks were idle; 0 if none was
         MIX_Audio *sound = MIX_GetTrackAudio(audio->sfx[0]);
         return sound ? MIX_GetAudioDuration(sound) : 0;
     }
-    void watch_played() { // counts in `freed` when its memory goes
+    void watch_played() { // counts in `freed` when its memory is freed
         const SDL_PropertiesID properties = MIX_GetAudioProperties(MIX_GetTrackAudio(audio->sfx[0]));
         const auto count = [](void *, void *number) { ++*static_cast<int *>(number); };
         SDL_SetPointerPropertyWithCleanup(properties, "test.freed", &freed, count, nullptr);
@@ -42,7 +42,7 @@ protected:
     int freed = 0;
 };
 
-TEST_F(AudioDemoTest, EveryRowOfAnEffectIsPlayed) {
+TEST_F(AudioDemoTest, EveryEffectRowPlays) {
     ASSERT_TRUE(start_screen("audio-demo"));
     for (int row = 0; row < ROW_COUNT; row++) {
         silence();
@@ -55,39 +55,39 @@ TEST_F(AudioDemoTest, EveryRowOfAnEffectIsPlayed) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-TEST_F(AudioDemoTest, TheMusicFadesOutAndChangesAtOnce) {
+TEST_F(AudioDemoTest, MusicFadesOutAndIsReplacedAtOnce) {
     ASSERT_TRUE(start_screen("audio-demo"));
     MIX_Audio *ogg = MIX_GetTrackAudio(audio->music);
-    EXPECT_NEAR(static_cast<double>(MIX_GetTrackFadeFrames(audio->music)), 44100, 20000) << "fades in, in a second";
+    EXPECT_NEAR(static_cast<double>(MIX_GetTrackFadeFrames(audio->music)), 44100, 20000) << "fade-in of one second";
     play("Space 2");
-    EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), 0) << "it fades out";
+    EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), 0) << "fading out";
     EXPECT_GE(MIX_GetTrackFadeFrames(audio->music), -24000) << "in half a second";
-    play("Space 2 Down Space 2"); // a step moves first, then plays
+    play("Space 2 Down Space 2"); // a step first moves the selection, then plays
     EXPECT_NE(MIX_GetTrackAudio(audio->music), ogg);
     EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 0);
     engine_set_state(GAME_STATE_MAIN_MENU);
     frame();
-    EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), 0) << "leaving fades out, too";
+    EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), 0) << "leaving the screen fades out too";
     engine_set_state(GAME_STATE_AUDIO_DEMO);
     frames(2);
-    EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 0) << "every visit begins anew";
+    EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 0) << "entering the screen restarts the music";
     EXPECT_TRUE(log.errors().empty());
 }
 
-TEST_F(AudioDemoTest, SeedsAreHeardAtEachChangeAndEndAtZero) {
+TEST_F(AudioDemoTest, SeedChangePlaysNewSoundAndStopsAtZero) {
     allocation_faults_install();
     ASSERT_TRUE(start_screen("audio-demo"));
     for (int row = 1; row < FIRST_EFFECT + SFX_POWERUP; row++) play("Down 1");
-    play("Down Left 2"); // one step moves first, then changes
+    play("Down Left 2"); // a step first moves the selection, then changes the seed
     EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 0));
     watch_played();
     silence();
     play("15 Left 2");
-    EXPECT_EQ(played_frames(), 0) << "there is none below 0";
+    EXPECT_EQ(played_frames(), 0) << "no seed below 0";
     EXPECT_EQ(freed, 0);
     play("Right 2");
     EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 1));
-    EXPECT_EQ(freed, 1) << "the sound of the old seed";
+    EXPECT_EQ(freed, 1) << "the old seed's sound";
 
     allocation_faults_arm(1, false);
     play("15 Right 2");
@@ -95,14 +95,14 @@ TEST_F(AudioDemoTest, SeedsAreHeardAtEachChangeAndEndAtZero) {
     EXPECT_EQ(log.count("[SFX] Memory allocation failed, error: "), 1);
     silence();
     play("Space 2");
-    EXPECT_EQ(played_frames(), 0) << "there is nothing to play";
+    EXPECT_EQ(played_frames(), 0) << "the row has no sound";
     play("Right 2");
-    EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 3)) << "the next seed is another try";
+    EXPECT_EQ(played_frames(), generated_frames(SFX_POWERUP, 3)) << "the next seed tries again";
     watch_played();
     silence();
     engine_set_state(GAME_STATE_MAIN_MENU);
     frame();
-    EXPECT_EQ(freed, 2) << "the screen's sounds go with it";
+    EXPECT_EQ(freed, 2) << "cleanup frees the screen's sounds";
     EXPECT_EQ(log.errors().size(), 1u);
 }
 

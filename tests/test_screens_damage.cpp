@@ -1,7 +1,7 @@
-// Every asset removed, cut and turned to noise, one at a time, under every screen that reads it: the failure is said
-// and stays with those screens.
-//   LUMARIND_DAMAGE_SEED        what the damage is drawn from (default 1)
-//   LUMARIND_DAMAGE_EVERYWHERE  when set, all screens are visited for each file
+// Each asset in turn removed, truncated or corrupted: every screen that uses it reports the error and fails or copes,
+// and no other screen is affected.
+//   LUMARIND_DAMAGE_SEED        seed of the damage (default 1)
+//   LUMARIND_DAMAGE_EVERYWHERE  if set, all screens are visited for each file
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/tile_world.h"
@@ -19,9 +19,9 @@ namespace fs = std::filesystem;
 namespace {
 
 struct Asset {
-    const char *file = ""; // within assets; one row stands for all files in its folder where it ends in /
+    const char *file = ""; // below assets; if it ends in /, all files in that folder
     std::initializer_list<GameState> readers = {};
-    const char *missing = ""; // what is logged without it
+    const char *missing = ""; // the error logged if the file is missing
     bool needed_to_start = false;
 };
 constexpr GameState TEXT = GAME_STATE_TEXT_DEMO, TEXTURE = GAME_STATE_TEXTURE_DEMO, TILEMAP = GAME_STATE_TILEMAP_DEMO,
@@ -31,14 +31,14 @@ const Asset ASSETS[] = {
     {"fonts/EuroStyle Normal.ttf", {}, "[FONTS] Font file not found (*)", true},
     {"fonts/Perfect DOS VGA 437 Win.ttf", {TEXT}, "[FONTS] Font file not found (*)"},
     {"audio/", {AUDIO}, "[AUDIO] Unable to load *, error: *"},
-    {"fireknight/sprites/fireknight.json", {}}, // the same sheet, for games
+    {"fireknight/sprites/fireknight.json", {}}, // the same sheet as JSON, not used by screens
     {"fireknight/sprites/", {SPRITE, PLATFORMER}, "[SPRITE_SHEET] IMG_LoadTexture failed for *"},
     {"fireknight/tilemaps/castle-tilemap-collisions.csv", {PLATFORMER}, "[STORAGE] Error reading file: *"},
     {"fireknight/tilemaps/castle-tilemap.csv", {TILEMAP, LOGICAL, PLATFORMER}, "[STORAGE] Error reading file: *"},
     {"fireknight/tilemaps/old-dark-castle-interior-tileset.png",
      {TILEMAP, LOGICAL, PLATFORMER},
      "[TILEMAP] IMG_LoadTexture failed for *"},
-    {"fireknight/tilemaps/", {}}, // the map editor's own files, for games: see visit_world
+    {"fireknight/tilemaps/", {}}, // the map editor's files, not used by screens: see visit_world
     {"texture_demo/", {TEXTURE}, "[TEXTURE_DEMO] IMG_LoadTexture failed, error: *"},
 };
 
@@ -54,7 +54,7 @@ Uint64 g_random;
 
 size_t below(size_t limit) { return static_cast<size_t>(SDL_rand_r(&g_random, static_cast<Sint32>(limit))); }
 
-// How a file's content is damaged. Null: the file is removed.
+// Corrupts a file's content. Null: the file is removed.
 using Damage = void (*)(std::string *content);
 
 void make_empty(std::string *content) { content->clear(); }
@@ -65,7 +65,7 @@ void fill_with_noise_from(std::string *content, size_t first) {
     for (size_t i = first; i < content->size(); i++) (*content)[i] = static_cast<char>(below(256));
 }
 void fill_with_noise(std::string *content) { fill_with_noise_from(content, 0); }
-void fill_behind_the_header(std::string *content) { fill_with_noise_from(content, 64); } // taken for what it was
+void fill_behind_the_header(std::string *content) { fill_with_noise_from(content, 64); } // keeps the file type
 
 void scratch(std::string *content) {
     for (int i = 0; i < 20; i++) (*content)[below(content->size())] ^= static_cast<char>(1 << below(8));
@@ -84,7 +84,7 @@ protected:
         g_random = seed ? std::strtoull(seed, nullptr, 10) : 1;
     }
 
-    // assets becomes a folder of links to the real files, but for the one.
+    // Makes assets a folder of links to the real files, except for the damaged one.
     void damage_file(const std::string &file) {
         fs::remove_all("assets");
         for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
@@ -106,13 +106,13 @@ protected:
         return frame();
     }
 
-    // Failures are said, and in known words.
+    // Failures must be reported, and all log lines must be known.
     void expect_log_of(bool success) const {
         for (const LogLine &line : log.lines) EXPECT_EQ(unknown_line(line), "");
         EXPECT_EQ(success, log.errors().empty());
     }
 
-    // Opens a screen from the menu, and a new menu when that ends the program. No error: it does not read the file.
+    // Opens a screen from the menu, restarting if that ended the program. Null: the screen does not use the file.
     void visit(GameState screen, const char *error_of_missing) {
         SCOPED_TRACE(testing::Message() << "screen " << screen);
         log.lines.clear();
@@ -120,17 +120,17 @@ protected:
         bool survived = true;
         for (int i = 0; i < 4 && survived; i++) survived = frame(1 / 60.0);
         expect_log_of(survived);
-        EXPECT_TRUE(survived || error_of_missing) << "fails, though it does not read the file";
+        EXPECT_TRUE(survived || error_of_missing) << "fails although it does not use the file";
         if (error_of_missing && !damage) {
             EXPECT_FALSE(survived);
             EXPECT_TRUE(matches(log.errors().at(0), error_of_missing)) << log.errors().at(0);
         }
         if (survived) return;
         stop();
-        ASSERT_TRUE(start_on_damaged()) << "the menu does not open any more";
+        ASSERT_TRUE(start_on_damaged()) << "the menu does not start any more";
     }
 
-    // The castle as the map editor's map, under a camera that moves across it.
+    // The castle as a tile world, with a camera that moves across it.
     void visit_world(bool reads) {
         log.lines.clear();
         TileWorld *world = tile_world_load(engine_renderer(), "assets/fireknight/tilemaps/castle-tilemap.tmx");
@@ -144,7 +144,7 @@ protected:
         tile_world_cleanup(&world);
     }
 
-    // Screens that do not read the file are visited as well, but seldom: two of them take half a second to load.
+    // Screens that do not use the file are visited too, but rarely: two of them take half a second to load.
     void visit_screens(const Asset &asset) {
         for (GameState screen = GAME_STATE_TEXT_DEMO; screen <= GAME_STATE_PHYSICS_DEMO; screen++) {
             const bool reader = std::ranges::count(asset.readers, screen) > 0;
@@ -176,11 +176,11 @@ protected:
     }
 };
 
-TEST_F(DamageTest, RemovedAssetsAreReportedAndStayWithTheirReaders) { expect_survived(nullptr); }
+TEST_F(DamageTest, RemovedAssetsAreReportedAndAffectOnlyTheirScreens) { expect_survived(nullptr); }
 TEST_F(DamageTest, EmptyAssetsAreReported) { expect_survived(make_empty); }
 TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(cut_short); }
 TEST_F(DamageTest, NoiseIsReported) { expect_survived(fill_with_noise); }
-TEST_F(DamageTest, NoiseBehindTheHeaderIsReportedOrShown) { expect_survived(fill_behind_the_header); }
+TEST_F(DamageTest, NoiseAfterHeaderIsReportedOrShown) { expect_survived(fill_behind_the_header); }
 TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(scratch); }
 
 } // namespace

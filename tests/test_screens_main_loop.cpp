@@ -1,4 +1,4 @@
-// The program's spine: start screens, switches, quitting, every failed start, and screens without their assets.
+// The main loop: start screens, screen changes, quitting, failed starts, and missing assets.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
@@ -16,7 +16,7 @@ namespace {
 
 class MainLoopTest : public EngineTest {
 protected:
-    static int run(std::vector<std::string> words) { // the whole program; its exit code
+    static int run(std::vector<std::string> words) { // runs the whole program and returns its exit code
         std::vector<char *> argv;
         for (std::string &word : words) argv.push_back(word.data());
         sdl_calls.clear();
@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(MainLoopTest, StatesWithoutAScreenDoNothing) {
+TEST_F(MainLoopTest, StatesWithoutScreenDoNothing) {
     for (const GameState state : {-1, 0, 1, 2, int{GAME_STATE_COUNT}, 1000}) {
         EXPECT_EQ(screen_for(state), nullptr) << state;
         screen_tick(state);
@@ -34,7 +34,7 @@ TEST_F(MainLoopTest, StatesWithoutAScreenDoNothing) {
     screen_cleanup();
 }
 
-TEST_F(MainLoopTest, RunsEndWithTheirExitCodeAndCloseTheLog) {
+TEST_F(MainLoopTest, RunsReturnExitCodeAndCloseLog) {
     const std::string box = "Lumarind Engine v0.0.1: Lumarind Engine could not start. See lumarind-engine.log in this "
                             "folder for the reason. box 16; ";
     const struct {
@@ -63,7 +63,7 @@ TEST_F(MainLoopTest, RunsEndWithTheirExitCodeAndCloseTheLog) {
     EXPECT_EQ(log.count("-demo"), 10);
 }
 
-TEST_F(MainLoopTest, SwitchesWithinAFrameSetTheScreenUpAgainUntilTheLastFrame) {
+TEST_F(MainLoopTest, StateChangesWithinFrameRestartScreenUntilLastFrame) {
     ASSERT_TRUE(start({"--screen", "text-demo", "--quit-at", "4"}));
     EXPECT_TRUE(frame());
     log.lines.clear();
@@ -75,11 +75,11 @@ TEST_F(MainLoopTest, SwitchesWithinAFrameSetTheScreenUpAgainUntilTheLastFrame) {
     EXPECT_TRUE(frame());
     EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 1);
     engine_set_state(GAME_STATE_TEXTURE_DEMO);
-    EXPECT_FALSE(frame()) << "the fourth is the last";
-    EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 0) << "the menu took its callbacks along";
+    EXPECT_FALSE(frame()) << "the fourth frame is the last";
+    EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 0) << "the menu has removed its callbacks";
 }
 
-TEST_F(MainLoopTest, MissingAndBrokenAssetsFailTheirScreenByName) {
+TEST_F(MainLoopTest, MissingOrCorruptAssetsFailScreenWithPath) {
     const struct {
         const char *screen, *file, *content, *error; // no content: the file is missing
     } cases[] = {
@@ -107,8 +107,8 @@ TEST_F(MainLoopTest, MissingAndBrokenAssetsFailTheirScreenByName) {
     }
 }
 
-// Without the platformer, whose level takes an allocation to a line: it has a shorter one in its own tests.
-TEST_F(MainLoopTest, ScreensSurviveAllocationFaultsAndTakeTheirCallbacksAlong) {
+// Except the platformer, whose level makes an allocation per line: its own tests use a shorter one.
+TEST_F(MainLoopTest, ScreensSurviveAllocationFaultsAndRemoveCallbacks) {
     ASSERT_TRUE(start());
     screen_cleanup();
     for (GameState state = GAME_STATE_MAIN_MENU; screen_for(state); state++) {
@@ -119,8 +119,8 @@ TEST_F(MainLoopTest, ScreensSurviveAllocationFaultsAndTakeTheirCallbacksAlong) {
     }
 }
 
-// In it all modules are set up, and clean up what a failure leaves of them.
-TEST_F(MainLoopTest, TheWholeStartSurvivesAllocationFaults) {
+// Covers the setup and cleanup of all modules.
+TEST_F(MainLoopTest, StartSurvivesAllocationFaults) {
     expect_allocation_faults_survived(
         &log, [&] { return start(); },
         [&] {

@@ -1,4 +1,4 @@
-// The physics demo: its scene over time, and what the user does to it. How it is drawn: the stored pictures.
+// The physics demo: its scene over time, and user actions. Its appearance is covered by stored pictures.
 
 #include "lumarind/engine/engine.h"
 #include "screens/physics_demo.h"
@@ -14,7 +14,7 @@ namespace {
 constexpr double STEP = 1.0 / 60;
 constexpr int FIRST_LINK = 3, LINKS = 12, BALL = FIRST_LINK + LINKS, FIRST_BRICK = BALL + 1, SCENE_PROPS = 56;
 
-using Place = std::array<float, 4>; // x, y, the turn's cosine and sine
+using Place = std::array<float, 4>; // x, y, cosine and sine of the rotation
 
 const PhysicsProp &prop(int index) { return physics_demo->props->items[index]; }
 const PhysicsProp &newest() { return prop(physics_demo->props->count - 1); }
@@ -36,7 +36,7 @@ b2Vec2 world_point(int index, b2Vec2 p) {
 
 class PhysicsDemoTest : public EngineTest {
 protected:
-    void SetUp() override { // no step yet
+    void SetUp() override { // before the first step
         EngineTest::SetUp();
         ASSERT_TRUE(start({"--screen", "physics-demo", "--window-size", "800x450"}));
     }
@@ -45,7 +45,7 @@ protected:
     }
 };
 
-TEST_F(PhysicsDemoTest, TheSameStepsGiveTheSamePlacesAlsoInARebuiltScene) {
+TEST_F(PhysicsDemoTest, SimulationIsDeterministicAlsoAfterRebuild) {
     const std::vector<Place> at_start = places();
     ASSERT_EQ(at_start.size(), static_cast<size_t>(SCENE_PROPS));
     steps(600);
@@ -60,12 +60,12 @@ TEST_F(PhysicsDemoTest, TheSameStepsGiveTheSamePlacesAlsoInARebuiltScene) {
     EXPECT_EQ(places(), after);
     const b2WorldId world = physics_demo->world;
     stop();
-    EXPECT_FALSE(b2World_IsValid(world)) << "it goes with its screen";
+    EXPECT_FALSE(b2World_IsValid(world)) << "destroyed with its screen";
 }
 
-TEST_F(PhysicsDemoTest, TheWallSleepsUntilItIsHitAndTheChainHoldsTogether) {
+TEST_F(PhysicsDemoTest, WallSleepsUntilHitAndChainHolds) {
     const std::vector<Place> at_start = places();
-    steps(60); // the ball is on its way
+    steps(60); // the ball is swinging towards the wall
     for (int i = FIRST_BRICK; i < SCENE_PROPS; i++) {
         EXPECT_FALSE(awake(i)) << i;
         const Place was = at_start[static_cast<size_t>(i)], is = place(i);
@@ -89,7 +89,7 @@ TEST_F(PhysicsDemoTest, TheWallSleepsUntilItIsHitAndTheChainHoldsTogether) {
 
 // --- user actions ---
 
-TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareOneLimitAndAlternateByCount) {
+TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareLimitAndAlternateShapes) {
     play("1 rclick:600,100 ~Space 1");
     EXPECT_EQ(physics_demo->spawned, 0);
     play("drop:600,100 0.01");
@@ -113,9 +113,9 @@ TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareOneLimitAndAlternateByCount) {
     EXPECT_EQ(physics_demo->spawned, PHYSICS_DEMO_SPAWN_MAX);
 }
 
-TEST_F(PhysicsDemoTest, HeldKeysPushTheBallInEveryStepAndOppositesCancel) {
+TEST_F(PhysicsDemoTest, HeldKeysApplyForceEveryStepAndOppositesCancel) {
     physics_demo_drop_debris(20, 12);
-    physics_demo->ball = newest().body; // a free body shows the whole force
+    physics_demo->ball = newest().body; // an unattached body, which shows the full force
     const double push = 320 / (0.44 * 0.44) * STEP;
     double speed = 0;
     const std::pair<const char *, int> cases[] = {
@@ -124,20 +124,20 @@ TEST_F(PhysicsDemoTest, HeldKeysPushTheBallInEveryStepAndOppositesCancel) {
         play(script);
         steps(1);
         hold({});
-        steps(1); // m/s gained in the step before
+        steps(1); // m/s gained in the previous step
         const double now = (b2Body_GetPosition(physics_demo->ball).x - prop(SCENE_PROPS).prev_position.x) / STEP;
         EXPECT_NEAR(now - speed, direction * push, 0.02) << script;
         speed = now;
     }
     play("R 0.01");
-    steps(60); // the bricks sleep
+    steps(60); // the bricks fall asleep
     physics_demo->ball = prop(FIRST_BRICK).body;
     play("+Right");
     steps(1);
     EXPECT_TRUE(awake(FIRST_BRICK));
 }
 
-TEST_F(PhysicsDemoTest, ABodyThatFindsNoMemoryIsNotCounted) {
+TEST_F(PhysicsDemoTest, BodyIsNotCountedIfAllocationFails) {
     allocation_faults_install();
     while (physics_demo->props->count < physics_demo->props->capacity) physics_demo_drop_debris(17, 8);
     const int spawned = physics_demo->spawned, count = physics_demo->props->count;
@@ -149,7 +149,7 @@ TEST_F(PhysicsDemoTest, ABodyThatFindsNoMemoryIsNotCounted) {
     physics_demo_drop_debris(25, 2);
     EXPECT_EQ(physics_demo->spawned, spawned + 1);
     steps(45);
-    EXPECT_LT(position(count).y, 1.2f) << "nothing unseen lies on the ground";
+    EXPECT_LT(position(count).y, 1.2f) << "there is no invisible body on the ground";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// Every screen as a user's script leaves it, compared with the stored pictures.
+// Every screen after a script of user input, compared with the stored pictures.
 
 #include "lumarind/engine/engine.h"
 #include "support/engine_fixture.h"
@@ -16,7 +16,7 @@ struct Scene {
     const char *screen;
     const char *size;
     const char *script;
-    const char *settings = ""; // added to the configuration
+    const char *settings = ""; // appended to the configuration
 };
 void PrintTo(const Scene &scene, std::ostream *out) { *out << scene.script; }
 
@@ -86,8 +86,8 @@ constexpr Scene SCENES[] = {
     {"physics_asleep", "physics-demo", "1280x720", "1s 10 +D 10"},
 };
 
-// Into this folder, if the environment names one, each scene is recorded as NAME.FRAMES: packaged programs replay them.
-// Not by SDL's own function, which would take the whole environment as it is before the tests begin.
+// If set, each scene is recorded in this folder as NAME.FRAMES, to be replayed by packaged programs. Not SDL_getenv,
+// which would copy the environment before the tests change it.
 static const char *const FOLDER = std::getenv("LUMARIND_RECORD_SCENES");
 static const std::string RECORDINGS = FOLDER ? FOLDER : "";
 
@@ -100,7 +100,7 @@ class PictureTest : public EngineTest, public testing::WithParamInterface<Scene>
     }
 };
 
-TEST_P(PictureTest, MatchesTheStoredOne) {
+TEST_P(PictureTest, MatchesStoredPicture) {
     const Scene &scene = GetParam();
     config += scene.settings;
     if (!RECORDINGS.empty()) SDL_setenv_unsafe("LUMARIND_RECORD", (RECORDINGS + "/now").c_str(), 1);

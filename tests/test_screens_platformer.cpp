@@ -1,4 +1,4 @@
-// The playable castle: latched presses, health, falls, and levels that cannot be played.
+// The playable castle: latched presses, health, falls, and unplayable levels.
 
 #include "app/screen_registry.h"
 #include "lumarind/engine/game.h"
@@ -16,8 +16,8 @@ constexpr SDL_Color BODY = {80, 255, 112, 255};
 
 class PlatformerTest : public EngineTest {
 protected:
-    PictureBounds body() { return bounds_of(shown(), BODY); } // its outline in the window, and the feet line
-    // A level in the test's own folder.
+    PictureBounds body() { return bounds_of(shown(), BODY); } // its outline and feet line in the window
+    // Uses a level in the test's folder.
     void use_own_level(const std::string &collisions) {
         const fs::path real = fs::canonical("assets");
         fs::remove("assets");
@@ -35,48 +35,48 @@ protected:
     }
 };
 
-TEST_F(PlatformerTest, TheCameraFollowsBeyondItsDeadZoneUpToTheWorldsEnd) {
-    start_own_level("0,416,1920,16\n1910,0,10,416\n"); // level ground, and a wall at its end
+TEST_F(PlatformerTest, CameraFollowsOutsideDeadZoneAndClampsToWorld) {
+    start_own_level("0,416,1920,16\n1910,0,10,416\n"); // flat ground with a wall at its end
     EXPECT_TRUE(log.has("Loaded 2 rect colliders and 0 slopes from assets/fireknight/tilemaps/castle-tilemap-coll"));
-    EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360})) << "feet (100, 416), camera (0, 296), thrice as large";
+    EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360})) << "feet (100, 416), camera (0, 296), magnified by 3";
     play("+Right 1.5s");
-    EXPECT_NEAR((body().left + body().right) / 2, 0.65 * 1280, 2) << "held at the dead zone's edge";
+    EXPECT_NEAR((body().left + body().right) / 2, 0.65 * 1280, 2) << "at the dead zone's edge";
     play("7s -Right 6");
-    EXPECT_EQ(body().right, 1250) << "the camera stops at the world's end, ten pixels beyond the wall";
+    EXPECT_EQ(body().right, 1250) << "the camera stops at the world's edge, ten pixels beyond the wall";
     play("+Left 1.5s");
-    EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "and at the other edge on the way back";
+    EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "at the other edge on the way back";
 }
 
-TEST_F(PlatformerTest, PressesWaitForOneStepAndRepeatsDoNothing) {
+TEST_F(PlatformerTest, PressesAreLatchedForOneStepAndAutoRepeatIsIgnored) {
     config += "[simulation]\nfixed_step_hz = 10\n";
     start_own_level("0,416,1920,16\n");
     const int ground = body().bottom;
-    play("~Space I 0.25s"); // the latter an air attack on the ground
+    play("~Space I 0.25s"); // I is an air attack, here on the ground
     EXPECT_EQ(body().bottom, ground);
-    play("Z 0.1 7 18"); // a frame without a step comes first
+    play("Z 0.1 7 18"); // starts with a frame without a step
     EXPECT_LT(body().bottom, ground - 60) << "the press was not lost";
     play("1.75s");
-    EXPECT_EQ(body().bottom, 432) << "one jump: the feet are back, on the dead zone's lower edge";
+    EXPECT_EQ(body().bottom, 432) << "one jump: the feet are back at the dead zone's lower edge";
 }
 
-TEST_F(PlatformerTest, AFallLeadsBackToTheSpawnUnlessTheFileGetsGround) {
+TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     reload_set(true, 0);
     start_own_level("0,416,200,16\n"); // a floor that ends
     play("+Right 36");
     EXPECT_GT(body().left, 500);
     play("-Right 1.25s");
     EXPECT_EQ(body().left, 270);
-    write_file(COLLISIONS, ""); // unreadable: the old floor stays
+    write_file(COLLISIONS, ""); // invalid: the old floor stays
     play("2 1s");
     EXPECT_EQ(log.errors().size(), 1u);
     EXPECT_EQ(body().bottom, 360);
     write_file(COLLISIONS, "0,432,1920,16\n");
     play("1s");
-    EXPECT_EQ(body().bottom, 408) << "it follows its file, 16 px lower";
+    EXPECT_EQ(body().bottom, 408) << "reloaded, 16 px lower";
     reload_set(false);
 }
 
-TEST_F(PlatformerTest, ASpawnInsideAColliderIsRefused) {
+TEST_F(PlatformerTest, SpawnInsideColliderIsRefused) {
     ASSERT_TRUE(start({"--screen", "text-demo"}));
     const Screen *screen = screen_for(GAME_STATE_PLATFORMER_DEMO);
     use_own_level("0,416,200,16\n95,380,4,4\n");
@@ -91,7 +91,7 @@ TEST_F(PlatformerTest, ASpawnInsideAColliderIsRefused) {
 
 TEST_F(PlatformerTest, SetUpSurvivesAllocationFaults) {
     ASSERT_TRUE(start({"--screen", "text-demo"}));
-    use_own_level("0,416,200,16\n0,0,8,0,8,8\n"); // a short file: each of its lines is an allocation
+    use_own_level("0,416,200,16\n0,0,8,0,8,8\n"); // short, because each line makes an allocation
     const Screen *screen = screen_for(GAME_STATE_PLATFORMER_DEMO);
     expect_allocation_faults_survived(&log, screen->setup, screen->cleanup);
     EXPECT_EQ(engine->callbacks[SDL_EVENT_KEY_DOWN].count, 0);

@@ -1,4 +1,4 @@
-// Animation clips, and sprite sheets that do or do not fit their set.
+// Animation clips, and sprite sheets that match their set or not.
 
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sprite_sheet.h"
@@ -35,7 +35,7 @@ Animation playing(const AnimationSet *set, int clip) {
 
 // --- animation ---
 
-TEST(AnimationTest, AWalkThroughAllOperationsIsAsRecorded) {
+TEST(AnimationTest, RandomOperationsMatchRecordedHash) {
     const LogCapture log;
     constexpr Uint64 RECORDS[] = {0x97d41f7023364b8b, 0x5d93ce09b74b6823};
     for (const AnimationSet *set : {&SET, &fireknight_animations}) {
@@ -70,7 +70,7 @@ TEST(AnimationTest, AWalkThroughAllOperationsIsAsRecorded) {
     }
 }
 
-TEST(AnimationTest, WhatIsNoAnimationIsRefusedOrLeftAlone) {
+TEST(AnimationTest, InvalidAnimationsAreRefusedOrIgnored) {
     const LogCapture log;
     Animation anim = {};
     const AnimationSet no_clips = {nullptr, 8, 4, 2, 3, nullptr, 4}, no_cells = {"flat", 8, 0, 2, 3, CLIPS, 4};
@@ -96,7 +96,7 @@ TEST(AnimationTest, WhatIsNoAnimationIsRefusedOrLeftAlone) {
 
 // --- sheets ---
 
-TEST(SpriteSheetTest, AnImageThatDoesNotFitAndAnAnimationOfAnotherSetAreRefusedByName) {
+TEST(SpriteSheetTest, RefusesMismatchedImageAndAnimationOfOtherSet) {
     const TemporaryDirectory directory;
     const LogCapture log;
     const Picture target(SDL_CreateSurface(64, 64, SDL_PIXELFORMAT_RGB24));
@@ -121,9 +121,10 @@ TEST(SpriteSheetTest, AnImageThatDoesNotFitAndAnAnimationOfAnotherSetAreRefusedB
     EXPECT_TRUE(log.has("sheet.png is 17x11, but its set describes a 2x3 grid of 8x4 frames, which is 16x12. "));
     EXPECT_TRUE(log.has("The animation is playing a different set from sheet.png") && log.errors().size() == 6);
     const SDL_Texture *first = sheet->texture;
-    for (const int height : {11, 12}) { // the sheet follows its picture, but not one that does not fit
+    for (const int height : {11, 12}) { // hot reload of the sheet; the first version does not fit
         IMG_SavePNG(Picture(SDL_CreateSurface(16, height, SDL_PIXELFORMAT_RGBA32)).get(), "sheet.png");
-        if (height == 11) write_file("sheet.png", read_file("sheet.png") + "x"); // in the same second, another size
+        if (height == 11)
+            write_file("sheet.png", read_file("sheet.png") + "x"); // changes the size within the same second
         reload_tick();
         EXPECT_EQ(sheet->texture == first, height == 11);
         anim.clip = 1;

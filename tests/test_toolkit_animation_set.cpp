@@ -1,5 +1,5 @@
-// Sprite sheets as a sprite editor exports them: what is read, what is refused, and that trimmed frames show what whole
-// ones do.
+// Sprite sheets exported by a sprite editor: supported features, errors, and that trimmed frames are drawn like whole
+// ones.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/animation_set.h"
@@ -48,7 +48,7 @@ protected:
     SpriteSheet *sheet = nullptr;
 };
 
-// same_pixels for two pictures of one size and format: there are a thousand to compare.
+// same_pixels for two pictures of equal size and format; faster, for a thousand comparisons.
 bool same_rgb(const Picture &a, const Picture &b) {
     const SDL_PixelFormatDetails *format = SDL_GetPixelFormatDetails(a->format);
     const Uint32 colors = format->Rmask | format->Gmask | format->Bmask;
@@ -60,7 +60,7 @@ bool same_rgb(const Picture &a, const Picture &b) {
     return true;
 }
 
-// Durations of 10, 20, ... ms, to be told apart.
+// Frames with distinct durations: 10, 20, ... ms.
 std::string frames_json(int count) {
     std::string json;
     for (int i = 0; i < count; i++) {
@@ -75,7 +75,7 @@ std::string with_meta(const std::string &frames, const std::string &meta) {
            "}}";
 }
 
-TEST_F(AnimationSetTest, TheKnightsExportShowsTheFramesOfItsTable) {
+TEST_F(AnimationSetTest, ExportedKnightDrawsSamePixelsAsItsTable) {
     set = animation_set_load("assets/fireknight/sprites/fireknight.json");
     ASSERT_NE(set, nullptr);
     sheet = sprite_sheet_new(engine_renderer(), set);
@@ -106,11 +106,11 @@ TEST_F(AnimationSetTest, TheKnightsExportShowsTheFramesOfItsTable) {
     const AnimationSliceKey *feet = animation_slice_at(animation_set_find_slice(set, "feet"), 7);
     ASSERT_NE(feet, nullptr);
     EXPECT_TRUE(feet->has_pivot && feet->pivot.x == 144 && feet->pivot.y == 128);
-    EXPECT_EQ(sprite_sheet_dest_rect(sheet, {0, 0}, 2).w, 576) << "the whole frame, also where it is trimmed";
+    EXPECT_EQ(sprite_sheet_dest_rect(sheet, {0, 0}, 2).w, 576) << "the untrimmed frame's size";
     sprite_sheet_cleanup(&table);
 }
 
-TEST_F(AnimationSetTest, TagsBecomeClipsInEveryDirectionWithTheirRepeats) {
+TEST_F(AnimationSetTest, TagsBecomeClipsWithDirectionAndRepeats) {
     const struct {
         const char *tag;
         std::vector<int> order;
@@ -137,7 +137,7 @@ TEST_F(AnimationSetTest, TagsBecomeClipsInEveryDirectionWithTheirRepeats) {
         std::vector<int> order;
         for (int i = 0; i < animation_clip(&anim)->frame_count; i++, animation_next_frame(&anim)) {
             order.push_back(animation_sheet_frame(&anim));
-            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "each lasts as long as its own";
+            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "each with its own duration";
             EXPECT_EQ(animation_frame_rect(&anim).x, static_cast<float>(4 * order.back()));
         }
         EXPECT_EQ(order, c.order) << c.tag;
@@ -147,7 +147,7 @@ TEST_F(AnimationSetTest, TagsBecomeClipsInEveryDirectionWithTheirRepeats) {
     EXPECT_TRUE(set->clip_count == 1 && set->clips[0].frame_count == 2 && animation_find_clip(set, "all") == 0);
 }
 
-TEST_F(AnimationSetTest, ArraysSlicesAndFramesOfDifferingSizesAreRead) {
+TEST_F(AnimationSetTest, ParsesArraysSlicesAndFramesOfDifferentSizes) {
     ASSERT_TRUE(load(with_meta(
         R"("frames":[{"filename":"b","frame":{"x":0,"y":0,"w":2,"h":3},"trimmed":true,"rotated":false,
            "spriteSourceSize":{"x":5,"y":1,"w":2,"h":3},"sourceSize":{"w":8,"h":6},"duration":70},
@@ -169,7 +169,7 @@ TEST_F(AnimationSetTest, ArraysSlicesAndFramesOfDifferingSizesAreRead) {
     EXPECT_TRUE(log.has("[SPRITE_SHEET] a/sheet.png is 5x4, but frame 1 of its set ends at 6, 4: export both again"));
 }
 
-TEST_F(AnimationSetTest, NamesWhatItRefusesAndSurvivesAllocationFaults) {
+TEST_F(AnimationSetTest, ReportsErrorsByNameAndSurvivesAllocationFaults) {
     const auto tag = [](const char *text) {
         return with_meta(frames_json(3), R"("frameTags":[{"name":"t",)" + std::string(text) + "}]");
     };
@@ -201,7 +201,7 @@ TEST_F(AnimationSetTest, NamesWhatItRefusesAndSurvivesAllocationFaults) {
         [&] { animation_set_cleanup(&set); });
 }
 
-TEST_F(AnimationSetTest, ASetAndItsSheetFollowTheirFilesTogether) {
+TEST_F(AnimationSetTest, SetAndSheetAreHotReloadedTogether) {
     const auto save_picture = [](int width) {
         IMG_SavePNG(Picture(SDL_CreateSurface(width, 3, SDL_PIXELFORMAT_RGBA32)).get(), "a/sheet.png");
     };
@@ -214,12 +214,12 @@ TEST_F(AnimationSetTest, ASetAndItsSheetFollowTheirFilesTogether) {
     animation_set_frame(&anim, 2);
     const std::string two_clips = R"("frameTags":[{"name":"a","from":0,"to":0},{"name":"b","from":0,"to":0}])";
     const struct {
-        std::string json; // empty: the picture changes
+        std::string json; // empty: the image changes
         int width, frames, picture;
         const char *error;
     } steps[] = {
         {with_meta(frames_json(4), ""), 0, 3, 12, "a/sheet.png is 12x3, but frame 3 of its set ends at 16, 3"},
-        {"", 16, 4, 16, nullptr}, // now they fit each other
+        {"", 16, 4, 16, nullptr}, // now they match
         {"{", 0, 4, 16, "a/sheet.json: invalid JSON"},
         {"", 8, 4, 16, "a/sheet.json: invalid JSON"},
         {with_meta(frames_json(2), two_clips), 0, 2, 8, nullptr},
@@ -230,14 +230,14 @@ TEST_F(AnimationSetTest, ASetAndItsSheetFollowTheirFilesTogether) {
         if (step.width > 0) save_picture(step.width);
         if (!step.json.empty()) write_file("a/sheet.json", step.json);
         for (int i = 0; i < 3; i++) reload_tick();
-        EXPECT_EQ(log.errors().size(), step.error ? 1u : 0u) << "said once";
+        EXPECT_EQ(log.errors().size(), step.error ? 1u : 0u) << "reported once";
         EXPECT_TRUE(!step.error || log.has(step.error)) << step.error;
         EXPECT_TRUE(set->rows == step.frames && sheet->frame_count == step.frames) << set->rows;
         EXPECT_EQ(sheet->texture->w, step.picture);
         EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
     }
     animation_advance(&anim, 0);
-    EXPECT_EQ(anim.frame, 0) << "the clip has become shorter";
+    EXPECT_EQ(anim.frame, 0) << "restarted: the clip is shorter now";
     animation_set_cleanup(&set);
     reload_set(false);
 }

@@ -1,4 +1,4 @@
-// The collision file, the questions asked of what is in it, and its outlines.
+// The collision file, hit tests on its shapes, and debug outlines.
 
 #include "lumarind/core/storage.h"
 #include "lumarind/toolkit/colliders.h"
@@ -35,7 +35,7 @@ protected:
         return colliders_load_csv(rects, tris, circles, points, "level.csv", scale);
     }
     std::vector<int> counts() const { return {points->count, circles->count, rects->count, tris->count}; }
-    // Which shape holds the point, or is up to 5 px away, or overlaps a box of 2 px there. All of them are recorded.
+    // Results of all hit tests at a point, within 5 px of it, and for a box of 2 px. All are recorded.
     std::vector<int> ask(SDL_FPoint p) {
         const SDL_FRect box = {p.x, p.y, 2, 2};
         keep(colliders_point_near_points(&p, points, found_points, 5), found_points);
@@ -49,7 +49,7 @@ protected:
             colliders_rect_inside_rect(&box, rects)};
     }
     void keep(float number) { record = (record ^ std::bit_cast<Uint32>(number)) * 1099511628211u; }
-    template <typename Set> void keep(int hits, const Set *found) { // a shape is a record of floats and nothing else
+    template <typename Set> void keep(int hits, const Set *found) { // a shape consists only of floats
         const auto *numbers = reinterpret_cast<const float *>(found->items);
         keep(static_cast<float>(hits));
         for (size_t i = 0; i < static_cast<size_t>(hits) * sizeof *found->items / sizeof *numbers; i++)
@@ -65,10 +65,10 @@ protected:
     ColliderPoints *points = colliders_new_points(), *found_points = colliders_new_points();
 };
 
-// --- questions ---
+// --- hit tests ---
 
-// Halves of whole numbers: many edges meet, and nothing is rounded.
-TEST_F(CollidersTest, AnswersOnRandomLevelsAreAsRecorded) {
+// Multiples of 0.5: many edges touch, and there is no rounding.
+TEST_F(CollidersTest, HitTestsOnRandomLevelsMatchRecordedHash) {
     std::mt19937 random(7);
     for (int level = 0; level < 60; level++) {
         std::string text;
@@ -92,7 +92,7 @@ TEST_F(CollidersTest, AnswersOnRandomLevelsAreAsRecorded) {
 
 // --- the collision file ---
 
-TEST_F(CollidersTest, TheNumberOfFieldsDecidesTheShapeAndWordsReadAsZero) {
+TEST_F(CollidersTest, FieldCountSelectsShapeAndWordsAreZero) {
     ASSERT_TRUE(load(
         "0,0,16,16\r\n1,2\n1,2,3\n0,0,1,0,0,1\n1\n1,2,3,4,5\n1,2,3,4,5,6,7\n1,,2\n,3,4,\n\n  5\t, 6e1 \n"
         "x,info,2px,0x\n-9e9,9e9\n",
@@ -100,17 +100,17 @@ TEST_F(CollidersTest, TheNumberOfFieldsDecidesTheShapeAndWordsReadAsZero) {
     EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1}));
     EXPECT_TRUE(rects->items[0].w == 48 && rects->items[0].h == 48 && circles->items[0].r == 9);
     EXPECT_TRUE(rects->items[1].x == 0 && rects->items[1].y == 0 && rects->items[1].w == 6 && rects->items[1].h == 0);
-    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "a run of commas separates once";
+    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "several commas separate once";
     EXPECT_TRUE(points->items[3].x == 15 && points->items[3].y == 180 && tris->items[0].c.y == 3);
     EXPECT_TRUE(points->items[4].x == -COLLIDERS_REACH && points->items[4].y == COLLIDERS_REACH);
     ASSERT_TRUE(colliders_load_csv(rects, nullptr, nullptr, nullptr, "level.csv", 2));
-    EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1})) << "sets that are not wanted stay, others are emptied first";
+    EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1})) << "null sets are skipped, others are emptied first";
     EXPECT_FALSE(colliders_load_csv(rects, tris, circles, points, "missing.csv", 1));
     EXPECT_EQ(counts(), (std::vector{0, 0, 0, 0})) << "a failed load leaves the sets empty";
     EXPECT_TRUE(log.has("[STORAGE] Error reading file: missing.csv"));
 }
 
-TEST_F(CollidersTest, OutlinesLieOnTheShapes) {
+TEST_F(CollidersTest, OutlinesAreDrawnOnShapes) {
     const Picture target(SDL_CreateSurface(120, 60, SDL_PIXELFORMAT_XRGB8888));
     SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
     ASSERT_TRUE(load("5,5\n8,5\n30,30,20\n60,5,20,30\n90,10,110,40,80,50\n70,40,6\n"));

@@ -1,4 +1,4 @@
-// Pictures of each kind, and those that ask for more than there is.
+// Image files of each format, and those that declare too large a size.
 
 #include "lumarind/toolkit/image.h"
 #include "support/picture.h"
@@ -13,17 +13,17 @@
 
 namespace {
 
-// "": the content is a picture that can be loaded. Otherwise why not.
+// Returns "" if the image can be loaded, else the error.
 std::string load(SDL_Renderer *renderer, const std::string &content) {
     write_file("picture", content);
     SDL_Texture *texture = image_load_texture(renderer, "picture");
     const std::string error = texture ? "picture: " : SDL_GetError();
-    SDL_DestroyTexture(texture); // null is fine
+    SDL_DestroyTexture(texture); // ignores null
     EXPECT_TRUE(error.starts_with("picture: ")) << error;
     return error.substr(9);
 }
 
-TEST(ImageTest, WhatIsTooLargeOrOfAnotherKindIsRefusedBeforeAnythingIsDecoded) {
+TEST(ImageTest, RefusesTooLargeAndUnsupportedImagesBeforeDecoding) {
     const TemporaryDirectory directory;
     const Picture surface(SDL_CreateSurface(64, 32, SDL_PIXELFORMAT_RGB24));
     SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(surface.get());
@@ -35,7 +35,7 @@ TEST(ImageTest, WhatIsTooLargeOrOfAnotherKindIsRefusedBeforeAnythingIsDecoded) {
     };
     const struct {
         const char *file;
-        std::string before, part, told; // the part is written behind what comes before it
+        std::string before, part, told; // `part` is overwritten after `before`
     } cases[] = {
         {"png", "IHDR", {"\0\0\x75\x30\0\0\x75\x30", 8}, too_large("30000x30000")},
         {"png", "IHDR", {"\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 8}, too_large("4294967295x4294967295")},
@@ -45,18 +45,18 @@ TEST(ImageTest, WhatIsTooLargeOrOfAnotherKindIsRefusedBeforeAnythingIsDecoded) {
         {"bmp", {"\x36\0\0\0", 4}, {"\x0C\0\0\0\xFE\xFF\xFF\xFF", 8}, too_large("65534x65535")},
         {"png",
          {"\0\0\0\x40\0\0\0\x20", 8},
-         {"\x10\0", 2}, // the bits, and the kind of colours
+         {"\x10\0", 2}, // bit depth and colour type
          "a 16-bit grayscale PNG is not supported: save it with 8 bits"},
     };
     for (const auto &c : cases) {
         std::string content = read_file(c.file);
-        EXPECT_EQ(load(renderer, content), "") << c.file << " of its own size";
+        EXPECT_EQ(load(renderer, content), "") << c.file << " with its own size";
         const size_t at = content.find(c.before);
         ASSERT_NE(at, content.npos) << c.file;
         content.replace(at + c.before.size(), c.part.size(), c.part);
         EXPECT_EQ(load(renderer, content), c.told);
         content.resize(at + c.before.size() + 1);
-        EXPECT_NE(load(renderer, content), "") << c.file << " cut short";
+        EXPECT_NE(load(renderer, content), "") << c.file << " truncated";
     }
     for (const char *content : {"", "GIF89a\xC0%", "P6 1 1 255 abc", "<svg/>"}) {
         EXPECT_EQ(load(renderer, content), "not a PNG, JPEG or BMP image") << content;

@@ -1,5 +1,5 @@
-// Maps of a map editor: what is read from their files, what is refused and how it is said, the collision shapes, and
-// the drawing, which gives the same pixels baked and tile by tile.
+// Tile worlds: supported features, errors and their messages, collision shapes, and drawing, with the same pixels from
+// baked chunks and single tiles.
 
 #include "lumarind/core/error.h"
 #include "lumarind/engine/engine.h"
@@ -76,7 +76,7 @@ std::string layer_of(int cols, int rows, const Cells &cells, const std::string &
            more + "><data encoding='csv'>" + csv_of(cells) + "</data></layer>";
 }
 
-// Of tiles of 8 px.
+// With tiles of 8 px.
 std::string map_of(int cols, int rows, const std::string &content, const std::string &more = "") {
     return "<?xml version='1.0' encoding='UTF-8'?><map version='1.10' orientation='orthogonal' width='" +
            std::to_string(cols) + "' height='" + std::to_string(rows) + "' tilewidth='8' tileheight='8' " + more + ">" +
@@ -92,7 +92,7 @@ protected:
         EngineTest::SetUp();
         allocation_faults_install();
         ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "200x150"}));
-        directory.use_as_game_files("game"); // pictures lie elsewhere: below the current folder
+        directory.use_as_game_files("game"); // images are below the current folder
         std::filesystem::create_directory("maps");
         save_noise("tiles.png", 4 * TILE, TILE, [](int, int) { return 255; });
         log.lines.clear();
@@ -103,7 +103,7 @@ protected:
         EngineTest::TearDown();
     }
 
-    // A picture in which hardly two pixels are alike, with the alpha asked for.
+    // An image in which nearly all pixels differ, with the given alpha.
     template <typename Alpha> static void save_noise(const char *path, int w, int h, Alpha alpha) {
         Random random = {std::mt19937(7)};
         const Picture picture(SDL_CreateSurface(w, h, SDL_PIXELFORMAT_RGBA32));
@@ -144,11 +144,11 @@ protected:
     TileWorld *world = nullptr;
 };
 
-// --- the castle, which has a CSV path to be compared with ---
+// --- the castle, compared with its CSV files ---
 
 using TileWorldCastle = EngineTest;
 
-TEST_F(TileWorldCastle, HasTheCellsAndTheCollidersOfItsCsv) {
+TEST_F(TileWorldCastle, CellsAndCollidersMatchCsv) {
     const std::string path = "assets/fireknight/tilemaps/castle-tilemap";
     ASSERT_TRUE(start({"--screen", "text-demo"}));
     TileWorld *world = tile_world_load(engine_renderer(), (path + ".tmx").c_str());
@@ -174,9 +174,9 @@ TEST_F(TileWorldCastle, HasTheCellsAndTheCollidersOfItsCsv) {
     tilemap_cleanup(&map);
 }
 
-// --- everything a map can hold ---
+// --- all elements of a map ---
 
-TEST_F(TileWorldTest, ReadsEveryKindOfElement) {
+TEST_F(TileWorldTest, ParsesEveryElement) {
     save_noise("pictures/tall.png", 12, 24, [](int, int) { return 255; });
     write_file(
         "game/s/pictures.tsx", R"(<tileset name="pictures" tilewidth="12" tileheight="24" tilecount="2" columns="0"
@@ -227,7 +227,7 @@ lines &amp; more</property>
     const TileProperties *properties = &world->properties;
     EXPECT_STREQ(tile_property_string(properties, "music", ""), "../a.ogg");
     EXPECT_STREQ(tile_property_string(properties, "story", ""), "two\nlines & more");
-    EXPECT_STREQ(tile_property_string(properties, "later", ""), "v") << "a type of newer versions is a string";
+    EXPECT_STREQ(tile_property_string(properties, "later", ""), "v") << "an unknown type is a string";
     EXPECT_EQ(tile_property_int(properties, "lives", 0), -3);
     EXPECT_EQ(tile_property_int(properties, "gravity", 0), 9);
     EXPECT_EQ(tile_property_float(properties, "gravity", 0), 9.5);
@@ -237,9 +237,9 @@ lines &amp; more</property>
     EXPECT_TRUE(sky.r == 0x10 && sky.b == 0x30 && sky.a == 0x80 && none.a == 0);
     EXPECT_EQ(tile_property_int(properties, "boss", 0), 7);
     EXPECT_EQ(tile_property_int(properties, "hero.hp", 0), 12);
-    EXPECT_EQ(tile_property_int(properties, "hero.bag", 0), 2) << "of a list, how many items it has";
+    EXPECT_EQ(tile_property_int(properties, "hero.bag", 0), 2) << "the length of a list";
     EXPECT_STREQ(tile_property_string(properties, "hero.bag.1", ""), "key");
-    EXPECT_EQ(tile_property_int(properties, "music", 4), 4) << "the default for another type";
+    EXPECT_EQ(tile_property_int(properties, "music", 4), 4) << "the default if the type differs";
     EXPECT_TRUE(tile_property_bool(properties, "lives", true) && tile_property_find(properties, "nothing") == nullptr);
 
     ASSERT_EQ(world->layer_count, 4);
@@ -272,20 +272,19 @@ lines &amp; more</property>
     EXPECT_EQ(tile_world_find_object(world, "boss")->id, 7);
     EXPECT_EQ(tile_world_find_object(world, "nobody"), nullptr);
     const TileObject *crate = tile_world_object(world, 8);
-    EXPECT_TRUE(crate->width == 40 && crate->height == 30 && crate->x == 1)
-        << "a template, where the object says nothing";
+    EXPECT_TRUE(crate->width == 40 && crate->height == 30 && crate->x == 1) << "the template's values are defaults";
     EXPECT_EQ(crate->gid, 2147483648u | 7u) << "the template's tileset is the map's";
     EXPECT_STREQ(crate->name, "crate");
     EXPECT_STREQ(tile_property_string(&crate->properties, "kind", ""), "elm");
     EXPECT_EQ(tile_property_int(&crate->properties, "worth", 0), 5);
     const TileObject *sorted = world->layers[3].objects;
-    EXPECT_TRUE(sorted[0].id == 21 && sorted[1].id == 20 && sorted[2].id == 22) << "the order of the file";
+    EXPECT_TRUE(sorted[0].id == 21 && sorted[1].id == 20 && sorted[2].id == 22) << "file order";
     EXPECT_TRUE(log.errors().empty()) << log.errors().front();
     const TileSet *pictures = world->parts->content.tilesets[1];
     EXPECT_EQ(_tile_set_info(pictures, 2)->texture, _tile_set_info(pictures, 5)->texture) << "loaded once";
 }
 
-TEST_F(TileWorldTest, EveryFormOfDataGivesTheSameCells) {
+TEST_F(TileWorldTest, EveryEncodingGivesSameCells) {
     Random random = {std::mt19937(5)};
     Cells wanted(13 * 9);
     for (Uint32 &cell : wanted) cell = random() % 5 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 4);
@@ -305,7 +304,7 @@ TEST_F(TileWorldTest, EveryFormOfDataGivesTheSameCells) {
         ASSERT_TRUE(load(map_of(13, 9, TILES + "<layer name='l' width='13' height='9'>" + data + "</layer>"))) << data;
         EXPECT_EQ(cells(), wanted) << data;
     }
-    // An infinite map has them in pieces, which may lie anywhere.
+    // An infinite map stores them in chunks at any position.
     std::string chunks;
     for (int row = 0; row < 9; row += 3) {
         for (int col = 0; col < 13; col += 13 - row) {
@@ -328,9 +327,9 @@ TEST_F(TileWorldTest, EveryFormOfDataGivesTheSameCells) {
     EXPECT_EQ(cells(), wanted);
 }
 
-// --- what is refused ---
+// --- errors ---
 
-TEST_F(TileWorldTest, NamesWhatItRefuses) {
+TEST_F(TileWorldTest, ReportsErrorsByName) {
     const std::string bomb = base64(packed(std::string(1 << 20, '\0'), false));
     const auto data = [](const std::string &attributes, const std::string &text) {
         return map_of(
@@ -424,7 +423,7 @@ TEST_F(TileWorldTest, NamesWhatItRefuses) {
         EXPECT_NE(log.errors().front().find(c.message), std::string::npos) << log.errors().front() << "\n" << c.map;
     }
     EXPECT_EQ(tile_world_load(nullptr, "maps/a.tmx"), nullptr);
-    ASSERT_TRUE(load("<map width='1' height='1' tilewidth='1' tileheight='1'/>")) << "the smallest";
+    ASSERT_TRUE(load("<map width='1' height='1' tilewidth='1' tileheight='1'/>")) << "the smallest map";
     ASSERT_TRUE(load(map_of(1, 1, "<imagelayer><image source='tiles.png'/></imagelayer>")));
     const TileWorldView view = {{0, 0, 9, 9}, 1};
     EXPECT_FALSE(tile_world_draw_layer(engine_renderer(), world, 1, &view));
@@ -435,8 +434,8 @@ TEST_F(TileWorldTest, NamesWhatItRefuses) {
 
 // --- collision ---
 
-// One more tile to each kind of shape; the pixels of its picture are opaque where the shape is.
-TEST_F(TileWorldTest, TilesShapesCoverWhatTheirPicturesShowInEveryOrientation) {
+// One tile per kind of shape; its opaque pixels are those covered by the shape.
+TEST_F(TileWorldTest, TileShapesMatchOpaquePixelsWithEveryFlip) {
     save_noise("shapes.png", 4 * TILE, TILE, [](int x, int y) {
         const int at = x % TILE;
         const bool solid = x < TILE       ? true
@@ -457,7 +456,7 @@ TEST_F(TileWorldTest, TilesShapesCoverWhatTheirPicturesShowInEveryOrientation) {
     Random random = {std::mt19937(11)};
     Cells wanted(20 * 14);
     for (Uint32 &cell : wanted) cell = random() % 3 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 3);
-    // Slopes that rise to either side, on the floor of the map.
+    // Slopes in both directions, on the lower edge of the map.
     wanted.resize(20 * 16, 0);
     for (size_t col = 0; col < 20; col += 2) wanted[15 * 20 + col] = col % 4 == 0 ? 4 : TILE_FLIP_H | 4;
     ASSERT_TRUE(load(map_of(20, 16, tiles + layer_of(20, 16, wanted))));
@@ -474,7 +473,7 @@ TEST_F(TileWorldTest, TilesShapesCoverWhatTheirPicturesShowInEveryOrientation) {
             ASSERT_EQ(solid, !same_color(pixel_at(shown, x, y), GREEN)) << x << ", " << y;
         }
     }
-    // A hall of whole tiles becomes its four walls.
+    // A room with walls of solid tiles is merged into four rectangles.
     Cells hall;
     for (int i = 0; i < 20 * 16; i++) hall.push_back(i < 20 || i >= 300 || i % 20 == 0 || i % 20 == 19 ? 1 : 0);
     ASSERT_TRUE(load(map_of(20, 16, tiles + layer_of(20, 16, hall))));
@@ -485,7 +484,7 @@ TEST_F(TileWorldTest, TilesShapesCoverWhatTheirPicturesShowInEveryOrientation) {
     colliders_tris_cleanup(&tris);
 }
 
-TEST_F(TileWorldTest, PolygonsBecomeSlopesAndWhatIsNoGroundIsRefusedByName) {
+TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
     ColliderRects rects = {};
     ColliderTris tris = {};
     const auto collide = [&](const std::string &objects) {
@@ -495,7 +494,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndWhatIsNoGroundIsRefusedByName) {
         return load(map_of(100, 20, layer)) && tile_world_colliders(world, "solid", &rects, &tris);
     };
     const std::string floor = "<object id='1' x='0' y='100' width='200' height='20'/>";
-    // A hill with a dent, its corners in either order, lies on the floor: the triangles have its area.
+    // A hill with a dent, wound in both orders, on the floor: its triangles have the same area.
     for (const char *points : {"0,0 20,-30 40,-10 60,-30 80,0", "80,0 60,-30 40,-10 20,-30 0,0"}) {
         ASSERT_TRUE(collide(floor + "<object id='2' x='10' y='100'><polygon points='" + points + "'/></object>"));
         float area = 0;
@@ -508,7 +507,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndWhatIsNoGroundIsRefusedByName) {
         EXPECT_TRUE(colliders_point_inside_tri(&dent, &tris) == -1 && colliders_point_inside_tri(&hill, &tris) != -1);
         EXPECT_TRUE(rects.count == 1 && rects.items[0].x == 100) << "the layer's offset counts";
     }
-    // A turned one, on the map's lower edge.
+    // A rotated polygon on the map's lower edge.
     ASSERT_TRUE(collide("<object x='50' y='160' rotation='180'><polygon points='0,0 30,0 0,10'/></object>"));
     EXPECT_NEAR(colliders_tri_top_point(&tris.items[0]).y, 150, 0.01);
     const auto named = [&](const std::string &message) {
@@ -541,20 +540,20 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndWhatIsNoGroundIsRefusedByName) {
     colliders_tris_cleanup(&tris);
 }
 
-// --- drawing, beside a painter that knows the editor's rules and no short cuts ---
+// --- drawing, compared with a reference painter that implements the editor's rules directly ---
 
 struct PaintedSet {
     Uint32 first, count, columns;
     int w, h, margin, spacing, align, fit; // align: as in ALIGNMENTS; fit: as in FITS
     SDL_Point offset;
     Picture picture;
-    std::string trans; // the colour that is transparent
+    std::string trans; // the transparent colour
 };
 constexpr const char *ALIGNMENTS[] = {"topleft", "top",        "topright", "left",        "center",
                                       "right",   "bottomleft", "bottom",   "bottomright", "unspecified"};
 constexpr const char *FITS[] = {"", "tilerendersize='grid'", "tilerendersize='grid' fillmode='preserve-aspect-fit'"};
 constexpr const char *ORDERS[] = {"right-down", "right-up", "left-down", "left-up"};
-constexpr Uint32 ANIMATED = 20; // of the last set: shows its neighbour for 70 ms, then the one after for 30 ms
+constexpr Uint32 ANIMATED = 20; // in the last tileset: shows the next tile for 70 ms, then the one after it for 30 ms
 constexpr auto real = [](auto number) { return static_cast<float>(number); };
 
 struct Painter {
@@ -562,11 +561,11 @@ struct Painter {
     const std::vector<PaintedSet> &sets;
     TileWorldView view;
     int ms, order; // order: as in ORDERS
-    bool by_index; // objects are drawn in the order of the file
+    bool by_index; // objects are drawn in file order
     bool repeat_x, repeat_y;
     Picture onto{SDL_CreateSurface(200, 150, SDL_PIXELFORMAT_RGB24)};
 
-    // Part of a set's picture fills a rectangle, flipped as the GID says, then turned about a point.
+    // Draws part of a set's image into a rectangle, flipped as in the GID, then rotated about a point.
     void stamp(
         const PaintedSet &set, SDL_Rect src, SDL_FRect dst, Uint32 gid, SDL_FColor tint, SDL_FPoint about = {},
         float degrees = 0) const {
@@ -596,7 +595,7 @@ struct Painter {
     const PaintedSet &set_of(Uint32 gid) const {
         return sets[(gid & TILE_ID_MASK) >= ANIMATED ? 2 : (gid & TILE_ID_MASK) >= sets[1].first ? 1 : 0];
     }
-    // A tile as large as it shall be, `align` of the way from its left and top to its right and bottom at a point.
+    // Draws a tile at a given size; `align` selects the point of the tile that is placed at `foot`.
     void tile(Uint32 gid, float w, float h, int align, SDL_FPoint foot, SDL_FColor tint, float degrees = 0) const {
         const Uint32 all = gid & TILE_ID_MASK, shown = all != ANIMATED ? all : ms % 100 < 70 ? all + 1 : all + 2;
         const PaintedSet &set = set_of(gid);
@@ -625,7 +624,7 @@ struct Painter {
             o.gid & ~TILE_FLIP_D, o.width > 0 ? o.width : real(set.w), o.height > 0 ? o.height : real(set.h),
             set.align == 9 ? 6 : set.align, {at.x + o.x * view.scale, at.y + o.y * view.scale}, tint, o.rotation);
     }
-    void image(SDL_FPoint at, SDL_FColor tint) const { // the first set's picture
+    void image(SDL_FPoint at, SDL_FColor tint) const { // the first set's image
         const SDL_Rect all = {0, 0, sets[0].picture->w, sets[0].picture->h};
         const float w = real(all.w) * view.scale, h = real(all.h) * view.scale;
         while (repeat_x && at.x > 0) at.x -= w;
@@ -648,7 +647,7 @@ struct Painter {
         if (!by_index) std::stable_sort(objects.begin(), objects.end(), above);
         for (const TileObject &o : objects) object(o, at, tint);
         const int cells = layer->kind == TILE_LAYER_TILES ? world->cols * world->rows : 0;
-        for (int i = 0; i < 2 * cells; i++) { // the animated ones over the others
+        for (int i = 0; i < 2 * cells; i++) { // animated tiles above the others
             const int x = i % world->cols, y = i % cells / world->cols;
             const int col = world->left + (order / 2 ? world->cols - 1 - x : x);
             const int row = world->top + (order % 2 ? world->rows - 1 - y : y);
@@ -658,12 +657,12 @@ struct Painter {
     }
 };
 
-TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
+TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
     Random random = {std::mt19937(21)};
     const auto pick = [&](const std::vector<int> &of) { return of[random() % of.size()]; };
     for (int round = 0; round < 32; round++) {
         SCOPED_TRACE(round);
-        const bool fits = round % 3 == 0, large = round % 8 == 7; // all tiles are as large as cells; a giant object
+        const bool fits = round % 3 == 0, large = round % 8 == 7; // tile size equals cell size; a giant object
         const float scale = real(pick({1, 2, 3})), left = real(pick({-40, 0, 31, 197, 412}));
         const TileWorldView view = {{left, real(pick({-25, 0, 45, 150, 260})), 200 / scale, 150 / scale}, scale};
         std::vector<PaintedSet> sets;
@@ -681,7 +680,7 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
             set.spacing = alone ? 0 : pick({0, 2});
             set.align = large ? 4 : pick({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
             if (odd) set.offset = {pick({0, -3, 5}), pick({0, 2, -4})};
-            // The last column of pixels may be transparent, or the last row half transparent.
+            // The last column of pixels may be transparent, or the last row translucent.
             const int tiles = alone ? 1 : 4, kind = pick({0, 1, 2});
             const int w = set.margin + tiles * (set.w + set.spacing) - set.spacing;
             const int h = set.margin + (tiles + 1) / 2 * (set.h + set.spacing) - set.spacing;
@@ -691,7 +690,7 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
             });
             const Picture loaded(IMG_Load(("maps/" + name).c_str()));
             set.picture.reset(SDL_ConvertSurface(loaded.get(), SDL_PIXELFORMAT_RGBA32));
-            const int at = set.margin + 2; // the colour of this pixel may be the one that is transparent
+            const int at = set.margin + 2; // this pixel's colour may be the transparent one
             const SDL_Color key = pixel_at(set.picture, at, at);
             if (random() % 3 == 0) set.trans = std::format("{:02x}{:02x}{:02x}", key.r, key.g, key.b);
             if (!set.trans.empty()) SDL_WriteSurfacePixel(set.picture.get(), at, at, 0, 0, 0, 0);
@@ -730,7 +729,7 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
         content += std::format("<objectgroup draworder='{}' {}>", by_index ? "index" : "topdown", look());
         for (int i = 0; i < (large ? 1 : 40); i++) {
             const PaintedSet &set = sets[random() % 3];
-            const bool thin = scale == 2 && random() % 8 == 0; // a pixel: otherwise it may show either of two
+            const bool thin = scale == 2 && random() % 8 == 0; // one pixel wide: otherwise sampling is ambiguous
             content += std::format(
                 "<object gid='{}' x='{}' y='{}' width='{}' height='{}' rotation='{}' opacity='{}' visible='{}'/>",
                 (thin ? 0 : random() & 0xC0000000u) | (set.first + random() % set.count),
@@ -757,7 +756,7 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
         const Painter painter = {world, sets, view, ms, order, by_index, repeat_x, repeat_y};
         SDL_FillSurfaceRect(painter.onto.get(), nullptr, SDL_MapSurfaceRGB(painter.onto.get(), 0, 255, 0));
         for (int i = 0; i < world->layer_count; i++) painter.layer(i);
-        for (const int bakes : {-1, 0, 1, 1000}) { // none wanted, none made, one, all
+        for (const int bakes : {-1, 0, 1, 1000}) { // no budget, no bakes, one per frame, all
             tile_world_set_chunk_budget(world, bakes < 0 ? 0 : TILE_WORLD_CHUNK_BYTES, bakes);
             const Picture is = as_rgb(drawn(view));
             int differing = 0;
@@ -769,9 +768,9 @@ TEST_F(TileWorldTest, AnyWorldLooksAsThePainterPaintsIt) {
     }
 }
 
-TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
+TEST_F(TileWorldTest, ChunksStayWithinBudgetAndAreBakedAgainWhenLost) {
     Cells all(32 * 400, 1);
-    all.resize(33 * 400); // the chunks below are empty and take nothing
+    all.resize(33 * 400); // the chunks below are empty and need no memory
     ASSERT_TRUE(load(map_of(400, 33, TILES + layer_of(400, 33, all))));
     constexpr size_t CHUNK = 256 * 256 * 4;
     tile_world_set_chunk_budget(world, 0, 0);
@@ -782,7 +781,7 @@ TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
         tile_world_advance(world, 0.01);
         const size_t before = tile_world_chunk_bytes(world);
         EXPECT_TRUE(same_pixels(drawn(at(static_cast<float>(step) * 72)), wanted)) << step;
-        EXPECT_LE(tile_world_chunk_bytes(world), SDL_min(5 * CHUNK, before + CHUNK)) << "one bake a frame";
+        EXPECT_LE(tile_world_chunk_bytes(world), SDL_min(5 * CHUNK, before + CHUNK)) << "one bake per frame";
     }
     EXPECT_EQ(tile_world_chunk_bytes(world), 5 * CHUNK);
     SDL_Event event = {};
@@ -790,9 +789,9 @@ TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
     SDL_PushEvent(&event);
     tile_world_set_chunk_budget(world, 5 * CHUNK, 0);
     EXPECT_TRUE(same_pixels(drawn(at(0)), wanted));
-    EXPECT_EQ(tile_world_chunk_bytes(world), 0u) << "lost chunks are not drawn any more";
+    EXPECT_EQ(tile_world_chunk_bytes(world), 0u) << "lost chunks are freed";
     EXPECT_EQ(SDL_GetRenderTarget(engine_renderer()), nullptr);
-    // More chunks are seen than are kept, nearly all of them empty.
+    // More chunks are visible than slots exist, nearly all of them empty.
     ASSERT_TRUE(load(map_of(
         1, 1,
         TILES + "<layer name='l'><data encoding='csv'><chunk width='1' height='1'>1</chunk>"
@@ -802,9 +801,9 @@ TEST_F(TileWorldTest, ChunksKeepToTheirBudgetAndAreBakedAgainWhenLost) {
     EXPECT_EQ(count_pixels(drawn({{10300, 10300, 200, 150}, 1}), GREEN), 200 * 150 - TILE * TILE);
 }
 
-// --- following files ---
+// --- hot reload ---
 
-TEST_F(TileWorldTest, AWorldFollowsItsFilesAndStaysAsItIsWhileTheyAreBroken) {
+TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
     const TileWorldView view = {{0, 0, 200, 150}, 1};
     const auto map = [](int cols, const std::string &more = "") {
         return map_of(
@@ -836,13 +835,13 @@ TEST_F(TileWorldTest, AWorldFollowsItsFilesAndStaysAsItIsWhileTheyAreBroken) {
         log.lines.clear();
         write_file("game/maps/a.tmx", broken);
         for (int i = 0; i < 3; i++) EXPECT_EQ(follow(), 0u);
-        EXPECT_EQ(log.errors().size(), 1u) << "said once";
+        EXPECT_EQ(log.errors().size(), 1u) << "reported once";
         EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content stays";
     }
     std::filesystem::remove("game/maps/a.tmx");
     EXPECT_EQ(follow(), 0u);
     write_file("game/maps/new.tmx", map(1));
-    std::filesystem::rename("game/maps/new.tmx", "game/maps/a.tmx"); // as editors save
+    std::filesystem::rename("game/maps/new.tmx", "game/maps/a.tmx"); // as editors do
     EXPECT_EQ(follow(), 1u);
     EXPECT_TRUE(same_pixels(drawn(view), first));
     write_file("game/maps/set.tsx", set("<tile id='1' type='wood'/>"));
@@ -850,7 +849,7 @@ TEST_F(TileWorldTest, AWorldFollowsItsFilesAndStaysAsItIsWhileTheyAreBroken) {
     EXPECT_STREQ(tile_world_tile_type(world, 2), "wood");
     save_noise("maps/tiles.png", 4 * TILE, TILE, [](int x, int) { return x % 3 ? 255 : 0; });
     EXPECT_EQ(follow(), 1u);
-    EXPECT_FALSE(same_pixels(drawn(view), first)) << "a changed picture";
+    EXPECT_FALSE(same_pixels(drawn(view), first)) << "the image has changed";
     write_file("game/maps/a.tmx", map(2));
     follow();
     engine_clear_error();
@@ -863,13 +862,13 @@ TEST_F(TileWorldTest, AWorldFollowsItsFilesAndStaysAsItIsWhileTheyAreBroken) {
     write_file("game/maps/a.tmx", map(2) + "\n");
     EXPECT_EQ(follow(), 1u);
     engine_clear_error();
-    EXPECT_EQ(allocation_faults_live(), live) << "nothing is left behind";
+    EXPECT_EQ(allocation_faults_live(), live) << "no leak";
     reload_set(false);
     write_file("game/maps/a.tmx", map(9));
     EXPECT_EQ(follow(), 0u) << "off";
 }
 
-TEST_F(TileWorldTest, TwoWorldsHoldOnePictureAndLetItGo) {
+TEST_F(TileWorldTest, TexturesAreSharedAndReferenceCounted) {
     ASSERT_TRUE(load(map_of(1, 1, TILES + layer_of(1, 1, {1}))));
     TileWorld *other = tile_world_load(engine_renderer(), "maps/a.tmx");
     ASSERT_NE(other, nullptr);
@@ -879,10 +878,11 @@ TEST_F(TileWorldTest, TwoWorldsHoldOnePictureAndLetItGo) {
     tile_world_cleanup(&other);
     tile_world_cleanup(&other);
     EXPECT_EQ(shared->holders, 1);
-    EXPECT_FALSE(same_color(pixel_at(drawn({{0, 0, 200, 150}, 1}), 1, 1), GREEN)) << "the other's still is there";
+    EXPECT_FALSE(same_color(pixel_at(drawn({{0, 0, 200, 150}, 1}), 1, 1), GREEN))
+        << "the other world's reference remains";
 }
 
-TEST_F(TileWorldTest, LoadingDrawingAndCollidingSurviveAllocationFaults) {
+TEST_F(TileWorldTest, LoadingDrawingAndCollidersSurviveAllocationFaults) {
     save_noise("maps/tall.png", 12, 20, [](int, int) { return 255; });
     write_file(
         "game/maps/box.tx",
@@ -891,7 +891,7 @@ TEST_F(TileWorldTest, LoadingDrawingAndCollidingSurviveAllocationFaults) {
         "game/maps/set.tsx",
         "<tileset name='s' tilewidth='12' tileheight='20'><tile id='0'><image source='tall.png'/></tile></tileset>");
     const Cells cells = {1, 2};
-    const std::string part(1 << 20, 'c'); // memory of its own
+    const std::string part(1 << 20, 'c'); // large enough for a block of its own
     ASSERT_TRUE(load(map_of(
         2, 1,
         "<properties><property name='a' type='class'><properties><property name='b' value='" + part +
@@ -911,7 +911,7 @@ TEST_F(TileWorldTest, LoadingDrawingAndCollidingSurviveAllocationFaults) {
         [&] {
             world = tile_world_load(engine_renderer(), "maps/a.tmx");
             if (!world || !tile_world_colliders(world, nullptr, &rects, &tris)) return false;
-            EXPECT_EQ(tile_property_string(&world->properties, "a.b", ""), part) << "nothing is half loaded";
+            EXPECT_EQ(tile_property_string(&world->properties, "a.b", ""), part) << "no partial load";
             const TileWorldView view = {{0, 0, 200, 150}, 1};
             return tile_world_draw(engine_renderer(), world, &view);
         },

@@ -1,4 +1,4 @@
-// Tile layers from CSV, GIDs, ranges, and the drawing of maps: orientations, chunks, culling, seams.
+// Tile layers from CSV, GIDs, ranges, and drawing of tile maps: flips, chunks, culling, seams.
 
 #include "lumarind/core/storage.h"
 #include "lumarind/toolkit/reload.h"
@@ -21,7 +21,7 @@ namespace {
 
 // --- CSV ---
 
-TEST(TileGridCsv, TakesWhatMapEditorsWriteAndNamesTheLineItRefuses) {
+TEST(TileGridCsv, ParsesMapEditorOutputAndReportsInvalidLine) {
     const LogCapture log;
     const std::pair<std::string, std::vector<const char *>> cases[] = {
         {"1 2 3 /4 5 6 /", {"1,2,3,\n4,5,6", "\n1,2,3\r\n \t\n\r\n4 ,\t5, 0000000000006\r\n\n"}},
@@ -51,9 +51,9 @@ TEST(TileGridCsv, TakesWhatMapEditorsWriteAndNamesTheLineItRefuses) {
     EXPECT_TRUE(log.has("[TILE_GRID] A grid of 4x0 has no cells"));
 }
 
-TEST(TileGridCells, StayWithinTheGrid) {
+TEST(TileGridCells, AccessOutsideGridIsIgnored) {
     TileGrid *grid = tile_grid_parse_csv("1,2147483653\n536870915,4");
-    EXPECT_EQ(tile_grid_max_gid(grid), 5u) << "flags do not count";
+    EXPECT_EQ(tile_grid_max_gid(grid), 5u) << "flags are ignored";
     for (const auto &[row, col] : {std::pair{-1, 1}, {0, -1}, {2, 0}, {0, 2}})
         EXPECT_FALSE(tile_grid_gid(grid, row, col) != 0 || tile_grid_set_gid(grid, row, col, 9));
     EXPECT_TRUE(tile_grid_set_gid(grid, 1, 1, 9) && tile_grid_max_gid(grid) == 9);
@@ -69,7 +69,7 @@ TEST(TileRanges, DecodeClampAndCover) {
         Uint32 gid, first_gid;
         int columns, index, row, col;
     } gids[] = {{0, 1, 4, -1, -1, -1}, {TILE_FLIP_H, 1, 4, -1, -1, -1}, {3, 4, 4, -1, -1, -1}, {3, 1, 0, -1, -1, -1},
-                {4, 4, 4, 0, 0, 0},    {0x10000007, 1, 4, 6, 1, 2},     {3, 1, 1, 2, 2, 0}}; // bit 28 turns nothing
+                {4, 4, 4, 0, 0, 0},    {0x10000007, 1, 4, 6, 1, 2},     {3, 1, 1, 2, 2, 0}}; // bit 28 is ignored
     for (const auto &c : gids) {
         const DecodedTile tile = tile_decode_gid(c.gid, c.first_gid, c.columns);
         EXPECT_TRUE(tile.index == c.index && tile.row == c.row && tile.col == c.col) << c.gid;
@@ -80,12 +80,12 @@ TEST(TileRanges, DecodeClampAndCover) {
         {tile_range_clamp({7, 2}, 10), {7, 7}},
         {tile_range_clamp({2, 5}, -1), {0, 0}},
         {tile_range_covering(0, 1280, -100, 256, 3, 10), {0, 2}},
-        {tile_range_covering(0, 512, 0, 256, 1, 10), {0, 2}},   // an end on a boundary
+        {tile_range_covering(0, 512, 0, 256, 1, 10), {0, 2}},   // ends on a boundary
         {tile_range_covering(0, 100, 200, 256, 1, 10), {0, 0}}, // beyond the view
         {tile_range_covering(0, 100, -600, 256, 1, 10), {2, 3}},
         {tile_range_covering(0, 9, 0, 16, 0, 9), {0, 0}},
         {tile_range_covering(0, 9, 0, 16, NAN, 9), {0, 0}},
-        {tile_range_covering(0, 1e30f, -1e30f, 16, 1, 9), {9, 9}}}; // far beyond any cell number
+        {tile_range_covering(0, 1e30f, -1e30f, 16, 1, 9), {9, 9}}}; // far beyond any cell index
     for (const auto &[is, wanted] : ranges) EXPECT_TRUE(is.first == wanted.first && is.end == wanted.end) << &is;
     const std::pair<TileCoord, TileCoord> cells[] = {
         {tile_coord_at(-1, 33, 0, 0, 16, 16, 2), {1, -1}},
@@ -103,13 +103,13 @@ protected:
     static constexpr int TILE = 8, VIEW_W = 200, VIEW_H = 150;
     static constexpr SDL_Color GREEN = {0, 255, 0, 255};
 
-    void SetUp() override { // tiles of noise, in four columns and two rows, on pictures with and without transparency
+    void SetUp() override { // noise tiles in four columns and two rows, in images with and without transparency
         setenv("XDG_DATA_HOME", directory.path.c_str(), 1);
         ASSERT_TRUE(storage_setup());
         directory.use_as_game_files();
         for (int i = 0; i < 8 * TILE * TILE; i++) {
             const auto noise = [&] { return static_cast<Uint8>(random() % 200); };
-            const bool clear = i == (TILE + 3) * 4 * TILE + 3 * TILE + 5; // one pixel of the last tile
+            const bool clear = i == (TILE + 3) * 4 * TILE + 3 * TILE + 5; // one pixel in the last tile
             SDL_WriteSurfacePixel(
                 tileset.get(), i % (4 * TILE), i / (4 * TILE), noise(), noise(), noise(), clear ? 0 : 255);
         }
@@ -124,7 +124,7 @@ protected:
     }
     bool load(const std::string &csv, Uint32 first_gid = 1, const char *path = "tiles.png", int tile_w = TILE) {
         write_file("layer.csv", csv);
-        tilemap_load_tileset(map, renderer, path, tile_w, TILE, first_gid); // may not go with the layer before
+        tilemap_load_tileset(map, renderer, path, tile_w, TILE, first_gid); // may not match the previous layer
         return tilemap_load_csv(map, "layer.csv");
     }
     template <typename Draw> Picture drawn(Draw draw) const {
@@ -137,7 +137,7 @@ protected:
         const int col = x / (scale * TILE), row = y / (scale * TILE);
         const Uint32 gid = x < 0 || y < 0 ? 0 : tile_grid_gid(map->layer, row, col), id = gid & TILE_ID_MASK;
         if (id == 0) return GREEN;
-        int in_x = x / scale % TILE, in_y = y / scale % TILE; // mirrored, then transposed
+        int in_x = x / scale % TILE, in_y = y / scale % TILE; // flipped, then transposed
         if (gid & TILE_FLIP_H) in_x = TILE - 1 - in_x;
         if (gid & TILE_FLIP_V) in_y = TILE - 1 - in_y;
         if (gid & TILE_FLIP_D) std::swap(in_x, in_y);
@@ -147,7 +147,7 @@ protected:
     }
     int number(int low, int high) { return low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)); }
 
-    bool opaque = false; // the picture loaded has no alpha channel
+    bool opaque = false; // the loaded image has no alpha channel
     std::mt19937 random{9};
     TemporaryDirectory directory;
     LogCapture log;
@@ -158,11 +158,11 @@ protected:
     RenderGrid *grid = nullptr;
 };
 
-TEST_F(TilemapTest, TilesAreTurnedAndChunksShowWhatTilesShow) {
+TEST_F(TilemapTest, FlipsAreDrawnAndChunksMatchTiles) {
     for (int round = 0; round < 24; round++) {
         SCOPED_TRACE(round);
-        const int first_gid = number(1, 3), fewest = round % 3 ? 0 : 1; // with empty cells, or all of them full
-        // Turned about its centre, an oblong tile does not cover its cell: within one chunk, as it covers others.
+        const int first_gid = number(1, 3), fewest = round % 3 ? 0 : 1; // with or without empty cells
+        // Rotated about its centre, an oblong tile leaves its cell and covers others: test within one chunk.
         const bool oblong = round % 4 == 3;
         const int rows = oblong ? 9 : number(1, 40), cols = oblong ? 9 : number(1, 40), scale = number(1, 3);
         std::string csv;
@@ -194,11 +194,11 @@ TEST_F(TilemapTest, TilesAreTurnedAndChunksShowWhatTilesShow) {
         const TileRange xs = render_grid_visible_cols(grid, 0, VIEW_W, origin, size);
         const Picture visible = drawn([&] { return render_grid_draw_range(renderer, grid, ys, xs, origin, size); });
         EXPECT_TRUE(same_pixels(visible, tiles));
-        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H) << "nothing in vain";
+        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H) << "no invisible chunk";
     }
 }
 
-TEST_F(TilemapTest, WhatIsNotUsableIsRefusedByName) {
+TEST_F(TilemapTest, InvalidInputIsReportedByName) {
     EXPECT_FALSE(tilemap_load_tileset(map, renderer, "tiles.png", 0, 8, 1));
     EXPECT_FALSE(tilemap_load_tileset(map, renderer, "tiles.png", 8, 0, 1));
     EXPECT_FALSE(tilemap_load_tileset(map, renderer, "missing.png", 8, 8, 1));
@@ -237,10 +237,10 @@ TEST_F(TilemapTest, WhatIsNotUsableIsRefusedByName) {
     EXPECT_EQ(log.errors().size(), 22u);
 }
 
-TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) {
+TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     reload_set(true, 0);
     EXPECT_TRUE(load("1,2"));
-    std::filesystem::create_directory("elsewhere"); // where pictures are looked for, but not the other files
+    std::filesystem::create_directory("elsewhere"); // images are read in the current folder, other files beside it
     std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
     std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);
@@ -272,7 +272,7 @@ TEST_F(TilemapTest, MapsFollowTheirFilesAndKeepWhatTheyHaveWhileThoseAreBroken) 
     EXPECT_EQ(map->columns, 6);
     tilemap_cleanup(&map);
     write_file("../layer.csv", "1");
-    reload_tick(); // nobody follows any more
+    reload_tick(); // nothing is watched any more
     reload_set(false);
     map = tilemap_new();
 }

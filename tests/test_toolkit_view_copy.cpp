@@ -1,4 +1,4 @@
-// Drawing that leaves out what nobody sees, against drawing all of it.
+// Clipped drawing, compared with drawing everything.
 
 #include "lumarind/toolkit/sprite_batch.h"
 #include "lumarind/toolkit/sprite_sheet.h"
@@ -38,7 +38,7 @@ protected:
     SpriteSheet *sheet = nullptr;
 };
 
-TEST_F(ViewCopyTest, DrawsThePixelsOfAWholeCopyWhereverItLies) {
+TEST_F(ViewCopyTest, ClippedCopyMatchesWholeCopyAtAnyPosition) {
     std::mt19937 random(7);
     const auto number = [&](int low, int high) {
         return static_cast<float>(low + static_cast<int>(random() % static_cast<unsigned>(high - low + 1)));
@@ -60,7 +60,7 @@ TEST_F(ViewCopyTest, DrawsThePixelsOfAWholeCopyWhereverItLies) {
     }
 }
 
-TEST_F(ViewCopyTest, TheDebugSheetShowsThePixelsOfTheSheetAtEverySizeAndMarksTheFrame) {
+TEST_F(ViewCopyTest, DebugSheetMatchesSheetAtEverySizeAndOutlinesFrame) {
     Animation anim = {};
     animation_init(&anim, &fireknight_animations, FIREKNIGHT_J_DOWN);
     animation_set_frame(&anim, 2);
@@ -90,7 +90,7 @@ TEST_F(ViewCopyTest, TheDebugSheetShowsThePixelsOfTheSheetAtEverySizeAndMarksThe
     }
 }
 
-TEST_F(ViewCopyTest, ABatchShowsThePixelsOfSpritesDrawnOneByOne) {
+TEST_F(ViewCopyTest, BatchMatchesSingleSprites) {
     SpriteBatch *batch = sprite_batch_new(1); // it grows
     ASSERT_TRUE(batch);
     Uint64 random = 5;

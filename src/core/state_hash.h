@@ -1,8 +1,9 @@
-// state_hash: a hash of simulation state, to check that two runs are bit-identical. Fields are added one by one,
-// because the padding of a record is indeterminate.
+// state_hash: a hash of simulation state, to check that two runs are bit-identical.
 //
 //     Uint64 hash = STATE_HASH_START;
 //     for (float value : {body.pos.x, body.pos.y}) hash = state_hash_add(hash, value);
+//
+// Fields are added one by one, because the padding of a record is indeterminate.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -11,7 +12,8 @@
 
 inline constexpr Uint64 STATE_HASH_START = 14695981039346656037u;
 
-inline Uint64 state_hash_bytes(Uint64 hash, const void *bytes, size_t size) { // FNV-1a
+// FNV-1a.
+inline Uint64 state_hash_bytes(Uint64 hash, const void *bytes, size_t size) {
     const auto *at = static_cast<const Uint8 *>(bytes);
     for (size_t i = 0; i < size; i++) hash = (hash ^ at[i]) * 1099511628211u;
     return hash;

@@ -39,7 +39,7 @@ bool gamepad_rumble(Uint16 low_frequency, Uint16 high_frequency, Uint32 duration
 // --- pure calculations ---
 float gamepad_axis_normalise(Sint16 raw);    // -1 to 1
 float gamepad_trigger_normalise(Sint16 raw); // 0 to 1
-// Rescales the range beyond the deadzone to start at 0, keeping the sign; 0 inside the deadzone.
+// Rescales the range from the deadzone to 1 to the range from 0 to 1, keeping the sign; 0 inside the deadzone.
 float gamepad_axis_deadzone(float value, float deadzone);
 // The same for a stick's length, which is clamped to 1; its direction is unchanged. Outputs may be null.
 void gamepad_stick_deadzone(float x, float y, float deadzone, float *out_x, float *out_y);

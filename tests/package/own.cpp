@@ -1,4 +1,4 @@
-// A game's own headers in folders that the engine has too, and its own objects with the names of the engine's.
+// A game's headers and objects with the same names as the engine's, to check that they do not clash.
 
 #include "config/config.h"
 #include "engine/engine.h"

@@ -23,8 +23,8 @@ struct Faults {
 };
 Faults g_faults;
 
-// Set from a call of this project's code until the allocation it leads to. Only that one is own: what SDL goes on to
-// allocate, for its error text say, is SDL's.
+// Set from a call in this project's code until its allocation. Only that allocation is our own; further ones that SDL
+// makes, such as for its error text, are not.
 thread_local bool g_own_call;
 
 bool should_fail() { // call with the mutex held
@@ -66,12 +66,12 @@ void SDLCALL hook_free(void *memory) {
     g_faults.free(memory);
 }
 
-// False: there is no n-th allocation, or something was amiss.
+// Returns false if there is no n-th allocation, or after a failed expectation.
 bool run_with_fault(
     LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup, int nth,
     bool and_all_after) {
     SCOPED_TRACE("allocation " + std::to_string(nth) + (and_all_after ? " and all after it fail" : " fails"));
-    engine_clear_error(); // a text that a running engine keeps is not the set-up's
+    engine_clear_error(); // owned by the engine, not by the setup under test
     const int live_before = allocation_faults_live();
     log->lines.clear();
     allocation_faults_arm(nth, and_all_after);
@@ -80,10 +80,10 @@ bool run_with_fault(
     const bool reported = !log->errors().empty();
     cleanup();
     engine_clear_error();
-    EXPECT_EQ(allocation_faults_live(), live_before) << "own allocations left behind";
+    EXPECT_EQ(allocation_faults_live(), live_before) << "own allocations leaked";
     EXPECT_TRUE(reached || ok) << "failed without a fault: " << (reported ? log->errors().front() : "");
     EXPECT_TRUE(reported || !reached) << "a failed allocation was not reported";
-    EXPECT_TRUE(setup()) << "the set-up after a failed one failed";
+    EXPECT_TRUE(setup()) << "setup failed after a failed setup";
     cleanup();
     return reached && !::testing::Test::HasFailure();
 }
@@ -97,7 +97,7 @@ void allocation_faults_install() {
 }
 
 void allocation_faults_arm(int nth, bool and_all_after) {
-    SDL_SetError("%512s", ""); // room for the texts to come: SDL cannot report that it had no room for a report
+    SDL_SetError("%512s", ""); // reserves SDL's error buffer, so that reporting errors does not allocate
     const std::lock_guard lock(g_faults.mutex);
     g_faults.armed = true;
     g_faults.and_all_after = and_all_after;
@@ -116,7 +116,7 @@ int allocation_faults_live() {
     return static_cast<int>(g_faults.live.size());
 }
 
-// --- the linker sends this project's calls of SDL's allocating functions here (--wrap) ---
+// --- the linker redirects this project's calls of SDL's allocation functions here (--wrap) ---
 
 #define WRAPPED(Result, name, parameters, ...)                                                                         \
     Result __real_SDL_##name parameters;                                                                               \
@@ -147,11 +147,11 @@ int __wrap_SDL_asprintf(char **text, const char *fmt, ...) {
 void expect_allocation_faults_survived(
     LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup) {
     allocation_faults_install();
-    ASSERT_TRUE(setup()); // warms up what the libraries allocate once
+    ASSERT_TRUE(setup()); // warms up one-time allocations of libraries
     cleanup();
     int faults = 0;
     for (const bool and_all_after : {false, true}) {
         for (int nth = 1; run_with_fault(log, setup, cleanup, nth, and_all_after); nth++) faults++;
     }
-    EXPECT_GT(faults, 0) << "no own allocation was seen: this proved nothing";
+    EXPECT_GT(faults, 0) << "no own allocation was seen, so nothing was tested";
 }

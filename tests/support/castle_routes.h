@@ -1,4 +1,4 @@
-// Two ways to the throne, as somebody in a hurry plays them. A letter is a tenth of a second at 60 fixed steps a
+// The two routes to the throne, as played by a fast player. A letter is a tenth of a second at 60 fixed steps per
 // second: l and r walk, L and R jump as well, J jumps on the spot, < and > roll, o rolls ahead, . waits.
 #pragma once
 
@@ -13,7 +13,7 @@ inline constexpr const char *ROUTE_BY_THE_CRYPTS =
 
 inline constexpr int ROUTE_STEPS_PER_LETTER = 6;
 
-// What a letter asks for in the first of its steps; in the others nothing is pressed.
+// The intent for the first step of a letter; in its other steps nothing is pressed.
 inline PlayerIntent route_intent(char letter) {
     PlayerIntent intent = {};
     intent.move_x = SDL_strchr("rR>", letter) ? 1.0f : SDL_strchr("lL<", letter) ? -1.0f : 0.0f;

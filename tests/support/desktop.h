@@ -1,4 +1,4 @@
-// The user at the X server the tests run under: xdotool's keys and mouse.
+// Simulates a user on the tests' X server: xdotool's keys and mouse.
 #pragma once
 
 #include <chrono>
@@ -7,6 +7,6 @@
 
 bool wait_until(const std::function<bool()> &reached, std::chrono::milliseconds patience = std::chrono::seconds(20));
 
-std::string output_of(const std::string &command); // of a shell command, its standard output
+std::string output_of(const std::string &command); // standard output of a shell command
 void xdotool(const std::string &words);
-std::string find_window(const std::string &name); // waits for it; its id, or "" after a while
+std::string find_window(const std::string &name); // waits for it and returns its id, or "" after a timeout

@@ -20,7 +20,7 @@
 
 // --- the program ---
 
-// Modules that a test sets up without the engine ask for the game as well.
+// Tests that set up modules without the engine need the game's record too.
 static const bool g_game_is_set = (_engine_set_game(&demo_game), true);
 
 void EngineTest::SetUp() {
@@ -55,12 +55,12 @@ bool EngineTest::start(const std::vector<std::string> &arguments) {
     if (running_) stop();
     held_.clear();
     hold({});
-    // At every start, for SDL forgets its hints when it quits; with priority, for the environment would win otherwise.
+    // At every start, because SDL forgets hints when it quits; with priority, to override the environment.
     for (const auto &[hint, driver] : drivers_) {
         SDL_SetHintWithPriority(hint.c_str(), driver.c_str(), SDL_HINT_OVERRIDE);
     }
     if (!config.empty()) write_file("config/lumarind-engine.ini", config);
-    static std::vector<std::string> words; // the parsed arguments borrow from it
+    static std::vector<std::string> words; // static: args borrows the strings
     words = arguments;
     words.insert(words.begin(), "LumarindEngine");
     std::vector<char *> argv;
@@ -76,11 +76,11 @@ bool EngineTest::start_screen(const std::string &screen, const std::string &size
 void EngineTest::stop() {
     running_ = false;
     main_loop_stop();
-    transition_screen_changed(GAME_STATE_NONE); // a fade cut short here must not reach the next start
+    transition_screen_changed(GAME_STATE_NONE); // ends a running fade before the next start
 }
 
 bool EngineTest::frame(double seconds) {
-    // The simulation gets exactly the test's time, on any machine; rounded up, so that whole steps stay whole.
+    // Deterministic frame time on any machine; rounded up, so that a whole number of steps fits.
     engine->given_frame_ns = static_cast<Sint64>(std::ceil(seconds * 1e9));
     return main_loop_frame();
 }
@@ -90,7 +90,7 @@ void EngineTest::frames(int count, double seconds) {
 }
 
 Picture EngineTest::picture() const {
-    engine_apply_space(true); // a logical space would show its own part only
+    engine_apply_space(true); // in logical space only that part of the window would be read
     Picture read(SDL_RenderReadPixels(engine->renderer, nullptr));
     EXPECT_NE(read, nullptr) << SDL_GetError();
     engine_apply_space(false);
@@ -110,7 +110,7 @@ void EngineTest::resize(int width, int height) const {
 // --- scripts ---
 
 static void _push(SDL_Event event) {
-    event.window.windowID = SDL_GetWindowID(engine->window); // in the same place in all events that have one
+    event.window.windowID = SDL_GetWindowID(engine->window); // at the same offset in all events that have it
     ASSERT_TRUE(SDL_PushEvent(&event));
 }
 
@@ -120,7 +120,7 @@ void EngineTest::push_event(Uint32 type) {
     _push(event);
 }
 
-// Pushed key events do not reach SDL's keyboard state, so the test writes it.
+// Pushed key events do not change SDL's keyboard state, so the test writes it directly.
 void EngineTest::hold(const std::set<SDL_Scancode> &keys) {
     auto *state = const_cast<bool *>(SDL_GetKeyboardState(nullptr));
     for (int i = 0; i < SDL_SCANCODE_COUNT; i++) state[i] = keys.contains(static_cast<SDL_Scancode>(i));
@@ -157,7 +157,7 @@ void EngineTest::play_word(const std::string &word) {
     } else if (word.starts_with("pad:")) {
         play_pad(word.substr(4));
     } else if (std::sscanf(word.c_str(), "%lf", &time) == 1 && word.back() == 's') {
-        for (time += 1e-6; time > 2e-6; time -= 0.25) frame(std::min(time, 0.25)); // a little more: whole steps
+        for (time += 1e-6; time > 2e-6; time -= 0.25) frame(std::min(time, 0.25)); // a bit more, so that all steps fit
     } else if (std::sscanf(word.c_str(), "%lf", &time) == 1) {
         frames(static_cast<int>(time), 1.0 / 60);
         if (time != std::floor(time)) frame((time - std::floor(time)) / 60);

@@ -1,5 +1,5 @@
-// The real engine on SDL's dummy video driver, the software renderer and dummy audio, in a working directory of its
-// own, a frame at a time. Real SDL events go in, pixels come out.
+// Fixture: runs the real engine frame by frame on SDL's dummy video and audio drivers and the software renderer, in a
+// temporary working directory. Input is real SDL events, output is pixels.
 #pragma once
 
 #include "app/demo_game.h"
@@ -19,43 +19,43 @@
 #include <string>
 #include <vector>
 
-// For SDL's copy of the environment, and for the copies it makes later. Null: unset.
+// Sets it in SDL's copy of the environment and in later copies. Null: unset.
 void set_environment(const char *name, const char *value);
 
 class EngineTest : public ::testing::Test {
 protected:
-    // What a test changes before start(). Without vsync, frames do not wait.
+    // Configuration, changed by tests before start(). Without vsync frames do not wait.
     std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
 
-    const Game *played = &demo_game; // by start()
+    const Game *played = &demo_game; // the game that start() runs
 
     void SetUp() override;
-    void TearDown() override; // stops the program when it runs
+    void TearDown() override; // stops the program if it runs
 
-    // Before start(); the dummy ones are chosen already.
+    // Call before start(); the dummy drivers are the default.
     void choose_driver(const std::string &hint, const std::string &driver) { drivers_[hint] = driver; }
-    bool start(const std::vector<std::string> &arguments = {}); // anew; false: it failed, or showed its help
-    bool start_screen(const std::string &screen, const std::string &size = "800x450"); // and draws a frame of it
+    bool start(const std::vector<std::string> &arguments = {}); // restarts; false: it failed, or printed its help
+    bool start_screen(const std::string &screen, const std::string &size = "800x450"); // and runs one frame
     void stop();
-    bool frame(double seconds = 0); // after so much time since the last one; false: the loop is over
+    bool frame(double seconds = 0); // runs a frame this long after the last one; false: the loop has ended
     void frames(int count, double seconds = 0);
-    Picture picture() const;           // what was presented last
-    Picture shown(double seconds = 0); // after one more frame
+    Picture picture() const;           // the last frame presented
+    Picture shown(double seconds = 0); // runs a frame and returns it
     void resize(int width, int height) const;
 
-    // Plays a user by script, words separated by blanks. Events reach SDL's queue, for the next frame.
-    //   30 2.5            frames of a sixtieth of a second; a last, shorter one for the fraction
-    //   7s 0.1s           seconds, in frames of up to a quarter second: the same steps, and little to draw
-    //   Down Left_Shift   key presses, as SDL names keys, with "_" for blanks; key:1 where the name is a number
-    //   ~Down ctrl:Q      an automatic repeat; a press with Ctrl
-    //   +Right -Right     a key held from now on, and released
-    //   pad:a             a button of no particular controller
-    //   pad:plug pad:a=1 pad:leftx=.5 pad:unplug  a controller of the script's own
-    //   move:3,4 click:3,4 rclick:3,4 drop:3,4    the mouse in window coordinates; drop is a button down alone
-    //   size:640x360      resizes the window
+    // Plays a script of words separated by spaces. Events are pushed to SDL's queue, for the next frame.
+    //   30 2.5            frames of 1/60 s; a fraction adds a shorter frame
+    //   7s 0.1s           seconds, in frames of up to 0.25 s: the same fixed steps with less drawing
+    //   Down Left_Shift   key presses by SDL's key names, with "_" for spaces; key:1 if the name is a number
+    //   ~Down ctrl:Q      an auto-repeat; a press with Ctrl
+    //   +Right -Right     holds a key, releases it
+    //   pad:a             a button event without a controller
+    //   pad:plug pad:a=1 pad:leftx=.5 pad:unplug  a virtual controller
+    //   move:3,4 click:3,4 rclick:3,4 drop:3,4    the mouse in window coordinates; drop is a button press without
+    //   release size:640x360      resizes the window
     void play(const std::string &script);
-    static void hold(const std::set<SDL_Scancode> &keys); // these and no others, until the end of the test
-    static void push_event(Uint32 type);                  // one that carries nothing
+    static void hold(const std::set<SDL_Scancode> &keys); // exactly these keys, until the end of the test
+    static void push_event(Uint32 type);                  // an event without data
 
     TemporaryDirectory directory;
     LogCapture log;

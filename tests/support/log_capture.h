@@ -1,4 +1,4 @@
-// Collects SDL's log lines while it lives, instead of printing them.
+// Captures SDL's log lines during its lifetime instead of printing them.
 #pragma once
 
 #include <SDL3/SDL_log.h>
@@ -20,10 +20,10 @@ public:
 
     std::vector<LogLine> lines;
 
-    int count(const std::string &text) const; // lines that hold it
+    int count(const std::string &text) const; // lines that contain it
     bool has(const std::string &text) const { return count(text) > 0; }
-    std::vector<std::string> at_least(SDL_LogPriority priority) const; // the texts of such lines, in order
-    bool only_error_starts(const std::string &text) const;             // the one there is
+    std::vector<std::string> at_least(SDL_LogPriority priority) const; // texts of lines with this priority or above
+    bool only_error_starts(const std::string &text) const;             // there is one error, and it starts so
     std::vector<std::string> errors() const { return at_least(SDL_LOG_PRIORITY_ERROR); }
 
 private:

@@ -15,7 +15,7 @@ static constexpr LineKind LINE_KINDS[] = {
     {.pattern = "[AUDIO] Mixer open on dummy: * Hz, * channels"},
     {.pattern = "[GAMEPAD] *onnected*"},
     {.pattern = "[GAMEPAD] Ignoring additional controller *, * is already active"},
-    {.priority = SDL_LOG_PRIORITY_WARN, // gone again before its event was looked at
+    {.priority = SDL_LOG_PRIORITY_WARN, // removed before its event was handled
      .pattern = "[GAMEPAD] Could not open controller *, error: ?*"},
     {.pattern = "[PROFILER] Window is *x*, too small for the panel, which needs at least *x*."},
     {.pattern = "[PLATFORMER_DEMO] Loaded * rect colliders and * slopes from *.csv"},
@@ -27,7 +27,7 @@ static constexpr LineKind LINE_KINDS[] = {
     {.priority = SDL_LOG_PRIORITY_DEBUG, .pattern = "[ENGINE] DEBUG: *: *"},
     {.priority = SDL_LOG_PRIORITY_DEBUG, .pattern = "[PROFILER] DEBUG: Toggled: frozen: *"},
 
-    // --- damaged assets ---
+    // --- corrupt assets ---
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[FONTS] Font file not found (assets/fonts/*.ttf)"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[*] *, error: ?*"},
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[STORAGE] Error *: *"},
@@ -39,7 +39,7 @@ static constexpr LineKind LINE_KINDS[] = {
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[PLATFORMER_DEMO] Spawn at (*, *) is inside a collider"},
 };
 
-// ? stands for one character.
+// ? matches one character.
 static bool _matches(const char *text, const char *pattern) {
     if (!*pattern) return !*text;
     if (*pattern == '*') return _matches(text, pattern + 1) || (*text && _matches(text + 1, pattern));

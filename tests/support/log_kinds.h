@@ -1,9 +1,9 @@
-// The lines the program may write while it runs well, and while an asset is damaged.
+// The log lines expected in normal operation and with a corrupt asset.
 #pragma once
 
 #include "support/log_capture.h"
 
-// "" when the line is of a known kind and priority; else the line itself with its priority.
+// Returns "" if the line's kind and priority are known, else the line with its priority.
 std::string unknown_line(const LogLine &line);
 
-bool matches(const std::string &text, const char *pattern); // * stands for any text, also none
+bool matches(const std::string &text, const char *pattern); // * matches any text, also none

@@ -1,4 +1,4 @@
-// Pictures read back from the renderer, and questions about their pixels. Alpha is ignored throughout.
+// Pictures read back from the renderer, and queries on their pixels. Alpha is ignored.
 #pragma once
 
 #include <SDL3/SDL_surface.h>
@@ -11,15 +11,15 @@ struct SurfaceDeleter {
 using Picture = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 
 struct PictureBounds {
-    int left, top, right, bottom; // inclusive; right below left: nothing there
+    int left, top, right, bottom; // inclusive; empty if right is below left
     bool operator==(const PictureBounds &) const = default;
 };
 
 SDL_Color pixel_at(const Picture &picture, int x, int y);
 bool same_color(SDL_Color a, SDL_Color b);
-PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of the pixels of exactly this colour
+PictureBounds bounds_of(const Picture &picture, SDL_Color color); // of pixels of exactly this colour
 int count_pixels(const Picture &picture, SDL_Color color);
 int count_pixels(const Picture &picture, SDL_Color color, SDL_Rect area);
-bool same_pixels(const Picture &a, const Picture &b); // in size and colour
-Picture as_rgb(const Picture &picture);               // three bytes a pixel
+bool same_pixels(const Picture &a, const Picture &b); // equal size and colours
+Picture as_rgb(const Picture &picture);               // three bytes per pixel
 const Uint8 *row_of(const Picture &rgb, int y);

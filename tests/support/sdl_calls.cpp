@@ -8,7 +8,7 @@
 
 std::string sdl_calls, failing_sdl_call;
 
-// Records a call; false: it is to fail.
+// Records a call. Returns false if it is to fail.
 template <typename... Values> static bool _record(const char *name, const Values &...values) {
     sdl_calls += name;
     ((sdl_calls += ' ' + std::to_string(values)), ...);
@@ -16,7 +16,7 @@ template <typename... Values> static bool _record(const char *name, const Values
     return failing_sdl_call != name || SDL_SetError("%s was made to fail", name);
 }
 
-// A property with its name and value, if it is set.
+// Records a property with name and value, if it is set.
 static void _record_property(const char *name, SDL_PropertiesID id, const char *key) {
     if (!SDL_HasProperty(id, key)) return;
     const bool flag = SDL_GetPropertyType(id, key) == SDL_PROPERTY_TYPE_BOOLEAN;
@@ -24,7 +24,7 @@ static void _record_property(const char *name, SDL_PropertiesID id, const char *
     sdl_calls += std::string(name) + "=" + std::to_string(number) + " ";
 }
 
-// The linker sends the project's calls of these functions here (--wrap).
+// The linker redirects the project's calls of these functions here (--wrap).
 #define WRAPPED(Result, name, parameters, recorded, ...)                                                               \
     Result __real_SDL_##name parameters;                                                                               \
     Result __wrap_SDL_##name parameters {                                                                              \

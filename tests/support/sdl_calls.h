@@ -1,9 +1,9 @@
-// Records the calls of some SDL functions that the headless drivers show nothing of, and lets them fail.
+// Records calls of SDL functions that have no visible effect with the headless drivers, and lets them fail.
 #pragma once
 
 #include <string>
 
-// The calls since the string was last cleared, each with its arguments and a "; " behind it. See sdl_calls.cpp.
+// The calls since the string was last cleared, each with its arguments and followed by "; ". See sdl_calls.cpp.
 extern std::string sdl_calls;
 
-extern std::string failing_sdl_call; // the name of a function above that fails from now on; "" for none
+extern std::string failing_sdl_call; // name of a function above that fails; "" for none

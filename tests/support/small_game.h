@@ -1,4 +1,4 @@
-// A game of two screens that writes down what the engine does to it.
+// A game of two screens that records the engine's calls.
 #pragma once
 
 #include "lumarind/engine/game.h"
@@ -9,7 +9,7 @@ inline constexpr GameState SMALL_HOME = GAME_STATE_FIRST_SCREEN, SMALL_ROOM = GA
 
 extern const Game small_game;
 
-// "h" and "r" before their calls: + setup, - cleanup, . tick, 5 the fixed update, 6 the same under a fade's cover; o an
-// option with its value, E an Escape the game was offered.
+// "h" and "r" (the screens) before their calls: + setup, - cleanup, . tick, 5 fixed update, 6 fixed update during a
+// fade; o an option with its value, E an Escape passed to the game.
 extern std::string small_calls;
 extern bool small_takes_escape, small_setup_fails;

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-static constexpr int RASTERISER_STEP = 48; // of 255, a channel
+static constexpr int RASTERISER_STEP = 48; // tolerated difference per channel, of 255
 
-// Whether the pixel lies between a lighter and a darker neighbour, as anti-aliased ones do.
+// Returns whether the pixel is between a lighter and a darker neighbour, as anti-aliased ones are.
 static bool _is_between(const Picture &picture, int x, int y) {
     const auto light = [&](int near_x, int near_y) {
         const int column = std::clamp(near_x, 0, picture->w - 1), row = std::clamp(near_y, 0, picture->h - 1);
@@ -24,7 +24,7 @@ static bool _is_between(const Picture &picture, int x, int y) {
     return lighter && darker;
 }
 
-// Marks the pixels that differ in a dimmed copy of the stored picture, and returns their number.
+// Marks differing pixels in a dimmed copy of the stored picture, and returns their number.
 static int _mark_differences(const Picture &shown, const Picture &stored, const Picture &marked) {
     int count = 0;
     for (int y = 0; y < stored->h; y++) {

@@ -1,5 +1,5 @@
-// Comparison of rendered pictures with those stored in the repository, pixel by pixel. A picture that differs is
-// written to the build folder, with a picture of the differences beside it; ./dev accept stores it instead.
+// Pixel comparison with the pictures stored in the repository. A picture that differs is written to the build folder,
+// with a picture of the differences; ./dev accept stores it.
 #pragma once
 
 #include "support/picture.h"
@@ -8,5 +8,5 @@
 
 #include <string>
 
-// Anti-aliased pixels, those between a lighter and a darker neighbour, may differ by a small step: font rasterisers do.
+// Anti-aliased pixels (between a lighter and a darker neighbour) may differ slightly, because font rasterisers differ.
 testing::AssertionResult matches_stored(const Picture &picture, const std::string &name);

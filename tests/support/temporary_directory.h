@@ -1,4 +1,4 @@
-// A new working directory while it lives, removed with all it holds.
+// A temporary working directory, removed with its contents at the end of its lifetime.
 #pragma once
 
 #include <filesystem>
@@ -14,12 +14,12 @@ public:
     std::filesystem::path path;
 
     void link_assets() const; // the project's assets, as assets/
-    // It, or a folder in it, instead of that of the executable, once the storage is set up.
+    // Uses it, or a folder in it, as the title storage, instead of the executable's folder, once storage is set up.
     void use_as_game_files(const char *folder = "") const;
 
 private:
     std::filesystem::path previous_;
 };
 
-void write_file(const std::filesystem::path &path, const std::string &content); // makes the folders on the way
-std::string read_file(const std::filesystem::path &path);                       // "" when there is none
+void write_file(const std::filesystem::path &path, const std::string &content); // creates missing folders
+std::string read_file(const std::filesystem::path &path);                       // "" if there is none

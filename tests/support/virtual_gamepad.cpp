@@ -14,7 +14,7 @@ VirtualGamepad::VirtualGamepad(const char *name, bool shape_labels, bool with_ru
     desc.type = SDL_JOYSTICK_TYPE_GAMEPAD;
     desc.naxes = SDL_GAMEPAD_AXIS_COUNT;
     desc.nbuttons = SDL_GAMEPAD_BUTTON_COUNT;
-    desc.vendor_id = shape_labels ? 0x054c : 0; // SDL knows the labels by the maker's and the product's number
+    desc.vendor_id = shape_labels ? 0x054c : 0; // SDL derives the labels from vendor and product id
     desc.product_id = shape_labels ? 0x09cc : 0;
     desc.name = name;
     desc.userdata = this;
@@ -40,7 +40,7 @@ void VirtualGamepad::set(SDL_GamepadButton button, bool down) const {
 
 void VirtualGamepad::set(SDL_GamepadAxis axis, float value) const {
     const bool trigger = axis == SDL_GAMEPAD_AXIS_LEFT_TRIGGER || axis == SDL_GAMEPAD_AXIS_RIGHT_TRIGGER;
-    const float raw = (trigger ? 2 * value - 1 : value) * SDL_JOYSTICK_AXIS_MAX; // a trigger rests at the minimum
+    const float raw = (trigger ? 2 * value - 1 : value) * SDL_JOYSTICK_AXIS_MAX; // at rest a trigger is at the minimum
     ASSERT_TRUE(SDL_SetJoystickVirtualAxis(joystick_, axis, static_cast<Sint16>(SDL_roundf(raw)))) << SDL_GetError();
     SDL_UpdateJoysticks();
 }

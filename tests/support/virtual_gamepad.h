@@ -1,4 +1,4 @@
-// A controller plugged into SDL while it lives: all buttons and axes of a gamepad, and rumble.
+// A virtual controller, connected during its lifetime: all buttons and axes of a gamepad, and rumble.
 #pragma once
 
 #include <SDL3/SDL_gamepad.h>
@@ -11,17 +11,17 @@ struct VirtualRumble {
 
 class VirtualGamepad {
 public:
-    // Shape-labelled controllers have crosses and circles on their face buttons instead of letters.
+    // With shape labels: face buttons have crosses and circles instead of letters.
     explicit VirtualGamepad(const char *name, bool shape_labels = false, bool with_rumble = true);
     ~VirtualGamepad() { unplug(); }
     VirtualGamepad(const VirtualGamepad &) = delete;
     VirtualGamepad &operator=(const VirtualGamepad &) = delete;
 
     SDL_JoystickID id = 0;
-    std::vector<VirtualRumble> rumbles; // in the order of their arrival
+    std::vector<VirtualRumble> rumbles; // in order of arrival
 
     void unplug();
-    void set(SDL_GamepadButton button, bool down) const; // reaches SDL's event queue at once, as below
+    void set(SDL_GamepadButton button, bool down) const; // pushed to SDL's event queue at once, as below
     void set(SDL_GamepadAxis axis, float value) const;   // -1 to 1; triggers 0 to 1
 
 private:

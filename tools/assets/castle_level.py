@@ -1,4 +1,4 @@
-"""The castle's one level description: its symbols, the colliders made of them, and the checks that it can be played.
+"""The castle's level description: its symbols, the colliders generated from them, and checks that it is playable.
 
 The text grid in castle_level.txt has one symbol for each 16 px tile:
 
@@ -24,11 +24,11 @@ TILE = 16
 HALF = TILE // 2
 COLS, ROWS = 120, 34
 SPAWN = (100, 416)  # feet
-GOAL_X, GOAL_Y = 1800, 480  # the throne counts as reached when the feet get that far to the right and down
+GOAL_X, GOAL_Y = 1800, 480  # the throne is reached when the feet are this far to the right and down
 SYMBOLS = ".,#-=/\\abcd"
 SLOPES = "/\\abcd"
 
-# The body and its speeds, as the player has them.
+# The player's body and speeds.
 BODY_W, BODY_H = 20, 40
 RUN, JUMP, GRAVITY, FALL_LIMIT = 250.0, 275.0, 400.0, 600.0
 STEP_UP, STICK = 10, 8
@@ -46,7 +46,7 @@ def load() -> list[str]:
 
 
 def symbol_mask(symbol: str) -> Mask:
-    """Which pixels of a tile are solid. A pixel belongs to a slope when its centre is on or under the line."""
+    """The solid pixels of a tile. A pixel belongs to a slope if its centre is on or below the line."""
     y, x = np.mgrid[0:TILE, 0:TILE] + 0.5
     line = {
         ".": np.full_like(x, TILE), ",": np.full_like(x, TILE),
@@ -121,7 +121,7 @@ def triangle_mask(tris: list[Tri]) -> Mask:
 
 
 def rectangles(grid: list[str]) -> list[Rect]:
-    """What the triangles leave of the solid cells, as strips.
+    """The solid cells not covered by triangles, as strips.
 
     Each reaches from a surface down to the next free room below it and is as wide as both stay level. Drawn as
     outlines they follow floors, stairs and ceilings, and their upright lines start at corners that one sees.
@@ -143,7 +143,7 @@ def rectangles(grid: list[str]) -> list[Rect]:
 
 
 class Body:
-    """The player's box, moved as the game moves it, over tables made once for a level."""
+    """The player's box with the game's movement, on tables precomputed for a level."""
 
     def __init__(self, rects: list[Rect], tris: list[Tri]) -> None:
         self.width, self.height = COLS * TILE, ROWS * TILE
@@ -240,7 +240,7 @@ Node = tuple[int, int]
 
 
 def flood(body: Body) -> dict[Node, set[Node]]:
-    """Every standing place that can be reached from the spawn, with the places that follow; x in whole tiles."""
+    """All standing places reachable from the spawn, with their successors; x in whole tiles."""
     def node(place: tuple[int, int]) -> Node:
         return place[0] // TILE, place[1]
 
@@ -269,7 +269,7 @@ def standing_cells(grid: list[str]) -> list[tuple[int, int]]:
 
 
 def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
-    """Fails when picture and colliders differ or when the level cannot be played."""
+    """Fails if picture and colliders differ or the level is not playable."""
     wanted = solid_mask(grid)
     covered = np.zeros(wanted.shape, np.int32)
     for x, y, w, h in rects:

@@ -1,4 +1,4 @@
-"""Paints the castle, cuts it into tiles, and writes tileset, tile layer, colliders and the map editor's project.
+"""Paints the castle, splits it into tiles, and writes tileset, tile layer, colliders and the map editor's project.
 
 The level is painted as one picture, in which stones, light and furniture keep to a raster of four tiles. Equal cells
 (also mirrored or turned ones) then become one tile, so that the tileset stays small while no border shows.
@@ -425,7 +425,7 @@ FAMILIES = [
     "passage", "pillar", "window", "arch", "gate", "banner", "shelf", "furniture", "chain", "moss", "crack", "cobweb",
     "rubble", "torch",
 ]
-EXACT = {"depth"}  # its fading would show if tiles were shared that are only alike
+EXACT = {"depth"}  # its gradient would show seams if similar tiles were shared
 
 
 def inside(row: int, col: int, cells: tuple[int, int, int, int]) -> bool:
@@ -473,26 +473,25 @@ def families(grid: list[str], furnished: dict[tuple[int, int], str], warm: np.nd
     return order
 
 
-# Two tiles of one family count as one when they differ by no more than this, so that shadows and light that fall a
-# pixel apart share a tile: the sum of the three channels' differences, as a mean over the tile and over each 4 px
-# square of it.
+# Tiles of one family that differ by no more than this are merged, so that light and shadow a pixel apart share a tile:
+# the sum of the three channels' differences, as a mean over the tile and over each 4 px square of it.
 ALIKE, ALIKE_SQUARE = 10.0, 40.0
 
 
 def unlike(first: np.ndarray, second: np.ndarray) -> np.ndarray:
-    """How far pictures of whole tiles, [..., y, x, channel], are apart; up to 1 they are alike."""
+    """Difference between pictures of whole tiles, [..., y, x, channel]; up to 1 they are merged."""
     apart = np.abs(first.astype(np.int16) - second.astype(np.int16)).sum(-1)
     squares = apart.reshape(*apart.shape[:-2], 4, 4, 4, 4).mean((-1, -3))
     return np.maximum(apart.mean((-1, -2)) / ALIKE, squares.max((-1, -2)) / ALIKE_SQUARE)
 
 
 def cut(picture: Picture, order: list[list[int]]) -> tuple[list[Picture], list[int], list[list[int]]]:
-    """Cuts the picture into tiles without repeats; returns tiles, their families and the GIDs of the layer."""
+    """Splits the picture into distinct tiles; returns tiles, their families and the GIDs of the layer."""
     cells: dict[tuple[int, int], Picture] = {}
     for row, col in itertools.product(range(level.ROWS), range(level.COLS)):
         area = np.s_[row * TILE : (row + 1) * TILE, col * TILE : (col + 1) * TILE]
         cells[row, col] = np.ascontiguousarray(picture[area])
-    # Common tiles come first in their family, so that rare ones are taken for them and not the other way round.
+    # Frequent tiles come first in their family, so that rare ones are merged into them and not the other way round.
     uses = Counter(tile.tobytes() for tile in cells.values())
     by_use = sorted(cells, key=lambda at: (order[at[0]][at[1]], -uses[cells[at].tobytes()], at))
 
@@ -541,7 +540,7 @@ def objects(order: list[list[int]]) -> list[list[tuple[int, int]]]:
 def in_order(
     tiles: list[Picture], kinds: list[int], layer: list[list[int]], order: list[list[int]]
 ) -> tuple[list[Picture], list[int], list[list[int]]]:
-    """Sorts the tiles by family and, within one, by the object that shows them first, so that people find them."""
+    """Sorts the tiles by family and, within one, by the first object that uses them, so that they are easy to find."""
     start = objects(order)
     places: dict[int, tuple] = {}
     for row, col in itertools.product(range(level.ROWS), range(level.COLS)):
@@ -634,7 +633,7 @@ def paint(grid: list[str]) -> tuple[Picture, list[list[int]]]:
 
 
 def check_contrast(picture: Picture, solid: np.ndarray) -> None:
-    """Fails when what one can stand on does not stand out from the back wall."""
+    """Fails if walkable surfaces have too little contrast with the back wall."""
     light = np.array(COLOURS)[picture] @ [0.2126, 0.7152, 0.0722]
     top = solid & ~np.vstack([np.ones((1, W), bool), solid[:-1]])
     second = solid & np.vstack([np.zeros((1, W), bool), top[:-1]])
@@ -646,7 +645,7 @@ LARGEST_SHARE, LARGEST_AT_SPAWN = 0.15, 0.10
 
 
 def check_variety(picture: Picture) -> None:
-    """Fails when one colour covers too much of some view: large flat places look unfinished."""
+    """Fails if one colour covers too much of a view: large flat areas look unfinished."""
     for number in np.unique(picture):
         total = np.pad((picture == number).cumsum(0).cumsum(1), ((1, 0), (1, 0)))
         rows, cols = total[VIEW_H:] - total[:-VIEW_H], np.s_[VIEW_W:]

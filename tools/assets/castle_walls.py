@@ -1,4 +1,4 @@
-"""Stone, light and depth: what the castle's walls look like, pixel by pixel.
+"""Stonework, light and depth of the castle's walls, pixel by pixel.
 
 Pictures here are arrays of colour numbers (positions in palette.COLOURS), [y, x].
 """
@@ -115,7 +115,7 @@ SLAB_WARM = parts("skin.3", "torchlit.3", "torchlit.2", "torchlit.0", "torchlit.
 
 
 def dithered(field: Field, top: int, spread: float = 0.5) -> np.ndarray:
-    """Rounds a field down to whole levels 0..top, mixing neighbours in a fixed 4 px pattern at the borders."""
+    """Quantises a field to levels 0..top with ordered dithering in a 4 px pattern."""
     h, w = field.shape
     noise = np.tile(BAYER, (h // 4 + 1, w // 4 + 1))[:h, :w]
     return np.clip(np.floor(field + noise * spread + 1e-6), 0, top).astype(int)
@@ -176,7 +176,7 @@ def glow(solid: np.ndarray, x: float, y: float, radius: float, strength: float) 
 
 
 def blurred(field: Field, reach: int) -> Field:
-    """Mean over a square that reaches so far to all sides."""
+    """Box blur with this radius."""
     for axis in (0, 1):
         width = [(reach + 1, reach) if n == axis else (0, 0) for n in (0, 1)]
         total = np.pad(field, width, mode="edge").cumsum(axis)

@@ -37,7 +37,7 @@ def layer(picture: Field, mask: Field, name: str) -> None:
 
 
 def draw(size: int) -> Image.Image:
-    """Edges that run along a side lie on whole pixels; small pictures leave out the joints of the stones."""
+    """Straight edges are on whole pixels; small icons omit the joints of the stones."""
     side = size * FINE
     unit = (np.arange(side) + 0.5) / side * 2 - 1  # -1 to 1 across the picture
     x, y = np.meshgrid(unit, unit)
@@ -74,7 +74,7 @@ def draw(size: int) -> Image.Image:
 
 
 def shrink(picture: Field, size: int) -> Image.Image:
-    """The mean of each pixel's samples, weighed by their alpha."""
+    """Downsamples: the mean of each pixel's samples, weighted by alpha."""
     samples = picture.reshape(size, FINE, size, FINE, 4).astype(np.uint32)
     alpha = samples[..., 3].sum((1, 3))
     rgb = (samples[..., :3] * samples[..., 3:]).sum((1, 3)) // np.maximum(alpha, 1)[..., None]

@@ -1,4 +1,4 @@
-"""Describes the knight's sheet as a sprite editor does: a JSON file beside it, with the frames trimmed."""
+"""Writes the knight's sheet in a sprite editor's export format: a JSON file beside the image, with trimmed frames."""
 
 from __future__ import annotations
 
@@ -17,7 +17,7 @@ FRAME_MS = 100
 
 
 def frame(sheet: Image.Image, row: int, column: int) -> dict:
-    """One cell of the sheet, cut down to what is on it; a cell of nothing keeps a pixel."""
+    """One cell of the sheet, trimmed; an empty cell keeps one pixel."""
     left, top = column * FRAME_W, row * FRAME_H
     cell = sheet.crop((left, top, left + FRAME_W, top + FRAME_H))
     x0, y0, x1, y1 = cell.getchannel("A").getbbox() or (0, 0, 1, 1)
@@ -33,7 +33,7 @@ def frame(sheet: Image.Image, row: int, column: int) -> dict:
 
 
 def make(out_dir: Path) -> None:
-    """Reads the sheet below out_dir, so that it has to be made before."""
+    """Reads the sheet below out_dir, which must be generated first."""
     sheet = Image.open(out_dir / SHEET).convert("RGBA")
     frames, tags = [], []
     for row, clip in enumerate(CLIPS):

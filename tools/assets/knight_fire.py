@@ -1,4 +1,4 @@
-"""Fire on the frame grid: particles born at the blade, smears of fast cuts, and the large fields of fire.
+"""Fire in animation frames: particles emitted by the blade, smears of fast cuts, and large fields of fire.
 
 Everything is a function of the clip's seed and the frame, so a loop closes exactly and every run gives the
 same bytes.
@@ -16,8 +16,8 @@ from knight_raster import (
 )
 from knight_rig import joints_of
 
-SUBSTEPS = 4  # births a frame
-BLADE_RATE = 4  # particles a birth at rate 1
+SUBSTEPS = 4  # emissions per frame
+BLADE_RATE = 4  # particles per emission at rate 1
 LONGEST_LIFE = 7
 EDGE = 3  # flames stay this far away from the frame's sides, so that no cut edge shows
 
@@ -33,7 +33,7 @@ FOLLOW = 0.8  # how far a particle goes along with the blade instead of staying 
 
 
 class Particles:
-    """All particles of a clip, kept as birth records; where one is at a time follows from its age."""
+    """All particles of a clip, stored at emission; the position at any time follows from the age."""
 
     def __init__(self, clip: Clip, seed: int) -> None:
         self.clip = clip
@@ -61,7 +61,7 @@ class Particles:
         joints = joints_of(pose)
         (ax, ay), (bx, by) = joints.points["blade"], joints.points["tip"]
         count = BLADE_RATE * self.clip.rate * pose.heat * min(1.0, 0.3 + pose.blade)
-        # The random stream must not depend on the pose, or a small change would reshuffle a whole clip.
+        # The random stream must not depend on the pose, or a small change would affect the whole clip.
         for i in range(8):
             u, sx, sy, vx, vy, life, phase = random.uniform(0, 1, 7)
             if i >= count:

@@ -1,4 +1,4 @@
-"""Puts the knight's sprite sheet together: one row of frames for each clip."""
+"""Assembles the knight's sprite sheet: one row of frames per clip."""
 
 from __future__ import annotations
 
@@ -139,7 +139,7 @@ SLIDE = 3.0  # px that a standing foot may miss it by
 
 
 def check_run() -> None:
-    """Fails when a foot that stands in two frames of the run slides over the ground between them."""
+    """Fails if a standing foot slides over the ground between two frames of the run."""
     run = next(clip for clip in CLIPS if clip.name == "run")
     steps = 0
     for foot in ("near", "far"):

@@ -1,4 +1,4 @@
-"""Runs every generator and puts its files where they belong: assets, the icon's sizes, the example game's assets."""
+"""Runs every generator and writes its files to assets, packaging/icons and the example game's assets."""
 
 from __future__ import annotations
 
@@ -27,7 +27,7 @@ PROJECT = Path(__file__).resolve().parents[2]
 
 
 def generate(generators: tuple, out_dir: Path) -> None:
-    """Builds in a scratch folder first, so that a failing generator leaves the old files alone."""
+    """Generates into a temporary folder first, so that a failing generator does not change existing files."""
     with tempfile.TemporaryDirectory() as scratch_name:
         scratch = Path(scratch_name)
         for generator in generators:

@@ -1,4 +1,4 @@
-"""The music piece: 32 bars in G, form A A' B A''. Every note, echo and room tail is laid round the end of the loop."""
+"""The music: 32 bars in G, form A A' B A''. Notes, echoes and reverb tails wrap around the end of the loop."""
 
 from __future__ import annotations
 
@@ -12,7 +12,7 @@ from sound_kit import RATE, decibels, edges, harmonics, high_pass, low_pass, pit
 BEAT = 24500  # samples: 108 beats a minute
 BARS = 32
 LENGTH = BARS * 4 * BEAT
-PEAK_DB = -7.0  # low enough to leave the effects in front
+PEAK_DB = -7.0  # leaves headroom for the effects
 OGG_QUALITY = 4.0
 MP3_KBPS = 80
 
@@ -57,7 +57,7 @@ STEPS = {"C": 0, "D": 2, "E": 4, "F": 5, "G": 7, "A": 9, "B": 11}
 
 
 class Track:
-    """One voice on both channels, laid round the loop."""
+    """One voice on both channels, wrapping around the loop."""
 
     def __init__(self) -> None:
         self.channels = np.zeros((2, LENGTH))
@@ -196,13 +196,13 @@ def play_percussion(drums: Track) -> None:
 # --- mixing ---
 
 def echoes(channels: np.ndarray) -> np.ndarray:
-    """After a dotted quaver on the other side, and again after another."""
+    """Ping-pong echo: after a dotted quaver on the other channel, and again after another."""
     once, twice = np.roll(channels, round(0.75 * BEAT), axis=1), np.roll(channels, round(1.5 * BEAT), axis=1)
     return channels + 0.16 * once[::-1] + 0.07 * twice
 
 
 def room(channels: np.ndarray) -> np.ndarray:
-    """A small hall: decaying noise, convolved round the loop."""
+    """Reverb of a small hall: circular convolution with decaying noise."""
     noise = np.random.default_rng(2)
     t = seconds(1.4)
     wet = np.zeros_like(channels)
@@ -224,7 +224,7 @@ def compose() -> np.ndarray:
     dry = solo + plucks.channels + pads.channels + low.channels + drums.channels
     wet = room(solo + 0.8 * plucks.channels + 0.6 * pads.channels + 0.25 * drums.channels)
     mix = np.array([high_pass(channel, 28) for channel in dry + 0.24 * wet])
-    mix = np.tanh(mix * (1.2 / np.max(np.abs(mix))))  # rounds the few highest peaks
+    mix = np.tanh(mix * (1.2 / np.max(np.abs(mix))))  # soft-clips the highest peaks
     mix -= mix.mean(axis=1, keepdims=True)
     return mix * (decibels(PEAK_DB) / np.max(np.abs(mix)))
 

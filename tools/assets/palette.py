@@ -1,4 +1,4 @@
-"""The one palette of the game: 32 colours in ramps from dark to light.
+"""The game's palette: 32 colours in ramps from dark to light.
 
 Ramps lean towards blue-violet as they darken and towards yellow as they brighten. Neighbouring ramps
 share colours on purpose; that keeps pictures drawn from different ramps in one light.

@@ -21,13 +21,13 @@ def noise_of(seed: int, t: np.ndarray) -> np.ndarray:
 
 
 def held_noise(seed: int, rates: np.ndarray) -> np.ndarray:
-    """Noise that holds each value for a while: so many values a second, at each sample."""
+    """Sample-and-hold noise with a given number of values per second, per sample."""
     slots = np.floor(np.cumsum(rates) / RATE).astype(int)
     return np.random.default_rng(seed).uniform(-1, 1, slots[-1] + 1)[slots]
 
 
 def square(frequency: np.ndarray, duty: float | np.ndarray = 0.5) -> np.ndarray:
-    """A pulse wave, made at eight times the rate so that its edges do not fall on whole samples."""
+    """A pulse wave with 8x oversampling, so that its edges do not fall on whole samples."""
     fine = np.repeat(np.cumsum(frequency) / RATE, 8) + np.tile(np.arange(8) / 8, len(frequency)) * np.repeat(
         frequency / RATE, 8)
     pulse = np.where(np.mod(fine, 1.0) < np.repeat(np.broadcast_to(duty, frequency.shape), 8), 1.0, -1.0)
@@ -35,9 +35,9 @@ def square(frequency: np.ndarray, duty: float | np.ndarray = 0.5) -> np.ndarray:
 
 
 def finish(sound: np.ndarray, rumble: float = 40) -> np.ndarray:
-    """No DC, soft ends, and as loud as the others."""
+    """Removes DC, fades the ends and normalises loudness."""
     sound = edges(high_pass(np.pad(sound, 2000), rumble)[2000:-2000])
-    # The fades bring back a trace of DC; a bump of the fades' own shape takes it out without a step at the ends.
+    # The fades reintroduce a little DC; subtracting a bump of the fades' shape removes it without a step at the ends.
     bump = edges(np.ones(len(sound)), 0.01, 0.02)
     sound = sound - bump * (sound.sum() / bump.sum())
     sound = sound * decibels(LOUDNESS_DB - loudness(sound))
@@ -53,7 +53,7 @@ def chime(note: float, length: float, damping: float) -> np.ndarray:
 
 
 def at(total: float, *parts: tuple[float, np.ndarray]) -> np.ndarray:
-    """Sounds laid over each other, each from its second on."""
+    """Mixes sounds, each starting at its time in seconds."""
     sound = np.zeros(round(total * RATE))
     for start, part in parts:
         first = round(start * RATE)

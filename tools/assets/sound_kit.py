@@ -1,4 +1,4 @@
-"""What the makers of music and effects share: envelopes, voices, levels, and files that are the same on every run."""
+"""Shared by the music and effect generators: envelopes, voices, levels, and reproducible files."""
 
 from __future__ import annotations
 
@@ -14,7 +14,7 @@ MP3_FRAME = 1152  # samples
 
 
 def seconds(duration: float) -> np.ndarray:
-    """The times of the samples of so many seconds."""
+    """The sample times of a sound of this length, in seconds."""
     return np.arange(round(duration * RATE)) / RATE
 
 
@@ -28,7 +28,7 @@ def decibels(level: float) -> float:
 
 
 def edges(sound: np.ndarray, fade_in: float = 0.002, fade_out: float = 0.004) -> np.ndarray:
-    """Fades both ends, in seconds, so that neither clicks."""
+    """Fades in and out, in seconds, to avoid clicks."""
     faded = sound.copy()
     n_in, n_out = round(fade_in * RATE), round(fade_out * RATE)
     faded[:n_in] *= 0.5 - 0.5 * np.cos(np.pi * np.arange(n_in) / n_in)
@@ -49,7 +49,7 @@ def harmonics(frequency: float | np.ndarray, t: np.ndarray, levels: dict[float, 
 
 
 def low_pass(sound: np.ndarray, cutoff: float, order: int = 4) -> np.ndarray:
-    """Without delay, by the spectrum; the end wraps round to the start."""
+    """Zero-phase low-pass filter in the frequency domain; circular."""
     frequencies = np.fft.rfftfreq(len(sound), 1 / RATE)
     return np.fft.irfft(np.fft.rfft(sound) / np.sqrt(1 + (frequencies / cutoff) ** (2 * order)), len(sound))
 
@@ -79,7 +79,7 @@ def write_wav(path: Path, sound: np.ndarray) -> None:
 
 
 def encode(sound: np.ndarray, command: list[str], path: Path) -> None:
-    """Runs an encoder; {in} and {out} in its words stand for the files."""
+    """Runs an encoder; {in} and {out} in its arguments are replaced by file names."""
     path.parent.mkdir(parents=True, exist_ok=True)
     with tempfile.TemporaryDirectory() as folder:
         source = Path(folder) / "sound.wav"
@@ -94,8 +94,8 @@ def write_ogg(path: Path, sound: np.ndarray, quality: float) -> None:
 
 
 def write_mp3_loop(path: Path, loop: np.ndarray, kbps: int) -> None:
-    """A piece that goes round. The encoder hears what comes before the start and after the end, else its last and
-    first frames would fade from and to silence; players cut both off, as the info frame tells them."""
+    """Encodes a loop. The encoder is fed audio before the start and after the end, or the first and last frames would fade
+    from and to silence; players trim both, as specified in the info frame."""
     around = np.concatenate([loop[:, -MP3_FRAME:], loop, loop[:, :MP3_FRAME]], axis=1)
     encode(around, ["lame", "--quiet", "-q", "2", "-m", "j", "--cbr", "-b", str(kbps), "--resample", "44.1",
                     "{in}", "{out}"], path)
@@ -112,7 +112,7 @@ def crc16(data: bytes) -> int:
 
 
 def cut_more(mp3: bytes, samples: int) -> bytes:
-    """Raises the info frame's counts of samples to be cut off at the start and the end: 12 bits each."""
+    """Increases the info frame's encoder delay and padding, the samples to trim at start and end: 12 bits each."""
     tag = mp3.index(b"Info") + 120
     counts = int.from_bytes(mp3[tag + 21:tag + 24], "big")
     start, end = (counts >> 12) + samples, (counts & 0xFFF) + samples

@@ -17,7 +17,7 @@ Rows = list[str]
 Point = tuple[int, int]
 Pixels = set[Point]
 
-FAMILY = "Lumarind Text Mode"  # the name inside; the file keeps the one the screens open it by
+FAMILY = "Lumarind Text Mode"  # internal name; the file name is the one that the screens open
 FILE_NAME = "fonts/Perfect DOS VGA 437 Win.ttf"
 VERSION = "Version 1.000"
 PANOSE = Panose(bFamilyType=2, bSerifStyle=11, bWeight=6, bProportion=9)  # monospaced sans serif
@@ -47,7 +47,7 @@ ACCENTS: dict[str, Rows] = {
 }
 CEDILLA: Rows = ["...##...", "....##..", "..###..."]
 
-# Row a capital gives up when it carries an accent: the cell has no room above the full height.
+# Row removed from a capital with an accent: the cell has no room above full height.
 SQUEEZED_ROW = {"A": 5, "E": 4, "I": 5, "N": 4, "O": 6, "U": 6, "Y": 3}
 ACCENT_BOTTOM_LOWER = 4  # one empty row stays between the accent and the x-height
 ACCENT_BOTTOM_UPPER = 2
@@ -136,7 +136,7 @@ def rectangle(x0: int, y0: int, x1: int, y1: int) -> Pixels:
 
 
 def squeeze(rows: Rows, dropped: int) -> Rows:
-    """Takes one row out and moves everything above it down."""
+    """Removes a row and moves the rows above it down."""
     return [BLANK] + rows[:dropped] + rows[dropped + 1:]
 
 
@@ -338,13 +338,13 @@ def glyph_name(code: int) -> str:
 
 
 def add_rendering_hints(font: TTFont) -> None:
-    """Asks renderers to leave the outlines alone."""
+    """Disables grid-fitting and hinting."""
     gasp = newTable("gasp")
     gasp.version = 1
     gasp.gaspRange = {0xFFFF: 0x000A}  # smooth, never grid-fit
     font["gasp"] = gasp
-    # A program that switches glyph instructions off. Some renderers hint a font by guesswork when it
-    # has no program or only a tiny one, and that would bend the pixels.
+    # A program that disables glyph instructions. Some renderers auto-hint a font that has no program or only a
+    # tiny one, which would distort the pixels.
     prep = newTable("prep")
     prep.program = Program()
     prep.program.fromAssembly(

@@ -1,4 +1,4 @@
-"""Draws the two pictures of the texture demo: one that has an up and a down, and one that may be turned."""
+"""Draws the two images of the texture demo: one that stays upright, and one that looks right at any rotation."""
 
 from __future__ import annotations
 
@@ -153,7 +153,7 @@ def rose_pixel(x: float, y: float) -> str:
 
 
 def rose_window() -> np.ndarray:
-    """A rose window, the same from all twelve sides: nothing in it shows from where the light comes, as it turns."""
+    """A rose window with twelvefold symmetry and no directional light, because it rotates."""
     canvas = Canvas(ROSE, ROSE)
     for y in range(ROSE):
         for x in range(ROSE):

@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2016,SC2034,SC2086,SC2154 # text for sh; variables of the caller; lists of words
+# shellcheck disable=SC2016,SC2034,SC2086,SC2154 # command strings for sh; the caller's variables; word lists
 # The checks of `./dev package --check` on the packages in build/packages. Sourced by ./dev, after package.sh.
 #
 # Every root is minimal, except for packages installed here into a copy of it. The display is the build root's Xvfb;
@@ -39,7 +39,7 @@ copy_of() {
     echo "$copy"
 }
 
-apt_in() { # apt_in ROOT ARGUMENTS: as that root's root user; downloads stay in the cache folder
+apt_in() { # apt_in ROOT ARGUMENTS: runs apt as the root's root user; downloads stay in the cache folder
     mkdir -p "$(cache_dir)/archives"
     enter "$1" root "apt-get -o APT::Sandbox::User=root -o Acquire::Languages=none -y -q $2" \
         --bind "$(cache_dir)/archives" /var/cache/apt/archives --ro-bind "$packages" /packages \
@@ -96,7 +96,7 @@ start_time() {
 
 check_metadata() { # with the tools of Debian testing
     local tools=(lintian desktop-file-utils appstream)
-    need_root 'with what looks packages over' 120 470 "$SUITE" "${tools[@]}"
+    need_root 'with the tools that check packages' 120 470 "$SUITE" "${tools[@]}"
     enter "$(root_dir "$SUITE" "${tools[@]}")" player "cd /tmp
         for deb in /packages/*.deb /game/*.deb; do
             lintian --fail-on error,warning \"\$deb\" || exit 1

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Prints a header for Doxygen (INPUT_FILTER) with its plain comments as documentation, line for line.
+"""Converts a header for Doxygen (INPUT_FILTER): plain comments become documentation, line by line.
 
-The layout says what a comment belongs to: at the file's head to the file, behind code to that line, before code to what
-follows it. "// --- title ---" begins a group of declarations; text indented by four or more is a listing."""
+A comment at the file's head documents the file, one behind code that line, one before code the declaration that
+follows. "// --- title ---" starts a group of declarations; text indented by four or more is a listing."""
 
 import re
 import sys
@@ -18,7 +18,7 @@ def escaped(text: str) -> str:
 def filtered(lines: list[str]) -> list[str]:
     out: list[str] = []
     in_head, in_group, in_listing = True, False, False
-    banner = ""  # of a group, while its title goes on
+    banner = ""  # the title of a group, until it is complete
     for line in lines:
         comment = re.match(r"^(\s*)//( ?)(.*)$", line)
         if banner or line.startswith("// --- "):
