@@ -1,4 +1,4 @@
-// What players set: bindings by pressing, values in effect at once, and the menu of both.
+// Player settings: key rebinding, values, menus and the settings menu.
 
 #include "lumarind/audio/audio.h"
 #include "lumarind/config/config.h"
@@ -53,7 +53,7 @@ protected:
 
 // --- bindings ---
 
-TEST_F(SettingsTest, WhatIsPressedTakesTheSlot) {
+TEST_F(SettingsTest, CaptureStoresBindingInSlot) {
     play("pad:plug 1");
     const struct {
         int slot;
@@ -65,14 +65,14 @@ TEST_F(SettingsTest, WhatIsPressedTakesTheSlot) {
         {2, "pad:rightx=-.9", "F8, Right Ctrl, pad:rightx-, pad:rightshoulder", "R-stick left"},
         {0, "pad:rightx=0 1 pad:lefttrigger=.8", "pad:lefttrigger, Right Ctrl, pad:rightx-, pad:rightshoulder",
          "Left trigger"},
-        {0, "Right_Ctrl", "Right Ctrl, pad:rightx-, pad:rightshoulder", "Right Ctrl"}, // not twice
+        {0, "Right_Ctrl", "Right Ctrl, pad:rightx-, pad:rightshoulder", "Right Ctrl"}, // duplicate removed
         {3, "Q", "Right Ctrl, pad:rightx-, pad:rightshoulder, Q", "Q"}};
     for (const auto &c : cases) {
         SCOPED_TRACE(c.script);
         EXPECT_EQ(capture(INPUT_ACTION_JUMP, c.slot, c.script), SETTINGS_CAPTURE_NONE);
         EXPECT_EQ(text(INPUT_ACTION_JUMP), c.text);
         EXPECT_STREQ(settings_slot_text(INPUT_ACTION_JUMP, c.slot).text, c.shown);
-        EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP)) << "the press was for the capture";
+        EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP)) << "the capture has consumed the press";
     }
     EXPECT_STREQ(settings_action_text(INPUT_ACTION_JUMP, true).text, "R-stick left");
     EXPECT_STREQ(settings_action_text(INPUT_ACTION_JUMP, false).text, "Right Ctrl");
@@ -82,10 +82,10 @@ TEST_F(SettingsTest, WhatIsPressedTakesTheSlot) {
     EXPECT_EQ(text(INPUT_ACTION_JUMP), input_default_bindings_text(INPUT_ACTION_JUMP));
 }
 
-TEST_F(SettingsTest, WhatIsNoNewPressIsPassedOverAndNothingChanges) {
+TEST_F(SettingsTest, CaptureIgnoresInvalidInputCancelsAndTimesOut) {
     play("pad:plug 1 pad:leftx=1 1");
     const std::string before = text(INPUT_ACTION_JUMP);
-    // Held since before, a repeat, one without a name that could be kept, a stick half-way.
+    // Held since before the capture, auto-repeat, a key that binding texts cannot name, a stick below the threshold.
     EXPECT_EQ(capture(INPUT_ACTION_JUMP, 0, "pad:leftx=.9 ~F8 , pad:lefty=.4"), SETTINGS_CAPTURE_WAITING);
     EXPECT_EQ(settings_capture_action(), INPUT_ACTION_JUMP);
     play("Escape");
@@ -102,7 +102,7 @@ TEST_F(SettingsTest, WhatIsNoNewPressIsPassedOverAndNothingChanges) {
     EXPECT_FALSE(settings_capture_begin(INPUT_ACTION_JUMP, INPUT_MAX_BINDINGS));
 }
 
-TEST_F(SettingsTest, ConflictsAreNamedAndSwapped) {
+TEST_F(SettingsTest, CaptureReportsConflictAndSwapsBindings) {
     const struct {
         int slot;
         bool swap;
@@ -124,7 +124,7 @@ TEST_F(SettingsTest, ConflictsAreNamedAndSwapped) {
     }
 }
 
-TEST_F(SettingsTest, NoBindingIsEverSharedOrLostToTheConfiguration) {
+TEST_F(SettingsTest, RandomRebindingKeepsBindingsUniqueAndRoundTrips) {
     constexpr const char *KEYS[] = {"F8", "X", "Left_Shift", "J", "Keypad_Enter", "Space", "P", "Q", "Right", ";", "="};
     std::mt19937 random(7);
     for (int i = 0; i < 300; i++) {
@@ -153,7 +153,7 @@ TEST_F(SettingsTest, NoBindingIsEverSharedOrLostToTheConfiguration) {
 
 // --- values ---
 
-TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreKept) {
+TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
     for (int value = SETTINGS_MASTER_VOLUME; value <= SETTINGS_SFX_VOLUME; value++) {
         for (int i = 0; i < 12; i++) settings_value_step(value, -1);
         EXPECT_FALSE(settings_value_step(value, -1));
@@ -167,7 +167,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreKept) {
     EXPECT_NE(sdl_calls.find("fullscreen 1"), sdl_calls.npos) << sdl_calls;
     EXPECT_TRUE(cfg_get_window_props().fullscreen && cfg_get_vsync_enabled());
     EXPECT_STREQ(settings_value_text(SETTINGS_FULLSCREEN).text, "on");
-    stop(); // the window's place from before is kept
+    stop(); // keeps the geometry from before full screen
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("fullscreen = true"), std::string::npos);
     config = "";
     ASSERT_TRUE(start());
@@ -180,7 +180,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreKept) {
     EXPECT_FALSE(engine_is_fullscreen());
 }
 
-TEST_F(SettingsTest, TheUiScaleReachesTextsThatAreThere) {
+TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
     TTF_Text *kept = engine_prepare_text(font, "Cinder", 0, {255, 255, 255, 255});
     float width = 0, view = 0, measured = 0;
@@ -212,11 +212,11 @@ TEST_F(SettingsTest, TheUiScaleReachesTextsThatAreThere) {
 
 // --- the menu ---
 
-TEST_F(SettingsTest, AMenuIsLedByKeysAndMousePastLinesThatAreOff) {
+TEST_F(SettingsTest, MenuHandlesKeysAndMouseAndSkipsDisabledLines) {
     const MenuLine lines[] = {{"One"}, {"Off", nullptr, true}, {"Three", "value"}, {"Four"}};
     Menu menu = {};
     const float height = menu_line_height();
-    const SDL_FRect area = {100, 50, 300, 2.5f * height}; // two lines are seen
+    const SDL_FRect area = {100, 50, 300, 2.5f * height}; // two lines are visible
     MenuAnswer answer = {};
     const auto tick = [&](const std::string &script) {
         play(script);
@@ -231,26 +231,26 @@ TEST_F(SettingsTest, AMenuIsLedByKeysAndMousePastLinesThatAreOff) {
     tick("Up Up");
     EXPECT_EQ(menu.selected, 0);
     tick("Up");
-    EXPECT_EQ(menu.selected, 3) << "round the end";
+    EXPECT_EQ(menu.selected, 3) << "wraps around";
     tick("Space");
     EXPECT_EQ(answer.taken, 3);
     tick("P");
     EXPECT_TRUE(answer.back);
     const std::string first_line = "150," + std::to_string(static_cast<int>(50 + height / 2));
-    tick("move:" + first_line + " drop:" + first_line); // on the first line seen
+    tick("move:" + first_line + " drop:" + first_line); // the first visible line
     EXPECT_EQ(answer.taken, 2);
-    EXPECT_EQ(answer.step, -1) << "its left half";
+    EXPECT_EQ(answer.step, -1) << "clicked in its left half";
     EXPECT_EQ(menu_tick(&menu, lines, 4, area).taken, -1);
 }
 
-TEST_F(SettingsTest, TheSettingsMenuBindsSwapsAndIsLeft) {
+TEST_F(SettingsTest, SettingsMenuRebindsSwapsAndSavesOnExit) {
     settings_menu_open();
     const auto tick = [&](const std::string &script) {
         play(script);
         frame();
         return settings_menu_tick();
     };
-    EXPECT_TRUE(tick("Down")); // the press that opened it is not for it
+    EXPECT_TRUE(tick("Down")); // the menu ignores the press that opened it
     for (int i = 0; i < SETTINGS_VALUE_COUNT + 2; i++) EXPECT_TRUE(tick("Down")); // to "Jump"
     EXPECT_TRUE(tick("Right"));
     EXPECT_TRUE(tick("Space"));
@@ -266,7 +266,7 @@ TEST_F(SettingsTest, TheSettingsMenuBindsSwapsAndIsLeft) {
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("jump = Space, X, pad:a"), std::string::npos);
 }
 
-TEST_F(SettingsTest, SetupsSurviveEachAllocationFailing) {
+TEST_F(SettingsTest, SetupAndTextCacheSurviveAllocationFaults) {
     menu_cleanup();
     settings_cleanup();
     expect_allocation_faults_survived(
