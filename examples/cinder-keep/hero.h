@@ -32,7 +32,7 @@ struct Hero {
     Animation anim;
     HeroState state;
     double state_time;                                              // s
-    double coyote, jump_wish, attack_wish, roll_wish, special_wish; // s left of the jump grace period and of buffered presses
+    double coyote, jump_wish, attack_wish, roll_wish, special_wish; // s left; *_wish: of a buffered press
     double safe;                                                    // s left of invulnerability
     double firm;                                                    // s on the ground
     SDL_FPoint firm_place;                                          // respawn position after hazards

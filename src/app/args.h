@@ -8,7 +8,7 @@ enum ArgsResult {
 };
 
 // Resets the record, then applies the options in order. Strings are borrowed from argv. The last occurrence of an
-// option counts; help stops parsing.
+// option wins; help stops parsing.
 ArgsResult args_parse(int argc, char *argv[]);
 void args_print_usage(); // to standard output
 

@@ -58,7 +58,7 @@ void frame_profile_mark(FrameProfile *profile, int phase, uint64_t now);
 void frame_profile_count_step(FrameProfile *profile);
 
 // --- queries ---
-const FrameRecord *frame_profile_at(const FrameProfile *profile, int age); // age 0: the newest. Null: none that old
+const FrameRecord *frame_profile_at(const FrameProfile *profile, int age); // age 0: the newest; null if too old
 void frame_profile_stats(const FrameProfile *profile, int window, FrameStats *out); // of the newest `window` frames
 
 // --- chart ---

@@ -52,8 +52,8 @@ bool replay_open(const char *path, double speed); // reads the start; speed 0: a
 const ReplayStart *replay_start();                // of the open recording, else null
 bool replay_is_fast();                            // frames need not be drawn
 void replay_play();                               // before the first screen's setup; seeds SDL's random numbers
-bool replay_next_frame(Uint64 *elapsed_ns);       // waits until the frame is due. False: end of the recording
-bool replay_next_event(SDL_Event *event);         // of this frame. False: no more events
+bool replay_next_frame(Uint64 *elapsed_ns);       // waits until the frame is due; false: end of the recording
+bool replay_next_event(SDL_Event *event);         // of this frame; false: no more events
 const ReplayDevices *replay_devices();            // null unless replaying
 
 // --- recording and replaying ---

@@ -17,7 +17,7 @@ struct Camera {
 // A camera at the world's origin with a centred dead zone. A zoom below 1 counts as 1.
 Camera camera_make(int zoom, SDL_FRect bounds);
 
-// Both clamp to the bounds; if the view is larger, it shows their left or top edge.
+// Both clamp to the bounds; a view larger than the bounds starts at their left or top edge.
 void camera_center(Camera *camera, SDL_FPoint target, float view_width, float view_height);
 void camera_follow(Camera *camera, SDL_FPoint target, float view_width, float view_height); // respects the dead zone
 

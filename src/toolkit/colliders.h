@@ -66,7 +66,7 @@ int colliders_point_inside_tris(const SDL_FPoint *p, const ColliderTris *tris, C
 int colliders_point_inside_circles(const SDL_FPoint *p, const ColliderCircles *circles, ColliderCircles *out);
 int colliders_point_near_points(const SDL_FPoint *p, const ColliderPoints *points, ColliderPoints *out, float distance);
 
-// --- slopes: of corners at equal height the first counts ---
+// --- slopes: of corners at equal height, the first is returned ---
 SDL_FPoint colliders_tri_top_point(const Tri *tri);    // smallest y
 SDL_FPoint colliders_tri_bottom_point(const Tri *tri); // largest y
 

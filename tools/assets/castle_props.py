@@ -189,9 +189,9 @@ CRATERS = ((-3, 2, 2.4), (3, -4, 1.8), (4, 4, 1.3))  # of the moon: from its mid
 
 
 def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> np.ndarray:
-    """An arched window of whole tiles: dressed stone frame, lead, and a night sky with what `view` names.
+    """An arched window of whole tiles: dressed stone frame, lead, and a night sky with the motif `view`.
 
-    Returns which pixels are the world outside.
+    Returns the mask of the pixels that show the outside.
     """
     outside = np.zeros(to.shape, bool)
     rng = random.Random(width * 100 + height * 10 + x)
@@ -221,7 +221,7 @@ def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> n
                 to[y + dy, x + dx] = index(name)
 
     def put(px: int, py: int, name: str) -> None:
-        """A pixel of what lies outside."""
+        """Sets a pixel of the view outside."""
         if x <= px < x + width and y <= py < y + height and to[py, px] in SKY:
             to[py, px] = index(name)
 
@@ -294,8 +294,8 @@ def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
 
 
 def arch(to: Picture, x: int, y: int, width: int, height: int, walled: bool = True) -> None:
-    """A blind arch in the wall: ring of wedge stones around a niche that is walled up, so that nobody tries to leave
-    by it, or left open for bars."""
+    """A blind arch in the wall: a ring of wedge stones around a niche, which is walled up, so that it does not look
+    like an exit, or left open for bars."""
     centre = x + width / 2
     for dy in range(height):
         for dx in range(width):

@@ -81,7 +81,7 @@ TORCHES = [
 ]
 TORCH_RADIUS = 62
 
-# Windows by cell: left, top, width, height, what one sees through it. There is one moon.
+# Windows by cell: left, top, width, height, view. Only one shows the moon.
 WINDOWS = [
     (6, 18, 3, 6, "clouds"), (14, 17, 2, 4, "stars"), (26, 8, 4, 8, "towers"), (41, 8, 4, 8, "clouds"),
     (32, 4, 3, 5, "stars"), (55, 12, 3, 7, "stars"), (61, 10, 3, 4, "clouds"), (57, 3, 2, 4, "stars"),
@@ -119,7 +119,7 @@ SLAB_JOINTS = {6, 23, 37, 52}
 
 
 def light_of_torches(solid: np.ndarray) -> tuple[np.ndarray, np.ndarray, np.ndarray]:
-    """Warm light at every pixel, 0 to about 3.6, and where the flame that gives most of it lies, as (x, y)."""
+    """Warm light at every pixel, 0 to about 3.6, and the position (x, y) of the flame that contributes most."""
     field, from_x, from_y = np.zeros(solid.shape), np.zeros(solid.shape), np.zeros(solid.shape)
     for col, row in TORCHES:
         x, y = col * TILE + 7.5, row * TILE + 7
@@ -178,7 +178,7 @@ RIMS = parts("wood.1", "torchlit.1", "torchlit.2", "torchlit.3")
 
 
 def relight(to: Picture, mask: np.ndarray, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> None:
-    """Fire on what stands before the wall: cold colours turn warm, and edges that face a flame get a rim."""
+    """Lights objects in front of the wall: cold colours turn warm, and edges that face a flame get a rim light."""
     warm, from_x, from_y = light
     level = walls.dithered(warm * 1.1 + 0.1, 3, 0.9)
     for cold, hot in COLD_OF_PROPS.items():
@@ -195,7 +195,7 @@ def relight(to: Picture, mask: np.ndarray, light: tuple[np.ndarray, np.ndarray, 
 
 
 def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> dict[tuple[int, int], str]:
-    """Paints everything that stands at or hangs on the back wall; returns the family of each cell it changed."""
+    """Paints all furniture and wall decoration; returns the family of each changed cell."""
     t = TILE
     changed: dict[tuple[int, int], str] = {}
     before, outside = to.copy(), np.zeros(to.shape, bool)
@@ -245,7 +245,7 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
         props.stamp(to, props.BARREL, col * t, row * t)
     props.stamp(to, props.THRONE, 113 * t + 8, 30 * t - 35)
     done("furniture")
-    # chains: what hangs, hangs on something
+    # chains, each hanging on a support
     for col, top, bottom in ((30, 4, 11), (32, 4, 11), (59, 10, 20), (61, 10, 20), (76, 3, 7), (42, 4, 7), (39, 4, 7),
                              (75, 23, 25), (84, 23, 28), (8, 28, 30), (17, 28, 30), (100, 4, 6), (105, 17, 19),
                              (106, 17, 19), (88, 9, 10)):
