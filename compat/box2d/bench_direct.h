@@ -5,7 +5,7 @@
 struct DirectBody {
     bool dynamic;
     float x, y, angle, velocity_x, velocity_y;
-    float half_w, half_h, radius; // a circle where the radius is above 0
+    float half_w, half_h, radius; // a circle if the radius is above 0
     float density;
     int group;
 };
