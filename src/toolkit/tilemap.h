@@ -35,8 +35,8 @@ struct Tilemap {
 Tilemap *tilemap_new();              // reports errors
 void tilemap_cleanup(Tilemap **map); // sets the pointer to null; null is ignored
 
-// --- loading, in either order, also repeatedly. Both report errors. After a failed load the old part stays; if the part
-// is loaded, but the layer has GIDs outside the tileset, the new one stays ---
+// --- loading, in either order, also repeatedly. Both report errors. After a failed load the old part stays; if the
+// new part is loaded, but the layer has GIDs outside the tileset, it stays ---
 bool tilemap_load_tileset(
     Tilemap *map, SDL_Renderer *renderer, const char *path, int tile_w, int tile_h, Uint32 first_gid);
 bool tilemap_load_csv(Tilemap *map, const char *path);
