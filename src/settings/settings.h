@@ -60,7 +60,7 @@ enum SettingsValue {
     SETTINGS_SFX_VOLUME,
     SETTINGS_FULLSCREEN,
     SETTINGS_VSYNC,
-    SETTINGS_UI_SCALE, // "automatic", then 1 to 8; the view never gets smaller than SETTINGS_VIEW_MIN_W × _H
+    SETTINGS_UI_SCALE, // "automatic", then 1 to 8, limited to keep the view at least SETTINGS_VIEW_MIN_W × _H
     SETTINGS_VALUE_COUNT,
 };
 
