@@ -13,18 +13,11 @@ static constexpr const char *CLIPS[] = {"2_atk", "defend", "sp_atk"}; // the cli
 static AnimationSet *set;
 static SpriteSheet *sheet;
 static Animation knight;
-static TTF_Text *labels[ACTION_COUNT];
 
 static bool setup() {
     set = animation_set_load("assets/fireknight/sprites/fireknight.json");
     sheet = set ? sprite_sheet_new(engine_renderer(), set) : nullptr;
     if (!sheet) return false;
-    for (int action = 0; action < ACTION_COUNT; action++) {
-        char text[160];
-        SDL_snprintf(text, sizeof text, "%s:  %s", input_action_name(action), input_bindings_text(action));
-        labels[action] = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), text, 0, {});
-        if (!labels[action]) return false;
-    }
     return animation_init(&knight, set, animation_find_clip(set, "sp_atk"));
 }
 
@@ -43,13 +36,15 @@ static void tick() {
     sprite_sheet_draw(renderer, sheet, &knight, {-32, -60}, 3, SDL_FLIP_NONE);
     for (int action = 0; action < ACTION_COUNT; action++) {
         const SDL_Color lit = {255, 206, 110, 255}, dark = {150, 140, 160, 255};
-        engine_set_text_color(labels[action], input_held(action) ? lit : dark); // while the key is down
-        engine_render_text(labels[action], 30, 340 + 34 * static_cast<float>(action));
+        char text[160];
+        SDL_snprintf(text, sizeof text, "%s:  %s", input_action_name(action), input_bindings_text(action));
+        const SDL_Color color = input_held(action) ? lit : dark; // while the key is down
+        engine_draw_text(
+            engine_get_font_by_index(SHARED_FONT_UI), text, 30, 340 + 34 * static_cast<float>(action), color);
     }
 }
 
 static void cleanup() {
-    for (TTF_Text *&label : labels) engine_cleanup_text(&label);
     sprite_sheet_cleanup(&sheet);
     animation_set_cleanup(&set);
 }

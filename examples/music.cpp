@@ -3,7 +3,6 @@
 #include "lumarind/lumarind.h"
 
 static MIX_Audio *music, *chime;
-static TTF_Text *help;
 static float last_x, last_y, ripple; // of the last click
 static bool paused;
 
@@ -25,9 +24,7 @@ static bool mouse_down(SDL_Event *event) {
 static bool setup() {
     music = audio_load("assets/audio/music/FluffyTail.ogg", false); // streamed
     chime = audio_load("assets/audio/sfx/retro/sfx_coin_single1.wav", true);
-    help = engine_prepare_text(
-        engine_get_font_by_index(SHARED_FONT_UI), "Click to play. P pauses the music.", 0, {240, 226, 190, 255});
-    if (!music || !chime || !help || !audio_play_music(music, 1000)) return false;
+    if (!music || !chime || !audio_play_music(music, 1000)) return false;
     play_at(560, 130);
     return engine_add_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
 }
@@ -45,12 +42,12 @@ static void tick() {
     ripple = SDL_min(ripple + 60 * static_cast<float>(engine_fps_delta()), 60);
     for (float r = ripple; r > 0; r -= 12) outline_circle(renderer, last_x, last_y, r, rgba(255, 190, 90, 255));
     fill_circle(renderer, last_x, last_y, 6, rgba(255, 226, 160, 255));
-    engine_render_text(help, 30, height - 50);
+    TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
+    engine_draw_text(font, "Click to play. P pauses the music.", 30, height - 50, {240, 226, 190, 255});
 }
 
 static void cleanup() {
     engine_remove_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
-    engine_cleanup_text(&help);
     audio_stop_music(0);
     audio_free(&chime);
     audio_free(&music);

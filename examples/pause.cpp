@@ -8,7 +8,6 @@ enum Entry { ENTRY_GO_ON, ENTRY_AGAIN, ENTRY_QUIT, ENTRY_COUNT };
 static constexpr const char *ENTRIES[] = {"Go on", "Begin again", "Quit"};
 
 static SDL_Texture *wheel;
-static TTF_Text *labels[ENTRY_COUNT];
 static int chosen;
 static float distance; // rolled by the wheel, UI units
 
@@ -16,11 +15,7 @@ static bool setup() { // also called by engine_restart_state, after cleanup
     chosen = ENTRY_GO_ON;
     distance = 340;
     wheel = picture_load("assets/texture_demo/texture_b.png");
-    for (int i = 0; i < ENTRY_COUNT; i++) {
-        labels[i] = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), ENTRIES[i], 0, {});
-        if (!labels[i]) return false;
-    }
-    return wheel;
+    return wheel != nullptr;
 }
 
 static bool escape() { // true: handled, Escape does not quit
@@ -54,13 +49,13 @@ static void tick() {
     fill_rect(renderer, &view, rgba(10, 8, 20, 190));
     for (int i = 0; i < ENTRY_COUNT; i++) {
         const SDL_Color bright = {255, 220, 150, 255}, dim = {160, 148, 166, 255};
-        engine_set_text_color(labels[i], i == chosen ? bright : dim);
-        engine_render_text(labels[i], view.w / 2 - 80, view.h / 2 - 80 + 55 * static_cast<float>(i));
+        const float y = view.h / 2 - 80 + 55 * static_cast<float>(i);
+        TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
+        engine_draw_text(font, ENTRIES[i], view.w / 2, y, i == chosen ? bright : dim, TEXT_CENTER);
     }
 }
 
 static void cleanup() {
-    for (TTF_Text *&label : labels) engine_cleanup_text(&label);
     SDL_DestroyTexture(wheel);
     wheel = nullptr;
 }

@@ -2,14 +2,12 @@
 
 #include "lumarind/lumarind.h"
 
-#include <SDL3/SDL_render.h>
 #include <SDL3/SDL_storage.h>
 
 static constexpr char SAVE[] = "saves/purse.txt"; // in the user's folder
 static int coins;
-static TTF_Text *label;
 
-static bool load() {
+static bool setup() {
     coins = 21;
     if (!SDL_GetStoragePathInfo(storage_user(), SAVE, nullptr)) return true; // the first time
     char *text = storage_read_user_file(SAVE);
@@ -24,22 +22,10 @@ static void save() { // atomic: a crash does not lose the old save
     storage_write_user_file(SAVE, text, static_cast<size_t>(SDL_snprintf(text, sizeof text, "%d\n", coins)));
 }
 
-static bool show_coins() {
-    char text[32];
-    SDL_snprintf(text, sizeof text, "%d coins. Space finds another.", coins);
-    return engine_set_text(label, text);
-}
-
-static bool setup() {
-    label = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), "", 0, {255, 222, 120, 255});
-    return label && load() && show_coins();
-}
-
 static void tick() {
     if (input_pressed(INPUT_ACTION_JUMP)) {
         coins++;
         save();
-        show_coins();
     }
     SDL_Renderer *renderer = engine_renderer();
     fill_rect(renderer, nullptr, rgba(38, 24, 34, 255));
@@ -51,10 +37,12 @@ static void tick() {
         fill_rect(renderer, &shine, rgba(246, 190, 74, 255));
         fill_rect(renderer, &spot, rgba(255, 240, 186, 255));
     }
-    engine_render_text(label, 34, 30);
+    char text[48];
+    SDL_snprintf(text, sizeof text, "%d coins. Space finds another.", coins);
+    engine_draw_text(engine_get_font_by_index(SHARED_FONT_UI), text, 34, 30, {255, 222, 120, 255});
 }
 
-static void cleanup() { engine_cleanup_text(&label); }
+static void cleanup() {} // nothing is held
 
 static constexpr GameScreen SCREENS[] = {{"purse", {.setup = setup, .tick = tick, .cleanup = cleanup}}};
 

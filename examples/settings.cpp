@@ -16,26 +16,13 @@ static constexpr GameOption OPTIONS[] = {
 };
 
 static SDL_Texture *torch;
-static TTF_Text *greeting, *visits;
 
 static bool setup() {
     if (wanted_name) cfg_set_setting("name", wanted_name);
     const int visit = forget ? 1 : static_cast<int>(cfg_get_setting_number("visits")) + 1;
     cfg_set_setting_number("visits", visit); // written on exit, unless --no-config-save is given
-    char first[160], second[64];
-    SDL_snprintf(first, sizeof first, "Welcome, %s", cfg_get_setting("name"));
-    SDL_snprintf(second, sizeof second, "This is visit number %d.", visit);
-    greeting = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI_HEADING), first, 0, {255, 224, 160, 255});
-    visits = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), second, 0, {190, 170, 160, 255});
     torch = picture_load("assets/texture_demo/texture_a.png");
-    return greeting && visits && torch;
-}
-
-static void draw_centred(TTF_Text *text, float y) {
-    float view_width = 0, width = 0;
-    engine_view_size(&view_width, nullptr);
-    engine_text_size(text, &width, nullptr);
-    engine_render_text(text, (view_width - width) / 2, y);
+    return torch != nullptr;
 }
 
 static void tick() {
@@ -45,13 +32,16 @@ static void tick() {
     engine_view_size(&width, &height);
     picture_draw(torch, 50, height / 2 - 144, {.scale = 3});
     picture_draw(torch, width - 50 - 90, height / 2 - 144, {.scale = 3, .flip = SDL_FLIP_HORIZONTAL});
-    draw_centred(greeting, height / 2 - 60);
-    draw_centred(visits, height / 2 + 10);
+    char greeting[160], visits[64];
+    SDL_snprintf(greeting, sizeof greeting, "Welcome, %s", cfg_get_setting("name"));
+    SDL_snprintf(visits, sizeof visits, "This is visit number %.0f.", cfg_get_setting_number("visits"));
+    TTF_Font *large = engine_get_font_by_index(SHARED_FONT_UI_HEADING),
+             *font = engine_get_font_by_index(SHARED_FONT_UI);
+    engine_draw_text(large, greeting, width / 2, height / 2 - 60, {255, 224, 160, 255}, TEXT_CENTER);
+    engine_draw_text(font, visits, width / 2, height / 2 + 10, {190, 170, 160, 255}, TEXT_CENTER);
 }
 
 static void cleanup() {
-    engine_cleanup_text(&greeting);
-    engine_cleanup_text(&visits);
     SDL_DestroyTexture(torch);
     torch = nullptr;
 }

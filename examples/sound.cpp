@@ -7,16 +7,15 @@ static Uint64 seed;
 static MIX_Audio *sound;
 static float *samples; // of the same sound, for drawing
 static int sample_count;
-static TTF_Text *label;
+static char label[64];
 
 static bool make_sound() {
     audio_free(&sound);
     SDL_free(samples);
     sample_count = sfx_render(preset, seed, &samples);
     sound = sfx_generate(preset, seed); // the same preset and seed: the same sound, on every machine
-    char text[64];
-    SDL_snprintf(text, sizeof text, "%s, seed %d", sfx_preset_name(preset), static_cast<int>(seed));
-    if (!sound || !samples || !engine_set_text(label, text)) return false;
+    SDL_snprintf(label, sizeof label, "%s, seed %d", sfx_preset_name(preset), static_cast<int>(seed));
+    if (!sound || !samples) return false;
     audio_play_sfx(sound); // returns false if all sixteen tracks are busy, which is not an error
     return true;
 }
@@ -24,8 +23,7 @@ static bool make_sound() {
 static bool setup() {
     preset = SFX_EXPLOSION;
     seed = 5;
-    label = engine_prepare_text(engine_get_font_by_index(SHARED_FONT_UI), "", 0, {240, 226, 190, 255});
-    return label && make_sound();
+    return make_sound();
 }
 
 static void tick() {
@@ -45,11 +43,10 @@ static void tick() {
         const SDL_FRect column = {40 + 4 * static_cast<float>(bar), height * 0.55f - 250 * peak, 3, 500 * peak + 1};
         fill_rect(renderer, &column, rgba(230, 160, 80, 255));
     }
-    engine_render_text(label, 40, 30);
+    engine_draw_text(engine_get_font_by_index(SHARED_FONT_UI), label, 40, 30, {240, 226, 190, 255});
 }
 
 static void cleanup() {
-    engine_cleanup_text(&label);
     audio_free(&sound);
     SDL_free(samples);
     samples = nullptr;

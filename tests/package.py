@@ -62,13 +62,22 @@ def play(program: Path) -> None:
     for screen in ["title", "play"]:
         said = run(program, "--screen", screen, "--capture-at", "5", "--quit-at", "30", cwd=EMPTY)
         check("ERROR" not in said and "WARN" not in said, said)
-    user = DATA / "star-catcher/star-catcher"
+    user = DATA / "star-catcher"
     captures = [name for name in files_in(user) if re.fullmatch(r"captures/capture-\d+-\d+-000005\.png", name)]
-    check(len(captures) >= 1 and files_in(DATA) == sorted(f"star-catcher/star-catcher/{name}" for name in [
+    check(len(captures) >= 1 and files_in(DATA) == sorted(f"star-catcher/{name}" for name in [
         *captures, "config/star-catcher.ini", "star-catcher.log"]), f"the user's files are {files_in(DATA)}")
     settings = (user / "config/star-catcher.ini").read_text()
     check(re.findall(r"(?m)^(\w+)", settings.split("[input]")[1].split("[")[0]) == ACTIONS, settings)
     check(files_in(EMPTY) == [], f"files in the current folder: {files_in(EMPTY)}")
+
+
+def play_example() -> None:
+    """The example game is built as one outside this checkout would be, and each of its screens comes up."""
+    folder = build(SOURCE / "examples/cinder-keep", "cinder-keep", f"-DCMAKE_PREFIX_PATH={PREFIX}",
+                   f"-DCMAKE_CXX_FLAGS={WARNINGS}")
+    for screen in ["title", "level-1", "level-2", "credits"]:
+        said = run(folder / "cinder-keep", "--screen", screen, "--quit-at", "30", cwd=EMPTY)
+        check("ERROR" not in said and "WARN" not in said, said)
 
 
 def check_nothing_leaked(folder: Path) -> None:
@@ -150,6 +159,7 @@ def main() -> None:
     run("g++", "-std=c++20", GAME / "main.cpp", *flags, "-o", folder / "by-pkg-config")
     play(folder / "by-pkg-config")
 
+    play_example()
     headers = [path.relative_to(PREFIX / "include").as_posix() for path in sorted(PREFIX.rglob("*.h"))]
     folder = build(SOURCE / "tests/package", "foreign-installed", f"-DCMAKE_PREFIX_PATH={PREFIX}", f"-DMAIN={own_screen}",
                    f"-DHEADERS={';'.join(headers)}", f"-DCMAKE_CXX_FLAGS={WARNINGS}")

@@ -22,6 +22,7 @@ STARTS = 20          # of the program and of the bare one, alternately
 PACED_SECONDS = 12
 WARM_UP_FRAMES = 60  # excluded
 COUNTED_FRAMES = 1000
+GAME_FOLDER = "lumarind-examples/cinder-keep/config"  # of the example game's settings, among the user's files
 CONFIG = "[graphics]\nvsync_enable = false\nfps_limit = {limit}\n[window]\nwidth = 800\nheight = 450\n"
 
 SOFTWARE = {"SDL_RENDER_DRIVER": "software", "SDL_FRAMEBUFFER_ACCELERATION": "0"}
@@ -49,11 +50,13 @@ class Run:
         with tempfile.TemporaryDirectory() as here:
             os.symlink(os.path.realpath(os.path.join(bench.directory, "assets")), os.path.join(here, "assets"))
             os.mkdir(os.path.join(here, "config"))
-            with open(os.path.join(here, "config", "lumarind-engine.ini"), "w") as file:
-                file.write(CONFIG.format(limit=limit))
+            os.makedirs(os.path.join(here, GAME_FOLDER))
+            for config in ("config/lumarind-engine.ini", f"{GAME_FOLDER}/cinder-keep.ini"):
+                with open(os.path.join(here, config), "w") as file:
+                    file.write(CONFIG.format(limit=limit))
             notes = os.path.join(here, "notes")
             variables = os.environ | environment | {
-                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": notes,
+                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": notes, "XDG_DATA_HOME": here,
                 "LD_PRELOAD": os.path.join(bench.directory, "lumarind_probe.so")}
             command = [os.path.join(bench.directory, words[0])] + words[1:]
             began = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
@@ -185,6 +188,27 @@ class Bench:
                 frame = self.cpu_per_frame_us(self.screen_run(screen, environment))
                 self.add(f"frame {renderer} {screen}", frame, "us CPU")
 
+    def measure_game(self):
+        """The example game against the demonstration's platformer, in turns."""
+        game = os.path.join("..", "examples", "cinder-keep", "cinder-keep")
+        for renderer, environment in UNSEEN.items():
+            levels = ["level-1", "level-2"]
+            if not self.wants(f"game {renderer} ", levels + ["share"]):
+                continue
+            self.say(f"frames of the example game, {renderer}")
+            figures = {name: [] for name in [*levels, "platformer-demo"]}
+            for _ in range(3):
+                for level in levels:
+                    words = [game, "--no-config-save", "--window-size", "1280x720", "--screen", level, "--quit-at"]
+                    figures[level].append(self.cpu_per_frame_us(
+                        lambda frames: Run(self, [*words, str(frames)], environment)))
+                figures["platformer-demo"].append(self.cpu_per_frame_us(self.screen_run("platformer-demo", environment)))
+            frame = {name: statistics.median(these) for name, these in figures.items()}
+            for level in levels:
+                self.add(f"game {renderer} {level}", frame[level], "us CPU")
+            worst = max(frame[level] for level in levels)
+            self.add(f"game {renderer} share", worst / frame["platformer-demo"], "times platformer", 1.5)
+
     def measure_chunks(self):
         for renderer, environment in UNSEEN.items():
             if not self.wants(f"chunks {renderer}", ["", " bare", " share"]):
@@ -287,6 +311,7 @@ def main():
     bench.measure_pacing()  # first, while the machine is cool and idle
     bench.measure_starts()
     bench.measure_screens()
+    bench.measure_game()
     bench.measure_chunks()
     bench.measure_worlds()
     bench.run_google_benchmarks()

@@ -433,6 +433,7 @@ void cfg_set_show_frame_time_graph(bool show) {
 }
 
 int cfg_get_ui_scale() { return config->ui_scale; }
+void cfg_set_ui_scale(int scale) { config->ui_scale = scale; }
 int cfg_get_fixed_step_hz() { return config->fixed_step_hz; }
 const char *cfg_get_capture_directory() { return config->capture_directory; }
 CaptureFormat cfg_get_capture_format() { return config->capture_format; }

@@ -53,6 +53,7 @@ void cfg_set_show_fps(bool show);
 bool cfg_get_show_frame_time_graph();
 void cfg_set_show_frame_time_graph(bool show); // does nothing without a record
 int cfg_get_ui_scale();
+void cfg_set_ui_scale(int scale);
 int cfg_get_fixed_step_hz();
 const char *cfg_get_capture_directory(); // points into the record
 CaptureFormat cfg_get_capture_format();

@@ -12,7 +12,8 @@
 
 inline constexpr Uint64 STATE_HASH_START = 14695981039346656037u;
 
-inline Uint64 state_hash_bytes(Uint64 hash, const void *bytes, size_t size) { // FNV-1a
+// FNV-1a.
+inline Uint64 state_hash_bytes(Uint64 hash, const void *bytes, size_t size) {
     const auto *at = static_cast<const Uint8 *>(bytes);
     for (size_t i = 0; i < size; i++) hash = (hash ^ at[i]) * 1099511628211u;
     return hash;

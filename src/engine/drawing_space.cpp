@@ -1,12 +1,16 @@
 #include "lumarind/engine/drawing_space.h"
 
 #include "engine/engine_record.h"
+#include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/ui_scale.h"
 #include "replay/replay_feed.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_mouse.h>
 #include <SDL3/SDL_render.h>
+#include <SDL3/SDL_video.h>
 
 bool engine_in_logical_space() { return engine && engine->logical_width > 0 && !engine->ui_space; }
 
@@ -68,3 +72,12 @@ void engine_mouse_position(float *x, float *y) {
 }
 
 int engine_ui_scale() { return engine ? engine->ui_scale : 0; }
+
+bool engine_set_ui_scale(int scale) {
+    const int old = engine->ui_scale;
+    const int picked = ui_scale_pick(SDL_GetWindowDisplayScale(engine->window), scale, 0);
+    if (picked != old && !fonts_rescale(static_cast<float>(picked) / static_cast<float>(old))) return false;
+    engine->ui_scale = picked;
+    cfg_set_ui_scale(scale);
+    return engine_apply_space(engine->ui_space);
+}

@@ -12,4 +12,8 @@ bool engine_set_logical_size(int width, int height); // the screen's; 0 × 0 for
 
 void engine_view_size(float *width, float *height); // of the current space, in its units; either may be null
 void engine_mouse_position(float *x, float *y);     // in the current space; either may be null
-int engine_ui_scale();                              // 1 to 8, fixed at the engine's start
+int engine_ui_scale();                              // 1 to 8
+
+// Takes effect at once, also for existing texts, and is stored in the configuration. 0 or less: the display's scale.
+// Fonts opened with font_open beyond the first eight keep their size. False: reported, nothing has changed.
+bool engine_set_ui_scale(int scale);

@@ -1,12 +1,14 @@
 #include "lumarind/engine/engine.h"
 
 #include "engine/engine_record.h"
+#include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_log.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
+#include <SDL3/SDL_video.h>
 
 Engine *lumarind::engine;
 
@@ -65,6 +67,33 @@ bool engine_set_vsync_mode(int mode) {
     SDL_LogError(
         SDL_LOG_CATEGORY_ERROR, "[GAME] SDL3: Setting V-Sync mode failed, mode: %d, error: %s", mode, SDL_GetError());
     return false;
+}
+
+bool engine_set_vsync(bool on) {
+    if (!engine_set_vsync_mode(on ? 1 : 0)) return false;
+    cfg_set_vsync_enabled(on);
+    engine_set_target_fps(on ? 0 : static_cast<Uint64>(SDL_max(cfg_get_fps_limit(), 0)));
+    return true;
+}
+
+bool engine_is_fullscreen() { return engine && cfg_get_window_props().fullscreen; }
+
+bool engine_set_fullscreen(bool on) {
+    CfgWindowProps window = cfg_get_window_props();
+    if (window.fullscreen == on) return true;
+    if (on) { // the place it comes back to
+        SDL_GetWindowPosition(engine->window, &window.x, &window.y);
+        SDL_GetWindowSize(engine->window, &window.width, &window.height);
+    }
+    if (!SDL_SetWindowFullscreen(engine->window, on)) {
+        return engine_error("[ENGINE] SDL3: Switching full screen failed, error: %s", SDL_GetError());
+    }
+    if (!on) SDL_SetWindowSize(engine->window, window.width, window.height); // of one that began full
+    engine->geometry_kept = on;
+    cfg_set_window_props(
+        window.x, window.y, window.width, window.height, window.resizable, on, !on && window.maximized,
+        window.borderless);
+    return true;
 }
 
 void engine_set_system_cursor(SDL_SystemCursor type) {

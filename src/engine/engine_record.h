@@ -17,6 +17,7 @@ struct SDL_Texture;
 struct SDL_Window;
 struct TTF_Font;
 struct TTF_TextEngine;
+struct TextDraw;
 
 constexpr int MAX_FONTS = 8;
 constexpr int KEPT_FONTS = 8;
@@ -56,6 +57,7 @@ struct Engine {
     Sint32 state, prev_state; // GameState; they differ while a switch is pending
     bool restart;             // of the current screen, requested
     bool paused;              // the screen's fixed updates are suspended
+    bool geometry_kept;       // the configuration holds the window's geometry from before full screen
     bool show_frame_time_graph;
     Sint32 ui_scale;                                    // 1 to 8
     Sint32 logical_width, logical_height;               // of the current screen; 0 × 0: it draws in UI space
@@ -83,6 +85,7 @@ struct Engine {
     KeptFont kept_fonts[KEPT_FONTS];
     TTF_Font *active_font; // borrowed
     TTF_TextEngine *text_engine;
+    TextDraw *text_draw;      // owned; null until the first engine_draw_text
     CallbackArray *callbacks; // owned, one per event type: ENGINE_EVENT_TYPES of them
     DataCallbackArray data_callbacks;
 };

@@ -9,6 +9,7 @@
 #include "lumarind/core/storage.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
+#include "lumarind/engine/text_draw.h"
 #include "lumarind/engine/ui_scale.h"
 #include "lumarind/input/gamepad.h"
 #include "lumarind/input/input.h"
@@ -212,7 +213,7 @@ bool engine_start(const char *title) {
 
 static void _engine_store_window_geometry() {
     int width = 0, height = 0, x = 0, y = 0;
-    if (!engine->window || args_window_size(&width, &height)) return;
+    if (!engine->window || engine->geometry_kept || args_window_size(&width, &height)) return;
     SDL_GetWindowPosition(engine->window, &x, &y);
     SDL_GetWindowSize(engine->window, &width, &height);
     const CfgWindowProps window = cfg_get_window_props();
@@ -243,6 +244,7 @@ static void _engine_release_window() {
 void engine_stop() {
     if (!engine) return;
     _engine_store_window_geometry();
+    text_draw_forget(nullptr);
     _engine_release_fonts();
     _engine_release_callbacks();
     audio_cleanup();

@@ -4,6 +4,7 @@
 #include "lumarind/core/error.h"
 #include "lumarind/core/files.h"
 #include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/text_draw.h"
 
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_filesystem.h>
@@ -102,6 +103,7 @@ static void _font_renew(KeptFont *kept) {
 
 void font_cleanup(TTF_Font *font) {
     if (!font) return;
+    text_draw_forget(font);
     for (KeptFont &kept : engine->kept_fonts) {
         if (kept.font != font) continue;
         kept.lent = false;
@@ -112,6 +114,38 @@ void font_cleanup(TTF_Font *font) {
         kept.font = nullptr; // the owner changed its size or style, so it is not reused
     }
     TTF_CloseFont(font);
+}
+
+static bool _font_is_listed(const TTF_Font *font) {
+    const FontList *list = engine->fonts;
+    for (int i = 0; list && i < list->count; i++) {
+        if (list->fonts[i] == font) return true;
+    }
+    return false;
+}
+
+// False: it has the size it had.
+static bool _font_rescale(TTF_Font *font, float factor) {
+    return TTF_SetFontSize(font, TTF_GetFontSize(font) * factor) ||
+           engine_error("[FONTS] Unable to change font size, error: %s", SDL_GetError());
+}
+
+bool fonts_rescale(float factor) {
+    const FontList *list = engine->fonts;
+    for (int i = 0; list && i < list->count; i++) {
+        if (_font_rescale(list->fonts[i], factor)) continue;
+        while (--i >= 0) _font_rescale(list->fonts[i], 1 / factor);
+        return false;
+    }
+    for (KeptFont &kept : engine->kept_fonts) {
+        if (!kept.font || !kept.lent) continue;
+        const bool listed = _font_is_listed(kept.font);
+        if (!listed && !_font_rescale(kept.font, factor)) continue; // that text stays as large as it was
+        kept.size *= factor;
+        kept.generation = TTF_GetFontGeneration(kept.font);
+        kept.line_skip = TTF_GetFontLineSkip(kept.font);
+    }
+    return true;
 }
 
 void fonts_close_kept() {

@@ -20,6 +20,7 @@ TTF_Font *font_copy(TTF_Font *font);               // of the same size
 bool font_set_size(TTF_Font *font, float size);
 void font_cleanup(TTF_Font *font); // releases it; the engine may cache it for a later font_open. Null is ignored
 void fonts_close_kept();           // closes the cached fonts; called by the engine's stop
+bool fonts_rescale(float factor);  // called when the UI scale changes; false: reported, nothing has changed
 
 // --- the engine's font list ---
 int engine_add_font(TTF_Font *font); // takes ownership and returns the slot; -1, taking nothing, if the list is full

@@ -81,7 +81,8 @@ void codec_float(Codec *codec, float *value) {
         bits = SDL_Swap32LE(bits);
         if (codec->reading) SDL_memcpy(value, &bits, sizeof bits);
     } else if (codec->reading) {
-        *value = static_cast<float>(head / 2);
+        const Sint64 whole = head / 2;
+        *value = static_cast<float>(whole);
     }
 }
 

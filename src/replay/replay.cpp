@@ -453,7 +453,9 @@ void replay_step(const char *screen, Uint64 (*state_hash)()) {
 void replay_stop() {
     if (replay_is_recording()) _replay_write_block();
     if (replay_is_recording()) SDL_Log("[REPLAY] Recorded: %s, %" SDL_PRIu64 " steps", g_replay->path, g_replay->steps);
-    if (replay_is_playing() && !g_replay_failed)
-        SDL_Log("[REPLAY] Replayed %" SDL_PRIu64 " steps, all hashes equal", g_replay->steps);
+    if (replay_is_playing() && !g_replay_failed) {
+        const char *result = g_replay->steps > 0 ? ", all hashes equal" : ""; // 0: the screen did not start, say
+        SDL_Log("[REPLAY] Replayed %" SDL_PRIu64 " steps%s", g_replay->steps, result);
+    }
     _replay_free();
 }

@@ -138,6 +138,10 @@ bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, 
 // Draws the map's background colour, if any, and all layers.
 bool tile_world_draw(SDL_Renderer *renderer, TileWorld *world, const TileWorldView *view);
 
+// Whether the area shows anything behind a tile layer that does not scroll by itself: through an empty cell or a tile
+// that is not opaque. If not, layers behind it need not be drawn.
+bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area);
+
 // Position of the world's origin in the drawing space for a layer, with its offset and parallax, for drawing actors.
 SDL_FPoint tile_world_origin(const TileWorld *world, int layer, const TileWorldView *view);
 

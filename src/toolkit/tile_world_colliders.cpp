@@ -43,7 +43,9 @@ static bool _solid_error(const SolidSets *sets, const SolidShape *shape, const c
 // --- placement: from editor coordinates to world coordinates ---
 
 static void _solid_place_object(const TileObject *object, SDL_FPoint at, SolidShape *shape) {
-    const float angle = object->rotation * SDL_PI_F / 180, sine = SDL_sinf(angle), cosine = SDL_cosf(angle);
+    // In double precision: rounding to float then hides that C libraries differ in a sine's last digit.
+    const double angle = static_cast<double>(object->rotation) * SDL_PI_D / 180;
+    const float sine = static_cast<float>(SDL_sin(angle)), cosine = static_cast<float>(SDL_cos(angle));
     shape->rect = {at.x + object->x, at.y + object->y, object->width, object->height};
     shape->count = object->shape == TILE_OBJECT_POLYGON ? SDL_min(object->point_count, CORNERS_MAX) : 0;
     for (int i = 0; i < shape->count; i++) {

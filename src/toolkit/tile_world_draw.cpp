@@ -16,6 +16,7 @@
 
 static constexpr int CHUNK_SIDE = 256; // px, rounded down to whole tiles
 static constexpr int SLOTS = 1024;
+static constexpr int SPARSE = 4;    // a chunk is, in which one cell of so many has a tile
 static constexpr int BUCKETS = 256; // a power of two
 static constexpr int NO_SLOT = -1;
 static constexpr float LARGE = 4096; // drawing units; larger copies are drawn as geometry
@@ -28,6 +29,7 @@ struct ChunkPlace {
 
 enum ChunkContent : Uint8 {
     CHUNK_EMPTY,
+    CHUNK_SPARSE,  // few tiles, cheaper one by one than as a chunk; no texture
     CHUNK_OPAQUE,  // all pixels are opaque: copied without blending
     CHUNK_CUTOUT,  // pixels are opaque or transparent: alpha blending
     CHUNK_BLENDED, // translucent: premultiplied alpha, which combines overlapping tiles correctly
@@ -365,13 +367,28 @@ static ChunkContent _chunk_content(const TileWorld *world, ChunkPlace place) {
     const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
     if (summary.tiles == 0) return CHUNK_EMPTY;
     if (_layer_tint(world, place.layer).a < 1 || summary.blended) return CHUNK_BLENDED;
-    return alone && summary.filled == raster.tiles_x * raster.tiles_y ? CHUNK_OPAQUE : CHUNK_CUTOUT;
+    const int cells = raster.tiles_x * raster.tiles_y;
+    if (alone && summary.tiles * SPARSE <= cells) return CHUNK_SPARSE;
+    return alone && summary.filled == cells ? CHUNK_OPAQUE : CHUNK_CUTOUT;
 }
 
 static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, TileRange cols) {
     return _visit_cells(painter->world, layer, rows, cols, [painter](const TileSet *set, Uint32 gid, int col, int row) {
         return _paint_tile(painter, set, gid, col, row);
     });
+}
+
+bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area) {
+    if (layer < 0 || layer >= world->layer_count) return true;
+    const auto cell = [](float at, int size) { return static_cast<int>(SDL_floorf(at / static_cast<float>(size))); };
+    const TileRange cols = {cell(area.x, world->tile_w), cell(area.x + area.w, world->tile_w) + 1};
+    const TileRange rows = {cell(area.y, world->tile_h), cell(area.y + area.h, world->tile_h) + 1};
+    CellSummary summary = {};
+    _visit_cells(world, layer, rows, cols, [&](const TileSet *set, Uint32 gid, int, int) {
+        _summarize_cell(world, set, gid, &summary);
+        return true;
+    });
+    return summary.filled != (cols.end - cols.first) * (rows.end - rows.first);
 }
 
 // --- baking ---
@@ -423,10 +440,12 @@ static const ChunkSlot *_chunk_get(SDL_Renderer *renderer, const TileWorld *worl
     }
     const ChunkRaster raster = _chunk_raster(world);
     const ChunkContent content = _chunk_content(world, place);
+    const bool bare = content == CHUNK_EMPTY || content == CHUNK_SPARSE;
     const size_t bytes = static_cast<size_t>(raster.w) * static_cast<size_t>(raster.h) * 4;
-    if (content != CHUNK_EMPTY && cache->bakes_left <= 0) return nullptr;
-    slot = _chunk_add(cache, place, content == CHUNK_EMPTY ? 0 : bytes);
-    if (!slot || content == CHUNK_EMPTY) return slot;
+    if (!bare && cache->bakes_left <= 0) return nullptr;
+    slot = _chunk_add(cache, place, bare ? 0 : bytes);
+    if (slot) slot->content = content;
+    if (!slot || bare) return slot;
     cache->bakes_left--;
     slot->texture = _chunk_bake(renderer, world, place, content);
     slot->content = content;
@@ -494,7 +513,8 @@ static bool _draw_chunks(const TilePainter *painter, int layer, SDL_FPoint view)
                 painter->origin.x + static_cast<float>(col) * w, painter->origin.y + static_cast<float>(row) * h, w, h};
             const ChunkSlot *slot = _chunk_get(painter->renderer, world, place);
             if (slot && slot->content == CHUNK_EMPTY) continue;
-            if (slot ? !_draw_baked(painter, slot, &dst) : !_draw_unbaked(painter, place, &dst)) return false;
+            const bool baked = slot && slot->content != CHUNK_SPARSE;
+            if (baked ? !_draw_baked(painter, slot, &dst) : !_draw_unbaked(painter, place, &dst)) return false;
         }
     }
     return true;

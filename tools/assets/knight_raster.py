@@ -29,6 +29,10 @@ MATERIALS: dict[str, tuple[str, str, str, str, str]] = {
     "fire": ("flame.0", "flame.1", "flame.2", "flame.3", "flame.3"),
     "dust": ("stone.0", "stone.1", "stone.2", "stone.3", "stone.4"),
     "ember": ("cloth.0", "cloth.2", "flame.1", "flame.2", "flame.2"),
+    "coal": ("night.0", "shade.0", "night.1", "stone.0", "shade.1"),
+    "bone": ("stone.0", "stone.1", "stone.2", "stone.3", "stone.4"),
+    "sandstone": ("torchlit.0", "torchlit.0", "torchlit.1", "torchlit.2", "torchlit.3"),
+    "stone": ("shade.0", "stone.0", "stone.1", "stone.2", "stone.3"),
 }
 OUTLINE, SHADE, MIDDLE, LIGHT, GLINT = range(5)
 TONES = 5

@@ -1,4 +1,4 @@
-"""Runs every generator and writes its files to the asset folder, the icons to packaging/icons."""
+"""Runs every generator and writes its files: assets, icons, and the assets of the example game."""
 
 from __future__ import annotations
 
@@ -9,6 +9,10 @@ from pathlib import Path
 
 import castle_tilemap
 import icon
+import keep_levels
+import keep_music
+import keep_shared
+import keep_sprites
 import knight_export
 import knight_sheet
 import music
@@ -18,6 +22,7 @@ import textures
 import ui_font
 
 GENERATORS = (ui_font, text_mode_font, textures, music, sound_effects, castle_tilemap, knight_sheet, knight_export)
+KEEP_GENERATORS = (keep_shared, keep_sprites, keep_levels, keep_music)
 PROJECT = Path(__file__).resolve().parents[2]
 
 
@@ -36,5 +41,7 @@ def generate(generators: tuple, out_dir: Path) -> None:
 
 
 if __name__ == "__main__":
-    generate(GENERATORS, Path(sys.argv[1]) if len(sys.argv) > 1 else PROJECT / "assets")
-    generate((icon,), Path(sys.argv[1]) / "icons" if len(sys.argv) > 1 else PROJECT / "packaging/icons")
+    out = Path(sys.argv[1]) if len(sys.argv) > 1 else None
+    generate(GENERATORS, out or PROJECT / "assets")
+    generate((icon,), out / "icons" if out else PROJECT / "packaging/icons")
+    generate(KEEP_GENERATORS, out / "cinder-keep" if out else PROJECT / "examples/cinder-keep/assets")

@@ -16,7 +16,7 @@ LAYERS = [
     ["config"],
     ["engine"],
     ["input", "audio", "diagnostics", "toolkit"],
-    ["player/player_body", "engine/setup", "engine/frame"],
+    ["player/player_body", "settings", "engine/setup", "engine/frame"],
     ["app"],
     ["player", "screens/castle", "screens/screen_states"],
     ["screens"],

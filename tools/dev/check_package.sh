@@ -133,7 +133,7 @@ check_debian_package() {
     new_home
     as_player "$root" 'SDL_RENDER_DRIVER=software star-catcher --screen play --quit-at 30' >"$work/game.log" 2>&1 ||
         { cat "$work/game.log" >&2; die 'the game of the template does not run'; }
-    [ -e "$work/home/.local/share/star-catcher/star-catcher/config/star-catcher.ini" ] || die 'the game has not saved its settings'
+    [ -e "$work/home/.local/share/star-catcher/config/star-catcher.ini" ] || die 'the game has not saved its settings'
     apt_in "$root" 'purge --autoremove lumarind-engine star-catcher'
     diff <(echo "$before") <(files_of "$root") >&2 || die 'removing the Debian package leaves files behind'
     passed "the Debian packages of program and game in Debian $SUITE: installed, run from / by a user, removed again"
@@ -151,7 +151,7 @@ check_archive() {
     bare=$(root_dir "$OLD_SUITE")
     gl=$(root_dir "$OLD_SUITE" libgl1 libgl1-mesa-dri)
     pictures archive "$bare" "$program" software 0
-    pictures archive-opengl "$gl" "$program" opengl 25
+    pictures archive-opengl "$gl" "$program" opengl "4 texture=25" # a turned picture, with other pixels at its edges
     pictures archive-new "$(root_dir "$SUITE")" "$program" software 0
     time=$(start_time "$bare" "$program")
     say "start of the archive's program in $OLD_SUITE: $time ms"
@@ -171,9 +171,13 @@ check_library() { # builds a game's project against the installed package
     as_player "$root" "cp -r /check/star-catcher /home/player/game && cd /home/player/game && rm -rf build &&
         cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build &&
         grep -q '^lumarind_DIR:PATH=/usr/lib' build/CMakeCache.txt && SDL_RENDER_DRIVER=software build/star-catcher --quit-at 30 &&
-        cd build && cpack && ls star-catcher_*.deb star-catcher-*.tar.xz" \
-        >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'the template does not build on the package'; }
-    passed "the template finds the library's package by find_package, builds, runs and makes packages"
+        cd build && cpack && ls star-catcher_*.deb star-catcher-*.tar.xz &&
+        cp -r /check/cinder-keep /home/player/keep && cd /home/player/keep &&
+        cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build &&
+        SDL_RENDER_DRIVER=software build/cinder-keep --screen level-1 --quit-at 30 &&
+        cd build && cpack && ls cinder-keep_*.deb cinder-keep-*.tar.xz" \
+        >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'a game does not build on the package'; }
+    passed "the template, and the example game, finds the library's package by find_package, builds, runs and makes packages"
 }
 
 package_check() {
@@ -181,6 +185,8 @@ package_check() {
     rm -rf "$work"
     mkdir -p "$work/recordings" "$work/home"
     "$top/dev" new "$work/star-catcher"
+    mkdir "$work/cinder-keep"
+    (cd "$top/examples/cinder-keep" && cp -r ./*.cpp ./*.h CMakeLists.txt LICENCE assets "$work/cinder-keep")
     "$work/star-catcher/dev" package >&2
     check_metadata
     say 'recording the scenes of the tests'

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """Fault injection: lets every system call of the program on its own files fail once: faults.py RUN_FOLDER ERRORS SCREEN...
+For a game with its files in the user's folder: faults.py --game ORGANISATION/ID RUN_FOLDER ERRORS SCREEN...
 
 RUN_FOLDER is a build's; ERRORS are names such as EIO,ENOSPC. For each screen the program first runs under strace, which
 lists its calls on files in its folder: assets, configuration, captures, log. It then runs again for each call and
@@ -23,9 +24,9 @@ import sys
 import tempfile
 import time
 
-PROGRAM = "LumarindEngine"
-SETTINGS = "config/lumarind-engine.ini"
-LOG = "lumarind-engine.log"
+# The program's file, the name of its settings and log, and the folder they lie in, below the run folder.
+Program = collections.namedtuple("Program", "file id home")
+PROGRAM = Program("LumarindEngine", "lumarind-engine", ".")
 CAPTURE = "captures/CAPTURE"  # placeholder for the capture, whose name contains the time
 FOLDER = "FOLDER"  # placeholder for the run folder's path
 TIMEOUT_S = 60
@@ -74,25 +75,27 @@ class Folder:
 
     def __init__(self, parent, build, picture_format):
         self.path = pathlib.Path(tempfile.mkdtemp(dir=parent))
-        shutil.copy(build / PROGRAM, self.path)
+        shutil.copy(build / PROGRAM.file, self.path)
         shutil.copytree(build / "assets", self.path / "assets")
+        self.home = self.path / PROGRAM.home
+        self.settings = self.home / f"config/{PROGRAM.id}.ini"
         self.before = SETTINGS_BEFORE.format(format=picture_format)
 
     def reset(self):
         for name in ("captures", "config", "data"):
             shutil.rmtree(self.path / name, ignore_errors=True)
-        for name in (LOG, "trace"):
+        for name in (f"{PROGRAM.id}.log", "trace"):
             (self.path / name).unlink(missing_ok=True)
-        (self.path / "config").mkdir()
-        (self.path / SETTINGS).write_text(self.before)
-        (self.path / "config/gamecontrollerdb.txt").write_text("# none\n")
-        (self.path / "data/lumarind").mkdir(parents=True)
+        (self.home / "config").mkdir(parents=True)
+        self.settings.write_text(self.before)
+        (self.home / "config/gamecontrollerdb.txt").write_text("# none\n")
+        (self.path / "data/lumarind").mkdir(parents=True, exist_ok=True)
 
     def run(self, screen, strace_options):
         """Returns exit code, standard error and trace."""
         self.reset()
         command = ["strace", "-f", "-y", "--quiet=path-resolution", "--kill-on-exit", "-o", "trace", *strace_options]
-        command += [f"./{PROGRAM}", "--screen", screen, "--capture-at", "2", "--quit-at", "3"]
+        command += [f"./{PROGRAM.file}", "--screen", screen, "--capture-at", "2", "--quit-at", "3"]
         process = subprocess.Popen(
             command, cwd=self.path, env=environment(self.path), start_new_session=True, stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
@@ -113,7 +116,7 @@ class Folder:
             for suffix in ("png", "jpg"):
                 name = f"captures/capture-{stamp}-000002.{suffix}"
                 yield name
-                yield str(self.path / name)
+                yield str(self.home / name)
 
 
 # --- the calls on our files ---
@@ -129,9 +132,9 @@ def own_file(folder, text):
     if not text or re.match(r"\w+:", text):  # "socket:[1]", "pipe:[2]"
         return None
     path = os.path.relpath(os.path.join(folder, text), folder)
-    if path.startswith("..") or path in (".", PROGRAM, "trace"):
+    if path.startswith("..") or path in (".", PROGRAM.file, "trace"):
         return None
-    return CAPTURE if path.startswith("captures/") else path
+    return CAPTURE if os.path.dirname(path).endswith("captures") else path
 
 
 def list_calls(folder, trace):
@@ -174,19 +177,22 @@ def settings(text):
 
 
 def check_files(folder, saved):
-    path = folder.path
-    present = (path / SETTINGS).read_text() if (path / SETTINGS).is_file() else None
+    present = folder.settings.read_text() if folder.settings.is_file() else None
     if present is None or (present != folder.before and settings(present) != settings(saved)):
         raise Finding("the settings are neither as before nor as saved")
-    for place, names in ((".", {PROGRAM, "assets", "captures", "config", "data", LOG, "trace"}),
-                         ("config", {"lumarind-engine.ini", "gamecontrollerdb.txt"})):
-        for extra in {entry.name for entry in (path / place).iterdir()} - names:
+    beside = {PROGRAM.file, "assets", "data", "trace", f"{PROGRAM.id}.log"}  # there where its home cannot be made
+    known = {"captures", "config", f"{PROGRAM.id}.log"}
+    places = {folder.path: beside, folder.home: known, folder.home / "config": {folder.settings.name, "gamecontrollerdb.txt"}}
+    if folder.home == folder.path:
+        places[folder.path] = beside | known
+    for place, names in places.items():
+        for extra in {entry.name for entry in place.iterdir()} - names:
             raise Finding(f"a file was left: {place}/{extra}")
 
 
 def check_capture(folder, errors):
     for name in re.findall(r"\[CAPTURE\] Saved: (\S+)", errors):
-        picture = folder.path / name
+        picture = folder.path / name  # which may be absolute
         end = picture.read_bytes()[-12:] if picture.is_file() else b""
         if b"IEND" not in end and not end.endswith(b"\xff\xd9"):
             raise Finding(f"called saved, but not whole: {name}")
@@ -220,7 +226,7 @@ class Screen:
         code, errors, trace = folder.run(name, [])
         if code != 0:
             raise SystemExit(f"faults: {name} does not even run without a fault: {errors}")
-        self.saved = (folder.path / SETTINGS).read_text()
+        self.saved = folder.settings.read_text()
         self.calls, self.spellings = list_calls(folder.path, trace)
         self.folders.put(folder)
 
@@ -265,7 +271,13 @@ def may_trace():
 
 
 def main():
-    build, errors, screens = pathlib.Path(sys.argv[1]), sys.argv[2].split(","), sys.argv[3:]
+    global PROGRAM  # one of them for the whole run
+    arguments = sys.argv[1:]
+    if arguments[0] == "--game":
+        name = arguments[1].split("/")[1]
+        PROGRAM = Program(name, name, f"data/{arguments[1]}")
+        arguments = arguments[2:]
+    build, errors, screens = pathlib.Path(arguments[0]), arguments[1].split(","), arguments[2:]
     if not may_trace():
         print("faults: ptrace is not permitted here", file=sys.stderr)
         return NOT_TRACED

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Converts a folder of BMP pictures for docs/gallery: a PNG of each, overview.png with all of them at half size, three
-per row, and play.webp, an animation of the pictures named play-*."""
+per row, and animations of the pictures named play-* and keep-*."""
 
 import sys
 from pathlib import Path
@@ -10,7 +10,7 @@ from PIL import Image
 COLUMNS = 3
 GAP = 8
 BACKGROUND = (20, 24, 30)
-FRAME_MS = 50
+ANIMATIONS = {"play": ("play.webp", 50), "keep": ("cinder-keep.webp", 100)}  # ms per frame
 LARGEST = 3_000_000  # bytes; limits download time
 
 
@@ -30,22 +30,24 @@ def main(source: Path, target: Path) -> None:
         old.unlink()
     pictures = []
     for path in sorted(source.glob("*.bmp")):
-        if path.stem.startswith("play-"):
+        if path.stem.split("-")[0] in ANIMATIONS and path.stem[-1].isdigit():
             continue
         pictures.append(Image.open(path).convert("RGB"))
         pictures[-1].save(target / f"{path.stem}.png", optimize=True)
     overview(pictures).save(target / "overview.png", optimize=True)
 
-    frames = [Image.open(path).convert("RGB") for path in sorted(source.glob("play-*.bmp"))]
-    animation = target / "play.webp"
-    frames[0].save(
-        animation, save_all=True, append_images=frames[1:], duration=FRAME_MS, loop=0, lossless=True, quality=80,
-        method=4,
-    )
-    size = animation.stat().st_size
-    print(f"{len(pictures)} pictures; {animation.name}: {len(frames)} frames, {size} bytes")
-    if size > LARGEST:
-        sys.exit(f"{animation} is larger than {LARGEST} bytes")
+    for name, (file, frame_ms) in ANIMATIONS.items():
+        frames = [Image.open(path).convert("RGB") for path in sorted(source.glob(f"{name}-*.bmp"))]
+        animation = target / file
+        frames[0].save(
+            animation, save_all=True, append_images=frames[1:], duration=frame_ms, loop=0, lossless=True, quality=80,
+            method=4,
+        )
+        size = animation.stat().st_size
+        print(f"{animation.name}: {len(frames)} frames, {size} bytes")
+        if size > LARGEST:
+            sys.exit(f"{animation} is larger than {LARGEST} bytes")
+    print(f"{len(pictures)} pictures")
 
 
 if __name__ == "__main__":

@@ -25,6 +25,6 @@ package_make() { # package_make [SOURCE]: packages the project in SOURCE, or in 
         cd ../packages && rm -rf _CPack_Packages && sha256sum -- *.deb *.tar.xz >SHA256SUMS" || die 'no packages'
 }
 
-package_list() { # with their sizes
-    (cd "$top/build/packages" && wc -c -- *.deb *.tar.xz | awk '$2 != "total" { printf "%s  %.2f MB\n", $2, $1 / 1e6 }')
+package_list() { # package_list [SOURCE]: with their sizes
+    (cd "${1:-$top}/build/packages" && wc -c -- *.deb *.tar.xz | awk '$2 != "total" { printf "%s  %.2f MB\n", $2, $1 / 1e6 }')
 }

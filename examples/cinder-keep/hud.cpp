@@ -1,0 +1,120 @@
+#include "hud.h"
+
+#include "game.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/text_draw.h"
+#include "lumarind/input/gamepad.h"
+#include "lumarind/settings/settings.h"
+#include "lumarind/toolkit/primitives.h"
+#include "progress.h"
+
+#include <SDL3/SDL_render.h>
+
+static constexpr float EDGE = 10;
+static constexpr SDL_Color SHADOW = {12, 8, 20, 255};
+
+static void hud_text(int font, const char *text, float x, float y, SDL_Color color, TextAlign align) {
+    TTF_Font *with = engine_get_font_by_index(font);
+    engine_draw_text(with, text, x + 1, y + 1, SHADOW, align);
+    engine_draw_text(with, text, x, y, color, align);
+}
+
+HudTime hud_time(double seconds) {
+    HudTime time = {};
+    const int hundredths = static_cast<int>(seconds * 100);
+    SDL_snprintf(
+        time.text, sizeof time.text, "%d:%02d.%02d", hundredths / 6000, hundredths / 100 % 60, hundredths % 100);
+    return time;
+}
+
+// --- signs: {name} stands for the binding of an action ---
+
+static constexpr const char *SIGN_WORDS[] = {"{left}", "{right}", "{jump}", "{roll}", "{attack}", "{special}"};
+static_assert(SDL_arraysize(SIGN_WORDS) == ACTION_PAUSE, "in the order of the actions");
+
+void hud_sign_text(const char *text, char *out, size_t size) {
+    size_t used = 0;
+    while (*text && used + 1 < size) {
+        int action = -1;
+        for (int i = 0; i < ACTION_PAUSE; i++) {
+            if (SDL_strncmp(text, SIGN_WORDS[i], SDL_strlen(SIGN_WORDS[i])) == 0) action = i;
+        }
+        if (action < 0) {
+            out[used++] = *text++;
+            continue;
+        }
+        text += SDL_strlen(SIGN_WORDS[action]);
+        SettingsText name = settings_action_text(action, gamepad_connected());
+        if (!name.text[0]) name = settings_action_text(action, !gamepad_connected());
+        used += SDL_strlcpy(out + used, name.text, size - used);
+        used = SDL_min(used, size - 1);
+    }
+    out[used] = '\0';
+}
+
+static void hud_draw_sign(const Level *level, float width, float height) {
+    const SDL_FPoint feet = level->hero.body.pos;
+    for (int i = 0; i < level->sign_count; i++) {
+        if (!point_in_rect(&feet, &level->signs[i].area)) continue;
+        char text[160];
+        hud_sign_text(level->signs[i].text, text, sizeof text);
+        float wide = 0, high = 0;
+        engine_measure_text(engine_get_font_by_index(SHARED_FONT_UI), text, &wide, &high);
+        const SDL_FRect box = {width / 2 - wide / 2 - 14, height - high - 34, wide + 28, high + 14};
+        SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_BLEND);
+        fill_rect(engine_renderer(), &box, rgba(21, 18, 31, 215));
+        hud_text(SHARED_FONT_UI, text, width / 2, box.y + 7, COLOR_PLAIN, TEXT_CENTER);
+    }
+}
+
+static void hud_draw_won(const Level *level, float width, float height) {
+    const LevelProgress &kept = progress.levels[level->number];
+    char line[96];
+    SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_BLEND);
+    const SDL_FRect band = {0, height / 2 - 74, width, 148};
+    fill_rect(engine_renderer(), &band, rgba(12, 8, 20, 200));
+    const char *title = tile_property_string(&level->world->properties, "title", "");
+    hud_text(SHARED_FONT_UI_HEADING, title, width / 2, height / 2 - 66, COLOR_BRIGHT, TEXT_CENTER);
+    SDL_snprintf(
+        line, sizeof line, "Time %s     Best %s", hud_time(level->time).text,
+        hud_time(static_cast<double>(kept.best_ms) / 1000).text);
+    hud_text(SHARED_FONT_UI, line, width / 2, height / 2 - 8, COLOR_PLAIN, TEXT_CENTER);
+    SDL_snprintf(
+        line, sizeof line, "Embers %d of %d     Fallen %d", level->embers, level->things.embers, level->deaths);
+    hud_text(SHARED_FONT_UI, line, width / 2, height / 2 + 16, COLOR_PLAIN, TEXT_CENTER);
+    const bool fast = level->whole_run && level->time < level->seconds_to_beat;
+    SDL_snprintf(
+        line, sizeof line, fast ? "Faster than the keeper's %s!" : "The keeper needs %s",
+        hud_time(level->seconds_to_beat).text);
+    hud_text(SHARED_FONT_UI, line, width / 2, height / 2 + 40, fast ? COLOR_BRIGHT : COLOR_DIM, TEXT_CENTER);
+}
+
+void hud_draw(const Level *level) {
+    float width = 0, height = 0;
+    engine_view_size(&width, &height);
+    const Art *art = &level->art;
+    const Hero &hero = level->hero;
+    for (int i = 0; i < HERO_HEARTS; i++) {
+        if (i < hero.hearts)
+            art_draw_thing(art, &art->clips[CLIP_HEART], {EDGE + 18 + 26 * static_cast<float>(i), EDGE + 36}, 2);
+    }
+    for (int i = 0; i < hero.flames; i++)
+        art_draw_thing(art, &art->clips[CLIP_FIREBALL], {EDGE + 20 + 22 * static_cast<float>(i), EDGE + 62}, 2);
+    art_draw_thing(art, &art->clips[CLIP_EMBER], {width - EDGE - 16, EDGE + 36}, 2);
+    if (hero.has_key) art_draw_thing(art, &art->clips[CLIP_KEY], {width - EDGE - 16, EDGE + 82}, 2);
+
+    char text[32];
+    SDL_snprintf(text, sizeof text, "%d / %d", level->embers, level->things.embers);
+    hud_text(SHARED_FONT_UI, text, width - EDGE - 34, EDGE + 6, COLOR_PLAIN, TEXT_RIGHT);
+    HudTime time = hud_time(level->time);
+    time.text[SDL_strlen(time.text) - 1] = '\0'; // tenths: a text that changed in every frame would cost much
+    hud_text(SHARED_FONT_UI, time.text, width / 2, EDGE, COLOR_PLAIN, TEXT_CENTER);
+    if (hero.flames == HERO_FLAMES) {
+        const SettingsText flame = settings_action_text(ACTION_SPECIAL, gamepad_connected());
+        hud_text(SHARED_FONT_UI, flame.text, EDGE + 80, EDGE + 38, COLOR_BRIGHT, TEXT_LEFT);
+    }
+    if (level->phase == LEVEL_PLAYING) hud_draw_sign(level, width, height);
+    if (level->phase == LEVEL_WON) hud_draw_won(level, width, height);
+}

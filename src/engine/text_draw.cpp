@@ -1,0 +1,78 @@
+#include "lumarind/engine/text_draw.h"
+
+#include "engine/engine_record.h"
+#include "lumarind/core/error.h"
+#include "lumarind/core/state_hash.h"
+#include "lumarind/engine/text.h"
+
+#include <SDL3/SDL_error.h>
+#include <SDL3_ttf/SDL_ttf.h>
+
+struct KeptText {
+    TTF_Text *text; // owned; null: the place is free
+    TTF_Font *font;
+    Uint64 hash; // of the content
+    Uint64 used; // the draw that used it last
+};
+
+struct TextDraw {
+    KeptText kept[TEXT_DRAW_KEPT];
+    Uint64 draws;
+};
+
+static TextDraw *_text_draw() {
+    if (!engine->text_draw) engine->text_draw = static_cast<TextDraw *>(SDL_calloc(1, sizeof(TextDraw)));
+    if (!engine->text_draw) engine_error("[ENGINE] Text memory allocation failed, error: %s", SDL_GetError());
+    return engine->text_draw;
+}
+
+static TTF_Text *_text_draw_find(TTF_Font *font, const char *text) {
+    TextDraw *draw = _text_draw();
+    if (!draw) return nullptr;
+    const Uint64 hash = state_hash_bytes(STATE_HASH_START, text, SDL_strlen(text));
+    KeptText *oldest = &draw->kept[0];
+    draw->draws++;
+    for (KeptText &kept : draw->kept) {
+        if (kept.text && kept.font == font && kept.hash == hash && SDL_strcmp(kept.text->text, text) == 0) {
+            kept.used = draw->draws;
+            return kept.text;
+        }
+        if (kept.used < oldest->used) oldest = &kept;
+    }
+    TTF_Text *made = engine_prepare_text(font, text, 0, {255, 255, 255, 255});
+    if (!made) return nullptr;
+    engine_cleanup_text(&oldest->text);
+    *oldest = {.text = made, .font = font, .hash = hash, .used = draw->draws};
+    return made;
+}
+
+bool engine_draw_text(TTF_Font *font, const char *text, float x, float y, SDL_Color color, TextAlign align) {
+    if (!font || !*text) return true;
+    TTF_Text *made = _text_draw_find(font, text);
+    if (!made) return false;
+    float width = 0;
+    if (align != TEXT_LEFT) engine_text_size(made, &width, nullptr);
+    engine_set_text_color(made, color);
+    engine_render_text(made, align == TEXT_LEFT ? x : align == TEXT_RIGHT ? x - width : x - width / 2, y);
+    return true;
+}
+
+void engine_measure_text(TTF_Font *font, const char *text, float *width, float *height) {
+    TTF_Text *made = font && *text ? _text_draw_find(font, text) : nullptr;
+    if (width) *width = 0;
+    if (made) engine_text_size(made, width, nullptr);
+    const int scale = engine ? SDL_max(engine->ui_scale, 1) : 1;
+    if (height) *height = font ? static_cast<float>(TTF_GetFontHeight(font)) / static_cast<float>(scale) : 0;
+}
+
+void text_draw_forget(const TTF_Font *font) {
+    if (!engine || !engine->text_draw) return;
+    for (KeptText &kept : engine->text_draw->kept) {
+        if (!kept.text || (font && kept.font != font)) continue;
+        engine_cleanup_text(&kept.text);
+        kept = {};
+    }
+    if (font) return;
+    SDL_free(engine->text_draw);
+    engine->text_draw = nullptr;
+}

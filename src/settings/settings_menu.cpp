@@ -1,0 +1,153 @@
+#include "lumarind/settings/settings_menu.h"
+
+#include "lumarind/config/config.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/text_draw.h"
+#include "lumarind/settings/settings.h"
+#include "settings/settings_internal.h"
+
+static constexpr int FIRST_ACTION = SETTINGS_VALUE_COUNT, LINES_MAX = FIRST_ACTION + GAME_MAX_ACTIONS + 2;
+static constexpr float WIDEST = 640, TALL = 400; // UI units; from TALL on there is room for a heading
+static constexpr Uint8 SHADE = 150, SHADE_ASKING = 190;
+
+struct SettingsMenu {
+    Menu list, answers; // answers: to a conflict
+    int slot;           // of the bindings, that the selected action shows
+    bool deaf;          // in the first frame, and in that after a capture: what was pressed there is not for the menu
+    bool asking;        // since the frame before
+};
+static SettingsMenu settings_menu;
+
+void settings_menu_open() { settings_menu = {.list = {}, .answers = {}, .slot = 0, .deaf = true, .asking = false}; }
+
+// "A   [Left]   Stick left": the slots of an action, the chosen one in brackets where its line is selected.
+static void _settings_menu_slots(int action, bool selected, char *out, size_t size) {
+    size_t used = 0;
+    out[0] = '\0';
+    for (int i = 0; i < INPUT_MAX_BINDINGS; i++) {
+        const SettingsText name = settings_slot_text(action, i);
+        const bool chosen = selected && i == settings_menu.slot;
+        if (!name.text[0] && !chosen) continue;
+        used += static_cast<size_t>(SDL_snprintf(
+            out + used, size - used, chosen ? "%s[%s]" : "%s%s", used ? "   " : "", name.text[0] ? name.text : "new"));
+        if (used >= size || !name.text[0]) break;
+    }
+}
+
+static int _settings_menu_slot_count(int action) { // with one for a new binding
+    int count = 0;
+    while (count < INPUT_MAX_BINDINGS && settings_slot_text(action, count).text[0]) count++;
+    return SDL_min(count + 1, INPUT_MAX_BINDINGS);
+}
+
+static void _settings_menu_take(const MenuAnswer &answer, const SettingsAction *actions, int action_count) {
+    const int line = settings_menu.list.selected, index = line - FIRST_ACTION;
+    if (line < FIRST_ACTION) {
+        const int step = answer.step != 0 ? answer.step : answer.taken >= 0 ? 1 : 0;
+        if (step != 0) settings_value_step(line, step);
+    } else if (index < action_count) {
+        const int action = actions[index].action, slots = _settings_menu_slot_count(action);
+        settings_menu.slot = SDL_clamp(settings_menu.slot, 0, slots - 1);
+        if (answer.taken >= 0) {
+            settings_capture_begin(action, settings_menu.slot);
+        } else if (answer.clear) {
+            settings_clear(action, settings_menu.slot);
+        } else {
+            settings_menu.slot = (settings_menu.slot + answer.step + slots) % slots;
+        }
+    } else if (answer.taken == FIRST_ACTION + action_count) {
+        settings_restore_bindings();
+    }
+}
+
+static void _settings_menu_draw_waiting(float width, float height) {
+    char text[2 * SETTINGS_TEXT_SIZE];
+    TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
+    const float line = menu_line_height();
+    const char *label = _settings_label(settings_capture_action());
+    menu_darken(SHADE_ASKING);
+    SDL_snprintf(text, sizeof text, "Press a key or a button for \"%s\"", label);
+    engine_draw_text(font, text, width / 2, height / 2 - line, menu_look().bright, TEXT_CENTER);
+    SDL_snprintf(text, sizeof text, "All stays as it is in %d s", static_cast<int>(settings_capture_left() + 0.99));
+    engine_draw_text(font, text, width / 2, height / 2, menu_look().dim, TEXT_CENTER);
+}
+
+static MenuAnswer _settings_menu_ask(float width, float height) {
+    static constexpr MenuLine LINES[] = {{"Swap the two"}, {"Leave it as it is"}};
+    SettingsText what = {};
+    const int other = settings_capture_conflict(&what);
+    const float line = menu_line_height();
+    char text[3 * SETTINGS_TEXT_SIZE];
+    menu_darken(SHADE_ASKING);
+    SDL_snprintf(text, sizeof text, "%s is bound to \"%s\" already", what.text, _settings_label(other));
+    engine_draw_text(
+        engine_get_font_by_index(SHARED_FONT_UI), text, width / 2, height / 2 - 1.5f * line, menu_look().bright,
+        TEXT_CENTER);
+    const SDL_FRect area = {width / 2 - 130, height / 2, 260, 2 * line};
+    const MenuAnswer answer = menu_tick(&settings_menu.answers, LINES, 2, area, settings_menu.asking);
+    settings_menu.asking = true; // from the next frame on
+    if (answer.taken >= 0 || answer.back) settings_capture_answer(answer.taken == 0);
+    return answer;
+}
+
+static void _settings_menu_draw_frame(float width, float height, bool at_action) {
+    menu_darken(SHADE);
+    if (height <= TALL) return;
+    engine_draw_text(
+        engine_get_font_by_index(SHARED_FONT_UI_HEADING), "Settings", width / 2, 8, menu_look().bright, TEXT_CENTER);
+    const char *hint = at_action ? "Left and right choose a binding, confirm replaces it, Delete clears it"
+                                 : "Left and right change a value";
+    engine_draw_text(
+        engine_get_font_by_index(SHARED_FONT_UI), hint, width / 2, height - menu_line_height() - 6, menu_look().dim,
+        TEXT_CENTER);
+}
+
+static MenuAnswer _settings_menu_list(float width, float height, bool listens, int *count) {
+    const SettingsAction *actions = nullptr;
+    const int action_count = _settings_actions(&actions), selected = settings_menu.list.selected - FIRST_ACTION;
+    SettingsText values[SETTINGS_VALUE_COUNT] = {};
+    char bindings[GAME_MAX_ACTIONS][INPUT_MAX_BINDINGS * SETTINGS_TEXT_SIZE];
+    MenuLine lines[LINES_MAX] = {};
+    for (int i = 0; i < SETTINGS_VALUE_COUNT; i++) {
+        values[i] = settings_value_text(i);
+        lines[i] = {settings_value_name(i), values[i].text};
+    }
+    for (int i = 0; i < action_count; i++) {
+        _settings_menu_slots(actions[i].action, selected == i, bindings[i], sizeof bindings[i]);
+        lines[FIRST_ACTION + i] = {actions[i].label, bindings[i]};
+    }
+    *count = FIRST_ACTION + action_count + 2;
+    lines[*count - 2] = {"Default bindings"};
+    lines[*count - 1] = {"Back"};
+    _settings_menu_draw_frame(width, height, selected >= 0 && selected < action_count);
+    const float wide = SDL_min(width - 20, WIDEST), top = height > TALL ? 64.0f : 6.0f;
+    const float foot = height > TALL ? menu_line_height() + 14 : 4;
+    const SDL_FRect area = {width / 2 - wide / 2, top, wide, height - top - foot};
+    const MenuAnswer answer = menu_tick(&settings_menu.list, lines, *count, area, listens);
+    if (listens) _settings_menu_take(answer, actions, action_count);
+    return answer;
+}
+
+bool settings_menu_tick(MenuAnswer *heard) {
+    float width = 0, height = 0;
+    engine_view_size(&width, &height);
+    settings_capture_advance(engine_fps_delta());
+    const SettingsCapture capture = settings_capture();
+    const bool listens = capture == SETTINGS_CAPTURE_NONE && !settings_menu.deaf;
+    settings_menu.deaf = capture != SETTINGS_CAPTURE_NONE;
+    if (capture != SETTINGS_CAPTURE_CONFLICT) {
+        settings_menu.asking = false;
+        settings_menu.answers = {};
+    }
+    int count = 0;
+    MenuAnswer answer = _settings_menu_list(width, height, listens, &count);
+    const bool left = listens && (answer.back || answer.taken == count - 1);
+    if (capture == SETTINGS_CAPTURE_WAITING) _settings_menu_draw_waiting(width, height);
+    if (capture == SETTINGS_CAPTURE_CONFLICT) answer = _settings_menu_ask(width, height);
+    if (heard) *heard = answer;
+    if (left) cfg_save(); // reported where it fails; what was chosen holds until the end all the same
+    return !left;
+}

@@ -1,0 +1,139 @@
+#include "keep/keep_bot.h"
+
+#include <cmath>
+#include <sstream>
+#include <stdexcept>
+
+namespace {
+
+constexpr float TILE = 16, CLOSE = 4, REACH = 42, PUT_BACK = 36; // px
+constexpr int AGAIN = 13;                                        // steps between two strikes
+
+} // namespace
+
+const char *const KEEP_ROUTES[2] = {
+    "go 25 jump 28 41 jump 32 39 go 38 go 39.3 jump 45.5 42 go 59.5 jump 62.5 39 go 63.4 jump 68 38 "
+    "jump 73.5 40 go 77 go 89.3 jump 96 42 go 105.5 jump 108 38 go 107.4 jump 104.5 35 go 105.4 jump 108 32 "
+    "go 107.4 jump 104 29 jump 101.5 27 go 93 go 90.4 jump 88.2 24 go 82 wait 0 79 27 jump 79 27 "
+    "wait 0 69 27 jump 64.5 27 go 65 jump 62 24 go 60.7 jump 56 21 go 54.6 jump 50 21 go 45 go 36 go 35.6 "
+    "jump 28.5 27 go 27 jump 25.2 26 go 20 go 14 go 8.6 jump 6.5 24 go 7.4 jump 12 21 go 10.7 jump 7 18 go 7.4 "
+    "jump 11.5 15 go 12.4 jump 17 12 go 19 jump 22 11 jump 25.5 9 go 30 go 33.4 jump 40 12 go 41.4 "
+    "jump 49 12 go 65.4 wait 1 68 12 jump 68 12 wait 1 79 12 jump 83.5 12 go 87.6 jump 90 10 go 95 go 106.5",
+    "go 7 jump 9 83 go 13.4 jump 21 84 go 27.3 wait 0 30 84 jump 30 84 wait 0 38 84 jump 41.5 84 go 43 "
+    "jump 45 82 go 52.6 jump 55.5 80 go 54.6 jump 51.5 77 go 52.4 jump 55 74 go 53.8 jump 48.5 72 go 48 go 42.4 jump "
+    "35 72 "
+    "go 34 jump 32 70 go 27 go 24 jump 21.5 71 go 18 jump 15.5 69 go 7 jump 4.5 68 go 5.4 jump 8.5 65 go 7.6 "
+    "jump 4 62 go 4.6 jump 9.5 60 go 11 go 13.4 jump 20 60 go 21.4 jump 28 60 go 29 jump 31.5 56 go 34.4 "
+    "jump 38.5 53 go 42 go 49 go 51 wait 1 54 59.5 jump 54 59.5 wait 1 54 48 jump 50.5 48 go 49 go 46.4 "
+    "wait 2 44 48 jump 44 48 wait 2 41 48 jump 39 48 wait 3 35 48 jump 35 48 wait 3 29 48 jump 26 45 go 24.5 "
+    "wait 4 21 47 jump 21 47 wait 4 12 47 jump 8.5 48 go 7.2 jump 4 44 go 5.4 jump 8.5 41 go 6.6 jump 3.5 38 go 4.4 "
+    "jump 8 35 jump 11 34 go 12 go 17.4 jump 25 34 go 31.4 wait 5 34 34 jump 34 34 wait 5 40 34 jump 43.5 34 "
+    "go 44.3 jump 46 32 go 54 jump 56.5 31 go 55.6 jump 52 28 wait 6 55 28 jump 55 28 wait 6 55 19 jump 48.5 18 "
+    "go 46 go 40 jump 37.5 16 go 36.6 jump 30 14 go 26 go 24.6 jump 17 18 go 5.5"};
+
+KeepBot::KeepBot(const char *route) {
+    std::istringstream text(route);
+    for (Word word; text >> word.name;) {
+        if (word.name == "wait") text >> word.platform >> word.x >> word.y;
+        if (word.name == "go" || word.name == "jump") text >> word.x;
+        if (word.name == "jump") text >> word.y;
+        if (!text) throw std::runtime_error("the route breaks off");
+        words_.push_back(word);
+    }
+}
+
+std::string KeepBot::where(const Level &level) const {
+    std::ostringstream text;
+    text << "word " << at_ << (done() ? "" : " " + words_[at_].name + " " + std::to_string(words_[at_].x)) << " at "
+         << level.hero.body.pos.x / TILE << ", " << level.hero.body.pos.y / TILE << ", hearts " << level.hero.hearts
+         << ", time " << level.time;
+    return text.str();
+}
+
+// The nearest foe that he can reach, or must not run into.
+bool KeepBot::fights(const Level &level, KeepKeys *keys) {
+    const PlayerBody &body = level.hero.body;
+    for (int i = 0; i < level.enemies.count; i++) {
+        const Enemy &enemy = level.enemies.items[i];
+        const float dx = enemy.body.pos.x - body.pos.x, dy = enemy.body.pos.y - body.pos.y;
+        if (!enemy.alive || std::fabs(dx) > REACH + 24 || dy > 24 || dy < -40) continue;
+        const bool faces = (dx > 0) == (body.facing > 0);
+        if (!faces) (dx > 0 ? keys->right : keys->left) = true;
+        if (faces && std::fabs(dx) < REACH + 8 && since_attack_ > AGAIN) {
+            keys->press_attack = true;
+            since_attack_ = 0;
+        }
+        if (std::fabs(dx) < 26) (dx > 0 ? keys->left : keys->right) = since_attack_ > 6; // not so close
+        return std::fabs(dx) < REACH + 8;
+    }
+    return false;
+}
+
+void KeepBot::go_back(SDL_FPoint feet, size_t before) {
+    float nearest = 1e9f;
+    for (size_t i = 0; i < SDL_min(before, words_.size()); i++) {
+        const float far = std::hypot(words_[i].feet.x - feet.x, words_[i].feet.y - feet.y);
+        if (words_[i].feet.x < 0 || far > nearest + 1) continue;
+        nearest = far;
+        at_ = i;
+    }
+    steps_ = 0;
+    jumped_ = false;
+}
+
+void KeepBot::strikes_in_the_air(const Level &level, KeepKeys *keys) {
+    const PlayerBody &body = level.hero.body;
+    for (int i = 0; i < level.enemies.count && !body.grounded && since_attack_ > AGAIN; i++) {
+        const Enemy &enemy = level.enemies.items[i];
+        const float dx = enemy.body.pos.x - body.pos.x, dy = enemy.body.pos.y - body.pos.y;
+        if (!enemy.alive || (dx > 0) != (body.facing > 0) || std::fabs(dx) > REACH + 12 || std::fabs(dy) > 40) continue;
+        keys->press_attack = true;
+        since_attack_ = 0;
+    }
+}
+
+KeepKeys KeepBot::play(const Level &level) {
+    KeepKeys keys = {};
+    const PlayerBody &body = level.hero.body;
+    if (steps_ + static_cast<int>(at_) > 0 && std::hypot(body.pos.x - before_.x, body.pos.y - before_.y) > PUT_BACK) {
+        go_back(body.pos, words_.size());
+    }
+    before_ = body.pos;
+    steps_++;
+    since_attack_++;
+    if (!done() && steps_ == 1 && body.grounded && words_[at_].name != "wait") words_[at_].feet = body.pos;
+    if (done() || level.phase != LEVEL_PLAYING) return keys;
+    const Word &word = words_[at_];
+    const float dx = word.x * TILE - body.pos.x;
+    bool reached = false;
+    if (word.name == "wait") {
+        const Platform &platform = level.things.platforms[word.platform];
+        reached = std::fabs(platform.box.x + platform.box.w / 2 - word.x * TILE) < 6 &&
+                  std::fabs(platform.box.y - word.y * TILE) < 6;
+        if (!level.things.platforms[word.platform].time) reached = true;
+        fights(level, &keys);
+        if (keys.left || keys.right) keys.left = keys.right = false;
+    } else if (word.name == "go") {
+        if (!body.grounded || !fights(level, &keys)) (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > CLOSE;
+        reached = std::fabs(dx) <= CLOSE + 2 && body.grounded;
+        if (!reached && steps_ > 200) return go_back(body.pos, at_), keys;
+    } else {
+        const bool after_wait = at_ > 0 && words_[at_ - 1].name == "wait"; // a platform goes on meanwhile
+        strikes_in_the_air(level, &keys);
+        const bool wrong_way = body.vel.x * dx < 0 && std::fabs(body.vel.x) > 10;
+        if (!jumped_ && body.grounded && !wrong_way) jumped_ = keys.press_jump = true;
+        keys.jump = jumped_ && body.vel.y <= 0;
+        const float ahead = body.vel.x * 0.05f; // he goes on for a moment
+        if (jumped_ && std::fabs(dx - ahead) > CLOSE) (dx - ahead > 0 ? keys.right : keys.left) = true;
+        reached = jumped_ && steps_ > 4 && body.grounded && std::fabs(dx) < 30 &&
+                  std::fabs(body.pos.y - word.y * TILE) < (after_wait ? 24 : 6);
+        if (jumped_ && !reached && body.grounded && steps_ % 20 == 19) jumped_ = false; // once more
+        if (!reached && steps_ > 75) return go_back(body.pos, at_), keys;
+    }
+    if (reached) {
+        at_++;
+        steps_ = 0;
+        jumped_ = false;
+    }
+    return keys;
+}

@@ -1,0 +1,260 @@
+// Cinder Keep from its title to its credits: what is kept of a run, and what becomes of a save that is not whole.
+
+#include "game.h"
+#include "hud.h"
+#include "keep/keep_fixture.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/replay/replay.h"
+#include "progress.h"
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+class KeepGame : public KeepTest {
+protected:
+    const std::string save = user_file("saves/progress.txt");
+
+    void step(int count) { frames(count, 1.0 / 60); }
+    // The state that a press on the title leads to, once the fade is over.
+    GameState taken(const std::string &script) {
+        play(script);
+        step(80);
+        return engine_get_state();
+    }
+    bool begin_title() { return start({"--screen", "title", "--window-size", "64x36"}) && frame(); }
+    static Level *level() { return const_cast<Level *>(play_level()); }
+    void put(SDL_FPoint feet) { // as if he had come there
+        hero_place(&level()->hero, &level()->art, feet);
+        step(3);
+    }
+    static SDL_FPoint place_of(ThingKind kind, int number) {
+        return level()->things.items[things_find(&level()->things, kind, number)].feet;
+    }
+    void win_level() {
+        put(place_of(THING_EXIT, 0));
+        EXPECT_EQ(level()->phase, LEVEL_WON);
+    }
+};
+
+TEST_F(KeepGame, FromTheTitleThroughBothLevelsToTheCreditsAndBack) {
+    ASSERT_TRUE(begin_title());
+    EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "a new game";
+    win_level();
+    EXPECT_EQ(taken("60 60 Space"), state_of(SCREEN_LEVEL_2));
+    EXPECT_EQ(progress.reached, 2);
+    EXPECT_GT(progress.levels[0].best_ms, 0);
+    win_level();
+    EXPECT_EQ(taken("60 60 pad:a"), state_of(SCREEN_CREDITS)); // by a controller's button
+    EXPECT_TRUE(progress.finished);
+    EXPECT_EQ(taken("60 60 Escape"), state_of(SCREEN_TITLE));
+    EXPECT_EQ(log.errors(), std::vector<std::string>());
+}
+
+TEST_F(KeepGame, AControllerAloneIsEnough) {
+    ASSERT_TRUE(begin_title());
+    play("pad:plug 2 pad:dpdown=1 2 pad:dpdown=0 2 pad:dpup=1 2 pad:dpup=0 2"); // to the settings and back
+    ASSERT_EQ(taken("pad:a=1 2 pad:a=0"), state_of(SCREEN_LEVEL_1));
+    char text[64];
+    hud_sign_text("{jump}, {left}", text, sizeof text);
+    EXPECT_STREQ(text, "A, D-pad left") << "as it stands on the controller";
+    const float x = level()->hero.body.pos.x;
+    play("pad:leftx=1 60 pad:leftx=0 10");
+    EXPECT_GT(level()->hero.body.pos.x, x + 100);
+    play("pad:a=1 3");
+    EXPECT_LT(level()->hero.body.vel.y, -100);
+    play("pad:a=0 60 pad:x=1 2 pad:x=0");
+    EXPECT_EQ(level()->hero.state, HERO_STRIKE);
+    play("60 pad:b=1 2 pad:b=0");
+    EXPECT_EQ(level()->hero.state, HERO_ROLL);
+    play("60 pad:start=1 1 pad:start=0 2");
+    EXPECT_TRUE(engine_is_paused());
+    play("pad:b=1 1 pad:b=0 2");
+    EXPECT_FALSE(engine_is_paused());
+    EXPECT_NE(level()->hero.state, HERO_ROLL) << "the press was for the menu";
+}
+
+TEST_F(KeepGame, TheMouseAloneLeadsThroughTheMenus) {
+    ASSERT_TRUE(start({"--screen", "title", "--window-size", "800x450"}) && frame());
+    EXPECT_EQ(taken("move:150,180 2 drop:150,180"), state_of(SCREEN_LEVEL_1)); // the second line
+    play("Escape 3");
+    EXPECT_EQ(taken("move:400,270 2 drop:400,270"), state_of(SCREEN_TITLE)); // the last one
+}
+
+TEST_F(KeepGame, APausedLevelStandsStillAndIsLeft) {
+    ASSERT_TRUE(start_level(1));
+    step(30);
+    const double before = level()->time;
+    play("Escape");
+    step(30);
+    EXPECT_TRUE(engine_is_paused());
+    EXPECT_NEAR(level()->time, before, 0.05);
+    play("Escape 5");
+    EXPECT_FALSE(engine_is_paused());
+    play("pad:start");
+    step(2);
+    EXPECT_TRUE(engine_is_paused());
+    EXPECT_EQ(taken("Up 2 Return"), state_of(SCREEN_TITLE)); // the last line
+}
+
+TEST_F(KeepGame, ARunGoesOnAtItsCheckpointWithWhatItHad) {
+    ASSERT_TRUE(begin_title());
+    ASSERT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1));
+    put(place_of(THING_EMBER, 3));
+    put(place_of(THING_KEY, 0));
+    put(place_of(THING_CHECKPOINT, 1));
+    EXPECT_EQ(level()->embers, 1);
+    const double time = level()->time;
+    stop();
+    progress = {}; // as another program finds it
+    ASSERT_TRUE(begin_title());
+    ASSERT_EQ(progress_load_again(), PROGRESS_READ);
+    engine_restart_state();
+    step(2);
+    EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "Continue is chosen";
+    EXPECT_EQ(level()->embers, 1);
+    EXPECT_TRUE(level()->hero.has_key);
+    EXPECT_FALSE(level()->whole_run);
+    EXPECT_EQ(level()->checkpoint, things_find(&level()->things, THING_CHECKPOINT, 1));
+    EXPECT_NEAR(level()->time, time, 2);
+    put(place_of(THING_DOOR, 0));
+    EXPECT_FALSE(level()->hero.has_key);
+    win_level();
+    EXPECT_EQ(progress.levels[0].best_ms, 0) << "half a run is no best time";
+}
+
+TEST_F(KeepGame, LosingAllHeartsLeadsBackToTheFire) {
+    ASSERT_TRUE(start_level(1));
+    put(place_of(THING_CHECKPOINT, 0));
+    for (int i = 0; i < HERO_HEARTS; i++) {
+        level()->hero.safe = 0;
+        level_hurt_hero(level(), 0);
+        step(30);
+    }
+    EXPECT_EQ(level()->phase, LEVEL_FALLEN);
+    step(120);
+    EXPECT_EQ(level()->phase, LEVEL_PLAYING);
+    EXPECT_EQ(level()->hero.hearts, HERO_HEARTS);
+    EXPECT_EQ(level()->deaths, 1);
+    EXPECT_NEAR(level()->hero.body.pos.x, place_of(THING_CHECKPOINT, 0).x, 1);
+}
+
+TEST_F(KeepGame, TheGhostShowsTheBestRunAndADamagedOneIsNotShown) {
+    ASSERT_TRUE(start_level(1));
+    hold({SDL_SCANCODE_RIGHT});
+    step(60);
+    const float ran = level()->hero.body.pos.x;
+    hold({});
+    const double then = level()->time;
+    step(10);
+    win_level();
+    ASSERT_TRUE(start_level(1));
+    GhostSample sample = {};
+    ASSERT_TRUE(ghost_at(&level()->best, then, &sample));
+    EXPECT_NEAR(sample.x, ran, 12);
+    EXPECT_FALSE(ghost_at(&level()->best, 600, &sample));
+    stop();
+    std::string bytes = read_file(user_file("saves/ghost-1.bin"));
+    bytes[bytes.size() / 2] ^= 4;
+    write_file(user_file("saves/ghost-1.bin"), bytes);
+    ASSERT_TRUE(start_level(1));
+    EXPECT_EQ(level()->best.count, 0);
+    EXPECT_EQ(log.errors(), std::vector<std::string>{"[GHOST] Damaged, not shown: saves/ghost-1.bin"});
+}
+
+TEST_F(KeepGame, SavesAreReadInBothVersionsAndDamagedOnesSetAside) {
+    ASSERT_TRUE(begin_title());
+    progress = {.reached = 2, .finished = true, .levels = {{61230, 40, 3}, {0, 5, 9}}, .run = {}};
+    progress.run.level = 1;
+    progress.run.embers[1] = 0x8000000000000001u;
+    ASSERT_TRUE(progress_save());
+    const std::string whole = read_file(save);
+    const Progress kept = progress;
+    EXPECT_EQ(progress_load_again(), PROGRESS_READ);
+    EXPECT_EQ(SDL_memcmp(&kept, &progress, sizeof kept), 0);
+    write_file(save, "cinder-keep 1\nreached 2\nbest 83 0\n");
+    EXPECT_EQ(progress_load_again(), PROGRESS_READ);
+    EXPECT_EQ(progress.levels[0].best_ms, 83000);
+    EXPECT_EQ(progress.reached, 2);
+
+    int set_aside = 0; // whatever is cut off or changed is found, but for letters in the checksum's own case
+    for (size_t cut = 1; cut < whole.size() - 1; cut += 7) {
+        std::string scratched = whole;
+        scratched[cut] ^= 1;
+        for (const std::string &damaged : {whole.substr(0, cut), scratched}) {
+            write_file(save, damaged);
+            progress_load_again();
+            const bool new_game = progress.reached == 1 && progress.run.level == -1;
+            EXPECT_TRUE(new_game) << damaged;
+            set_aside += new_game && read_file(user_file("saves/progress.damaged.txt")) == damaged;
+        }
+    }
+    EXPECT_GT(set_aside, 50);
+    write_file(save, "cinder-keep 3\n");
+    EXPECT_EQ(progress_load_again(), PROGRESS_DAMAGED) << "of a later game";
+}
+
+TEST_F(KeepGame, AProgramKilledWhileItSavesLeavesAWholeSave) {
+    ASSERT_TRUE(begin_title());
+    progress.levels[0].best_ms = 1;
+    ASSERT_TRUE(progress_save());
+    Sint64 most = 1;
+    for (int i = 0; i < 40; i++) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (;; progress.levels[0].best_ms++) progress_save();
+        }
+        ASSERT_GT(child, 0);
+        usleep(static_cast<useconds_t>(2000 + 700 * i));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        ASSERT_EQ(progress_load_again(), PROGRESS_READ) << "kill " << i;
+        most = SDL_max(most, progress.levels[0].best_ms);
+    }
+    EXPECT_GT(most, 40) << "hardly anything was saved meanwhile";
+}
+
+TEST_F(KeepGame, WhatLiesBehindTheCastleIsDrawnWhereItShows) {
+    ASSERT_TRUE(start_level(1));
+    const struct {
+        const char *what;
+        SDL_FRect tiles;
+        bool open;
+    } cases[] = {
+        {"rock", {40, 28, 20, 2}, false},
+        {"wall and a ledge before it", {56, 34, 4, 3}, false},
+        {"a window", {48, 33, 3, 5}, true},
+        {"the sky", {4, 32, 2, 2}, true},
+        {"beyond", {-4, 2, 3, 3}, true}};
+    for (const auto &c : cases) {
+        const SDL_FRect area = {c.tiles.x * 16 + 1, c.tiles.y * 16 + 1, c.tiles.w * 16 - 2, c.tiles.h * 16 - 2};
+        EXPECT_EQ(tile_world_find_open(level()->world, level()->layer_castle, area), c.open) << c.what;
+    }
+    EXPECT_TRUE(tile_world_find_open(level()->world, -1, {100, 100, 10, 10})) << "no such layer";
+}
+
+// Not a test unless asked for: plays the routes and writes the recordings that tests replay.
+TEST_F(KeepTest, RoutesAreRecorded) {
+    const char *folder = std::getenv("LUMARIND_ROUTES"), *only = std::getenv("LUMARIND_ROUTES_ONLY");
+    if (!folder) GTEST_SKIP() << "LUMARIND_ROUTES names no folder";
+    const char *size = std::getenv("LUMARIND_ROUTES_TELL") ? "64x36" : "640x360";
+    for (const int number : {1, 2}) {
+        if (only && std::atoi(only) != number) continue;
+        ASSERT_TRUE(start({"--screen", "title", "--window-size", size}) && frame());
+        const std::string path = std::string(folder) + "/cinder-keep-" + std::to_string(number) + ".lmr";
+        ASSERT_TRUE(replay_record(path.c_str()));
+        engine_set_state(state_of(SCREEN_LEVEL_1 + number - 1));
+        frame();
+        ASSERT_EQ(run_route(number), "") << "level " << number;
+        const Level *level = play_level();
+        std::printf(
+            "level %d: %.2f s, %d embers, %d deaths, hearts %d\n", number, level->time, level->embers, level->deaths,
+            level->hero.hearts);
+        frames(60, 1.0 / 60);
+        stop();
+    }
+}
+
+} // namespace

@@ -1,0 +1,97 @@
+// Cinder Keep for a long time under random keys, mouse, controllers, resizes and stalls, from a printed seed. The
+// sanitizers watch; here the log is watched.
+//   LUMARIND_SOAK_FRAMES  how many frames (default 4000)
+//   LUMARIND_SOAK_SEED    from which seed (default 1)
+
+#include "game.h"
+#include "keep/keep_fixture.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/transition.h"
+
+#include <SDL3/SDL_video.h>
+
+#include <cinttypes>
+
+namespace {
+
+Uint64 number_from_environment(const char *name, Uint64 fallback) {
+    const char *text = std::getenv(name);
+    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
+}
+
+class KeepSoak : public KeepTest {
+protected:
+    Uint64 random = 0, seed = 0, done = 0;
+    std::unique_ptr<VirtualGamepad> pad;
+    std::set<SDL_Scancode> held;
+
+    int below(int limit) { return SDL_rand_r(&random, limit); }
+    bool one_in(int odds) { return below(odds) == 0; }
+
+    void let_something_happen() {
+        constexpr const char *KEYS[] = {"Left", "Right",  "Up",     "Down",      "Space",  "J", "K",  "Left_Shift",
+                                        "P",    "Return", "Escape", "Backspace", "Delete", "W", "F3", "F12"};
+        constexpr SDL_Scancode HELD[] = {SDL_SCANCODE_LEFT, SDL_SCANCODE_RIGHT, SDL_SCANCODE_RIGHT, SDL_SCANCODE_SPACE};
+        const int what = below(100);
+        if (what < 45) {
+            const int key = below(static_cast<int>(std::size(KEYS)));
+            if (key < 8 || one_in(12)) play(KEYS[key]);
+        } else if (what < 75) {
+            const SDL_Scancode key = HELD[below(4)];
+            one_in(3) ? (void)held.erase(key) : (void)held.insert(key);
+            hold(held);
+        } else if (what < 82) {
+            const std::string at = std::to_string(below(700)) + "," + std::to_string(below(400));
+            play("move:" + at);
+            if (one_in(6)) play("drop:" + at);
+        } else if (what < 96 && pad) {
+            pad->set(static_cast<SDL_GamepadButton>(below(SDL_GAMEPAD_BUTTON_COUNT)), one_in(2));
+            pad->set(SDL_GAMEPAD_AXIS_LEFTX, 2 * SDL_randf_r(&random) - 1);
+        } else if (one_in(3)) {
+            pad = pad ? nullptr : std::make_unique<VirtualGamepad>("Soak Pad", one_in(2), one_in(2));
+        } else if (one_in(4)) {
+            SDL_SetWindowSize(engine->window, 320 + below(400), 180 + below(240));
+        } else if (one_in(10)) {
+            push_event(one_in(2) ? SDL_EVENT_RENDER_TARGETS_RESET : SDL_EVENT_WINDOW_FOCUS_LOST);
+        } else if (one_in(40)) {
+            engine_set_state(state_of(below(SCREEN_COUNT)));
+        }
+    }
+
+    // Everybody who plays at random would stay in the first rooms.
+    void go_somewhere() {
+        auto *level = const_cast<Level *>(play_level());
+        if (!level || !one_in(600)) return;
+        const Thing &thing = level->things.items[below(level->things.count)];
+        hero_place(&level->hero, &level->art, thing.feet);
+    }
+
+    void check_log() {
+        EXPECT_EQ(log.errors(), std::vector<std::string>()) << "frame " << done << " of seed " << seed;
+        log.lines.clear();
+    }
+};
+
+TEST_F(KeepSoak, SurvivesEverythingAPlayerMayDo) {
+    const Uint64 frames = number_from_environment("LUMARIND_SOAK_FRAMES", 4000);
+    random = seed = number_from_environment("LUMARIND_SOAK_SEED", 1);
+    std::printf("soak: Cinder Keep, %" PRIu64 " frames from seed %" PRIu64 "\n", frames, seed);
+    int runs = 0;
+    for (; done < frames && !HasFailure(); runs++) {
+        ASSERT_TRUE(start({"--window-size", "480x270", "--screen", runs % 2 ? "level-2" : "level-1"}));
+        for (bool goes_on = true; goes_on && done < frames && !HasFailure(); done++) {
+            for (int i = below(3); i > 0; i--) let_something_happen();
+            go_somewhere();
+            goes_on = frame(one_in(300) ? SDL_randf_r(&random) : one_in(3) ? 0 : SDL_randf_r(&random) / 30);
+            check_log();
+        }
+        hold({});
+        pad = nullptr;
+        stop();
+        std::filesystem::remove_all(user_file("captures"));
+        check_log();
+    }
+    std::printf("soak: %d runs\n", runs);
+}
+
+} // namespace

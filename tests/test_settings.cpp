@@ -1,0 +1,285 @@
+// What players set: bindings by pressing, values in effect at once, and the menu of both.
+
+#include "lumarind/audio/audio.h"
+#include "lumarind/config/config.h"
+#include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/engine.h"
+#include "lumarind/engine/text.h"
+#include "lumarind/engine/text_draw.h"
+#include "lumarind/settings/settings.h"
+#include "lumarind/settings/settings_menu.h"
+#include "support/allocation_faults.h"
+#include "support/engine_fixture.h"
+#include "support/sdl_calls.h"
+
+#include <SDL3/SDL_render.h>
+#include <SDL3/SDL_video.h>
+
+#include <random>
+
+namespace {
+
+constexpr SettingsAction ACTIONS[] = {{INPUT_ACTION_LEFT, "Left"},     {INPUT_ACTION_RIGHT, "Right"},
+                                      {INPUT_ACTION_JUMP, "Jump"},     {INPUT_ACTION_RUN, "Run"},
+                                      {INPUT_ACTION_ATTACK, "Strike"}, {INPUT_ACTION_PAUSE, "Pause"}};
+constexpr MenuControls CONTROLS = {
+    .up = INPUT_ACTION_UP,
+    .down = INPUT_ACTION_DOWN,
+    .left = INPUT_ACTION_LEFT,
+    .right = INPUT_ACTION_RIGHT,
+    .take = INPUT_ACTION_JUMP,
+    .back = INPUT_ACTION_PAUSE};
+
+class SettingsTest : public EngineTest {
+protected:
+    void SetUp() override {
+        EngineTest::SetUp();
+        ASSERT_TRUE(start_screen("text-demo"));
+        ASSERT_TRUE(settings_setup(ACTIONS, static_cast<int>(std::size(ACTIONS))) && menu_setup(CONTROLS));
+    }
+    void TearDown() override {
+        menu_cleanup();
+        settings_cleanup();
+        EngineTest::TearDown();
+    }
+    SettingsCapture capture(int action, int slot, const std::string &script) {
+        EXPECT_TRUE(settings_capture_begin(action, slot));
+        play(script);
+        frame();
+        return settings_capture();
+    }
+    static std::string text(int action) { return input_bindings_text(action); }
+};
+
+// --- bindings ---
+
+TEST_F(SettingsTest, WhatIsPressedTakesTheSlot) {
+    play("pad:plug 1");
+    const struct {
+        int slot;
+        const char *script, *text, *shown;
+    } cases[] = {
+        {0, "F8", "F8, Z, pad:a", "F8"},
+        {1, "Right_Ctrl", "F8, Right Ctrl, pad:a", "Right Ctrl"},
+        {3, "pad:rightshoulder=1", "F8, Right Ctrl, pad:a, pad:rightshoulder", "Right shoulder"},
+        {2, "pad:rightx=-.9", "F8, Right Ctrl, pad:rightx-, pad:rightshoulder", "R-stick left"},
+        {0, "pad:rightx=0 1 pad:lefttrigger=.8", "pad:lefttrigger, Right Ctrl, pad:rightx-, pad:rightshoulder",
+         "Left trigger"},
+        {0, "Right_Ctrl", "Right Ctrl, pad:rightx-, pad:rightshoulder", "Right Ctrl"}, // not twice
+        {3, "Q", "Right Ctrl, pad:rightx-, pad:rightshoulder, Q", "Q"}};
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.script);
+        EXPECT_EQ(capture(INPUT_ACTION_JUMP, c.slot, c.script), SETTINGS_CAPTURE_NONE);
+        EXPECT_EQ(text(INPUT_ACTION_JUMP), c.text);
+        EXPECT_STREQ(settings_slot_text(INPUT_ACTION_JUMP, c.slot).text, c.shown);
+        EXPECT_FALSE(input_pressed(INPUT_ACTION_JUMP)) << "the press was for the capture";
+    }
+    EXPECT_STREQ(settings_action_text(INPUT_ACTION_JUMP, true).text, "R-stick left");
+    EXPECT_STREQ(settings_action_text(INPUT_ACTION_JUMP, false).text, "Right Ctrl");
+    EXPECT_TRUE(settings_clear(INPUT_ACTION_JUMP, 1));
+    EXPECT_EQ(text(INPUT_ACTION_JUMP), "Right Ctrl, pad:rightshoulder, Q");
+    settings_restore_bindings();
+    EXPECT_EQ(text(INPUT_ACTION_JUMP), input_default_bindings_text(INPUT_ACTION_JUMP));
+}
+
+TEST_F(SettingsTest, WhatIsNoNewPressIsPassedOverAndNothingChanges) {
+    play("pad:plug 1 pad:leftx=1 1");
+    const std::string before = text(INPUT_ACTION_JUMP);
+    // Held since before, a repeat, one without a name that could be kept, a stick half-way.
+    EXPECT_EQ(capture(INPUT_ACTION_JUMP, 0, "pad:leftx=.9 ~F8 , pad:lefty=.4"), SETTINGS_CAPTURE_WAITING);
+    EXPECT_EQ(settings_capture_action(), INPUT_ACTION_JUMP);
+    play("Escape");
+    EXPECT_EQ(settings_capture(), SETTINGS_CAPTURE_WAITING);
+    frame();
+    EXPECT_EQ(settings_capture(), SETTINGS_CAPTURE_NONE);
+    EXPECT_TRUE(settings_capture_begin(INPUT_ACTION_JUMP, 0));
+    settings_capture_advance(SETTINGS_CAPTURE_SECONDS - 0.1);
+    EXPECT_NEAR(settings_capture_left(), 0.1, 1e-6);
+    settings_capture_advance(0.2);
+    EXPECT_EQ(settings_capture(), SETTINGS_CAPTURE_NONE);
+    EXPECT_EQ(text(INPUT_ACTION_JUMP), before);
+    EXPECT_FALSE(settings_capture_begin(-1, 0));
+    EXPECT_FALSE(settings_capture_begin(INPUT_ACTION_JUMP, INPUT_MAX_BINDINGS));
+}
+
+TEST_F(SettingsTest, ConflictsAreNamedAndSwapped) {
+    const struct {
+        int slot;
+        bool swap;
+        const char *mine, *others;
+    } cases[] = {
+        {1, false, "Space, Z, pad:a", "Left Shift, X, pad:x"},
+        {1, true, "Space, X, pad:a", "Left Shift, Z, pad:x"},
+        {3, true, "Space, Z, pad:a, X", "Left Shift, pad:x"}}; // into an empty slot
+    for (const auto &c : cases) {
+        settings_restore_bindings();
+        ASSERT_EQ(capture(INPUT_ACTION_JUMP, c.slot, "X"), SETTINGS_CAPTURE_CONFLICT);
+        SettingsText what = {};
+        EXPECT_EQ(settings_capture_conflict(&what), INPUT_ACTION_RUN);
+        EXPECT_STREQ(what.text, "X");
+        settings_capture_answer(c.swap);
+        EXPECT_EQ(settings_capture(), SETTINGS_CAPTURE_NONE);
+        EXPECT_EQ(text(INPUT_ACTION_JUMP), c.mine);
+        EXPECT_EQ(text(INPUT_ACTION_RUN), c.others);
+    }
+}
+
+TEST_F(SettingsTest, NoBindingIsEverSharedOrLostToTheConfiguration) {
+    constexpr const char *KEYS[] = {"F8", "X", "Left_Shift", "J", "Keypad_Enter", "Space", "P", "Q", "Right", ";", "="};
+    std::mt19937 random(7);
+    for (int i = 0; i < 300; i++) {
+        const int action = ACTIONS[random() % std::size(ACTIONS)].action;
+        capture(action, static_cast<int>(random() % INPUT_MAX_BINDINGS), KEYS[random() % std::size(KEYS)]);
+        settings_capture_answer(random() % 2);
+        settings_capture_cancel();
+        std::set<std::pair<int, int>> seen;
+        for (const SettingsAction &row : ACTIONS) {
+            log.lines.clear();
+            InputBinding bindings[INPUT_MAX_BINDINGS];
+            const int count = input_parse_bindings(input_bindings_text(row.action), bindings, INPUT_MAX_BINDINGS);
+            EXPECT_TRUE(log.lines.empty()) << text(row.action);
+            for (int n = 0; n < count; n++) {
+                const int code = bindings[n].code * 4 + bindings[n].direction + 1;
+                EXPECT_TRUE(seen.insert({bindings[n].kind, code}).second) << i << ": " << text(row.action);
+            }
+        }
+    }
+    std::vector<std::string> before, after;
+    for (const SettingsAction &row : ACTIONS) before.push_back(text(row.action));
+    ASSERT_TRUE(cfg_save() && cfg_load());
+    for (const SettingsAction &row : ACTIONS) after.push_back(text(row.action));
+    EXPECT_EQ(before, after);
+}
+
+// --- values ---
+
+TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreKept) {
+    for (int value = SETTINGS_MASTER_VOLUME; value <= SETTINGS_SFX_VOLUME; value++) {
+        for (int i = 0; i < 12; i++) settings_value_step(value, -1);
+        EXPECT_FALSE(settings_value_step(value, -1));
+        EXPECT_TRUE(settings_value_step(value, 1));
+        EXPECT_STREQ(settings_value_text(value).text, "10 %");
+        EXPECT_FLOAT_EQ(audio_volume(static_cast<AudioBus>(value)), 0.1f);
+    }
+    sdl_calls.clear();
+    EXPECT_TRUE(settings_value_step(SETTINGS_FULLSCREEN, 1));
+    EXPECT_TRUE(settings_value_step(SETTINGS_VSYNC, 1));
+    EXPECT_NE(sdl_calls.find("fullscreen 1"), sdl_calls.npos) << sdl_calls;
+    EXPECT_TRUE(cfg_get_window_props().fullscreen && cfg_get_vsync_enabled());
+    EXPECT_STREQ(settings_value_text(SETTINGS_FULLSCREEN).text, "on");
+    stop(); // the window's place from before is kept
+    EXPECT_NE(read_file("config/lumarind-engine.ini").find("fullscreen = true"), std::string::npos);
+    config = "";
+    ASSERT_TRUE(start());
+    EXPECT_TRUE(engine_is_fullscreen());
+    failing_sdl_call = "fullscreen";
+    EXPECT_FALSE(settings_value_step(SETTINGS_FULLSCREEN, 1));
+    failing_sdl_call = "";
+    EXPECT_TRUE(engine_is_fullscreen());
+    EXPECT_TRUE(settings_value_step(SETTINGS_FULLSCREEN, 1));
+    EXPECT_FALSE(engine_is_fullscreen());
+}
+
+TEST_F(SettingsTest, TheUiScaleReachesTextsThatAreThere) {
+    TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
+    TTF_Text *kept = engine_prepare_text(font, "Cinder", 0, {255, 255, 255, 255});
+    float width = 0, view = 0, measured = 0;
+    const auto draw_white = [&] {
+        SDL_SetRenderDrawColor(engine->renderer, 0, 0, 0, 255);
+        SDL_RenderClear(engine->renderer);
+        engine_draw_text(font, "Cinder", 10, 10, {255, 255, 255, 255});
+        int lit = 0;
+        const Picture seen = picture();
+        for (int y = 0; y < seen->h; y++) {
+            for (int x = 0; x < seen->w; x++) lit += pixel_at(seen, x, y).r > 128;
+        }
+        return lit;
+    };
+    const int lit = draw_white();
+    EXPECT_TRUE(settings_value_step(SETTINGS_UI_SCALE, 1));
+    EXPECT_FALSE(settings_value_step(SETTINGS_UI_SCALE, 1)) << "the view would be too small for a menu";
+    EXPECT_EQ(engine_ui_scale(), 2);
+    EXPECT_EQ(cfg_get_ui_scale(), 2);
+    engine_view_size(&view, nullptr);
+    EXPECT_EQ(view, 400);
+    engine_text_size(kept, &width, nullptr);
+    engine_measure_text(font, "Cinder", &measured, nullptr);
+    EXPECT_NEAR(width, measured, 1);
+    EXPECT_NEAR(draw_white(), 4 * lit, lit / 2);
+    EXPECT_EQ(log.errors(), std::vector<std::string>());
+    engine_cleanup_text(&kept);
+}
+
+// --- the menu ---
+
+TEST_F(SettingsTest, AMenuIsLedByKeysAndMousePastLinesThatAreOff) {
+    const MenuLine lines[] = {{"One"}, {"Off", nullptr, true}, {"Three", "value"}, {"Four"}};
+    Menu menu = {};
+    const float height = menu_line_height();
+    const SDL_FRect area = {100, 50, 300, 2.5f * height}; // two lines are seen
+    MenuAnswer answer = {};
+    const auto tick = [&](const std::string &script) {
+        play(script);
+        frame();
+        answer = menu_tick(&menu, lines, 4, area);
+    };
+    tick("move:5,5");
+    tick("Down");
+    EXPECT_EQ(menu.selected, 2);
+    EXPECT_EQ(menu.scroll, 1);
+    EXPECT_TRUE(answer.moved);
+    tick("Up Up");
+    EXPECT_EQ(menu.selected, 0);
+    tick("Up");
+    EXPECT_EQ(menu.selected, 3) << "round the end";
+    tick("Space");
+    EXPECT_EQ(answer.taken, 3);
+    tick("P");
+    EXPECT_TRUE(answer.back);
+    const std::string first_line = "150," + std::to_string(static_cast<int>(50 + height / 2));
+    tick("move:" + first_line + " drop:" + first_line); // on the first line seen
+    EXPECT_EQ(answer.taken, 2);
+    EXPECT_EQ(answer.step, -1) << "its left half";
+    EXPECT_EQ(menu_tick(&menu, lines, 4, area).taken, -1);
+}
+
+TEST_F(SettingsTest, TheSettingsMenuBindsSwapsAndIsLeft) {
+    settings_menu_open();
+    const auto tick = [&](const std::string &script) {
+        play(script);
+        frame();
+        return settings_menu_tick();
+    };
+    EXPECT_TRUE(tick("Down")); // the press that opened it is not for it
+    for (int i = 0; i < SETTINGS_VALUE_COUNT + 2; i++) EXPECT_TRUE(tick("Down")); // to "Jump"
+    EXPECT_TRUE(tick("Right"));
+    EXPECT_TRUE(tick("Space"));
+    ASSERT_EQ(settings_capture(), SETTINGS_CAPTURE_WAITING);
+    EXPECT_TRUE(tick("X"));
+    ASSERT_EQ(settings_capture(), SETTINGS_CAPTURE_CONFLICT);
+    EXPECT_TRUE(tick(""));
+    EXPECT_TRUE(tick("Space")); // swap
+    EXPECT_EQ(text(INPUT_ACTION_JUMP), "Space, X, pad:a");
+    EXPECT_EQ(text(INPUT_ACTION_RUN), "Left Shift, Z, pad:x");
+    EXPECT_TRUE(tick(""));
+    EXPECT_FALSE(tick("P"));
+    EXPECT_NE(read_file("config/lumarind-engine.ini").find("jump = Space, X, pad:a"), std::string::npos);
+}
+
+TEST_F(SettingsTest, SetupsSurviveEachAllocationFailing) {
+    menu_cleanup();
+    settings_cleanup();
+    expect_allocation_faults_survived(
+        &log, [] { return settings_setup(ACTIONS, 2) && menu_setup(CONTROLS); },
+        [] {
+            menu_cleanup();
+            settings_cleanup();
+        });
+    text_draw_forget(nullptr);
+    expect_allocation_faults_survived(
+        &log,
+        [] { return engine_draw_text(engine_get_font_by_index(SHARED_FONT_UI), "a", 0, 0, {255, 255, 255, 255}); },
+        [] { text_draw_forget(nullptr); });
+}
+
+} // namespace

@@ -1,0 +1,53 @@
+"""What the example game Cinder Keep has in common with the demonstration: the knight and the font. Written below the
+game's own folder, so that the game stands alone."""
+
+from __future__ import annotations
+
+import json
+import shutil
+import tempfile
+from pathlib import Path
+
+from PIL import Image
+
+import knight_export
+import knight_sheet
+import ui_font
+
+CLIPS = ("idle", "run", "j_up", "j_down", "air_atk", "roll", "1_atk", "sp_atk", "take_hit", "death")
+SIDE = 1024  # px; of the sheet, in which the trimmed frames lie in rows
+
+
+def make(out_dir: Path) -> None:
+    with tempfile.TemporaryDirectory() as scratch_name:
+        scratch = Path(scratch_name)
+        for generator in (ui_font, knight_sheet, knight_export):
+            generator.make(scratch)
+        out_dir.mkdir(parents=True, exist_ok=True)
+        shutil.copyfile(next(scratch.rglob("EuroStyle*.ttf")), out_dir / "keep.ttf")
+        pack(scratch, out_dir)
+
+
+def pack(scratch: Path, out_dir: Path) -> None:
+    """The clips that the game plays, their frames packed close together: the texture is a twelfth as large."""
+    told = json.loads((scratch / knight_export.PATH).read_text(encoding="utf-8"))
+    source = Image.open(scratch / knight_export.SHEET).convert("RGBA")
+    sheet, frames, tags = Image.new("RGBA", (SIDE, SIDE)), [], []
+    x = y = tallest = 0
+    for tag in told["meta"]["frameTags"]:
+        if tag["name"] not in CLIPS:
+            continue
+        tags.append(tag | {"from": len(frames), "to": len(frames) + tag["to"] - tag["from"]})
+        for one in told["frames"][tag["from"] : tag["to"] + 1]:
+            box = one["frame"]
+            if x + box["w"] > SIDE:
+                x, y, tallest = 0, y + tallest + 1, 0
+            sheet.paste(source.crop((box["x"], box["y"], box["x"] + box["w"], box["y"] + box["h"])), (x, y))
+            frames.append(one | {"frame": {"x": x, "y": y, "w": box["w"], "h": box["h"]}})
+            x, tallest = x + box["w"] + 1, max(tallest, box["h"])
+    height = y + tallest
+    sheet.crop((0, 0, SIDE, height)).save(out_dir / "knight.png", format="PNG", compress_level=9)
+    meta = told["meta"] | {"image": "knight.png", "size": {"w": SIDE, "h": height}, "frameTags": tags}
+    meta.pop("slices", None)
+    lines = ",\n".join("  " + json.dumps(one) for one in frames)
+    (out_dir / "knight.json").write_text(f'{{"frames": [\n{lines}\n],\n"meta": {json.dumps(meta, indent=1)}}}\n', encoding="utf-8", newline="\n")
