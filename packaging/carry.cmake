@@ -3,7 +3,7 @@
 set(runtime "^(ld-linux-|libc\\.|libm\\.|libmvec\\.|libgcc_s\\.|libstdc\\+\\+\\.|libz\\.)")
 # Must match the host's sound plugins and graphics driver; OpenGL, EGL and Vulkan are never bundled.
 set(spare "^(libasound\\.|libgbm\\.)")
-# Also parts of the C library that are loaded by name, or by libraries older than the build's.
+# Also includes parts of the C library that are loaded by name, or by older libraries than the build's.
 set(libc_parts libdl.so.2 libpthread.so.0 librt.so.1 libutil.so.1 libanl.so.1 libresolv.so.2 libmvec.so.1
     libnss_files.so.2 libnss_dns.so.2 libnss_compat.so.2)
 

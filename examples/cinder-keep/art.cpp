@@ -6,20 +6,20 @@
 
 #include <SDL3/SDL_render.h>
 
-static constexpr float CELL = 48;                      // px, of things
-static constexpr float KNIGHT_W = 288, KNIGHT_H = 128; // px, of a whole frame
-static constexpr float KNIGHT_FEET_X = 146;            // px, when he looks to the right
+static constexpr float CELL = 48;                      // px, a frame of sprites.json
+static constexpr float KNIGHT_W = 288, KNIGHT_H = 128; // px, an untrimmed frame
+static constexpr float KNIGHT_FEET_X = 146;            // px, facing right
 
 static constexpr const char *THING_NAMES[] = {
     "ember",         "heart",      "key",        "door",    "platform",       "brazier",
     "brazier_lit",   "exit",       "fireball",   "walker",  "walker_hit",     "hopper_sit",
     "hopper_crouch", "hopper_air", "hopper_hit", "watcher", "watcher_charge", "watcher_hit"};
-static_assert(SDL_arraysize(THING_NAMES) == CLIP_COUNT, "one name to a clip");
+static_assert(SDL_arraysize(THING_NAMES) == CLIP_COUNT, "one name per clip");
 static constexpr const char *KNIGHT_NAMES[] = {"idle", "run",   "j_up",   "j_down",   "air_atk",
                                                "roll", "1_atk", "sp_atk", "take_hit", "death"};
-static_assert(SDL_arraysize(KNIGHT_NAMES) == KNIGHT_COUNT, "one name to a clip");
+static_assert(SDL_arraysize(KNIGHT_NAMES) == KNIGHT_COUNT, "one name per clip");
 
-// The enums follow the files; a file that was changed without them is found out here.
+// Checks that the clips of a loaded file match its enum.
 static bool names_fit(const AnimationSet *set, const char *const *names, int count) {
     for (int i = 0; i < count; i++) {
         if (i >= set->clip_count || SDL_strcmp(set->clips[i].name, names[i]) != 0)

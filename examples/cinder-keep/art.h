@@ -1,9 +1,9 @@
-// art: the two sprite sheets, the clips by number, and drawing from them.
+// art: the two sprite sheets, their clip numbers, and sprite drawing.
 #pragma once
 
 #include "lumarind/toolkit/sprite_sheet.h"
 
-// Of sprites.json: its tags, in the order of art.cpp's table.
+// Clips of sprites.json, in the order of its tags.
 enum ThingClip {
     CLIP_EMBER,
     CLIP_HEART,
@@ -26,7 +26,7 @@ enum ThingClip {
     CLIP_COUNT,
 };
 
-// Of knight.json.
+// Clips of knight.json.
 enum KnightClip {
     KNIGHT_IDLE,
     KNIGHT_RUN,
@@ -44,16 +44,16 @@ enum KnightClip {
 struct Art {
     AnimationSet *things, *knight; // owned, as are the sheets
     SpriteSheet *things_sheet, *knight_sheet;
-    Animation clips[CLIP_COUNT]; // one for all that need not begin at a time of their own
+    Animation clips[CLIP_COUNT]; // shared by objects that play in sync
 };
 
-bool art_load(Art *art); // false: reported; art_cleanup releases what there is
+bool art_load(Art *art); // reports errors; art_cleanup releases a partial load
 void art_cleanup(Art *art);
 void art_advance(Art *art, double dt); // the shared clips
 Animation art_knight(const Art *art, int clip);
 Animation art_thing(const Art *art, int clip); // from its first frame
 
-// With the feet at `feet`, in view units, `zoom` times as large.
+// Draws with the feet at `feet`, in view units, scaled by `zoom`.
 void art_draw_thing(const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing = 1);
 void art_draw_knight(
     const Art *art, const Animation *anim, SDL_FPoint feet, float zoom, int facing, bool ghost = false);

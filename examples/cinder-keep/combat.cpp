@@ -1,4 +1,5 @@
-// combat: who hurts whom. Reach is that of the drawn blade and flame; a hit is felt by a short stop and a shake.
+// combat: damage between hero, enemies and hazards. Hit boxes match the drawn blade and flame; a hit causes a short hit
+// stop and a screen shake.
 
 #include "level.h"
 #include "sounds.h"
@@ -18,13 +19,13 @@ void level_hurt_hero(Level *level, float from_x) {
     level->phase_time = 0;
 }
 
-// Spikes and fire: a heart, and back to firm ground.
+// Spikes, fire and pits cost a heart and return the hero to safe ground.
 static void combat_hazards(Level *level) {
     Hero *hero = &level->hero;
     const SDL_FRect box = player_body_rect(&hero->body);
     const bool below = hero->body.pos.y > static_cast<float>(level->world->rows * level->world->tile_h) + 40;
     if (!below && colliders_rect_inside_rect(&box, &level->hazards) < 0) return;
-    hero->safe = 0; // nothing protects from these
+    hero->safe = 0; // invulnerability does not apply to hazards
     level_hurt_hero(level, hero->body.pos.x + static_cast<float>(hero->body.facing));
     if (level->phase != LEVEL_PLAYING) return;
     const SDL_FPoint place = hero->firm_place;

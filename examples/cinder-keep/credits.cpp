@@ -1,4 +1,4 @@
-// credits: what is said at the end, rising over the night sky.
+// credits: the end screen, text scrolling over the night sky.
 
 #include "game.h"
 #include "hud.h"

@@ -1,7 +1,7 @@
 #include "enemies.h"
 
 struct KindRow {
-    const char *type = ""; // of its objects in the map
+    const char *type = ""; // of the map objects
     float w = 0, h = 0;    // px
     int hits = 1;
     float speed = 0, sight = 0;               // px/s, px
@@ -45,10 +45,10 @@ static constexpr KindRow KINDS[] = {
      .acting_clip = CLIP_WATCHER,
      .struck_clip = CLIP_WATCHER_HIT},
 };
-static_assert(SDL_arraysize(KINDS) == ENEMY_KIND_COUNT, "one row to a kind");
+static_assert(SDL_arraysize(KINDS) == ENEMY_KIND_COUNT, "one row per kind");
 
 static constexpr float GRAVITY = 900, FALL_MAX = 420, HOP = 300; // px/s², px/s
-static constexpr float MOUTH_X = 11, MOUTH_Y = -25;              // of a watcher, from its feet
+static constexpr float MOUTH_X = 11, MOUTH_Y = -25;              // of a watcher, relative to its feet
 static constexpr double FIREBALL_LIFE = 3, FLASH = 0.14;         // s
 
 static void enemy_set_mood(Enemy *enemy, const Art *art, EnemyMood mood) {
@@ -90,7 +90,7 @@ void enemies_revive(Enemies *enemies, const Art *art) {
     for (Fireball &fireball : enemies->fireballs) fireball.life = 0;
 }
 
-// --- a step of each kind; they fall and collide alike ---
+// --- step functions per kind; movement is shared ---
 
 static void enemy_move(Enemy *enemy, const ColliderRects *solids, double dt) {
     const float seconds = static_cast<float>(dt);
@@ -101,7 +101,7 @@ static void enemy_move(Enemy *enemy, const ColliderRects *solids, double dt) {
     player_body_update_ground(body, solids, nullptr);
 }
 
-// Turns round at walls and where the floor ends.
+// Turns round at walls and ledges.
 static void walker_step(Enemy *enemy, const ColliderRects *solids) {
     PlayerBody *body = &enemy->body;
     const float way = static_cast<float>(body->facing);

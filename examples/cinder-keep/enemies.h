@@ -1,4 +1,5 @@
-// enemies: three kinds that can be read: one walks its round, one presses itself down and leaps, one glows and spits.
+// enemies: three kinds, two of which telegraph their attack: a walker patrols, a hopper crouches and leaps, a watcher
+// glows and spits fireballs.
 #pragma once
 
 #include "art.h"
@@ -13,19 +14,19 @@ struct Enemy {
     EnemyKind kind;
     PlayerBody body;
     Animation anim;
-    SDL_FPoint home; // where it stands at first, and when the level begins again
+    SDL_FPoint home; // spawn position
     int home_facing;
-    int hits;   // it can still take
-    int struck; // the hero's swing that hit it last
+    int hits;   // hits left
+    int struck; // number of the hero's swing that hit it last
     EnemyMood mood;
     double mood_time; // s
-    double flash;     // s it still shows that it was struck
+    double flash;     // s left of the hit animation
     bool alive;
 };
 
 struct Fireball {
     SDL_FPoint pos, prev_pos, vel; // px, px/s
-    double life;                   // s left; 0: free
+    double life;                   // s left; 0 or less: free slot
 };
 
 struct Enemies {
@@ -34,14 +35,14 @@ struct Enemies {
     Fireball fireballs[FIREBALLS_MAX];
 };
 
-// What happened in a step, for sounds.
+// Events of a step, for sounds; bit flags.
 enum EnemyEvent { ENEMY_HOPPED = 1, ENEMY_SPAT = 2 };
 
 bool enemies_add(
-    Enemies *enemies, const Art *art, const char *type, SDL_FPoint feet, int facing); // false: no such type
-void enemies_revive(Enemies *enemies, const Art *art);                                // all of them, at home
+    Enemies *enemies, const Art *art, const char *type, SDL_FPoint feet, int facing); // false: no such type, or full
+void enemies_revive(Enemies *enemies, const Art *art);                                // respawns all at home
 unsigned enemies_step(Enemies *enemies, const Art *art, const Hero *hero, const ColliderRects *solids, double dt);
-bool enemy_strike(Enemy *enemy, int swing, int strength, float from_x); // true: it was hit; alive says whether it fell
-const Animation *enemy_look(const Enemy *enemy, const Art *art);        // what it shows now
+bool enemy_strike(Enemy *enemy, int swing, int strength, float from_x); // true: hit; check `alive` afterwards
+const Animation *enemy_look(const Enemy *enemy, const Art *art);        // current animation
 SDL_FRect enemy_box(const Enemy *enemy);
 SDL_FRect fireball_box(const Fireball *fireball);

@@ -12,11 +12,11 @@ static constexpr double SAMPLE_SECONDS = 0.05;
 // The file: this header, then the samples, little-endian.
 struct GhostHeader {
     char magic[4];
-    Uint32 count, crc; // of the samples
+    Uint32 count, crc; // of the samples (CRC-32)
 };
 static constexpr char MAGIC[] = {'C', 'K', 'G', '1'};
-static_assert(SDL_BYTEORDER == SDL_LIL_ENDIAN, "the file is written as it lies in memory");
-static_assert(sizeof(GhostSample) == 8 && sizeof(GhostHeader) == 12, "without gaps");
+static_assert(SDL_BYTEORDER == SDL_LIL_ENDIAN, "samples are written without byte swapping");
+static_assert(sizeof(GhostSample) == 8 && sizeof(GhostHeader) == 12, "no padding");
 
 struct GhostPath {
     char text[32];
@@ -90,7 +90,7 @@ bool ghost_at(const Ghost *ghost, double seconds, GhostSample *sample) {
     const GhostSample *a = &ghost->samples[index], *b = a + 1;
     *sample = *a;
     const double t = at - index;
-    if (SDL_abs(b->x - a->x) > 40 || SDL_abs(b->y - a->y) > 40) return true; // he was put somewhere else
+    if (SDL_abs(b->x - a->x) > 40 || SDL_abs(b->y - a->y) > 40) return true; // the hero was moved: do not interpolate
     sample->x = static_cast<Sint16>(SDL_lround(a->x + (b->x - a->x) * t));
     sample->y = static_cast<Sint16>(SDL_lround(a->y + (b->y - a->y) * t));
     return true;

@@ -2,26 +2,26 @@
 
 #include <initializer_list>
 
-// --- feel ---
+// --- tuning ---
 
 static constexpr float BODY_W = 16, BODY_H = 36;                      // px
 static constexpr float RUN = 150, RUN_ACCEL = 1500, AIR_ACCEL = 1100; // px/s, px/s²
-static constexpr float JUMP = 374, GRAVITY = 1000, FALL_MAX = 430;    // 70 px high: four tiles and a bit
-static constexpr float JUMP_CUT = 130;                                // px/s left of a jump that is let go
+static constexpr float JUMP = 374, GRAVITY = 1000, FALL_MAX = 430;    // a jump is 70 px high, over four tiles
+static constexpr float JUMP_CUT = 130;                                // px/s upwards after an early release
 static constexpr double COYOTE = 0.09, WISH = 0.13;                   // s
 static constexpr float ROLL = 235;                                    // px/s
 static constexpr double ROLL_TIME = 0.42, ROLL_AGAIN = 0.55;          // s
 static constexpr float HURT_X = 130, HURT_Y = -190;                   // px/s
 static constexpr double HURT_TIME = 0.35, SAFE_AFTER_HURT = 1.3;      // s
-static constexpr double STRIKE_CANCEL = 0.24;                         // s until another move may cut it short
+static constexpr double STRIKE_CANCEL = 0.24;                         // s until another move may cancel it
 static constexpr double FIRM_AFTER = 0.2;                             // s
 
-// What each state shows, how fast, and when its attack strikes.
+// Clip, playback rate and hit box of each state.
 struct StateRow {
     int clip = 0;
     double speed = 1;
-    double strikes_from = 0, strikes_to = 0; // s
-    SDL_FRect reach = {};                    // from the feet, looking right
+    double strikes_from = 0, strikes_to = 0; // s, active time of the hit box
+    SDL_FRect reach = {};                    // relative to the feet, facing right
 };
 static constexpr StateRow ROWS[] = {
     {.clip = KNIGHT_IDLE},
@@ -34,7 +34,7 @@ static constexpr StateRow ROWS[] = {
     {.clip = KNIGHT_HURT, .speed = 1.7},
     {.clip = KNIGHT_DEATH},
 };
-static_assert(SDL_arraysize(ROWS) == HERO_STATE_COUNT, "one row to a state");
+static_assert(SDL_arraysize(ROWS) == HERO_STATE_COUNT, "one row per state");
 
 static void hero_enter(Hero *hero, const Art *art, HeroState state) {
     hero->state = state;
@@ -74,7 +74,7 @@ static void hero_walk(Hero *hero, const HeroIntent &intent, float speed, double 
     if (intent.move_x != 0) hero->body.facing = intent.move_x > 0 ? 1 : -1;
 }
 
-// What he may begin from any state that does not hold him.
+// Starts a buffered move, from any state that can be cancelled.
 static unsigned hero_begin_move(Hero *hero, const Art *art, const HeroIntent &intent) {
     if (hero->roll_wish > 0 && hero->body.grounded && hero->state != HERO_ROLL) {
         if (intent.move_x != 0) hero->body.facing = intent.move_x > 0 ? 1 : -1;
@@ -161,11 +161,11 @@ unsigned hero_step(Hero *hero, const Art *art, const HeroIntent &intent, const C
     if (player_body_move_x(body, body->vel.x * static_cast<float>(dt), solids)) body->vel.x = 0;
     player_body_move_y(body, body->vel.y * static_cast<float>(dt), solids);
     player_body_update_ground(body, solids, nullptr);
-    if (body->vel.y < 0) body->grounded = false; // the step in which a jump begins
+    if (body->vel.y < 0) body->grounded = false; // in the step in which a jump starts
     if (body->grounded && !was_grounded) events |= HERO_LANDED;
     hero->firm = body->grounded ? hero->firm + dt : 0;
 
-    if (hero->state == HERO_AIR) { // the clip follows the way he moves
+    if (hero->state == HERO_AIR) { // the clip follows the direction
         const int clip = body->vel.y < 0 ? KNIGHT_UP : KNIGHT_DOWN;
         if (hero->anim.clip != clip) hero->anim = art_knight(art, clip);
     }
@@ -184,7 +184,7 @@ bool hero_hurt(Hero *hero, const Art *art, float from_x) {
 
 SDL_FRect hero_box(const Hero *hero) {
     SDL_FRect box = player_body_rect(&hero->body);
-    if (hero->state == HERO_ROLL) { // low and round
+    if (hero->state == HERO_ROLL) { // half as high
         box.y += box.h / 2;
         box.h /= 2;
     }

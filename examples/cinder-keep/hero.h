@@ -1,4 +1,5 @@
-// hero: the knight. Once a step he takes what the controls ask for, picks his state, moves and advances his clip.
+// hero: the player character, a state machine. Each fixed step reads the intent, selects the state, moves the body and
+// advances the clip.
 #pragma once
 
 #include "art.h"
@@ -17,12 +18,12 @@ enum HeroState {
     HERO_STATE_COUNT,
 };
 
-inline constexpr int HERO_HEARTS = 4, HERO_FLAMES = 3; // at most
+inline constexpr int HERO_HEARTS = 4, HERO_FLAMES = 3; // maximum
 
-// What the controls ask for in one step.
+// Input to the hero in one step.
 struct HeroIntent {
     float move_x = 0;                                                 // -1, 0 or 1
-    bool jump = false, roll = false, attack = false, special = false; // pressed
+    bool jump = false, roll = false, attack = false, special = false; // edge-triggered
     bool jump_held = false;
 };
 
@@ -31,21 +32,21 @@ struct Hero {
     Animation anim;
     HeroState state;
     double state_time;                                              // s
-    double coyote, jump_wish, attack_wish, roll_wish, special_wish; // s left in which they count
-    double safe;                                                    // s in which nothing hurts him
-    double firm;                                                    // s on firm ground
-    SDL_FPoint firm_place;                                          // where he stood last, out of reach of what hurts
+    double coyote, jump_wish, attack_wish, roll_wish, special_wish; // s left of the jump grace period and of buffered presses
+    double safe;                                                    // s left of invulnerability
+    double firm;                                                    // s on the ground
+    SDL_FPoint firm_place;                                          // respawn position after hazards
     int hearts, flames;
-    int swing;         // counts attacks, so that each hits a foe once
-    bool has_key, cut; // cut: the jump was let go
+    int swing;         // counts attacks, so that each hits an enemy once
+    bool has_key, cut; // cut: the jump button was released early
 };
 
-// What happened to him in a step, for sounds and particles; or-ed.
+// Events of a step, for sounds and particles; bit flags.
 enum HeroEvent { HERO_JUMPED = 1, HERO_LANDED = 2, HERO_ROLLED = 4, HERO_SWUNG = 8, HERO_FLAMED = 16 };
 
-void hero_place(Hero *hero, const Art *art, SDL_FPoint feet); // at rest; hearts and what he carries stay
-void hero_want(Hero *hero, const HeroIntent &intent);         // remembers presses; also while the game holds its breath
+void hero_place(Hero *hero, const Art *art, SDL_FPoint feet); // at rest; keeps hearts and key
+void hero_want(Hero *hero, const HeroIntent &intent);         // buffers presses; also during a hit stop
 unsigned hero_step(Hero *hero, const Art *art, const HeroIntent &intent, const ColliderRects *solids, double dt);
-bool hero_hurt(Hero *hero, const Art *art, float from_x); // takes a heart, if anything can hurt him now
-SDL_FRect hero_box(const Hero *hero);                     // what can be hit
-bool hero_reach(const Hero *hero, SDL_FRect *area);       // what his attack strikes in this step; false: nothing
+bool hero_hurt(Hero *hero, const Art *art, float from_x); // takes a heart; false if invulnerable
+SDL_FRect hero_box(const Hero *hero);                     // hurt box
+bool hero_reach(const Hero *hero, SDL_FRect *area);       // hit box of the current attack; false if there is none

@@ -29,7 +29,7 @@ HudTime hud_time(double seconds) {
     return time;
 }
 
-// --- signs: {name} stands for the binding of an action ---
+// --- signs: {name} is replaced by the binding of an action ---
 
 static constexpr const char *SIGN_WORDS[] = {"{left}", "{right}", "{jump}", "{roll}", "{attack}", "{special}"};
 static_assert(SDL_arraysize(SIGN_WORDS) == ACTION_PAUSE, "in the order of the actions");
@@ -109,7 +109,7 @@ void hud_draw(const Level *level) {
     SDL_snprintf(text, sizeof text, "%d / %d", level->embers, level->things.embers);
     hud_text(SHARED_FONT_UI, text, width - EDGE - 34, EDGE + 6, COLOR_PLAIN, TEXT_RIGHT);
     HudTime time = hud_time(level->time);
-    time.text[SDL_strlen(time.text) - 1] = '\0'; // tenths: a text that changed in every frame would cost much
+    time.text[SDL_strlen(time.text) - 1] = '\0'; // tenths: a text that changes every frame is laid out every frame
     hud_text(SHARED_FONT_UI, time.text, width / 2, EDGE, COLOR_PLAIN, TEXT_CENTER);
     if (hero.flames == HERO_FLAMES) {
         const SettingsText flame = settings_action_text(ACTION_SPECIAL, gamepad_connected());

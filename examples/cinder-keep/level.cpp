@@ -7,7 +7,7 @@
 #include <SDL3/SDL_log.h>
 
 static constexpr double FALLEN_SECONDS = 1.6;
-static constexpr float HAZARD_MARGIN = 40; // px around what hurts, where the hero is not put back
+static constexpr float HAZARD_MARGIN = 40; // px; the hero does not respawn closer to a hazard
 
 // --- checkpoints ---
 
@@ -61,7 +61,7 @@ static void level_win(Level *level) {
         level->things.embers);
 }
 
-// --- what the hero touches ---
+// --- contact with things ---
 
 static void level_touch(Level *level, int index) {
     Thing *thing = &level->things.items[index];
@@ -89,7 +89,7 @@ static void level_touch(Level *level, int index) {
         view_shake(&level->view, 3);
         particles_burst(&level->particles, &PARTICLES_DUST, {middle.x, middle.y - 10}, 24);
         break;
-    case THING_CHECKPOINT: // one burns at a time
+    case THING_CHECKPOINT: // only one is lit at a time
         if (level->checkpoint >= 0) level->things.items[level->checkpoint].done = false;
         level->checkpoint = index;
         thing->done = true;
@@ -112,7 +112,7 @@ static void level_step_fallen(Level *level, double dt) {
     level_back_to_checkpoint(level);
 }
 
-// Where he is put back after spikes or fire: on the map's own floor, away from them.
+// Updates the respawn position after hazards: on the map's floor (no platform), away from hazards.
 static void level_keep_firm_place(Level *level) {
     Hero *hero = &level->hero;
     if (hero->firm < 0.2 || hero->state == HERO_HURT) return;
@@ -137,7 +137,7 @@ static void level_hero_events(Level *level, unsigned events) {
     if (hero->state == HERO_SPECIAL && hero->state_time > 0.33) view_shake(&level->view, 2);
 }
 
-// What moves is drawn between its place before the step and that after it: the same ones where nothing moves.
+// Stores the positions before the step, for interpolation; also during a hit stop, when nothing moves.
 static void level_keep_places(Level *level) {
     level->hero.body.prev_pos = level->hero.body.pos;
     for (int i = 0; i < level->enemies.count; i++)
@@ -176,7 +176,7 @@ void level_step(Level *level, const HeroIntent &intent, double dt) {
     const SDL_FRect box = player_body_rect(&hero->body);
     for (int i = things_at(&level->things, &box, 0); i >= 0; i = things_at(&level->things, &box, i + 1))
         level_touch(level, i);
-    things_add_solids(&level->things, &level->solids, level->map_solids); // cannot fail: the room is there
+    things_add_solids(&level->things, &level->solids, level->map_solids); // cannot fail: the capacity suffices
     ghost_record(&level->ghost, hero->body.pos, hero->body.facing, &hero->anim, dt);
 }
 

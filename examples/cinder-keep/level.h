@@ -1,4 +1,4 @@
-// level: one level while it is played: the map and all that is made of its objects, and the rules between them.
+// level: state and rules of the level being played: the map, and the game objects created from it.
 #pragma once
 
 #include "enemies.h"
@@ -13,18 +13,18 @@ enum LevelPhase { LEVEL_PLAYING, LEVEL_FALLEN, LEVEL_WON };
 inline constexpr int SIGNS_MAX = 16;
 
 struct Sign {
-    SDL_FRect area;   // where the hero reads it
-    const char *text; // the map's
+    SDL_FRect area;   // shown while the hero's feet are inside; world px
+    const char *text; // borrowed from the map
 };
 
 struct Level {
     int number;       // from 0
-    TileWorld *world; // owned, as is what follows
+    TileWorld *world; // owned, as are the art and the colliders
     Art art;
     ColliderRects solids, hazards;
-    int map_solids; // how many of `solids` are the map's; doors and platforms follow
+    int map_solids; // the first `map_solids` of `solids` are the map's; platforms and doors follow
     int layer_castle, layer_hazards;
-    Uint32 generation; // of the world that all this was made of
+    Uint32 generation; // of the world when loaded; differs after a hot reload
     double seconds_to_beat;
 
     Hero hero;
@@ -35,22 +35,22 @@ struct Level {
     Particles particles;
     View view;
     Ghost ghost, best; // of this run, and of the best one
-    bool whole_run;    // from the start, not from a saved checkpoint
+    bool whole_run;    // started at the spawn point, not at a saved checkpoint
 
     LevelPhase phase;
     double phase_time, time; // s
-    double hit_stop;         // s in which everything holds its breath
+    double hit_stop;         // s left in which the simulation pauses after a hit
     SDL_FPoint spawn;
-    int checkpoint; // the thing, or -1
+    int checkpoint; // index of the last one lit in `things`, or -1
     int embers, deaths;
 };
 
-bool level_load(Level *level, int number, bool go_on); // go_on: from the saved checkpoint. False: reported
+bool level_load(Level *level, int number, bool go_on); // go_on: from the saved checkpoint. Reports errors
 void level_cleanup(Level *level);
 void level_step(Level *level, const HeroIntent &intent, double dt);
-void level_back_to_checkpoint(Level *level); // with all hearts; foes are there again
+void level_back_to_checkpoint(Level *level); // with full health; respawns all enemies
 Uint64 level_hash(const Level *level);
 
-// combat.cpp: who hurts whom, in one step
+// combat.cpp: resolves hits in one step
 void combat_step(Level *level);
 void level_hurt_hero(Level *level, float from_x);

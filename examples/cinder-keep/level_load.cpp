@@ -1,4 +1,4 @@
-// level_load: a level made of its map, and of what was saved of a run.
+// level_load: creates a level from its map and the saved run.
 
 #include "level.h"
 #include "lumarind/core/error.h"
@@ -6,7 +6,7 @@
 #include "progress.h"
 
 static constexpr const char *PATHS[] = {"assets/levels/level-1.tmx", "assets/levels/level-2.tmx"};
-static_assert(SDL_arraysize(PATHS) == LEVEL_COUNT, "one map to a level");
+static_assert(SDL_arraysize(PATHS) == LEVEL_COUNT, "one map per level");
 
 static bool level_add_object(Level *level, const TileObject *object) {
     const int facing = tile_property_int(&object->properties, "facing", 1);

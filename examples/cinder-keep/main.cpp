@@ -1,4 +1,4 @@
-// Cinder Keep, a small platformer: what the engine has to know about it. See docs/cinder-keep.md for a tour.
+// The Game record of Cinder Keep, a small platformer. See docs/cinder-keep.md for a tour.
 
 #include "game.h"
 #include "lumarind/engine/game.h"
@@ -21,7 +21,7 @@ static constexpr GameAction ACTIONS[] = {
     {"menu_back", "Escape, Backspace, pad:b"},
     {"menu_clear", "Delete, pad:y"},
 };
-static_assert(SDL_arraysize(ACTIONS) == ACTION_COUNT, "one row to an action, in the order of the enum");
+static_assert(SDL_arraysize(ACTIONS) == ACTION_COUNT, "one row per action, in the order of the enum");
 
 static constexpr GameScreen SCREENS[] = {
     {"title", {title_setup, title_fixed_update, title_tick, title_cleanup}},
@@ -29,7 +29,7 @@ static constexpr GameScreen SCREENS[] = {
     {"level-2", {play_setup_2, play_fixed_update, play_tick, play_cleanup}, play_hash},
     {"credits", {credits_setup, credits_fixed_update, credits_tick, credits_cleanup}},
 };
-static_assert(SDL_arraysize(SCREENS) == SCREEN_COUNT, "one row to a screen, in the order of the enum");
+static_assert(SDL_arraysize(SCREENS) == SCREEN_COUNT, "one row per screen, in the order of the enum");
 
 const Game cinder_keep = {
     .title = "Cinder Keep",
@@ -46,7 +46,7 @@ const Game cinder_keep = {
     .heading_font_size = 40,
     .window_width = 1280,
     .window_height = 720,
-    .hot_keys = GAME_KEYS_ALL & ~GAME_KEY_ESCAPE, // Escape is an action like others here
+    .hot_keys = GAME_KEYS_ALL & ~GAME_KEY_ESCAPE, // Escape is bound to actions
 };
 
 int main(int argc, char *argv[]) { return engine_run(&cinder_keep, argc, argv); }

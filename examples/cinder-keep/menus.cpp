@@ -8,7 +8,7 @@ static constexpr SettingsAction ACTIONS[] = {
     {ACTION_LEFT, "Run left"}, {ACTION_RIGHT, "Run right"}, {ACTION_JUMP, "Jump"},   {ACTION_ROLL, "Roll"},
     {ACTION_ATTACK, "Strike"}, {ACTION_SPECIAL, "Flame"},   {ACTION_PAUSE, "Pause"},
 };
-static_assert(SDL_arraysize(ACTIONS) == ACTION_PLAY_COUNT, "one row to an action of the game");
+static_assert(SDL_arraysize(ACTIONS) == ACTION_PLAY_COUNT, "one row per action of the game");
 
 bool menus_setup() {
     const MenuControls controls = {

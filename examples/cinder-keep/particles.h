@@ -1,4 +1,4 @@
-// particles: what flies about in this game, as kinds of the library's particles.
+// particles: this game's kinds of particles.
 #pragma once
 
 #include "lumarind/toolkit/particles.h"

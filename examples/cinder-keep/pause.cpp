@@ -1,4 +1,4 @@
-// pause: the menu over a level.
+// pause: the pause menu.
 
 #include "game.h"
 #include "lumarind/engine/drawing_space.h"
@@ -12,7 +12,7 @@
 
 enum Line { LINE_RESUME, LINE_CHECKPOINT, LINE_SETTINGS, LINE_TITLE, LINE_COUNT };
 static constexpr MenuLine LINES[] = {{"Go on"}, {"Back to the last fire"}, {"Settings"}, {"Leave to the title"}};
-static_assert(SDL_arraysize(LINES) == LINE_COUNT, "one row to a line");
+static_assert(SDL_arraysize(LINES) == LINE_COUNT, "one row per line");
 
 static Menu menu;
 static bool in_settings, fresh;
@@ -20,7 +20,7 @@ static bool in_settings, fresh;
 void pause_open() {
     menu = {};
     in_settings = false;
-    fresh = true; // the press that opened it is not for the menu
+    fresh = true; // the menu ignores the press that opened it
 }
 
 PauseChoice pause_tick() {

@@ -1,4 +1,4 @@
-// play: the screen of a level: controls, drawing in the order of the map's layers, the pause, and what comes after.
+// play: the level screen: input, drawing in the order of the map's layers, pause, transition to the next screen.
 
 #include "game.h"
 #include "hud.h"
@@ -17,7 +17,7 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
-static constexpr double WON_SECONDS = 1.5; // before a press goes on
+static constexpr double WON_SECONDS = 1.5; // before a press continues
 
 static Level *level;
 static bool go_on, pausing;
@@ -63,7 +63,7 @@ void play_fixed_update(double dt) {
     level_step(level, level->phase == LEVEL_PLAYING ? play_read_controls() : HeroIntent{}, dt);
     const bool asked = input_pressed(ACTION_JUMP) || input_pressed(ACTION_MENU_TAKE);
     if (level->phase == LEVEL_WON && level->phase_time > WON_SECONDS && asked)
-        transition_fade_to(state_of(SCREEN_LEVEL_1 + level->number + 1), FADE_SECONDS); // behind the last: the credits
+        transition_fade_to(state_of(SCREEN_LEVEL_1 + level->number + 1), FADE_SECONDS); // after the last level: the credits
 }
 
 Uint64 play_hash() { return level_hash(level); }
@@ -85,7 +85,7 @@ static void play_draw_things(SDL_FPoint origin, float zoom) {
         const Thing *thing = &level->things.items[i];
         const Animation *look = thing_look(thing, art);
         if (look) art_draw_thing(art, look, to_view(origin, zoom, thing->feet), zoom);
-        if (look && thing->kind == THING_DOOR) // a lintel of the door's own upper part fills its opening
+        if (look && thing->kind == THING_DOOR) // draw the door again, higher: its top fills the opening
             art_draw_thing(art, look, to_view(origin, zoom, {thing->feet.x, thing->feet.y - 16}), zoom);
     }
     for (int i = 0; i < level->things.platform_count; i++) {
@@ -125,7 +125,7 @@ static void play_draw_knights(SDL_FPoint origin, float zoom, SDL_FPoint feet) {
     }
     const bool hidden =
         hero.state != HERO_ROLL && hero.state != HERO_SPECIAL && hero.safe > 0 && SDL_fmod(hero.safe, 0.16) < 0.07;
-    if (hidden && level->phase == LEVEL_PLAYING) return; // he flickers while nothing hurts him
+    if (hidden && level->phase == LEVEL_PLAYING) return; // blinks while invulnerable
     art_draw_knight(art, &hero.anim, to_view(origin, zoom, feet), zoom, hero.body.facing);
 }
 
@@ -135,10 +135,10 @@ static void play_draw() {
     TileWorldView view = view_frame(&level->view, feet);
     const float zoom = view.scale;
     const SDL_FPoint origin = view_origin(&level->view);
-    view.area.x = -origin.x / zoom; // with the shake
+    view.area.x = -origin.x / zoom; // including the shake
     view.area.y = -origin.y / zoom;
     tile_world_advance(level->world, engine_is_paused() ? 0 : SDL_min(engine_fps_delta(), 0.1));
-    if (level->generation != level->world->generation) return engine_restart_state(); // its file was edited
+    if (level->generation != level->world->generation) return engine_restart_state(); // the map was reloaded
     SDL_SetRenderDrawColor(renderer, 21, 18, 31, 255);
     SDL_RenderClear(renderer);
     const int first = tile_world_find_open(level->world, level->layer_castle, view.area) ? 0 : level->layer_castle;
@@ -169,7 +169,7 @@ static void play_pause_tick() {
     }
     pausing = false;
     engine_set_paused(false);
-    input_clear_presses(); // the press was for the menu
+    input_clear_presses(); // the menu has handled them
 }
 
 void play_tick() {

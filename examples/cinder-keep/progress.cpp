@@ -9,14 +9,14 @@
 #include <cinttypes>
 #include <cstdio>
 
-static constexpr char PATH[] = "saves/progress.txt", ASIDE[] = "saves/progress.damaged.txt"; // among the user's files
+static constexpr char PATH[] = "saves/progress.txt", ASIDE[] = "saves/progress.damaged.txt"; // user files
 static constexpr int VERSION = 2;
 
 Progress progress;
-static bool loaded, unreadable; // unreadable: what is there could still be whole, and is not written over
+static bool loaded, unreadable; // unreadable: the file may be intact, so it is not overwritten
 static ProgressLoad loaded_as;
 
-// Version 1 knew best times in whole seconds, and neither embers nor runs.
+// Version 1 had best times in whole seconds, but neither embers nor runs.
 static bool progress_read_1(const char *text, Progress *into) {
     int seconds[LEVEL_COUNT] = {};
     if (std::sscanf(text, "cinder-keep 1\nreached %d\nbest %d %d", &into->reached, &seconds[0], &seconds[1]) != 3)
@@ -26,7 +26,7 @@ static bool progress_read_1(const char *text, Progress *into) {
     return true;
 }
 
-// Everything up to its last line, which holds the checksum of what stands before it.
+// The last line holds the checksum of the text before it.
 static bool progress_read_2(const char *text, Progress *into) {
     const char *last = SDL_strstr(text, "check ");
     unsigned check = 0;

@@ -1,5 +1,5 @@
-// progress: what the player has done, kept in one small text file: written whole or not at all, read also in its older
-// version, and set aside when it is damaged.
+// progress: the player's save, one small text file, written atomically. Older versions are read too; a damaged file is
+// copied before it is overwritten.
 #pragma once
 
 #include "game.h"
@@ -10,22 +10,22 @@ inline constexpr int PROGRESS_WORDS = 4; // 64 embers in each
 
 struct LevelProgress {
     Sint64 best_ms; // 0: not finished yet
-    int embers;     // most found in one run
-    int deaths;     // in all runs
+    int embers;     // most collected in one run
+    int deaths;     // total of finished runs
 };
 
-// A run that was left at a checkpoint.
+// An unfinished run, saved at a checkpoint.
 struct RunProgress {
-    int level = -1;     // -1: there is none
-    int checkpoint = 0; // the number of the last one that was lit
-    Sint64 ms = 0;      // so far
+    int level = -1;     // -1: no run
+    int checkpoint = 0; // number of the last one lit
+    Sint64 ms = 0;      // elapsed
     int deaths = 0;
     bool has_key = false, door_open = false;
-    Uint64 embers[PROGRESS_WORDS] = {}; // bits of those found
+    Uint64 embers[PROGRESS_WORDS] = {}; // bit set of the collected ones
 };
 
 struct Progress {
-    int reached = 1; // levels that may be played, 1 to LEVEL_COUNT
+    int reached = 1; // unlocked levels, 1 to LEVEL_COUNT
     bool finished = false;
     LevelProgress levels[LEVEL_COUNT] = {};
     RunProgress run;
@@ -33,9 +33,9 @@ struct Progress {
 
 extern Progress progress;
 
-enum ProgressLoad { PROGRESS_NEW, PROGRESS_READ, PROGRESS_DAMAGED }; // damaged: set aside, and begun anew
-ProgressLoad progress_load();                                        // once; later calls say the same
-ProgressLoad progress_load_again();                                  // from the file, whatever was before
-bool progress_save();                                                // false: reported
+enum ProgressLoad { PROGRESS_NEW, PROGRESS_READ, PROGRESS_DAMAGED }; // damaged: copied aside, then reset
+ProgressLoad progress_load();                                        // loads once; later calls return the same result
+ProgressLoad progress_load_again();                                  // discards the progress and loads the file
+bool progress_save();                                                // reports errors
 void progress_forget_run();
-bool progress_has_game(); // there is something to continue
+bool progress_has_game(); // whether "Continue" is possible

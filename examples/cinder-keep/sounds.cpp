@@ -19,7 +19,7 @@ static constexpr SoundRow ROWS[] = {
     {SFX_JUMP, 14, 0.3f, 0.8f},      {SFX_POWERUP, 13, 0.7f, 1.0f},  {SFX_BLIP, 2, 0.3f, 1.0f},
     {SFX_COIN, 4, 0.35f, 1.2f},      {SFX_BLIP, 3, 0.3f, 0.7f},
 };
-static_assert(SDL_arraysize(ROWS) == SOUND_COUNT, "one row to a sound, in the order of the enum");
+static_assert(SDL_arraysize(ROWS) == SOUND_COUNT, "one row per sound, in the order of the enum");
 
 static MIX_Audio *sounds[SOUND_COUNT], *music; // owned
 

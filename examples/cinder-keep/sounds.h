@@ -1,4 +1,4 @@
-// sounds: every effect of the game, made of a preset and a seed, and the music of the screens.
+// sounds: the game's sound effects, generated from a preset and a seed, and the music of each screen.
 #pragma once
 
 enum Sound {
@@ -7,7 +7,7 @@ enum Sound {
     SOUND_ROLL,
     SOUND_SWING,
     SOUND_FLAME,
-    SOUND_STRUCK, // a foe
+    SOUND_STRUCK, // an enemy was hit
     SOUND_FELLED,
     SOUND_HURT,
     SOUND_DIE,
@@ -25,7 +25,7 @@ enum Sound {
     SOUND_COUNT,
 };
 
-// Makes the effects and begins the music, "assets/music/NAME.ogg", for as long as a screen lasts. False: reported.
+// Called by each screen's setup: generates the effects and starts the music "assets/music/NAME.ogg". Reports errors.
 bool sounds_setup(const char *music_name);
 void sounds_cleanup();
 void sounds_play(Sound sound);

@@ -3,9 +3,9 @@
 #include "lumarind/toolkit/tile_world.h"
 
 struct KindRow {
-    const char *type = "";        // of its objects in the map
-    float w = 0, h = 0;           // px; what touches it, upwards from its feet
-    int clip = 0, done_clip = -1; // -1: nothing is left of it
+    const char *type = "";        // of the map objects
+    float w = 0, h = 0;           // px; contact box, upwards from the feet
+    int clip = 0, done_clip = -1; // -1: not drawn
 };
 static constexpr KindRow KINDS[] = {
     {.type = "ember", .w = 14, .h = 18, .clip = CLIP_EMBER},
@@ -15,10 +15,10 @@ static constexpr KindRow KINDS[] = {
     {.type = "checkpoint", .w = 20, .h = 40, .clip = CLIP_BRAZIER, .done_clip = CLIP_BRAZIER_LIT},
     {.type = "exit", .w = 16, .h = 40, .clip = CLIP_EXIT, .done_clip = CLIP_EXIT},
 };
-static_assert(SDL_arraysize(KINDS) == THING_KIND_COUNT, "one row to a kind");
+static_assert(SDL_arraysize(KINDS) == THING_KIND_COUNT, "one row per kind");
 
 static constexpr float PLATFORM_W = 48, PLATFORM_H = 12; // px
-static constexpr float DOOR_TOUCH = 4;                   // px on each side that count as touching it
+static constexpr float DOOR_TOUCH = 4;                   // px added on each side of the contact box
 
 static SDL_FRect thing_box(const Thing *thing) {
     const KindRow &row = KINDS[thing->kind];
@@ -101,7 +101,7 @@ static bool platform_carries(const Platform *platform, const Hero *hero) {
            body->pos.x + body->w / 2 > platform->box.x && body->pos.x - body->w / 2 < platform->box.x + platform->box.w;
 }
 
-// Where it is at a time: slow at both ends, on whole pixels so that what stands on it stays sharp.
+// Position at a time: eases in and out; rounded to whole pixels, so that a carried hero does not jitter.
 static SDL_FPoint platform_place(const Platform *platform, double time) {
     const float share = static_cast<float>(0.5 - 0.5 * SDL_cos(time / platform->cycle * 2 * SDL_PI_D));
     return {
@@ -116,9 +116,9 @@ void platforms_step(Things *things, Hero *hero, ColliderRects *solids, int first
         const bool carries = platform_carries(platform, hero);
         const SDL_FRect moved = {to.x, to.y, platform->box.w, platform->box.h};
         const SDL_FRect body = player_body_rect(&hero->body);
-        if (!carries && rect_intersect_rect(&moved, &body)) continue; // it waits
+        if (!carries && rect_intersect_rect(&moved, &body)) continue; // blocked: it waits
         SDL_FRect *solid = &solids->items[first + i];
-        if (dy > 0) *solid = moved; // out from under his feet, which follow
+        if (dy > 0) *solid = moved; // moving down: the platform first, then the hero
         if (carries) {
             const float vel_y = hero->body.vel.y;
             player_body_move_x(&hero->body, dx, solids);

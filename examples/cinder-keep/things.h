@@ -1,5 +1,5 @@
-// things: what lies, stands and moves in a level besides foes: embers, hearts, the key and its door, checkpoints, the
-// exit, and moving platforms, which carry the hero.
+// things: level objects other than enemies: embers, hearts, the key and its door, checkpoints, the exit, and moving
+// platforms, which carry the hero.
 #pragma once
 
 #include "art.h"
@@ -14,32 +14,32 @@ inline constexpr int THINGS_MAX = 224, PLATFORMS_MAX = 16;
 struct Thing {
     ThingKind kind;
     SDL_FPoint feet;
-    bool done; // taken, opened or lit
+    bool done; // collected, opened or lit
 };
 
 struct Platform {
-    SDL_FRect box;      // now; world px
-    SDL_FPoint prev;    // its corner before the step
-    SDL_FPoint from;    // its corner at one end of its way
-    SDL_FPoint way;     // to the other end, px
-    double time, cycle; // s; there and back
+    SDL_FRect box;      // current; world px
+    SDL_FPoint prev;    // top-left corner before the step
+    SDL_FPoint from;    // top-left corner at one end of the path
+    SDL_FPoint way;     // offset of the other end, px
+    double time, cycle; // s; a cycle is there and back
 };
 
 struct Things {
     Thing items[THINGS_MAX];
-    int count, embers; // embers: in the level
+    int count, embers; // embers: how many of the items are embers
     Platform platforms[PLATFORMS_MAX];
     int platform_count;
 };
 
-bool things_add(Things *things, const TileObject *object); // false: of no kind here, or there is no room
+bool things_add(Things *things, const TileObject *object); // false: unknown type, or full
 int things_at(
-    const Things *things, const SDL_FRect *box, int from);         // the next one not done that the box touches, or -1
-int things_find(const Things *things, ThingKind kind, int number); // the number-th of its kind, or -1
-int things_number(const Things *things, int index);                // which of its kind it is
+    const Things *things, const SDL_FRect *box, int from);         // index of the next one touched and not done, or -1
+int things_find(const Things *things, ThingKind kind, int number); // index of the number-th of a kind, or -1
+int things_number(const Things *things, int index);                // the inverse: its number within its kind
 const Animation *thing_look(const Thing *thing, const Art *art);
 
-// What blocks besides the map: closed doors and platforms. Replaces the rectangles from `first` on. False: no memory.
+// Replaces the rectangles from `first` on with the platforms and closed doors. Reports errors.
 bool things_add_solids(const Things *things, ColliderRects *solids, int first);
-// Moves the platforms and whom they carry; they wait for one who is in their way. Before the hero's step.
+// Moves the platforms and the hero standing on one; a platform blocked by the hero waits. Call before hero_step.
 void platforms_step(Things *things, Hero *hero, ColliderRects *solids, int first, double dt);

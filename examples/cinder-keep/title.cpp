@@ -1,4 +1,4 @@
-// title: the keep's wall by night, the knight beside his fire, and the menu.
+// title: the title screen with the main menu, over a night scene.
 
 #include "art.h"
 #include "game.h"
@@ -31,7 +31,7 @@ struct Title {
     Particles particles;
     Menu menu;
     double time, since_ember;
-    TTF_Font *font; // owned; of the game's name
+    TTF_Font *font; // owned; for the title
     bool in_settings, damaged;
 };
 static Title *title;

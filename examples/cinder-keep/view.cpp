@@ -2,9 +2,9 @@
 
 #include "lumarind/engine/drawing_space.h"
 
-static constexpr float SEEN_H = 240;                     // px of the world, about
+static constexpr float SEEN_H = 240;                     // world px, approximately
 static constexpr float LOOK_AHEAD = 44, LOOK_SPEED = 60; // px, px/s
-static constexpr float CHEST = 24;                       // px above the feet: what the camera follows
+static constexpr float CHEST = 24;                       // px above the feet: the camera's target
 static constexpr double SHAKE_FADE = 30;                 // px/s
 
 void view_reset(View *view, SDL_FRect bounds) {

@@ -1,4 +1,4 @@
-// view: which part of the level is seen, and how large: about 240 px high, with a dead zone, a look ahead and a shake.
+// view: the camera: integer zoom to about 240 px of height, dead zone, look-ahead and screen shake.
 #pragma once
 
 #include "lumarind/toolkit/camera.h"
@@ -6,14 +6,14 @@
 
 struct View {
     Camera camera;
-    float look;         // px the view is ahead of the hero
-    float shake;        // px, dying away
+    float look;         // px, current look-ahead
+    float shake;        // px, decaying amplitude
     Uint32 shake_steps; // counts steps, for the shake's direction
-    bool placed;        // false: the next frame centres it
+    bool placed;        // false: the next frame centres the camera on the hero
 };
 
-void view_reset(View *view, SDL_FRect bounds);         // the world's
-void view_step(View *view, float way, double dt);      // way: -1 to 1, how the hero runs
-void view_shake(View *view, float px);                 // the strongest counts
-TileWorldView view_frame(View *view, SDL_FPoint hero); // moves the camera for this frame
-SDL_FPoint view_origin(const View *view);              // where the world's origin is, in view units
+void view_reset(View *view, SDL_FRect bounds);         // bounds of the world, px
+void view_step(View *view, float way, double dt);      // way: -1 to 1, the hero's direction
+void view_shake(View *view, float px);                 // a weaker shake does not replace a stronger one
+TileWorldView view_frame(View *view, SDL_FPoint hero); // moves the camera; once per frame
+SDL_FPoint view_origin(const View *view);              // the world's origin in view units, including the shake

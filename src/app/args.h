@@ -12,10 +12,10 @@ enum ArgsResult {
 ArgsResult args_parse(int argc, char *argv[]);
 void args_print_usage(); // to standard output
 
-// Returns the value after argv[*index] and advances the index; null: reported as missing.
+// Returns the value after argv[*index] and advances the index. Reports an error if there is none.
 const char *args_take_value(const char *option, int argc, char *argv[], int *index);
 // Parses a number above 0 as SDL_sscanf's "%d" does: trailing text is ignored, and numbers too large for 32 bits wrap
-// around. False: reported.
+// around. Reports errors.
 bool args_take_positive_int(const char *option, const char *value, int *out);
 
 // --- queries: 0 or null if not given ---

@@ -9,15 +9,15 @@
 struct MIX_Audio;
 
 // --- lifetime ---
-bool audio_setup();   // after cfg_load; safe to call twice. False: reported; audio_cleanup releases what was created
+bool audio_setup();   // after cfg_load; safe to call twice. Reports errors; audio_cleanup releases a partial setup
 void audio_cleanup(); // safe to call twice. Free loaded sounds first: the mixer destroys them
 
 // --- sounds: the caller owns them and releases them with audio_free ---
 // With `predecode` the file is decoded at load (effects), else while it plays (music); WAV is always decoded at load.
 // Formats: WAV (except 64-bit float), FLAC, Ogg and MP3; a leading tag is skipped, loop points in the file are ignored.
-// Null: reported; also for other formats, sounds of less than two frames and rates above 768,000 Hz.
+// Reports errors, also for other formats, sounds of less than two frames and rates above 768,000 Hz.
 MIX_Audio *audio_load(const char *path, bool predecode);
-// Copies interleaved frames of `channels` floats each. The rate is in Hz, at most 768,000. Null: reported; also for
+// Copies interleaved frames of `channels` floats each. The rate is in Hz, at most 768,000. Reports errors, also for
 // less than two frames.
 MIX_Audio *audio_load_samples(const float *frames, int frame_count, int channels, int sample_rate);
 void audio_free(MIX_Audio **sound); // sets the handle to null; a null handle is ignored
@@ -28,9 +28,9 @@ struct SfxPlay {
     float pitch = 1;  // playback rate, 0.01 to 100: 2 plays an octave higher in half the time
     float pan = 0;    // -1 left to 1 right; 0 keeps the sound's own channels
 };
-bool audio_play_sfx(MIX_Audio *sound);                          // plays it once. False: no free track, it is dropped
+bool audio_play_sfx(MIX_Audio *sound);                          // plays it once; if no track is free, returns false
 bool audio_play_sfx_with(MIX_Audio *sound, const SfxPlay &how); // the same; values are clamped
-bool audio_play_music(MIX_Audio *sound, int fade_in_ms);        // loops it, replacing the music. False: reported
+bool audio_play_music(MIX_Audio *sound, int fade_in_ms);        // loops it, replacing the music; reports errors
 bool audio_play_music_once(MIX_Audio *sound, int fade_in_ms);   // the same without looping
 void audio_pause_music(bool paused);                            // pauses or resumes; paused music is not "playing"
 void audio_stop_music(int fade_out_ms);                         // 0: at once

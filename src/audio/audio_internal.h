@@ -1,4 +1,4 @@
-// The audio module's state, for its tests.
+// audio_internal: the audio module's state, for its tests.
 #pragma once
 
 struct MIX_Mixer;
@@ -14,6 +14,6 @@ struct AudioState {
     bool library_started;                // MIX_Init was called; MIX_Quit must follow
 };
 namespace lumarind {
-extern AudioState *audio; // null: not set up
+extern AudioState *audio; // null before setup
 }
 using lumarind::audio;

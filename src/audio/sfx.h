@@ -12,10 +12,10 @@ inline constexpr int SFX_SAMPLE_RATE = 44100; // Hz
 inline constexpr int SFX_MAX_SECONDS = 10;
 
 // --- rendering: the preset is 0 to SFX_PRESET_COUNT - 1 ---
-MIX_Audio *sfx_generate(int preset, Uint64 seed); // for audio_play_sfx; the caller owns it. Null: reported
+MIX_Audio *sfx_generate(int preset, Uint64 seed); // for audio_play_sfx; the caller owns it. Reports errors
 
 // Renders mono frames, -1 to 1 at SFX_SAMPLE_RATE, into *out (freed by the caller with SDL_free) and returns their
-// number. 0: reported, and *out is null.
+// number. Reports errors, returning 0 and setting *out to null.
 int sfx_render(int preset, Uint64 seed, float **out);
 
 // --- names ---

@@ -1,4 +1,4 @@
-// config: the persistent settings, read from and written to config/<id>.ini in the user's folder, <id> being the
+// config: the persistent configuration, read from and written to config/<id>.ini in the user's folder, <id> being the
 // game's. Main thread only.
 // Values are stored as parsed; the module that uses one checks its range. Getters and setters may be called only
 // between cfg_setup and cfg_cleanup, with valid action and bus numbers.
@@ -20,23 +20,23 @@ struct CfgWindowProps {
 
 struct CfgGraphicsProps {
     bool show_fps, show_frame_time_graph, vsync_enable;
-    int fps_limit; // 0 or less: none
+    int fps_limit; // 0 or less: no limit
     int ui_scale;  // 0 or less: from the display
 };
 
 // --- lifetime ---
-bool cfg_setup(); // zero-initialises the record; safe to call twice. False: reported
+bool cfg_setup(); // zero-initialises the record; safe to call twice; reports errors
 void cfg_cleanup();
 void cfg_set_defaults();
 
 // Sets the defaults, then overrides them from the file. A missing file is created unless saving is disabled. Unknown
-// keys are ignored; malformed numbers are read as 0 with a warning. Returns false, reported, if an existing file cannot
-// be opened and read completely.
+// keys are ignored; malformed numbers are read as 0 with a warning. Reports an error if an existing file cannot be
+// opened and read completely.
 bool cfg_load();
 
 // Writes the whole record, replacing the file atomically where its folder permits; a symbolic link to it is kept.
-// Returns true also if saving is disabled. Returns false, reported, on failure or without a record; after a failed
-// cfg_load nothing is written.
+// Returns true also if saving is disabled. Reports errors, also without a record; after a failed cfg_load nothing is
+// written.
 bool cfg_save();
 
 // --- settings ---
@@ -69,5 +69,5 @@ void cfg_set_audio_volume(int bus, float volume);
 // --- the game's own settings, by the names in its record: strings of up to 127 characters, or numbers ---
 const char *cfg_get_setting(const char *name);             // "" if the name is unknown
 double cfg_get_setting_number(const char *name);           // 0 if there is none
-bool cfg_set_setting(const char *name, const char *value); // false, reported: the name is unknown
+bool cfg_set_setting(const char *name, const char *value); // reports unknown names as errors
 bool cfg_set_setting_number(const char *name, double value);

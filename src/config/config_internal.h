@@ -1,4 +1,4 @@
-// The configuration module's state, for its tests.
+// config_internal: the configuration module's state, for its tests.
 #pragma once
 
 #include "lumarind/config/config.h"
@@ -30,7 +30,7 @@ struct Config {
     bool load_failed; // the file may hold settings that were not read, so it must not be overwritten
 };
 namespace lumarind {
-extern Config *config; // null: not set up
+extern Config *config; // null before setup
 }
 using lumarind::config;
 namespace lumarind {

@@ -1,6 +1,5 @@
 // error: error reporting and the text of the last error. Main thread only.
-// Errors are logged at any time; the text is stored only while a slot is attached, which the engine does for its
-// whole life.
+// Errors are always logged; the text is stored only while a slot is attached, as it is while the engine runs.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>

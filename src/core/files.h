@@ -1,4 +1,5 @@
-// files: paths of assets and of the user's files. The game's record chooses the rule (GameFiles). Main thread only.
+// files: resolves paths of assets and of the user's files, by the rule in the game's record (GameFiles). Main thread
+// only.
 #pragma once
 
 inline constexpr int FILE_PATH_SIZE = 1024; // bytes, with the terminating NUL

@@ -1,4 +1,4 @@
-// The root folders behind files.h: for the main loop, storage and tests.
+// files_internal: the root folders behind files.h, for the main loop, storage and tests.
 #pragma once
 
 // Resolves both root folders by the game's rule; the current folder is read now. Returns false, without logging, if

@@ -1,5 +1,5 @@
-// random: pseudo-random numbers for games with caller-held state. A seed gives the same sequence on every machine.
-// Each caller owns its state; a zero-initialised one is valid. (The sound synthesiser has its own generator.)
+// random: pseudo-random number generator; a seed gives the same sequence on every machine. The caller owns the state; a
+// zero-initialised one is valid. (The sound synthesiser has its own generator.)
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -8,7 +8,7 @@ struct Random {
     Uint64 state;
 };
 
-Random random_make(Uint64 seed);                             // seeds close together give unrelated sequences
+Random random_make(Uint64 seed);                             // similar seeds give unrelated sequences
 int random_below(Random *random, int limit);                 // uniform in [0, limit); 0 if limit is below 1
 int random_between(Random *random, int first, int last);     // uniform in [first, last]; `first` if `last` is below it
 float random_float(Random *random, float from, float below); // uniform in [from, below)

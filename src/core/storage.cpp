@@ -119,7 +119,7 @@ int storage_parse_lines(char *text, StringArray *lines) {
     string_array_reset(lines);
     char *rest = nullptr;
     for (char *line = SDL_strtok_r(text, "\n", &rest); line; line = SDL_strtok_r(nullptr, "\n", &rest)) {
-        string_array_add(lines, line); // on failure reported, and the line is skipped
+        string_array_add(lines, line); // reports errors; the line is then skipped
     }
     return lines->count;
 }

@@ -7,19 +7,19 @@
 struct SDL_Storage;
 
 // --- lifetime ---
-bool storage_setup();   // safe to call twice. False: reported; storage_cleanup releases what was opened
+bool storage_setup();   // safe to call twice. Reports errors; storage_cleanup releases a partial setup
 void storage_cleanup(); // safe to call twice, and after a failed setup
 
 // --- reading ---
-// Reads the whole file and appends a 0 byte; the caller frees it with SDL_free. Null: reported. An empty file is an
-// error.
+// Reads the whole file and appends a 0 byte; the caller frees it with SDL_free. Reports errors; an empty file is
+// one.
 char *storage_read_file(SDL_Storage *storage, const char *path);
 char *storage_read_game_file(const char *path);
 char *storage_read_user_file(const char *path);
 
 // --- writing ---
-// Replaces a file of the user atomically: after a crash or on a full disk the old one is intact. Missing folders in
-// `path` are created. False: reported.
+// Replaces a user file atomically: after a crash or on a full disk the old one is intact. Missing folders in
+// `path` are created. Reports errors.
 bool storage_write_user_file(const char *path, const void *data, size_t size);
 
 // --- lines ---

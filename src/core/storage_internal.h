@@ -1,4 +1,4 @@
-// The storage module's state, for its tests.
+// storage_internal: the storage module's state, for its tests.
 #pragma once
 
 struct SDL_Storage;
@@ -8,7 +8,7 @@ struct StorageState {
     SDL_Storage *user; // owned
 };
 namespace lumarind {
-extern StorageState *storage; // null: not set up
+extern StorageState *storage; // null before setup
 }
 using lumarind::storage;
 

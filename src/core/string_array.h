@@ -11,4 +11,4 @@ struct StringArrayTraits {
 };
 TYPED_ARRAY_STAMP(string_array, StringArray, StringArrayTraits)
 
-bool string_array_add(StringArray *array, const char *text); // stores a copy; false: reported, array unchanged
+bool string_array_add(StringArray *array, const char *text); // stores a copy; reports errors, changing nothing

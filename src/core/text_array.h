@@ -15,5 +15,5 @@ struct TextArrayTraits {
 };
 TYPED_ARRAY_STAMP(text_array, TextArray, TextArrayTraits)
 
-// Prepares `text` (UTF-8) in the colour and appends it; false: reported, array unchanged.
+// Prepares `text` (UTF-8) in the colour and appends it. Reports errors, leaving the array unchanged.
 bool text_array_add(TextArray *array, TTF_TextEngine *text_engine, TTF_Font *font, const char *text, SDL_Color color);

@@ -10,14 +10,14 @@
 //     TYPED_ARRAY_STAMP_ADD(points, PointArray, PointArrayTraits)
 //
 // which gives, for T = Traits::Element:
-//     PointArray *points_new(int capacity, int grow_by)          null: reported. The caller owns the record:
+//     PointArray *points_new(int capacity, int grow_by)          reports errors. The caller owns the record:
 //                                                                points_cleanup, then SDL_free.
 //     T    points_get(array, i)                                  a zero T out of range
 //     void points_remove(array, i)                               releases element i; the last one takes its place
 //     bool points_move(src, i, dst)                              moves element i, with ownership, to the end of dst
 //     void points_reset(array)                                   releases all elements, keeps the buffer
 //     void points_cleanup(array)                                 releases elements and buffer, keeps the record
-//     bool points_add(array, const T *)                          copies the value; false: reported, array unchanged
+//     bool points_add(array, const T *)                          copies the value; reports errors, changing nothing
 //
 // Elements are trivially copyable; removal changes their order. A zero-initialised record is an empty array.
 #pragma once
@@ -42,7 +42,7 @@ template <typename T> struct ArrayOfValues {
     static void release(T &) {}
 };
 
-// Reallocates *items to hold grow_by more elements. False: reported under the tag, nothing changed.
+// Reallocates *items to hold grow_by more elements. Reports errors under the tag, changing nothing.
 bool _array_grow(void **items, Sint32 *capacity, Sint32 grow_by, size_t element_size, const char *tag);
 
 template <typename Traits> TypedArray<typename Traits::Element> *_typed_array_new(int capacity, int grow_by) {

@@ -5,5 +5,5 @@
 void capture_request(); // the next capture_tick captures the frame
 
 // Called once per frame, in UI space and before present: captures the frame if it is due.
-// False: saving failed, reported; it is not retried.
+// Reports an error if saving failed, and does not retry.
 bool capture_tick();

@@ -13,4 +13,4 @@ constexpr int CAPTURE_PATH_MAX = 512; // bytes, with the terminating NUL
 bool capture_build_path(
     char *buffer, size_t size, const char *directory, const SDL_DateTime *time, Uint64 frame, CaptureFormat format);
 
-bool capture_save(Uint64 frame); // false: reported
+bool capture_save(Uint64 frame); // reports errors

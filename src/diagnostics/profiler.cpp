@@ -156,7 +156,7 @@ static SDL_FRect _profiler_column(float x, float width, float bar_width, int age
 }
 
 static void _profiler_add(ProfilerRects *rects, SDL_FRect rect) {
-    profiler_rects_add(rects, &rect); // on failure reported, and the rectangle is skipped
+    profiler_rects_add(rects, &rect); // reports errors; the rectangle is then skipped
 }
 
 // Stacks the phases from the chart's bottom upwards, clipped at its top.

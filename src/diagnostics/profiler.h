@@ -6,7 +6,7 @@
 #include <SDL3/SDL_stdinc.h>
 
 // --- lifetime: set up after the renderer is created, clean up before it is destroyed ---
-bool profiler_setup();   // safe to call twice. False: reported; profiler_cleanup releases what was created
+bool profiler_setup();   // safe to call twice. Reports errors; profiler_cleanup releases a partial setup
 void profiler_cleanup(); // safe to call twice, and after a failed setup
 
 // --- recording, by the main loop; continues while the panel is hidden or frozen ---

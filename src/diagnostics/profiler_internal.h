@@ -59,7 +59,7 @@ struct ProfilerState {
     ProfilerRects *pip_rects, *budget_rects;
 };
 namespace lumarind {
-extern ProfilerState *profiler; // null: not set up
+extern ProfilerState *profiler; // null before setup
 }
 using lumarind::profiler;
 

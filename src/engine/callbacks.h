@@ -15,14 +15,14 @@ struct CallbackArrayTraits : ArrayOfValues<EventCallback> {
     static constexpr const char *PREFIX = "callback_array";
 };
 TYPED_ARRAY_STAMP(callback_array, CallbackArray, CallbackArrayTraits)
-bool callback_array_add(CallbackArray *array, EventCallback cb);           // false: reported
+bool callback_array_add(CallbackArray *array, EventCallback cb);           // reports errors
 int callback_array_index_of(const CallbackArray *array, EventCallback cb); // the first, or -1
 
 inline constexpr Uint32 ENGINE_EVENT_TYPES = 0x1308; // event types below this can have callbacks
 
-// A callback added twice is called twice. False: reported, invalid type or out of memory.
+// A callback added twice is called twice. Reports errors: invalid type or out of memory.
 bool engine_add_callback(Uint32 type, EventCallback cb);
-// Removes the first matching entry; returns true also if there is none. False: reported, invalid type.
+// Removes the first matching entry; returns true also if there is none. Reports an invalid type as an error.
 bool engine_remove_callback(Uint32 type, EventCallback cb);
 
 // --- callbacks with user data: called after those without ---

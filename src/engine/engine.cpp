@@ -81,14 +81,14 @@ bool engine_is_fullscreen() { return engine && cfg_get_window_props().fullscreen
 bool engine_set_fullscreen(bool on) {
     CfgWindowProps window = cfg_get_window_props();
     if (window.fullscreen == on) return true;
-    if (on) { // the place it comes back to
+    if (on) { // the geometry to return to
         SDL_GetWindowPosition(engine->window, &window.x, &window.y);
         SDL_GetWindowSize(engine->window, &window.width, &window.height);
     }
     if (!SDL_SetWindowFullscreen(engine->window, on)) {
         return engine_error("[ENGINE] SDL3: Switching full screen failed, error: %s", SDL_GetError());
     }
-    if (!on) SDL_SetWindowSize(engine->window, window.width, window.height); // of one that began full
+    if (!on) SDL_SetWindowSize(engine->window, window.width, window.height); // of a window that started in full screen
     engine->geometry_kept = on;
     cfg_set_window_props(
         window.x, window.y, window.width, window.height, window.resizable, on, !on && window.maximized,

@@ -37,10 +37,10 @@ SDL_Renderer *engine_renderer();
 void engine_set_title(const char *title); // changes only the stored title, not the window's
 const char *engine_get_title();
 bool engine_set_vsync_mode(int mode); // SDL's modes; false: logged
-// Players' choices: take effect at once and are stored in the configuration. False: reported, nothing has changed.
+// Player settings: take effect at once and are stored in the configuration. Report errors and then change nothing.
 bool engine_set_vsync(bool on); // without it, the configuration's frame limit applies
 bool engine_set_fullscreen(bool on);
-bool engine_is_fullscreen();                          // as the configuration has it
+bool engine_is_fullscreen();                          // the configured value
 void engine_set_system_cursor(SDL_SystemCursor type); // pointer; any other type sets the default cursor
 SDL_SystemCursor engine_get_system_cursor_type();
 

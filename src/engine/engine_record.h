@@ -90,6 +90,6 @@ struct Engine {
     DataCallbackArray data_callbacks;
 };
 namespace lumarind {
-extern Engine *engine; // null: not started
+extern Engine *engine; // null before engine_start
 }
 using lumarind::engine;

@@ -12,7 +12,7 @@
 
 // A screen's functions. Only one screen is set up at a time; the engine calls it on the main thread.
 struct Screen {
-    bool (*setup)() = nullptr;                    // creates all the screen owns; false: reported, cleanup follows
+    bool (*setup)() = nullptr;                    // creates all the screen owns; reports errors, cleanup follows
     void (*fixed_update)(double dt) = nullptr;    // one simulation step of dt seconds; may be null
     void (*tick)() = nullptr;                     // draws one frame
     void (*cleanup)() = nullptr;                  // releases everything, also after a partial setup
@@ -43,7 +43,7 @@ struct GameOption {
     const char *name = "";                      // with dashes: "--level"
     const char *value_name = nullptr;           // of its value in the usage text, as in <n>; null: no value
     const char *help = "";                      // one line of the usage text
-    bool (*apply)(const char *value) = nullptr; // null value if it takes none. False: reported, and the start fails
+    bool (*apply)(const char *value) = nullptr; // null value if it takes none. Reports errors; the start then fails
 };
 
 // Where a program's files are stored.

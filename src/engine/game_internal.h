@@ -1,4 +1,4 @@
-// The running game, for the main loop and tests.
+// game_internal: the running game, for the main loop and tests.
 #pragma once
 
 #include "lumarind/engine/game.h"

@@ -1,7 +1,7 @@
 // setup: engine start and stop: SDL and all engine-wide modules.
 #pragma once
 
-// Safe to call twice. False: reported, and everything started was stopped again. `title` is copied.
+// Safe to call twice. `title` is copied. Reports errors and then stops everything it has started.
 bool engine_start(const char *title);
 
 // Stores the window's geometry and the profiler panel's flag in the configuration, releases everything, saves the

@@ -124,7 +124,7 @@ static bool _font_is_listed(const TTF_Font *font) {
     return false;
 }
 
-// False: it has the size it had.
+// Reports errors and then keeps the size.
 static bool _font_rescale(TTF_Font *font, float factor) {
     return TTF_SetFontSize(font, TTF_GetFontSize(font) * factor) ||
            engine_error("[FONTS] Unable to change font size, error: %s", SDL_GetError());
@@ -140,7 +140,7 @@ bool fonts_rescale(float factor) {
     for (KeptFont &kept : engine->kept_fonts) {
         if (!kept.font || !kept.lent) continue;
         const bool listed = _font_is_listed(kept.font);
-        if (!listed && !_font_rescale(kept.font, factor)) continue; // that text stays as large as it was
+        if (!listed && !_font_rescale(kept.font, factor)) continue; // its texts keep their size
         kept.size *= factor;
         kept.generation = TTF_GetFontGeneration(kept.font);
         kept.line_skip = TTF_GetFontLineSkip(kept.font);

@@ -13,17 +13,17 @@ struct TTF_TextEngine;
 inline constexpr int SHARED_FONT_UI = 0;
 inline constexpr int SHARED_FONT_UI_HEADING = 1;
 
-// --- fonts: sizes are points in UI units; a null or false is reported ---
+// --- fonts: sizes are points in UI units; opening, copying and resizing report errors ---
 bool font_file_exists(const char *path);
 TTF_Font *font_open(const char *path, float size); // the caller owns it until engine_add_font takes it
 TTF_Font *font_copy(TTF_Font *font);               // of the same size
 bool font_set_size(TTF_Font *font, float size);
 void font_cleanup(TTF_Font *font); // releases it; the engine may cache it for a later font_open. Null is ignored
 void fonts_close_kept();           // closes the cached fonts; called by the engine's stop
-bool fonts_rescale(float factor);  // called when the UI scale changes; false: reported, nothing has changed
+bool fonts_rescale(float factor);  // called when the UI scale changes; on error, which it reports, nothing changes
 
 // --- the engine's font list ---
-int engine_add_font(TTF_Font *font); // takes ownership and returns the slot; -1, taking nothing, if the list is full
+int engine_add_font(TTF_Font *font); // takes ownership and returns the slot; -1, without taking it, if full
 TTF_Font *engine_get_font_by_index(int index); // null if there is no such slot
 void engine_set_active_font(TTF_Font *font);   // borrowed
 TTF_Font *engine_get_font();
@@ -31,7 +31,7 @@ TTF_Font *engine_get_font();
 // --- texts: the caller of engine_prepare_text owns them ---
 TTF_TextEngine *engine_text_engine();
 TTF_Text *engine_prepare_text(TTF_Font *font, const char *text, size_t length, SDL_Color color); // length 0: to the NUL
-bool engine_set_text(TTF_Text *text, const char *content); // false: reported, the old content remains
+bool engine_set_text(TTF_Text *text, const char *content); // reports errors and then keeps the old content
 void engine_set_text_color(TTF_Text *text, SDL_Color color);
 void engine_cleanup_text(TTF_Text **text);                          // destroys it, sets null; null is ignored
 void engine_render_text(TTF_Text *text, float x, float y);          // top-left corner, in the current drawing space

@@ -9,10 +9,10 @@
 #include <SDL3_ttf/SDL_ttf.h>
 
 struct KeptText {
-    TTF_Text *text; // owned; null: the place is free
+    TTF_Text *text; // owned; null: free slot
     TTF_Font *font;
     Uint64 hash; // of the content
-    Uint64 used; // the draw that used it last
+    Uint64 used; // value of `draws` at the last use
 };
 
 struct TextDraw {

@@ -1,5 +1,5 @@
-// text_draw: a text in one call, for menus and read-outs whose texts come and go. What is drawn again in the next frame
-// is kept, laid out; engine/text.h has texts that their owner keeps. Main thread only.
+// text_draw: draws text in one call, with a cache of laid-out texts, for menus and read-outs. For texts that the caller
+// owns see engine/text.h. Main thread only.
 #pragma once
 
 #include <SDL3/SDL_pixels.h>
@@ -8,13 +8,13 @@ struct TTF_Font;
 
 enum TextAlign { TEXT_LEFT, TEXT_CENTER, TEXT_RIGHT }; // which part of the text is at x
 
-inline constexpr int TEXT_DRAW_KEPT = 128; // texts; beyond them the one drawn longest ago goes
+inline constexpr int TEXT_DRAW_KEPT = 128; // capacity of the cache; the least recently used text is evicted
 
-// In the current drawing space; y is its upper edge. An empty text, or no font, draws nothing. Returns false and
-// reports the error when the text could not be made.
+// Draws in the current drawing space; y is the text's upper edge. An empty text or a null font draws nothing. Reports
+// errors.
 bool engine_draw_text(TTF_Font *font, const char *text, float x, float y, SDL_Color color, TextAlign align = TEXT_LEFT);
-// Drawing units; the height is that of a line of the font, also for an empty text. Both may be null.
+// In drawing units. The height is one line of the font, also for an empty text. Outputs may be null.
 void engine_measure_text(TTF_Font *font, const char *text, float *width, float *height);
 
 // --- called by the engine ---
-void text_draw_forget(const TTF_Font *font); // before a font is closed; null: all of them
+void text_draw_forget(const TTF_Font *font); // evicts a font's texts before it is closed; null: frees the cache

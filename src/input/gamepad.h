@@ -8,7 +8,7 @@
 inline constexpr float GAMEPAD_DEADZONE_MAX = 0.9f;
 
 // --- lifetime ---
-bool gamepad_setup();   // opens the first connected controller; safe to call twice. False: reported
+bool gamepad_setup();   // opens the first connected controller; safe to call twice. Reports errors
 void gamepad_cleanup(); // safe to call twice
 
 // --- called for SDL's events ---

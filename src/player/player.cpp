@@ -5,7 +5,7 @@
 
 #include <iterator>
 
-// --- feel ---
+// --- tuning ---
 
 // body, px
 static constexpr float BODY_W = 20;

@@ -18,7 +18,7 @@ struct PlayerBody {
     float w, h;          // px
     float remainder_x;   // sub-pixel movement carried over to the next step, -0.5 to 0.5
     float remainder_y;
-    bool grounded; // result of the last player_body_update_ground
+    bool grounded; // set by player_body_update_ground
     Sint32 facing; // 1: right, -1: left; written by the owner
 };
 

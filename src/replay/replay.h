@@ -9,11 +9,11 @@
 #include <SDL3/SDL_stdinc.h>
 
 // --- recording ---
-// Starts at the next setup of a screen. False: reported; the game continues without recording.
+// Starts at the next setup of a screen. Reports errors; the game then continues without recording.
 bool replay_record(const char *path);
 void replay_stop(); // ends recording or replaying, also at the engine's stop; does nothing if neither is active
 
 // --- queries ---
 bool replay_is_recording();
 bool replay_is_playing(); // input and clock come from a recording
-bool replay_failed();     // the recording could not be replayed to its end, or a state hash differs; reported
+bool replay_failed();     // the recording could not be replayed to its end, or a state hash differed

@@ -48,7 +48,7 @@ void replay_record_event(const SDL_Event *event);       // as delivered to the g
 void replay_record_devices(const ReplayDevices *state); // after the last event
 
 // --- replaying ---
-bool replay_open(const char *path, double speed); // reads the start; speed 0: as fast as possible. False: reported
+bool replay_open(const char *path, double speed); // reads the start; speed 0: as fast as possible. Reports errors
 const ReplayStart *replay_start();                // of the open recording, else null
 bool replay_is_fast();                            // frames need not be drawn
 void replay_play();                               // before the first screen's setup; seeds SDL's random numbers

@@ -10,7 +10,7 @@ struct Castle {
     RenderGrid *grid; // the map's baked chunks
 };
 
-bool castle_load(Castle *castle, float scale); // false: reported; castle_cleanup releases what was created
+bool castle_load(Castle *castle, float scale); // reports errors; castle_cleanup releases a partial load
 void castle_cleanup(Castle *castle);           // safe to call twice, and after a failed load
 
 // Bakes the chunks again if their contents are lost or the map has changed. Call before drawing them.

@@ -276,7 +276,7 @@ void physics_demo_apply_swing() {
 
 bool physics_demo_key_down(SDL_Event *event) {
     if (event->key.repeat) return true;
-    if (event->key.key == SDLK_R) physics_demo_rebuild(); // on failure reported, and the yard is empty
+    if (event->key.key == SDLK_R) physics_demo_rebuild(); // reports errors; the yard is then empty
     if (event->key.key == SDLK_SPACE) physics_demo_fire_cannonball();
     return true;
 }

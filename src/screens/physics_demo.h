@@ -66,7 +66,7 @@ struct PhysicsDemo {
     int spawned;             // bodies added by the user since the scene was built
     TTF_Text *title;         // owned
 };
-extern PhysicsDemo *physics_demo; // null: not set up
+extern PhysicsDemo *physics_demo; // null before setup
 
 // --- view ---
 // The world's height fills the view; its width is centred, and cropped on both sides if the view is narrower.

@@ -91,7 +91,7 @@ static void _menu_draw_line(const MenuLine &line, const SDL_FRect &box, bool sel
     engine_draw_text(font, line.value, box.x + box.w - SIDE, y, color, TEXT_RIGHT);
 }
 
-// Up and down, round the ends and past what cannot be chosen.
+// Moves the selection up or down; wraps around and skips disabled lines.
 static bool _menu_move(Menu *menu, const MenuLine *lines, int count) {
     const int step = input_pressed(menus->controls.down) - input_pressed(menus->controls.up);
     int at = menu->selected;
@@ -104,7 +104,7 @@ static bool _menu_move(Menu *menu, const MenuLine *lines, int count) {
     return moved;
 }
 
-// What the mouse is at: a line, or -1. Selects it when the mouse has moved there.
+// Hit test: returns the line under the mouse, or -1. Selects it if the mouse has moved.
 static int _menu_point(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, int shown) {
     const float x = menus->mouse_x, y = menus->mouse_y;
     if (x < area.x || x >= area.x + area.w || y < area.y) return -1;
@@ -118,7 +118,7 @@ static int _menu_point(Menu *menu, const MenuLine *lines, int count, const SDL_F
 static void _menu_scroll(Menu *menu, int count, int shown) {
     const float selected = static_cast<float>(menu->selected), most = static_cast<float>(SDL_max(count - shown, 0));
     menu->scroll -= menus->wheel;
-    if (menus->wheel == 0) // the selected line is to be seen
+    if (menus->wheel == 0) // keep the selected line visible
         menu->scroll = SDL_clamp(menu->scroll, selected - static_cast<float>(shown) + 1, selected);
     menu->scroll = SDL_floorf(SDL_clamp(menu->scroll, 0, most));
 }

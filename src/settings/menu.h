@@ -1,45 +1,46 @@
-// menu: a list of lines that keyboard, controller and mouse choose from, drawn with the shared font and asked once per
-// frame, over whatever the screen has drawn. Main thread only.
+// menu: an immediate-mode list menu for keyboard, controller and mouse, drawn with the shared UI font over the screen.
+// Call menu_tick once per frame. Main thread only.
 #pragma once
 
 #include <SDL3/SDL_pixels.h>
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>
 
-// The game's actions that move in menus: best ones of their own, which players cannot bind away. -1: there is none.
+// The game's actions that navigate menus, or -1 for none. Best dedicated ones, which players cannot rebind.
 struct MenuControls {
     int up = -1, down = -1, left = -1, right = -1, take = -1, back = -1, clear = -1;
 };
 
 struct MenuLook {
     SDL_Color plain = {200, 190, 190, 255}, bright = {255, 226, 150, 255}, dim = {132, 124, 146, 255};
-    SDL_Color bar = {119, 32, 63, 150}, mark = {239, 124, 51, 255}; // behind the selected line, and at its left end
+    SDL_Color bar = {119, 32, 63, 150}, mark = {239, 124, 51, 255}; // selection: background and left marker
 };
 
 // --- lifetime ---
-bool menu_setup(const MenuControls &controls, const MenuLook &look = {}); // idempotent. False: reported
+bool menu_setup(const MenuControls &controls, const MenuLook &look = {}); // safe to call twice; reports errors
 void menu_cleanup();                                                      // safe to call twice
 
-// --- a menu: {} at first, kept by its owner ---
+// --- a menu: its owner keeps the record, zero-initialised ---
 struct Menu {
     int selected;
-    float scroll; // lines above the first one seen
+    float scroll; // lines scrolled off the top
 };
 
 struct MenuLine {
     const char *label = "";
-    const char *value = nullptr; // at the right end; null: the label stands in the middle
-    bool off = false;            // cannot be chosen
+    const char *value = nullptr; // right-aligned; null: the label is centred
+    bool off = false;            // disabled
 };
 
 struct MenuAnswer {
-    int taken = -1; // the line that was taken, or -1
-    int step = 0;   // -1 or 1: left or right on the selected line, or its left or right half clicked
+    int taken = -1; // the line that was activated, or -1
+    int step = 0;   // -1 or 1: left or right pressed, or the left or right half of line `taken` clicked
     bool moved = false, back = false, clear = false;
 };
 
-// `area` in drawing units; lines beyond its lower edge are scrolled to. Without `listens` it is only drawn.
+// Draws the menu and handles input. `area` is in drawing units; a longer list scrolls. If `listens` is false, input is
+// ignored.
 MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool listens = true);
 float menu_line_height();
-void menu_darken(Uint8 alpha); // the whole view, behind a menu
-MenuLook menu_look();          // of the setup
+void menu_darken(Uint8 alpha); // darkens the whole view, behind a menu
+MenuLook menu_look();          // as given to menu_setup

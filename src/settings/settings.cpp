@@ -15,7 +15,7 @@
 
 #include <iterator>
 
-static constexpr size_t BINDINGS_TEXT_SIZE = 128; // what the configuration keeps of an action
+static constexpr size_t BINDINGS_TEXT_SIZE = 128; // per action in the configuration, with the NUL
 
 struct Settings {
     const SettingsAction *actions; // borrowed
@@ -24,8 +24,8 @@ struct Settings {
     int action, slot; // of the capture
     double left;      // s
     InputBinding caught;
-    int other_action, other_slot;               // that have what was caught
-    bool axis_rests[SDL_GAMEPAD_AXIS_COUNT][2]; // seen below the threshold since the capture began
+    int other_action, other_slot;               // of the conflict
+    bool axis_rests[SDL_GAMEPAD_AXIS_COUNT][2]; // was below the threshold since the capture began
 };
 static Settings *settings;
 
@@ -38,7 +38,7 @@ static bool _settings_same(const InputBinding &a, const InputBinding &b) {
     return a.kind == b.kind && a.code == b.code && a.direction == b.direction;
 }
 
-// As the configuration writes it. False: no text stands for it, as for keys without a name and the comma's.
+// Writes a binding as configuration text. Returns false if there is none: keys without a name, and the comma.
 static bool _settings_write(const InputBinding &binding, char *text, size_t size) {
     const char *name = nullptr, *sign = "", *prefix = "pad:";
     switch (binding.kind) {
@@ -63,7 +63,7 @@ static int _settings_read(int action, InputBinding *bindings) {
     return input_parse_bindings(input_bindings_text(action), bindings, INPUT_MAX_BINDINGS);
 }
 
-// False: they have no room in the configuration, and nothing has changed.
+// Reports an error and changes nothing if the text is too long for the configuration.
 static bool _settings_bind(int action, const InputBinding *bindings, int count) {
     char text[2 * BINDINGS_TEXT_SIZE] = {};
     size_t used = 0;
@@ -98,12 +98,12 @@ static constexpr ButtonName BUTTON_NAMES[] = {
     {SDL_GAMEPAD_BUTTON_DPAD_RIGHT, "D-pad right"},
 };
 static constexpr const char *LABEL_NAMES[] = {"", "A", "B", "X", "Y", "Cross", "Circle", "Square", "Triangle"};
-static_assert(std::size(LABEL_NAMES) == SDL_GAMEPAD_BUTTON_LABEL_TRIANGLE + 1, "one name to a label");
+static_assert(std::size(LABEL_NAMES) == SDL_GAMEPAD_BUTTON_LABEL_TRIANGLE + 1, "one name per label");
 static constexpr const char *AXIS_NAMES[][2] = {
     {"Stick left", "Stick right"},  {"Stick up", "Stick down"},       {"R-stick left", "R-stick right"},
     {"R-stick up", "R-stick down"}, {"Left trigger", "Left trigger"}, {"Right trigger", "Right trigger"},
 };
-static_assert(std::size(AXIS_NAMES) == SDL_GAMEPAD_AXIS_COUNT, "two names to an axis");
+static_assert(std::size(AXIS_NAMES) == SDL_GAMEPAD_AXIS_COUNT, "two names per axis");
 
 static const char *_settings_button_name(SDL_GamepadButton button) {
     const SDL_GamepadButtonLabel label = gamepad_button_label(button);
@@ -116,7 +116,7 @@ static const char *_settings_button_name(SDL_GamepadButton button) {
     return name ? name : "";
 }
 
-static const char *_settings_key_name(SDL_Scancode scancode) { // as the player's layout has it
+static const char *_settings_key_name(SDL_Scancode scancode) { // in the player's keyboard layout
     const char *name = SDL_GetKeyName(SDL_GetKeyFromScancode(scancode, SDL_KMOD_NONE, false));
     return *name ? name : SDL_GetScancodeName(scancode);
 }
@@ -171,7 +171,7 @@ void settings_restore_bindings() {
 
 // --- capture ---
 
-// Puts the binding into the slot, or behind the last one; nothing is bound twice to the action.
+// Stores the binding in the slot, or appends it, and removes duplicates.
 static bool _settings_put(int action, int slot, const InputBinding &binding) {
     InputBinding bindings[INPUT_MAX_BINDINGS + 1] = {}, kept[INPUT_MAX_BINDINGS + 1] = {};
     int count = _settings_read(action, bindings), kept_count = 0;
@@ -212,7 +212,7 @@ static void _settings_caught(const InputBinding &binding) {
     const bool escape = binding.kind == INPUT_BINDING_KEY && binding.code == SDL_SCANCODE_ESCAPE;
     if (escape && !_settings_has_by_default(settings->action, binding)) {
         settings_capture_cancel();
-    } else if (_settings_write(binding, text, sizeof text)) { // else it waits for another
+    } else if (_settings_write(binding, text, sizeof text)) { // otherwise keeps waiting
         settings->caught = binding;
         settings->capture = SETTINGS_CAPTURE_NONE;
         if (_settings_find(binding)) {
@@ -221,7 +221,7 @@ static void _settings_caught(const InputBinding &binding) {
             _settings_put(settings->action, settings->slot, binding);
         }
     }
-    input_clear_presses(); // the press was for here
+    input_clear_presses(); // the capture has consumed the press
 }
 
 static void _settings_handle_axis(int axis, Sint16 raw) {
@@ -310,7 +310,7 @@ void settings_capture_cancel() {
 
 static constexpr const char *VALUE_NAMES[] = {"Volume",      "Music volume",  "Effects volume",
                                               "Full screen", "Vertical sync", "Interface size"};
-static_assert(std::size(VALUE_NAMES) == SETTINGS_VALUE_COUNT, "one name to a value");
+static_assert(std::size(VALUE_NAMES) == SETTINGS_VALUE_COUNT, "one name per value");
 
 static bool _settings_is_volume(int value) { return value >= SETTINGS_MASTER_VOLUME && value <= SETTINGS_SFX_VOLUME; }
 
@@ -336,7 +336,7 @@ SettingsText settings_value_text(int value) {
     return text;
 }
 
-// A menu that no longer fits its window could not be left.
+// Limits the scale so that the menu always fits the window: otherwise a player could not change it back.
 static int _settings_largest_scale() {
     float width = 0, height = 0;
     engine_view_size(&width, &height);

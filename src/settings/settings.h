@@ -1,52 +1,53 @@
-// settings: what players set in a game's own menu: bindings, by pressing what they want, and volumes, full screen,
-// vsync and the UI scale, which take effect at once. All of it is kept in the configuration, and saved on exit with the
-// rest, or by cfg_save. settings_menu.h is a menu of it; this module is for one of a game's own. Main thread only.
+// settings: key rebinding and player settings (volumes, full screen, vsync, UI scale), for a game's own menu;
+// settings_menu.h is a ready one. Changes take effect at once and are stored in the configuration, which is saved on
+// exit or by cfg_save. Main thread only.
 #pragma once
 
 #include "lumarind/input/input.h"
 
-// An action that players may bind, and what it is called before them. Borrowed: a constant table.
+// An action that players may rebind, and its display name. The table is borrowed.
 struct SettingsAction {
     int action = 0;
     const char *label = "";
 };
 
 // --- lifetime ---
-// The actions among which no binding may occur twice; those of menus stay out of it, as they share keys with the game.
-// Idempotent. Returns false and reports the error.
+// A binding may occur only once among `actions`; leave out menu actions, which share keys with the game. Safe to call
+// twice. Reports errors.
 bool settings_setup(const SettingsAction *actions, int count);
 void settings_cleanup(); // safe to call twice
 
 // --- bindings: an action has INPUT_MAX_BINDINGS slots, the used ones first ---
-inline constexpr int SETTINGS_TEXT_SIZE = 64; // bytes, enough for every text here
+inline constexpr int SETTINGS_TEXT_SIZE = 64; // bytes, with the terminating NUL
 struct SettingsText {
     char text[SETTINGS_TEXT_SIZE];
 };
 
-// As the player knows it: "Left Shift", "D-pad left"; a button by what is written on the active controller's.
+// "Left Shift", "D-pad left": keys as in the player's layout, buttons by their labels on the active controller.
 SettingsText settings_binding_text(const InputBinding &binding);
-SettingsText settings_slot_text(int action, int slot);   // "" where the slot is empty
-SettingsText settings_action_text(int action, bool pad); // its first binding to a key, or to the controller
-bool settings_clear(int action, int slot);               // false: the action's only binding stays, or there is none
-void settings_restore_bindings();                        // the defaults of the game's record
+SettingsText settings_slot_text(int action, int slot);   // "" if the slot is empty
+SettingsText settings_action_text(int action, bool pad); // its first key binding, or first controller binding
+bool settings_clear(int action, int slot);               // false: the slot is empty or holds the only binding
+void settings_restore_bindings();                        // restores the defaults of the game's record
 
-// --- a new binding: the next key, button, or stick or trigger moved past INPUT_AXIS_THRESHOLD ---
-// Menus should not act on input while a capture waits. Escape ends it, but for actions bound to Escape by default.
-inline constexpr double SETTINGS_CAPTURE_SECONDS = 6; // then it ends by itself: for players with a controller alone
+// --- capturing a binding: the next key, button, or stick or trigger moved past INPUT_AXIS_THRESHOLD ---
+// Menus should ignore input during a capture. Escape cancels it, except for actions bound to Escape by default.
+inline constexpr double SETTINGS_CAPTURE_SECONDS = 6; // timeout, for players without a keyboard
 
 enum SettingsCapture {
     SETTINGS_CAPTURE_NONE,
     SETTINGS_CAPTURE_WAITING,
-    SETTINGS_CAPTURE_CONFLICT, // what was pressed belongs to another action: settings_capture_answer
+    SETTINGS_CAPTURE_CONFLICT, // another action has this binding: call settings_capture_answer
 };
 
-bool settings_capture_begin(int action, int slot); // an empty slot counts as the first empty one. False: no such
+bool settings_capture_begin(int action, int slot); // false: invalid action or slot. Empty slots are filled in order
 void settings_capture_advance(double seconds);     // once per frame
 SettingsCapture settings_capture();
-double settings_capture_left();                    // s, while it waits
+double settings_capture_left();                    // s until the timeout; 0 unless waiting
 int settings_capture_action();                     // -1 without a capture
-int settings_capture_conflict(SettingsText *what); // the action that has it; -1: none. `what` may be null
-// Swap: the other action gets what stood in the slot, or loses the binding where it was empty. Else all stays.
+int settings_capture_conflict(SettingsText *what); // the other action, or -1; `what` (its binding) may be null
+// Resolves a conflict. With `swap` the other action gets the slot's old binding, or none if the slot was empty;
+// otherwise nothing changes.
 void settings_capture_answer(bool swap);
 void settings_capture_cancel();
 
@@ -59,10 +60,10 @@ enum SettingsValue {
     SETTINGS_SFX_VOLUME,
     SETTINGS_FULLSCREEN,
     SETTINGS_VSYNC,
-    SETTINGS_UI_SCALE, // "automatic", then 1 to 8, as far as the view stays SETTINGS_VIEW_MIN_W × _H
+    SETTINGS_UI_SCALE, // "automatic", then 1 to 8; the view never gets smaller than SETTINGS_VIEW_MIN_W × _H
     SETTINGS_VALUE_COUNT,
 };
 
-const char *settings_value_name(int value);    // "Music volume"; "" for no value
-SettingsText settings_value_text(int value);   // "80 %"; "" for no value
-bool settings_value_step(int value, int step); // -1 or 1; switches turn over. False: it stays (at an end, or reported)
+const char *settings_value_name(int value);    // "Music volume"; "" for an invalid value
+SettingsText settings_value_text(int value);   // "80 %"; "" for an invalid value
+bool settings_value_step(int value, int step); // -1 or 1; on/off values toggle. False: unchanged (limit, or an error)

@@ -1,7 +1,7 @@
-// What the settings' menu asks of the settings.
+// settings_internal: the rebindable actions, for the settings menu.
 #pragma once
 
 #include "lumarind/settings/settings.h"
 
-int _settings_actions(const SettingsAction **actions); // those of the setup; their number
-const char *_settings_label(int action);               // "" for one that is not among them
+int _settings_actions(const SettingsAction **actions); // as given to settings_setup; returns their number
+const char *_settings_label(int action);               // "" for other actions

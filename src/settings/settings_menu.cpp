@@ -10,20 +10,20 @@
 #include "settings/settings_internal.h"
 
 static constexpr int FIRST_ACTION = SETTINGS_VALUE_COUNT, LINES_MAX = FIRST_ACTION + GAME_MAX_ACTIONS + 2;
-static constexpr float WIDEST = 640, TALL = 400; // UI units; from TALL on there is room for a heading
+static constexpr float WIDEST = 640, TALL = 400; // UI units; views higher than TALL show a heading
 static constexpr Uint8 SHADE = 150, SHADE_ASKING = 190;
 
 struct SettingsMenu {
     Menu list, answers; // answers: to a conflict
-    int slot;           // of the bindings, that the selected action shows
-    bool deaf;          // in the first frame, and in that after a capture: what was pressed there is not for the menu
-    bool asking;        // since the frame before
+    int slot;           // selected binding slot of the selected action
+    bool deaf;          // ignores the presses that opened the menu or ended a capture, for one frame
+    bool asking;        // the conflict was already shown in the previous frame
 };
 static SettingsMenu settings_menu;
 
 void settings_menu_open() { settings_menu = {.list = {}, .answers = {}, .slot = 0, .deaf = true, .asking = false}; }
 
-// "A   [Left]   Stick left": the slots of an action, the chosen one in brackets where its line is selected.
+// Formats the slots of an action, as "A   [Left]   Stick left"; if its line is selected, with its slot in brackets.
 static void _settings_menu_slots(int action, bool selected, char *out, size_t size) {
     size_t used = 0;
     out[0] = '\0';
@@ -37,7 +37,7 @@ static void _settings_menu_slots(int action, bool selected, char *out, size_t si
     }
 }
 
-static int _settings_menu_slot_count(int action) { // with one for a new binding
+static int _settings_menu_slot_count(int action) { // including an empty one for a new binding
     int count = 0;
     while (count < INPUT_MAX_BINDINGS && settings_slot_text(action, count).text[0]) count++;
     return SDL_min(count + 1, INPUT_MAX_BINDINGS);
@@ -88,7 +88,7 @@ static MenuAnswer _settings_menu_ask(float width, float height) {
         TEXT_CENTER);
     const SDL_FRect area = {width / 2 - 130, height / 2, 260, 2 * line};
     const MenuAnswer answer = menu_tick(&settings_menu.answers, LINES, 2, area, settings_menu.asking);
-    settings_menu.asking = true; // from the next frame on
+    settings_menu.asking = true; // listens from the next frame on
     if (answer.taken >= 0 || answer.back) settings_capture_answer(answer.taken == 0);
     return answer;
 }
@@ -148,6 +148,6 @@ bool settings_menu_tick(MenuAnswer *heard) {
     if (capture == SETTINGS_CAPTURE_WAITING) _settings_menu_draw_waiting(width, height);
     if (capture == SETTINGS_CAPTURE_CONFLICT) answer = _settings_menu_ask(width, height);
     if (heard) *heard = answer;
-    if (left) cfg_save(); // reported where it fails; what was chosen holds until the end all the same
+    if (left) cfg_save(); // on error, which it reports, the settings last for this run
     return !left;
 }

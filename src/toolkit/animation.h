@@ -38,7 +38,7 @@ struct Animation {
     bool finished; // a non-looping clip has reached its end
 };
 
-// --- selection: false is reported ---
+// --- selection: the first two report errors ---
 bool animation_init(Animation *anim, const AnimationSet *set, int clip); // and starts playing
 bool animation_select_clip(Animation *anim, int clip); // from its first frame; an invalid clip changes nothing
 int animation_find_clip(const AnimationSet *set, const char *name); // -1 if there is none

@@ -21,7 +21,7 @@ struct AnimationSlice {
 
 // Loads a game file; the image path in it is relative to it. A tag's clip loops unless it has a repeat count; reverse
 // and ping-pong clips list their frames in playing order. Without tags all frames are one clip, "all". The caller owns
-// the set, which must outlive its sheets and animations. Null: reported, with the file, the key and a remedy.
+// the set, which must outlive its sheets and animations. Reports errors with file, key and remedy.
 // With hot reload (toolkit/reload.h), a changed file replaces the set's contents once all sheets of the set fit: the
 // set's address stays, pointers to its clips, frames and slices become invalid. An invalid file, or one with fewer
 // clips or a wrong image, is reported once and changes nothing.

@@ -34,7 +34,7 @@ TYPED_ARRAY_STAMP_ADD(colliders_circles, ColliderCircles, ColliderCirclesTraits)
 TYPED_ARRAY_STAMP(colliders_points, ColliderPoints, ColliderPointsTraits)
 TYPED_ARRAY_STAMP_ADD(colliders_points, ColliderPoints, ColliderPointsTraits)
 
-// Empty sets with the default capacity. The caller owns them: cleanup, then SDL_free. Null: reported.
+// Empty sets with the default capacity. The caller owns them: cleanup, then SDL_free. Report errors.
 ColliderRects *colliders_new_rects();
 ColliderTris *colliders_new_tris();
 ColliderCircles *colliders_new_circles();
@@ -46,8 +46,8 @@ inline constexpr float COLLIDERS_REACH = 1 << 24; // px
 
 // Fills the given sets from a game file of comma-separated numbers, one shape per line: 2 a point (x, y), 3 a circle
 // (x, y, r), 4 a rectangle (x, y, w, h), 6 a triangle (three corners); other lines are ignored. Numbers are multiplied
-// by `scale` and clamped to COLLIDERS_REACH; anything but a finite number is 0. Null sets are skipped. False: the file
-// could not be read (reported), and the sets are empty.
+// by `scale` and clamped to COLLIDERS_REACH; anything but a finite number is 0. Null sets are skipped. Reports an error
+// if the file cannot be read; the sets are then empty.
 bool colliders_load_csv(
     ColliderRects *rects, ColliderTris *tris, ColliderCircles *circles, ColliderPoints *points, const char *path,
     float scale);

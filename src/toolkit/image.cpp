@@ -84,7 +84,7 @@ struct ImageKind {
     SDL_Surface *(*load)(SDL_IOStream *file);
 };
 // SDL_image supports more formats, but corrupt files of some never finish loading (an 8-byte GIF takes all memory), and
-// most do not tell their size before decoding.
+// the size of most is unknown before decoding.
 static constexpr ImageKind IMAGE_KINDS[] = {
     {IMG_isPNG, _image_measure_png, _image_load_png},
     {IMG_isJPG, _image_measure_jpeg, IMG_LoadJPG_IO},

@@ -2,8 +2,8 @@
 
 #include "lumarind/toolkit/primitives.h"
 
-static constexpr float SPREAD = 3;     // px about the place of a burst
-static constexpr float SLOWEST = 0.2f; // shares of the kind's values
+static constexpr float SPREAD = 3;     // px around a burst's position
+static constexpr float SLOWEST = 0.2f; // fractions of the kind's values, as are the following
 static constexpr float SHORTEST = 0.5f;
 static constexpr float OLD_FROM = 0.4f;
 

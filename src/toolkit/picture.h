@@ -11,7 +11,7 @@ enum PictureFilter {
     PICTURE_LINEAR,  // smooth; neighbouring cells of an image bleed into each other
 };
 
-// Loads the asset at this path. The caller destroys it with SDL_DestroyTexture. Null: reported.
+// Loads the asset at this path. The caller destroys it with SDL_DestroyTexture. Reports errors.
 SDL_Texture *picture_load(const char *path, PictureFilter filter = PICTURE_NEAREST);
 
 struct PictureDraw {
@@ -21,5 +21,5 @@ struct PictureDraw {
     double angle = 0; // degrees clockwise about the centre
 };
 
-// Draws it with the top-left corner at x, y in the current drawing space. False: reported.
+// Draws it with the top-left corner at x, y in the current drawing space. Reports errors.
 bool picture_draw(SDL_Texture *picture, float x, float y, const PictureDraw &how = {});

@@ -1,6 +1,6 @@
 // render_grid: a grid of render targets ("chunks") into which static content is drawn once; each frame only the visible
 // chunks are copied. Owned by one renderer and must be freed before it. A renderer may lose the contents of render
-// targets: render_grid_is_lost tells, and the grid must be filled again.
+// targets: when render_grid_is_lost returns true, fill the grid again.
 #pragma once
 
 #include "lumarind/toolkit/tile_range.h"
@@ -25,14 +25,14 @@ struct RenderGrid {
 inline constexpr int RENDER_GRID_MAX_MB = 2048;
 
 // --- lifetime ---
-RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h); // null: reported
+RenderGrid *render_grid_new(SDL_Renderer *renderer, int rows, int cols, int chunk_w, int chunk_h); // reports errors
 void render_grid_cleanup(RenderGrid **grid); // sets the pointer to null; null is ignored
 
-// --- filling: begin, draw in pixels of the chunk, end (also after an error). False: reported ---
+// --- filling: begin, draw in pixels of the chunk, end (also after an error). Both report errors ---
 bool render_grid_begin_chunk(SDL_Renderer *renderer, RenderGrid *grid, int row, int col, SDL_Texture **saved_target);
 bool render_grid_end_chunk(SDL_Renderer *renderer, SDL_Texture *saved_target);
 
-// --- drawing, with the first chunk's corner at `origin`. False: reported, and drawing stops ---
+// --- drawing, with the first chunk's corner at `origin`. Both report errors and stop at the first ---
 bool render_grid_draw_range(
     SDL_Renderer *renderer, const RenderGrid *grid, TileRange rows, TileRange cols, SDL_FPoint origin, float scale);
 bool render_grid_draw(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoint origin, float scale);

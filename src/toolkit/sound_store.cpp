@@ -10,8 +10,8 @@ static SharedSound *g_sound_store; // the first of a list
 static void _sound_store_reload(void *owner, const char *path) {
     auto *shared = static_cast<SharedSound *>(owner);
     MIX_Audio *fresh = audio_load(path, shared->predecoded);
-    if (!fresh) return;         // reported; the old sound stays
-    audio_free(&shared->audio); // tracks that play it keep a reference until they end
+    if (!fresh) return;         // the old sound stays
+    audio_free(&shared->audio); // tracks playing it hold a reference until they end
     shared->audio = fresh;
     SDL_Log("[AUDIO] Reloaded: %s", path);
 }

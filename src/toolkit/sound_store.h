@@ -1,5 +1,5 @@
-// sound_store: reference-counted cache of sounds. With hot reload (reload.h) a changed file is heard from the next
-// start of the sound. Main thread only; all sounds must be released before audio_cleanup.
+// sound_store: reference-counted cache of sounds. With hot reload (reload.h) a changed file takes effect when the
+// sound next starts. Main thread only; all sounds must be released before audio_cleanup.
 #pragma once
 
 #include "lumarind/audio/audio.h"
@@ -16,6 +16,6 @@ struct SharedSound {
     Sint32 holders;
 };
 
-// Loads the asset as audio_load does, or reuses it. Each get needs a release. Null: reported.
+// Loads the asset as audio_load does, or reuses it. Each get needs a release. Reports errors.
 SharedSound *sound_store_get(const char *path, bool predecode = true);
 void sound_store_release(SharedSound *shared); // null is ignored

@@ -16,14 +16,14 @@ struct SpriteBatch {
 };
 
 // --- lifetime ---
-SpriteBatch *sprite_batch_new(int capacity);    // initial capacity in sprites; it grows. Null: reported
+SpriteBatch *sprite_batch_new(int capacity);    // initial capacity in sprites; it grows. Reports errors
 void sprite_batch_cleanup(SpriteBatch **batch); // sets the pointer to null; null is ignored
 
 // --- a frame: begin, add, draw ---
 void sprite_batch_begin(SpriteBatch *batch, const SpriteSheet *sheet); // empties it
-// `pos` is the frame's top-left corner, as for sprite_sheet_draw. Returns false, reported, without adding, for an
+// `pos` is the frame's top-left corner, as for sprite_sheet_draw. Reports an error, adding nothing, for an
 // animation of another set or without a current frame, or if out of memory.
 bool sprite_batch_add(
     SpriteBatch *batch, const Animation *anim, SDL_FPoint pos, float scale, SDL_FlipMode flip,
     SDL_FColor tint = {1, 1, 1, 1});
-bool sprite_batch_draw(SDL_Renderer *renderer, const SpriteBatch *batch); // false: reported. An empty one draws nothing
+bool sprite_batch_draw(SDL_Renderer *renderer, const SpriteBatch *batch); // an empty one draws nothing; reports errors

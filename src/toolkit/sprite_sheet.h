@@ -30,15 +30,15 @@ struct SpriteSheet {
 };
 
 // --- lifetime ---
-SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set); // null: reported
+SpriteSheet *sprite_sheet_new(SDL_Renderer *renderer, const AnimationSet *set); // reports errors
 void sprite_sheet_cleanup(SpriteSheet **sheet); // sets the pointer to null; null is ignored
 
 // --- drawing: `pos` is the frame's top-left corner ---
 bool sprite_sheet_draw(
     SDL_Renderer *renderer, const SpriteSheet *sheet, const Animation *anim, SDL_FPoint pos, float scale,
-    SDL_FlipMode flip); // false: reported
+    SDL_FlipMode flip); // reports errors
 SDL_FRect sprite_sheet_dest_rect(const SpriteSheet *sheet, SDL_FPoint pos, float scale);
-// The animation's current frame and its destination in sprite_sheet_draw. False: reported.
+// The animation's current frame and its destination in sprite_sheet_draw. Reports errors.
 struct SpritePlace {
     const SpriteFrame *frame; // owned by the sheet; valid until the next call
     SDL_FRect dst;

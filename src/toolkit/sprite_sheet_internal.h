@@ -7,7 +7,7 @@
 SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index); // any index, also outside the sheet
 
 // Prepares hot reload of a set from `fresh`: loads a new version of each of its sheets.
-// Returns false, reported, if a sheet does not fit.
+// Reports an error if a sheet does not fit.
 bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh);
 void _sprite_sheets_finish(const AnimationSet *set, bool take); // commits the new versions or discards them
 

@@ -15,11 +15,11 @@ struct TileGrid {
 };
 
 // --- lifetime: the caller owns the grid: tile_grid_cleanup, then SDL_free ---
-TileGrid *tile_grid_new(int rows, int cols); // all cells empty. Null: reported
+TileGrid *tile_grid_new(int rows, int cols); // all cells empty. Reports errors
 void tile_grid_cleanup(TileGrid *grid);      // frees the cells, not the record; null is ignored
 
 // Parses lines of comma-separated decimal numbers, all of the same length; a trailing comma is allowed. Whitespace
-// around numbers, blank lines and carriage returns are ignored. Null: reported with the line number, not counting blank
+// around numbers, blank lines and carriage returns are ignored. Reports errors with the line number, not counting blank
 // lines.
 TileGrid *tile_grid_parse_csv(const char *text);
 

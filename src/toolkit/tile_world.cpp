@@ -9,7 +9,7 @@
 
 // --- lifetime ---
 
-// Loads into an empty world. False: reported, and the world is empty again.
+// Loads into an empty world. Reports errors and then leaves it empty.
 static bool _tile_world_fill(TileWorld *world, SDL_Renderer *renderer, const char *path) {
     TileWorldParts *parts = world->parts;
     TileLoad load = {};

@@ -112,8 +112,8 @@ struct TileWorld {
 
 // --- lifetime ---
 
-// Loads a game file. Its path and those in it are relative, with "/" between names. Null: reported, with the file, the
-// element and a remedy.
+// Loads a game file. Its path and those in it are relative, with "/" between names. Reports errors with file, element
+// and remedy.
 TileWorld *tile_world_load(SDL_Renderer *renderer, const char *path);
 void tile_world_cleanup(TileWorld **world); // sets the pointer to null; null is ignored
 
@@ -133,7 +133,7 @@ struct TileWorldView {
 
 // Draws one layer, so that actors can be drawn between layers. Invisible layers are skipped. A layer's origin is
 // rounded to whole units. At integer scales baked chunks and single tiles give the same pixels, except for a rounding
-// error in translucent ones. False: reported.
+// error in translucent ones. Reports errors.
 bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, const TileWorldView *view);
 // Draws the map's background colour, if any, and all layers.
 bool tile_world_draw(SDL_Renderer *renderer, TileWorld *world, const TileWorldView *view);
@@ -168,5 +168,5 @@ const char *tile_world_tile_type(const TileWorld *world, Uint32 gid);           
 // with flips applied; touching rectangles are merged. Null for `layer`: all tile layers, visible or not. Because slopes
 // lift anything below them, a polygon with open space right below it is an error; solid ground may be in the sets, in
 // the layer, or be the map's lower edge. Rotated rectangles, ellipses, capsules and polylines are errors too; points
-// and text are ignored. False: reported, and the sets are unchanged.
+// and text are ignored. Reports errors and then leaves the sets unchanged.
 bool tile_world_colliders(const TileWorld *world, const char *layer, ColliderRects *rects, ColliderTris *tris);

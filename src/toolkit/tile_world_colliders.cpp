@@ -337,7 +337,7 @@ static bool _solid_gather(SolidSets *sets, const char *layer) {
 
 // --- the sets ---
 
-// Appends elements from `first` on. Returns false, reported, possibly after appending some.
+// Appends elements from `first` on. Reports errors, possibly after appending some.
 template <typename Traits>
 static bool _solid_append(
     const TypedArray<typename Traits::Element> *from, Sint32 first, TypedArray<typename Traits::Element> *to) {

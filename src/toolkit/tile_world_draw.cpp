@@ -16,7 +16,7 @@
 
 static constexpr int CHUNK_SIDE = 256; // px, rounded down to whole tiles
 static constexpr int SLOTS = 1024;
-static constexpr int SPARSE = 4;    // a chunk is, in which one cell of so many has a tile
+static constexpr int SPARSE = 4;    // a chunk is sparse if at most one cell in SPARSE has a tile
 static constexpr int BUCKETS = 256; // a power of two
 static constexpr int NO_SLOT = -1;
 static constexpr float LARGE = 4096; // drawing units; larger copies are drawn as geometry

@@ -135,20 +135,20 @@ constexpr Sint64 TILE_WORLD_CELLS_MAX = 64 << 20;   // per layer or chunk: 256 M
 constexpr int TILE_WORLD_TILE_SIZE_MAX = 4096;      // px
 constexpr int TILE_WORLD_COORDINATE_MAX = 16 << 20; // tiles
 
-// Allocates from the content's arena. Null: reported.
+// Allocates from the content's arena. Reports errors.
 void *_tile_load_memory(TileLoad *load, size_t count, size_t size);
 template <typename T> T *_tile_load_new(TileLoad *load, size_t count = 1) {
     return static_cast<T *>(_tile_load_memory(load, count, sizeof(T)));
 }
 const char *_tile_load_text(TileLoad *load, const char *text); // a copy
-// Resolves a path in the file being read to one relative to the game's files. Null: reported.
+// Resolves a path in the file being read to one relative to the game's files. Reports errors.
 const char *_tile_load_resolve(TileLoad *load, const char *element, const char *path);
 // Parses a file and calls `read` with its root element, which must have this name; load->path is the file meanwhile.
-// False: reported.
+// Reports errors.
 using TileXmlReader = bool (*)(TileLoad *load, const pugi::xml_node &root, void *result);
 bool _tile_load_xml(TileLoad *load, const char *path, const char *root, TileXmlReader read, void *result);
 FileStamp _tile_file_stamp(const TileSourceFile *file); // current stamp
-// Loads the image of an image element; `owner` is named in messages. Null: reported.
+// Loads the image of an image element; `owner` is named in messages. Reports errors.
 SharedTexture *_tile_load_picture(TileLoad *load, const pugi::xml_node &image, const char *owner);
 
 float _tile_xml_number(const pugi::xml_node &node, const char *name, float otherwise); // finite, clamped
@@ -159,7 +159,7 @@ bool _tile_load_properties(TileLoad *load, const pugi::xml_node &owner, TileProp
 bool _tile_load_objects(
     TileLoad *load, const pugi::xml_node &group, bool may_be_tiles, const TileObject **objects, Sint32 *count);
 bool _tile_sort_objects(TileLoad *load, const pugi::xml_node &group, const TileLayer *layer, TileLayerParts *parts);
-// Reads a tileset element of the map or a template; the tileset may be an external file. Null: reported.
+// Reads a tileset element of the map or a template; the tileset may be an external file. Reports errors.
 const TileSet *_tile_load_tileset(TileLoad *load, const pugi::xml_node &node, Uint32 first_gid);
 bool _tile_load_data(TileLoad *load, const pugi::xml_node &layer, const char *name, TileLayerParts *parts);
 bool _tile_load_map(TileLoad *load);
@@ -181,6 +181,6 @@ SDL_Point _tile_size(const TileSet *set, const TileInfo *info); // px
 void _tile_world_follow_files(TileWorld *world);
 
 // --- chunks ---
-TileChunkCache *_tile_cache_new(SDL_Renderer *renderer); // null: reported
+TileChunkCache *_tile_cache_new(SDL_Renderer *renderer); // reports errors
 void _tile_cache_free(TileChunkCache *cache);
 void _tile_cache_clear(TileChunkCache *cache);

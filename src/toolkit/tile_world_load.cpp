@@ -336,8 +336,8 @@ static int SDLCALL _tile_compare_cells(void *userdata, const void *a, const void
     return first->row == second->row && first->col == second->col ? 0 : before ? -1 : 1;
 }
 
-// Counts a chunk's animated cells, and stores them unless `out` is null. Returns -1, reported, if a cell's tile is
-// missing.
+// Counts a chunk's animated cells, and stores them unless `out` is null. Reports an error and returns -1 if a
+// cell's tile is missing.
 static int _tile_walk_chunk(const TileLoad *load, const char *layer, const TileChunk *chunk, TileCellRef *out) {
     const size_t count = static_cast<size_t>(chunk->cols) * static_cast<size_t>(chunk->rows);
     const TileSet *set = nullptr;

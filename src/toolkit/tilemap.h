@@ -32,23 +32,23 @@ struct Tilemap {
 };
 
 // --- lifetime ---
-Tilemap *tilemap_new();              // null: reported
+Tilemap *tilemap_new();              // reports errors
 void tilemap_cleanup(Tilemap **map); // sets the pointer to null; null is ignored
 
-// --- loading, in either order, also repeatedly. False: reported; the old part stays, except that a valid new part that
-// does not match the other one replaces it ---
+// --- loading, in either order, also repeatedly. Both report errors and then keep the old part, except that a valid new
+// part that does not match the other one replaces it ---
 bool tilemap_load_tileset(
     Tilemap *map, SDL_Renderer *renderer, const char *path, int tile_w, int tile_h, Uint32 first_gid);
 bool tilemap_load_csv(Tilemap *map, const char *path);
 bool tilemap_check_gid_bounds(const Tilemap *map); // whether the tileset contains every GID of the layer
 void tilemap_set_scale(Tilemap *map, float scale); // ignored unless above 0
 
-// --- drawing, with the layer's corner at `origin`. False: reported, and drawing stops ---
+// --- drawing, with the layer's corner at `origin`. Both report errors and stop at the first ---
 bool tilemap_draw_range(
     SDL_Renderer *renderer, const Tilemap *map, TileRange rows, TileRange cols, SDL_FPoint origin, float scale);
 bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin); // the whole layer, at the map's scale
 
-// Bakes into chunks of chunk_tiles × chunk_tiles tiles at scale 1. The caller owns the grid. Null: reported.
+// Bakes into chunks of chunk_tiles × chunk_tiles tiles at scale 1. The caller owns the grid. Reports errors.
 RenderGrid *tilemap_to_render_grid(SDL_Renderer *renderer, const Tilemap *map, int chunk_tiles);
 bool tilemap_grid_is_stale(const Tilemap *map, const RenderGrid *grid); // the map has changed since it was baked
 

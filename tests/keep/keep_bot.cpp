@@ -7,7 +7,7 @@
 namespace {
 
 constexpr float TILE = 16, CLOSE = 4, REACH = 42, PUT_BACK = 36; // px
-constexpr int AGAIN = 13;                                        // steps between two strikes
+constexpr int AGAIN = 13;                                        // steps between two attacks
 
 } // namespace
 
@@ -37,7 +37,7 @@ KeepBot::KeepBot(const char *route) {
         if (word.name == "wait") text >> word.platform >> word.x >> word.y;
         if (word.name == "go" || word.name == "jump") text >> word.x;
         if (word.name == "jump") text >> word.y;
-        if (!text) throw std::runtime_error("the route breaks off");
+        if (!text) throw std::runtime_error("the route is incomplete");
         words_.push_back(word);
     }
 }
@@ -50,7 +50,7 @@ std::string KeepBot::where(const Level &level) const {
     return text.str();
 }
 
-// The nearest foe that he can reach, or must not run into.
+// Attacks an enemy in reach, or keeps its distance.
 bool KeepBot::fights(const Level &level, KeepKeys *keys) {
     const PlayerBody &body = level.hero.body;
     for (int i = 0; i < level.enemies.count; i++) {
@@ -63,7 +63,7 @@ bool KeepBot::fights(const Level &level, KeepKeys *keys) {
             keys->press_attack = true;
             since_attack_ = 0;
         }
-        if (std::fabs(dx) < 26) (dx > 0 ? keys->left : keys->right) = since_attack_ > 6; // not so close
+        if (std::fabs(dx) < 26) (dx > 0 ? keys->left : keys->right) = since_attack_ > 6; // too close: step back
         return std::fabs(dx) < REACH + 8;
     }
     return false;
@@ -118,16 +118,16 @@ KeepKeys KeepBot::play(const Level &level) {
         reached = std::fabs(dx) <= CLOSE + 2 && body.grounded;
         if (!reached && steps_ > 200) return go_back(body.pos, at_), keys;
     } else {
-        const bool after_wait = at_ > 0 && words_[at_ - 1].name == "wait"; // a platform goes on meanwhile
+        const bool after_wait = at_ > 0 && words_[at_ - 1].name == "wait"; // the platform moves during the jump
         strikes_in_the_air(level, &keys);
         const bool wrong_way = body.vel.x * dx < 0 && std::fabs(body.vel.x) > 10;
         if (!jumped_ && body.grounded && !wrong_way) jumped_ = keys.press_jump = true;
         keys.jump = jumped_ && body.vel.y <= 0;
-        const float ahead = body.vel.x * 0.05f; // he goes on for a moment
+        const float ahead = body.vel.x * 0.05f; // distance covered while braking
         if (jumped_ && std::fabs(dx - ahead) > CLOSE) (dx - ahead > 0 ? keys.right : keys.left) = true;
         reached = jumped_ && steps_ > 4 && body.grounded && std::fabs(dx) < 30 &&
                   std::fabs(body.pos.y - word.y * TILE) < (after_wait ? 24 : 6);
-        if (jumped_ && !reached && body.grounded && steps_ % 20 == 19) jumped_ = false; // once more
+        if (jumped_ && !reached && body.grounded && steps_ % 20 == 19) jumped_ = false; // retry
         if (!reached && steps_ > 75) return go_back(body.pos, at_), keys;
     }
     if (reached) {

@@ -1,5 +1,5 @@
-// A player for Cinder Keep who knows the way: follows a route of a few words to a place, fights what stands in it, and
-// begins again with the word that was begun nearest when he is put back.
+// A bot that plays Cinder Keep from a route script: follows its commands, attacks enemies in its way and, after a
+// respawn, resumes at the command whose start is nearest.
 #pragma once
 
 #include "level.h"
@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-// Places are in tiles: x the middle of the feet, y the floor.
-//   go X           runs there, and fights on the way
-//   jump X Y       jumps there, from where he stands, as high as he can
-//   wait N X Y     until the platform N is there
+// Positions are in tiles: x the middle of the feet, y the floor.
+//   go X           runs there, attacking on the way
+//   jump X Y       jumps there from the current position, at full height
+//   wait N X Y     waits until platform N is there
 extern const char *const KEEP_ROUTES[2];
 
 struct KeepKeys {
@@ -21,9 +21,9 @@ struct KeepKeys {
 class KeepBot {
 public:
     explicit KeepBot(const char *route);
-    KeepKeys play(const Level &level);           // what he does in the next step
-    std::string where(const Level &level) const; // for a message
-    size_t at() const { return at_; }            // how far he is
+    KeepKeys play(const Level &level);           // input for the next step
+    std::string where(const Level &level) const; // position, for messages
+    size_t at() const { return at_; }            // index of the current command
     bool done() const { return at_ >= words_.size(); }
 
 private:
@@ -31,11 +31,11 @@ private:
         std::string name;
         float x = 0, y = 0;
         size_t platform = 0;
-        SDL_FPoint feet = {-1, -1}; // where he began with it; not yet: negative
+        SDL_FPoint feet = {-1, -1}; // where the command started; negative before
     };
     bool fights(const Level &level, KeepKeys *keys);
     void strikes_in_the_air(const Level &level, KeepKeys *keys);
-    void go_back(SDL_FPoint feet, size_t before); // to the word begun nearest, of those before one
+    void go_back(SDL_FPoint feet, size_t before); // to the nearest start of the commands before `before`
 
     std::vector<Word> words_;
     size_t at_ = 0;

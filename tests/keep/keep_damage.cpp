@@ -1,7 +1,7 @@
-// Each of Cinder Keep's assets removed, cut, turned to noise and scratched, one at a time: every screen either comes up
-// without a word, or says why it does not.
-//   LUMARIND_DAMAGE_SEED        what the damage is drawn from (default 1)
-//   LUMARIND_DAMAGE_EVERYWHERE  when set, all kinds of damage and all screens
+// Each of Cinder Keep's assets removed, truncated, replaced by noise and with flipped bits, one at a time: every screen
+// either starts without errors, or fails and reports why.
+//   LUMARIND_DAMAGE_SEED        seed of the damage (default 1)
+//   LUMARIND_DAMAGE_EVERYWHERE  if set, all kinds of damage and all screens
 
 #include "game.h"
 #include "keep/keep_fixture.h"
@@ -26,13 +26,13 @@ protected:
         KeepTest::SetUp();
         intact = fs::canonical(fs::path(SDL_GetBasePath()) / "assets");
         if (const char *seed = std::getenv("LUMARIND_DAMAGE_SEED")) random = std::strtoull(seed, nullptr, 10);
-        game.files = GAME_FILES_CURRENT_FOLDER; // where the damaged ones are
+        game.files = GAME_FILES_CURRENT_FOLDER; // the folder of the damaged files
         played = &game;
         write_file("config/cinder-keep.ini", "[graphics]\nvsync_enable = false\n");
     }
     size_t below(size_t limit) { return static_cast<size_t>(SDL_rand_r(&random, static_cast<Sint32>(limit))); }
 
-    // "assets" becomes a folder of links to the real files, but for the one.
+    // Makes "assets" a folder of links to the real files, except for the damaged one.
     void damage_file(const std::string &file, Damage damage) {
         fs::remove_all("assets");
         for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
@@ -54,7 +54,7 @@ protected:
     void visit(int screen) {
         log.lines.clear();
         if (!start({"--screen", "credits", "--window-size", "320x180", "--no-config-save"})) {
-            EXPECT_FALSE(log.errors().empty()) << "the start fails without a word";
+            EXPECT_FALSE(log.errors().empty()) << "the start fails without an error";
             return;
         }
         directory.use_as_game_files();
@@ -66,14 +66,14 @@ protected:
     }
 };
 
-TEST_F(KeepDamage, IsSaidOrShown) {
+TEST_F(KeepDamage, DamagedAssetsAreReportedOrUsable) {
     const bool everywhere = std::getenv("LUMARIND_DAMAGE_EVERYWHERE") != nullptr;
     int files = 0;
     for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
         if (entry.is_directory()) continue;
         const std::string file = fs::relative(entry.path(), intact).string();
         for (int damage = 0; damage < DAMAGE_COUNT; damage++) {
-            if (!everywhere && damage != files % DAMAGE_COUNT) continue; // one kind each, and all kinds come up
+            if (!everywhere && damage != files % DAMAGE_COUNT) continue; // one kind per file, in rotation
             SCOPED_TRACE(file + ", damage " + std::to_string(damage));
             damage_file(file, static_cast<Damage>(damage));
             for (int screen = SCREEN_TITLE; screen <= SCREEN_LEVEL_2; screen++) {

@@ -8,7 +8,7 @@
 void KeepTest::SetUp() {
     EngineTest::SetUp();
     played = &cinder_keep;
-    progress = {}; // what an earlier test has left of it
+    progress = {}; // left over from an earlier test
     config = "";
     const std::string here = std::filesystem::current_path().string();
     setenv("XDG_DATA_HOME", here.c_str(), 1);
@@ -47,7 +47,7 @@ std::string KeepTest::run_route(int number, int frames_max) {
         same = bot.at() == last ? same + 1 : 0;
         last = bot.at();
         if (same > 30 * 15) break;
-        if (!frame(1.0 / 30)) return "the program has ended"; // half as much to record as at sixty
+        if (!frame(1.0 / 30)) return "the program has ended"; // a recording half as large as at 60 frames per second
     }
     return bot.where(*play_level());
 }

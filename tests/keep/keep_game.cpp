@@ -1,4 +1,4 @@
-// Cinder Keep from its title to its credits: what is kept of a run, and what becomes of a save that is not whole.
+// Cinder Keep from title to credits: menus, checkpoints, ghost, saves and damaged saves.
 
 #include "game.h"
 #include "hud.h"
@@ -18,7 +18,7 @@ protected:
     const std::string save = user_file("saves/progress.txt");
 
     void step(int count) { frames(count, 1.0 / 60); }
-    // The state that a press on the title leads to, once the fade is over.
+    // Plays the script and returns the state after the fade.
     GameState taken(const std::string &script) {
         play(script);
         step(80);
@@ -26,7 +26,7 @@ protected:
     }
     bool begin_title() { return start({"--screen", "title", "--window-size", "64x36"}) && frame(); }
     static Level *level() { return const_cast<Level *>(play_level()); }
-    void put(SDL_FPoint feet) { // as if he had come there
+    void put(SDL_FPoint feet) { // as if the hero had walked there
         hero_place(&level()->hero, &level()->art, feet);
         step(3);
     }
@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(KeepGame, FromTheTitleThroughBothLevelsToTheCreditsAndBack) {
+TEST_F(KeepGame, ScreensFollowFromTitleThroughBothLevelsToCreditsAndBack) {
     ASSERT_TRUE(begin_title());
     EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "a new game";
     win_level();
@@ -47,19 +47,19 @@ TEST_F(KeepGame, FromTheTitleThroughBothLevelsToTheCreditsAndBack) {
     EXPECT_EQ(progress.reached, 2);
     EXPECT_GT(progress.levels[0].best_ms, 0);
     win_level();
-    EXPECT_EQ(taken("60 60 pad:a"), state_of(SCREEN_CREDITS)); // by a controller's button
+    EXPECT_EQ(taken("60 60 pad:a"), state_of(SCREEN_CREDITS)); // by a controller button
     EXPECT_TRUE(progress.finished);
     EXPECT_EQ(taken("60 60 Escape"), state_of(SCREEN_TITLE));
     EXPECT_EQ(log.errors(), std::vector<std::string>());
 }
 
-TEST_F(KeepGame, AControllerAloneIsEnough) {
+TEST_F(KeepGame, IsPlayableWithControllerOnly) {
     ASSERT_TRUE(begin_title());
     play("pad:plug 2 pad:dpdown=1 2 pad:dpdown=0 2 pad:dpup=1 2 pad:dpup=0 2"); // to the settings and back
     ASSERT_EQ(taken("pad:a=1 2 pad:a=0"), state_of(SCREEN_LEVEL_1));
     char text[64];
     hud_sign_text("{jump}, {left}", text, sizeof text);
-    EXPECT_STREQ(text, "A, D-pad left") << "as it stands on the controller";
+    EXPECT_STREQ(text, "A, D-pad left") << "the controller's label";
     const float x = level()->hero.body.pos.x;
     play("pad:leftx=1 60 pad:leftx=0 10");
     EXPECT_GT(level()->hero.body.pos.x, x + 100);
@@ -73,17 +73,17 @@ TEST_F(KeepGame, AControllerAloneIsEnough) {
     EXPECT_TRUE(engine_is_paused());
     play("pad:b=1 1 pad:b=0 2");
     EXPECT_FALSE(engine_is_paused());
-    EXPECT_NE(level()->hero.state, HERO_ROLL) << "the press was for the menu";
+    EXPECT_NE(level()->hero.state, HERO_ROLL) << "the menu has handled the press";
 }
 
-TEST_F(KeepGame, TheMouseAloneLeadsThroughTheMenus) {
+TEST_F(KeepGame, MenusAreUsableWithMouseOnly) {
     ASSERT_TRUE(start({"--screen", "title", "--window-size", "800x450"}) && frame());
     EXPECT_EQ(taken("move:150,180 2 drop:150,180"), state_of(SCREEN_LEVEL_1)); // the second line
     play("Escape 3");
     EXPECT_EQ(taken("move:400,270 2 drop:400,270"), state_of(SCREEN_TITLE)); // the last one
 }
 
-TEST_F(KeepGame, APausedLevelStandsStillAndIsLeft) {
+TEST_F(KeepGame, PauseStopsLevelAndReturnsToTitle) {
     ASSERT_TRUE(start_level(1));
     step(30);
     const double before = level()->time;
@@ -99,7 +99,7 @@ TEST_F(KeepGame, APausedLevelStandsStillAndIsLeft) {
     EXPECT_EQ(taken("Up 2 Return"), state_of(SCREEN_TITLE)); // the last line
 }
 
-TEST_F(KeepGame, ARunGoesOnAtItsCheckpointWithWhatItHad) {
+TEST_F(KeepGame, SavedRunContinuesAtCheckpointWithItsItems) {
     ASSERT_TRUE(begin_title());
     ASSERT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1));
     put(place_of(THING_EMBER, 3));
@@ -108,12 +108,12 @@ TEST_F(KeepGame, ARunGoesOnAtItsCheckpointWithWhatItHad) {
     EXPECT_EQ(level()->embers, 1);
     const double time = level()->time;
     stop();
-    progress = {}; // as another program finds it
+    progress = {}; // as after a program start
     ASSERT_TRUE(begin_title());
     ASSERT_EQ(progress_load_again(), PROGRESS_READ);
     engine_restart_state();
     step(2);
-    EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "Continue is chosen";
+    EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "Continue is selected";
     EXPECT_EQ(level()->embers, 1);
     EXPECT_TRUE(level()->hero.has_key);
     EXPECT_FALSE(level()->whole_run);
@@ -122,10 +122,10 @@ TEST_F(KeepGame, ARunGoesOnAtItsCheckpointWithWhatItHad) {
     put(place_of(THING_DOOR, 0));
     EXPECT_FALSE(level()->hero.has_key);
     win_level();
-    EXPECT_EQ(progress.levels[0].best_ms, 0) << "half a run is no best time";
+    EXPECT_EQ(progress.levels[0].best_ms, 0) << "a continued run sets no best time";
 }
 
-TEST_F(KeepGame, LosingAllHeartsLeadsBackToTheFire) {
+TEST_F(KeepGame, LosingAllHeartsRespawnsAtCheckpoint) {
     ASSERT_TRUE(start_level(1));
     put(place_of(THING_CHECKPOINT, 0));
     for (int i = 0; i < HERO_HEARTS; i++) {
@@ -141,7 +141,7 @@ TEST_F(KeepGame, LosingAllHeartsLeadsBackToTheFire) {
     EXPECT_NEAR(level()->hero.body.pos.x, place_of(THING_CHECKPOINT, 0).x, 1);
 }
 
-TEST_F(KeepGame, TheGhostShowsTheBestRunAndADamagedOneIsNotShown) {
+TEST_F(KeepGame, GhostReplaysBestRunAndDamagedGhostIsIgnored) {
     ASSERT_TRUE(start_level(1));
     hold({SDL_SCANCODE_RIGHT});
     step(60);
@@ -164,7 +164,7 @@ TEST_F(KeepGame, TheGhostShowsTheBestRunAndADamagedOneIsNotShown) {
     EXPECT_EQ(log.errors(), std::vector<std::string>{"[GHOST] Damaged, not shown: saves/ghost-1.bin"});
 }
 
-TEST_F(KeepGame, SavesAreReadInBothVersionsAndDamagedOnesSetAside) {
+TEST_F(KeepGame, ReadsSavesOfBothVersionsAndCopiesDamagedOnesAside) {
     ASSERT_TRUE(begin_title());
     progress = {.reached = 2, .finished = true, .levels = {{61230, 40, 3}, {0, 5, 9}}, .run = {}};
     progress.run.level = 1;
@@ -179,7 +179,7 @@ TEST_F(KeepGame, SavesAreReadInBothVersionsAndDamagedOnesSetAside) {
     EXPECT_EQ(progress.levels[0].best_ms, 83000);
     EXPECT_EQ(progress.reached, 2);
 
-    int set_aside = 0; // whatever is cut off or changed is found, but for letters in the checksum's own case
+    int set_aside = 0; // every damage is detected, except for the letter case of the checksum
     for (size_t cut = 1; cut < whole.size() - 1; cut += 7) {
         std::string scratched = whole;
         scratched[cut] ^= 1;
@@ -193,10 +193,10 @@ TEST_F(KeepGame, SavesAreReadInBothVersionsAndDamagedOnesSetAside) {
     }
     EXPECT_GT(set_aside, 50);
     write_file(save, "cinder-keep 3\n");
-    EXPECT_EQ(progress_load_again(), PROGRESS_DAMAGED) << "of a later game";
+    EXPECT_EQ(progress_load_again(), PROGRESS_DAMAGED) << "saved by a later version";
 }
 
-TEST_F(KeepGame, AProgramKilledWhileItSavesLeavesAWholeSave) {
+TEST_F(KeepGame, SaveIsAtomicIfProgramIsKilled) {
     ASSERT_TRUE(begin_title());
     progress.levels[0].best_ms = 1;
     ASSERT_TRUE(progress_save());
@@ -213,10 +213,10 @@ TEST_F(KeepGame, AProgramKilledWhileItSavesLeavesAWholeSave) {
         ASSERT_EQ(progress_load_again(), PROGRESS_READ) << "kill " << i;
         most = SDL_max(most, progress.levels[0].best_ms);
     }
-    EXPECT_GT(most, 40) << "hardly anything was saved meanwhile";
+    EXPECT_GT(most, 40) << "hardly anything was saved before the kills";
 }
 
-TEST_F(KeepGame, WhatLiesBehindTheCastleIsDrawnWhereItShows) {
+TEST_F(KeepGame, BackgroundIsDrawnOnlyWhereCastleIsNotOpaque) {
     ASSERT_TRUE(start_level(1));
     const struct {
         const char *what;
@@ -224,10 +224,10 @@ TEST_F(KeepGame, WhatLiesBehindTheCastleIsDrawnWhereItShows) {
         bool open;
     } cases[] = {
         {"rock", {40, 28, 20, 2}, false},
-        {"wall and a ledge before it", {56, 34, 4, 3}, false},
+        {"a wall with a ledge in front", {56, 34, 4, 3}, false},
         {"a window", {48, 33, 3, 5}, true},
         {"the sky", {4, 32, 2, 2}, true},
-        {"beyond", {-4, 2, 3, 3}, true}};
+        {"outside the map", {-4, 2, 3, 3}, true}};
     for (const auto &c : cases) {
         const SDL_FRect area = {c.tiles.x * 16 + 1, c.tiles.y * 16 + 1, c.tiles.w * 16 - 2, c.tiles.h * 16 - 2};
         EXPECT_EQ(tile_world_find_open(level()->world, level()->layer_castle, area), c.open) << c.what;
@@ -235,10 +235,10 @@ TEST_F(KeepGame, WhatLiesBehindTheCastleIsDrawnWhereItShows) {
     EXPECT_TRUE(tile_world_find_open(level()->world, -1, {100, 100, 10, 10})) << "no such layer";
 }
 
-// Not a test unless asked for: plays the routes and writes the recordings that tests replay.
+// Skipped by default: plays the routes and writes the recordings that tests replay.
 TEST_F(KeepTest, RoutesAreRecorded) {
     const char *folder = std::getenv("LUMARIND_ROUTES"), *only = std::getenv("LUMARIND_ROUTES_ONLY");
-    if (!folder) GTEST_SKIP() << "LUMARIND_ROUTES names no folder";
+    if (!folder) GTEST_SKIP() << "LUMARIND_ROUTES is not set";
     const char *size = std::getenv("LUMARIND_ROUTES_TELL") ? "64x36" : "640x360";
     for (const int number : {1, 2}) {
         if (only && std::atoi(only) != number) continue;

@@ -1,4 +1,4 @@
-// Not tests: pictures of Cinder Keep for docs/gallery, and of every place on the bot's way for people who look at them.
+// Not tests: captures Cinder Keep for docs/gallery, and every place along the bot's route for review.
 
 #include "game.h"
 #include "keep/keep_fixture.h"
@@ -14,7 +14,7 @@ class KeepPictures : public KeepTest {
 protected:
     void SetUp() override {
         const char *wanted = std::getenv("LUMARIND_GALLERY");
-        if (!wanted) GTEST_SKIP() << "LUMARIND_GALLERY names no folder";
+        if (!wanted) GTEST_SKIP() << "LUMARIND_GALLERY is not set";
         folder_ = std::filesystem::absolute(wanted);
         KeepTest::SetUp();
     }
@@ -27,7 +27,7 @@ private:
     std::filesystem::path folder_;
 };
 
-// LUMARIND_PLACES: how many steps lie between two pictures; LUMARIND_PLACES_SIZE: of the window.
+// LUMARIND_PLACES: steps between two pictures; LUMARIND_PLACES_SIZE: window size.
 TEST_F(KeepPictures, Places) {
     const char *every = std::getenv("LUMARIND_PLACES"), *size = std::getenv("LUMARIND_PLACES_SIZE");
     if (!every) GTEST_SKIP() << "LUMARIND_PLACES is not set";

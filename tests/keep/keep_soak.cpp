@@ -1,7 +1,7 @@
-// Cinder Keep for a long time under random keys, mouse, controllers, resizes and stalls, from a printed seed. The
-// sanitizers watch; here the log is watched.
-//   LUMARIND_SOAK_FRAMES  how many frames (default 4000)
-//   LUMARIND_SOAK_SEED    from which seed (default 1)
+// Soak test of Cinder Keep: random keys, mouse, controllers, resizes and stalls, from a printed seed. Fails on
+// sanitizer findings and on logged errors.
+//   LUMARIND_SOAK_FRAMES  number of frames (default 4000)
+//   LUMARIND_SOAK_SEED    seed (default 1)
 
 #include "game.h"
 #include "keep/keep_fixture.h"
@@ -58,7 +58,7 @@ protected:
         }
     }
 
-    // Everybody who plays at random would stay in the first rooms.
+    // Teleports the hero now and then: random input alone would not leave the first rooms.
     void go_somewhere() {
         auto *level = const_cast<Level *>(play_level());
         if (!level || !one_in(600)) return;
@@ -72,7 +72,7 @@ protected:
     }
 };
 
-TEST_F(KeepSoak, SurvivesEverythingAPlayerMayDo) {
+TEST_F(KeepSoak, SurvivesRandomInput) {
     const Uint64 frames = number_from_environment("LUMARIND_SOAK_FRAMES", 4000);
     random = seed = number_from_environment("LUMARIND_SOAK_SEED", 1);
     std::printf("soak: Cinder Keep, %" PRIu64 " frames from seed %" PRIu64 "\n", frames, seed);

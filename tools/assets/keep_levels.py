@@ -1,8 +1,8 @@
-"""The levels of the example game Cinder Keep as maps of the map editor: rooms are carved out of solid rock, then dressed.
+"""Generates the levels of the example game Cinder Keep as map editor files: rooms carved out of rock, then decorated.
 
-The map's layers, from the back: the sky and a town with parallax, the castle's walls and ground, furniture, what hurts,
-and the objects that the game makes its actors of. Walls and ground share a layer: most of it is then opaque, which is
-drawn fastest. Cells are 16 px; rows grow downwards; ends are excluded everywhere.
+The map's layers, from back to front: sky and town with parallax, the castle's walls and ground, furniture, hazards, and
+the objects from which the game creates its actors. Walls and ground share a layer: most of it is then opaque, which is
+drawn fastest. Cells are 16 px; rows grow downwards; ranges exclude their end.
 """
 
 from __future__ import annotations
@@ -22,7 +22,7 @@ SOLID, OPEN, LEDGE, SPIKES, LAVA = "#.-^~"
 
 
 class Level:
-    """A map while it is drawn."""
+    """A map under construction."""
 
     def __init__(self, name: str, title: str, cols: int, rows: int, theme: str, seconds: int, music: str) -> None:
         self.name, self.title, self.cols, self.rows = name, title, cols, rows
@@ -40,7 +40,7 @@ class Level:
             self.cells[row][col] = symbol
 
     def carve(self, left: int, top: int, right: int, bottom: int, theme: str | None = "") -> None:
-        """Opens a room; `theme` says what stands behind it, None for the sky."""
+        """Carves a room; `theme` is its back wall, None for the sky."""
         self.fill(OPEN, left, top, right, bottom)
         if theme != "":
             for row, col in itertools.product(range(top, bottom), range(left, right)):
@@ -53,19 +53,19 @@ class Level:
         self.fill(LEDGE, left, row, left + width, row + 1)
 
     def pit(self, left: int, floor: int, width: int, symbol: str = SPIKES) -> None:
-        """A hole in the floor, two deep, with what hurts at its bottom."""
+        """A pit in the floor, two cells deep, with a hazard at its bottom."""
         self.fill(OPEN, left, floor, left + width, floor + 2)
         self.fill(symbol, left, floor + 1, left + width, floor + 2)
 
     # --- furniture ---
 
     def torch(self, *places: tuple[int, int]) -> None:
-        """Near these cells: the light's stamp keeps to the raster of the stonework."""
+        """Places torches near these cells, aligned to the repetition of the stonework."""
         for col, row in places:
             self.torches.append((col // 4 * 4 + TORCH_AT[0], row // 4 * 4 + TORCH_AT[1]))
 
     def put(self, name: str, *places: tuple[int, int]) -> None:
-        """Pieces of furniture with their upper left cells there."""
+        """Places furniture by its top-left cells."""
         self.blocks += [(col, row, name) for col, row in places]
 
     # --- actors; x and y in cells: the middle of the feet on the floor `row` ---
@@ -112,14 +112,14 @@ FURNITURE = {  # columns, rows, painter
 
 
 def _window(to: np.ndarray, cols: int, rows: int, view: str) -> None:
-    """The castle's window without its own sky: the map's lies behind it. The lead stays."""
+    """The castle's window with transparent panes, through which the map's sky shows; its leads stay."""
     from castle_walls import index
 
     outside = props.window(to, 0, 0, cols * TILE, rows * TILE, view)
     to[outside & (to != index("night.0"))] = HOLE
 
 
-HOLE = 254  # what the wall behind is left out for
+HOLE = 254  # transparent, also in the wall behind it
 
 
 def cold_halls() -> Level:
@@ -296,7 +296,7 @@ def ember_spire() -> Level:
 
 
 def title_view() -> Level:
-    """What the title shows: the wall of the keep by night, seen while the view goes slowly to and fro."""
+    """The title screen's map: the wall of the keep by night, under a slowly panning view."""
     level = Level("title", "", 72, 18, "hall", 0, "title")
     level.carve(0, 0, 72, 14, None)
     for left in range(0, 72, 4):
@@ -311,10 +311,10 @@ def title_view() -> Level:
 LEVELS = (title_view, cold_halls, ember_spire)
 
 
-# --- maps of these ---
+# --- writing the maps ---
 
 def around(level: Level, row: int, col: int, solid: bool) -> int:
-    """Bits for the nine cells around one, set where one is solid, or open; beyond the map all is rock."""
+    """Bits of the 3 × 3 cells around a cell, set where solid (or open); outside the map all is rock."""
     bits = 0
     for n, (dy, dx) in enumerate(itertools.product((-1, 0, 1), repeat=2)):
         r, c = row + dy, col + dx
@@ -324,7 +324,7 @@ def around(level: Level, row: int, col: int, solid: bool) -> int:
 
 
 def halos(level: Level) -> dict[tuple[int, int], tuple[int, int]]:
-    """For each cell a torch lights, its place in the stamp of the nearest one."""
+    """For each lit cell, its position in the light of the nearest torch."""
     lit: dict[tuple[int, int], tuple[int, int]] = {}
     for col, row in level.torches:
         for dy, dx in itertools.product(range(HALO_TILES), repeat=2):
@@ -337,7 +337,7 @@ def halos(level: Level) -> dict[tuple[int, int], tuple[int, int]]:
 
 
 def draw(level: Level, tiles: Tileset) -> dict[str, list[list[int]]]:
-    """The tile layers, as tile numbers; -1 is nothing."""
+    """The tile layers, as tile numbers; -1 is empty."""
     layers = {name: [[-1] * level.cols for _ in range(level.rows)] for name in ("castle", "decor", "hazards")}
     lit, holes = halos(level), set()
     for col, row in level.torches:
@@ -374,7 +374,7 @@ def draw(level: Level, tiles: Tileset) -> dict[str, list[list[int]]]:
 
 
 def _behind_window(tiles: Tileset, theme: str, row: int, col: int, window: int, solid: int) -> int:
-    """The wall around a window: open where one sees through it."""
+    """The wall around a window, with a hole for its panes."""
     key = ("behind", theme, row % 4, col % 4, window, solid)
     if key not in tiles.known:
         pixels = tiles.tiles[tiles.wall(theme, row, col, None, solid)].pixels.copy()
@@ -394,7 +394,7 @@ def properties(values: dict[str, object]) -> str:
 
 
 def project(level: Level, layers: dict[str, list[list[int]]]) -> str:
-    """The map as the editor reads it."""
+    """The map in the editor's XML format."""
     size = f'width="{level.cols}" height="{level.rows}"'
     ids = itertools.count(1)
     lines = [
@@ -420,7 +420,7 @@ def project(level: Level, layers: dict[str, list[list[int]]]) -> str:
 
 
 def check(level: Level) -> None:
-    """Fails where an actor stands in rock or hangs in the air."""
+    """Fails if an actor is inside rock or in mid-air."""
     for kind, x, y, w, _, _ in level.objects:
         row, col = int(y // TILE), int(x // TILE)
         if w == 0 and kind in ("spawn", "exit", "walker", "hopper", "watcher", "checkpoint", "door"):

@@ -1,4 +1,4 @@
-"""The three pieces of the example game Cinder Keep, played by the voices of music.py and laid round their loops."""
+"""Generates the three music loops of the example game Cinder Keep, with the voices of music.py."""
 
 from __future__ import annotations
 
@@ -13,7 +13,7 @@ from sound_kit import RATE, decibels, high_pass, low_pass, seconds, write_ogg
 OGG_QUALITY = 1.0
 PEAK_DB = -6.0
 
-CHORDS = {  # bass, then the tones of the broken chord from below
+CHORDS = {  # bass, then the notes of the arpeggio, ascending
     "Em": (40, (52, 59, 64, 67)), "C": (36, (55, 60, 64, 67)), "G": (43, (55, 59, 62, 67)), "D": (38, (54, 57, 62, 66)),
     "Am": (45, (57, 60, 64, 69)), "B": (47, (54, 59, 63, 66)), "Bm": (47, (54, 59, 62, 66)), "F": (41, (53, 57, 60, 65)),
     "Dm": (38, (53, 57, 62, 65)), "E": (40, (52, 56, 59, 64)),
@@ -23,11 +23,11 @@ CHORDS = {  # bass, then the tones of the broken chord from below
 @dataclass(frozen=True)
 class Piece:
     beats_a_minute: int
-    harmony: str  # a chord a bar of four beats
-    melody: str  # notes as name:beats, "-" is a rest; "|" is for the reader
+    harmony: str  # one chord per bar of four beats
+    melody: str  # notes as name:beats, "-" is a rest; "|" is ignored
     lead: str  # the voice of the melody
-    drums: float  # how loud
-    pulse: int  # notes of the broken chord in a beat
+    drums: float  # volume
+    pulse: int  # arpeggio notes per beat
     drive: bool  # the bass on every half beat
 
 
@@ -51,7 +51,7 @@ PIECES = {
 
 
 class Mix:
-    """Both channels of a loop. What sounds beyond its end goes on at its start."""
+    """Both channels of a loop. Notes that sound past its end wrap around to its start."""
 
     def __init__(self, length: int, beat: float) -> None:
         self.dry, self.sent, self.beat = np.zeros((2, length)), np.zeros((2, length)), beat
@@ -78,7 +78,7 @@ class Mix:
 
 
 def notes(melody: str) -> list[tuple[float, int, float]]:
-    """(beat, MIDI note, beats). Each bar has to fill its four beats."""
+    """(beat, MIDI note, beats). Each bar must have four beats."""
     found = []
     for bar, text in enumerate(melody.split("|")):
         beat = bar * 4.0

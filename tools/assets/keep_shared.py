@@ -1,5 +1,5 @@
-"""What the example game Cinder Keep has in common with the demonstration: the knight and the font. Written below the
-game's own folder, so that the game stands alone."""
+"""Writes the assets that the example game Cinder Keep shares with the demonstration, knight and font, to the game's own
+folder, so that the game is self-contained."""
 
 from __future__ import annotations
 
@@ -15,7 +15,7 @@ import knight_sheet
 import ui_font
 
 CLIPS = ("idle", "run", "j_up", "j_down", "air_atk", "roll", "1_atk", "sp_atk", "take_hit", "death")
-SIDE = 1024  # px; of the sheet, in which the trimmed frames lie in rows
+SIDE = 1024  # px; of the sheet; trimmed frames are packed in rows
 
 
 def make(out_dir: Path) -> None:
@@ -29,7 +29,7 @@ def make(out_dir: Path) -> None:
 
 
 def pack(scratch: Path, out_dir: Path) -> None:
-    """The clips that the game plays, their frames packed close together: the texture is a twelfth as large."""
+    """Packs the clips that the game uses, trimmed: the texture is a twelfth as large."""
     told = json.loads((scratch / knight_export.PATH).read_text(encoding="utf-8"))
     source = Image.open(scratch / knight_export.SHEET).convert("RGBA")
     sheet, frames, tags = Image.new("RGBA", (SIDE, SIDE)), [], []

@@ -1,6 +1,7 @@
-"""Foes and things of the example game Cinder Keep: one sheet of 48 px cells, described as a sprite editor does.
+"""Generates the enemies and items of the example game Cinder Keep: one sprite sheet of 48 px cells, with JSON as
+exported by a sprite editor.
 
-Drawn with the knight's own primitives. The feet stand in the middle of a cell's lower edge; foes face right.
+Drawn with the knight's primitives. The feet are at the middle of a cell's lower edge; enemies face right.
 """
 
 from __future__ import annotations
@@ -31,14 +32,14 @@ def dot(frame: np.ndarray, x: int, y: int, material: str, tone: int) -> None:
 
 
 def whiten(frame: np.ndarray) -> None:
-    """The look of being struck."""
+    """The frame shown when hit."""
     frame[frame > 0] = code("bone", GLINT)
 
 
-# --- foes ---
+# --- enemies ---
 
 def walker(frame: np.ndarray, n: int, raised: float = 0.0) -> None:
-    """An empty armour that walks its round; a glow where the face was."""
+    """The walker: an empty armour with a glow in place of its face."""
     swing = math.sin(n * math.pi / 3)
     bob = 1 if n % 3 == 1 else 0
     far, near = Part(), Part()
@@ -73,7 +74,7 @@ def walker(frame: np.ndarray, n: int, raised: float = 0.0) -> None:
 
 
 def hopper(frame: np.ndarray, pose: str, n: int) -> None:
-    """A lump of coal with a fire inside; it presses itself down before it jumps."""
+    """The hopper: a lump of coal with a fire inside; it crouches before it jumps."""
     wide, tall, lift = {"sit": (11, 9 + n, 0), "crouch": (14, 6, 0), "air": (9, 12, 4)}[pose]
     body = Part()
     body.ellipse((0, -tall - lift), wide, tall, 0, "far_cloth", 0.1)
@@ -96,7 +97,7 @@ def hopper(frame: np.ndarray, pose: str, n: int) -> None:
 
 
 def watcher(frame: np.ndarray, heat: int, n: int) -> None:
-    """A gargoyle on a post that spits fire; its mouth glows before it does."""
+    """The watcher: a gargoyle on a post that spits fire; its mouth glows first."""
     post = Part()
     post.polygon([(-7, -1), (7, -1), (5, -9), (-5, -9)], "sandstone", -0.1)
     post.onto(frame)
@@ -124,7 +125,7 @@ def watcher(frame: np.ndarray, heat: int, n: int) -> None:
 # --- things ---
 
 def flame(frame: np.ndarray, x: float, base: float, tall: float, wide: float, n: int, seed: float = 0.0) -> None:
-    """A tongue of fire that waves."""
+    """A flickering flame."""
     for dy in range(int(tall) + 1):
         t = dy / tall
         lean = math.sin(n * math.pi / 2 + t * 4 + seed) * 2.2 * t
@@ -181,7 +182,7 @@ def door(frame: np.ndarray, _: int) -> None:
 
 
 def platform(frame: np.ndarray, _: int) -> None:
-    """Its top, on which one stands, is the cell's row 36: 12 px thick."""
+    """A moving platform: its top is row 36 of the cell, 12 px thick."""
     rect(frame, -24, -12, 24, 0, "steel", OUTLINE)
     rect(frame, -23, -12, 23, -10, "gold", LIGHT)
     rect(frame, -23, -10, 23, -3, "leather", MIDDLE), rect(frame, -23, -5, 23, -3, "leather", SHADE)
@@ -233,7 +234,7 @@ def struck(draw: Draw) -> Draw:
     return both
 
 
-CLIPS: list[tuple[str, int, int, bool, Draw]] = [  # name, frames, ms to a frame, loops
+CLIPS: list[tuple[str, int, int, bool, Draw]] = [  # name, frames, ms per frame, loops
     ("ember", 6, 110, True, ember),
     ("heart", 2, 300, True, heart),
     ("key", 4, 160, True, key),
@@ -256,7 +257,7 @@ CLIPS: list[tuple[str, int, int, bool, Draw]] = [  # name, frames, ms to a frame
 
 
 def make(out_dir: Path) -> None:
-    """Writes the sheet and its description."""
+    """Writes the sheet and its JSON file."""
     cells = [(name, n, ms, draw) for name, count, ms, _, draw in CLIPS for n in range(count)]
     lines_of_cells = -(-len(cells) // COLUMNS)
     sheet = Image.new("RGBA", (COLUMNS * CELL, lines_of_cells * CELL))
@@ -268,7 +269,7 @@ def make(out_dir: Path) -> None:
         x, y = at % COLUMNS * CELL, at // COLUMNS * CELL
         sheet.paste(Image.fromarray(CODE_COLOURS[cell], "RGBA"), (x, y))
         rows_used, cols_used = np.flatnonzero(cell.any(1)), np.flatnonzero(cell.any(0))
-        left, top = int(cols_used[0]), int(rows_used[0])  # cut down to what is on it
+        left, top = int(cols_used[0]), int(rows_used[0])  # trimmed
         box = {"x": left, "y": top, "w": int(cols_used[-1]) + 1 - left, "h": int(rows_used[-1]) + 1 - top}
         frames.append({"filename": f"{name} {n}", "frame": box | {"x": x + left, "y": y + top}, "rotated": False,
                        "trimmed": True, "spriteSourceSize": box, "sourceSize": {"w": CELL, "h": CELL}, "duration": ms})

@@ -1,8 +1,8 @@
-"""The tileset of the example game Cinder Keep: stone, light and furniture in the castle's hand, as 16 px tiles.
+"""Generates the tileset of the example game Cinder Keep: 16 px tiles of stone, light and furniture in its style.
 
-Tiles are painted when a level first asks for them, so that the sheet holds what the levels show and nothing else.
-Stonework repeats after four tiles; a torch and its light are one stamp of eight by eight tiles, which anyone can copy
-about in the map editor. Ground tiles carry their collision shape.
+Tiles are painted on first use, so that the sheet has only what the levels show. Stonework repeats every four tiles;
+a torch and its light are one stamp of 8 × 8 tiles, which can be copied in the map editor. Ground tiles have collision
+shapes.
 """
 
 from __future__ import annotations
@@ -22,17 +22,17 @@ COLUMNS = 32
 NOTHING = 255  # a transparent pixel
 FRAME_MS = 140
 
-# Stonework of back walls: how it is laid, light in tones without any lamp, tint (see castle_walls.shade).
+# Stonework of back walls: pattern, ambient light in tones, tint (see castle_walls.shade).
 THEMES = {"hall": (walls.BLOCKS, 2.7, 0.95), "crypt": (walls.ASHLAR, 2.3, 1.3), "tower": (walls.BRICK, 2.6, 0.3)}
 HALO_TILES = 8  # a torch's light reaches four tiles to each side
-TORCH_AT = (3, 3)  # the tile of the stamp in which the torch hangs
+TORCH_AT = (3, 3)  # the torch's tile in the stamp
 
 
 @dataclass
 class Tile:
     pixels: Picture
     family: str
-    shape: tuple[int, int, int, int] | None = None  # what of it is solid
+    shape: tuple[int, int, int, int] | None = None  # the collision shape
     frames: list[int] = field(default_factory=list)  # of an animation, as tile numbers
 
 
@@ -41,14 +41,14 @@ def empty(width: int = TILE, height: int = TILE) -> Picture:
 
 
 def _neighbourhood(around: int) -> np.ndarray:
-    """48 by 48 solid pixels around a tile; bit n of `around` is set where neighbour n (row by row) is open."""
+    """Mask of 48 × 48 solid pixels around a tile; bit n of `around` is set if neighbour n (row by row) is open."""
     cells = np.array([[not around >> (row * 3 + col) & 1 for col in range(3)] for row in range(3)])
     cells[1, 1] = True
     return cells.repeat(TILE, 0).repeat(TILE, 1)
 
 
 class Tileset:
-    """The sheet as it grows; tiles are found again by a key."""
+    """The tileset under construction; tiles are cached by key."""
 
     def __init__(self) -> None:
         self.tiles: list[Tile] = []
@@ -64,7 +64,7 @@ class Tileset:
     # --- stone ---
 
     def wall(self, theme: str, row: int, col: int, halo: tuple[int, int] | None, around: int) -> int:
-        """Back wall. `halo` is the tile's place in a torch's stamp; bits of `around` say which neighbours are solid."""
+        """Back wall. `halo` is the tile's position in a torch's stamp; bits of `around` mark solid neighbours."""
         key = ("wall", theme, row % 4, col % 4, halo, around)
         if key in self.known:
             return self.known[key]
@@ -86,7 +86,7 @@ class Tileset:
         return self.add(key, Tile(picture, "torchlight" if halo else "wall"))
 
     def ground(self, row: int, col: int, around: int) -> int:
-        """Solid stone. Bits of `around` say which neighbours are open."""
+        """Solid stone. Bits of `around` mark open neighbours."""
         key = ("ground", row % 4, col % 4, around)
         if key in self.known:
             return self.known[key]
@@ -117,7 +117,7 @@ class Tileset:
                 picture[2:6, at] = walls.SLAB_COLD[3]
 
     def ledge(self, left: bool, right: bool) -> int:
-        """A wooden board, the upper half of its cell; `left` and `right`: it ends there."""
+        """A wooden board in the upper half of its cell; `left` and `right`: it ends on that side."""
         key = ("ledge", left, right)
         if key in self.known:
             return self.known[key]
@@ -133,7 +133,7 @@ class Tileset:
         return self.add(key, Tile(picture, "ledge", (0, 0, TILE, 8)))
 
     def ledge_before(self, wall: int, left: bool, right: bool) -> int:
-        """The same with the wall behind it; -1: there is none."""
+        """The same with the wall behind it, -1 for none."""
         board = self.ledge(left, right)
         key = ("ledge before", wall, board)
         if wall >= 0 and key not in self.known:
@@ -143,10 +143,10 @@ class Tileset:
             self.add(key, Tile(pixels, "ledge", self.tiles[board].shape))
         return board if wall < 0 else self.known[key]
 
-    # --- what stands at the wall or hurts ---
+    # --- furniture and hazards ---
 
     def block(self, name: str, width: int, height: int, paint, family: str, phase: tuple[int, int] = (0, 0)) -> list[list[int]]:
-        """A picture of several tiles; `paint` gets it filled with nothing. Empty tiles are -1."""
+        """An image of several tiles, transparent when passed to `paint`. Empty tiles are -1."""
         key = ("block", name, *phase)
         if (*key, 0, 0) not in self.known:
             picture = empty(width * TILE, height * TILE)
@@ -161,7 +161,7 @@ class Tileset:
         return [[self.known[(*key, row, col)] for col in range(width)] for row in range(height)]
 
     def animated(self, name: str, count: int, paint, family: str, shape: tuple | None = None) -> int:
-        """One tile of so many frames, the first of which stands for it."""
+        """An animated tile; its first frame is the tile itself."""
         key = ("animated", name)
         if key not in self.known:
             numbers = []
@@ -232,7 +232,7 @@ class Tileset:
         return with_alpha(sheet)
 
     def project(self, name: str) -> str:
-        """The tileset as the map editor reads it."""
+        """The tileset in the map editor's XML format."""
         rows = -(-len(self.tiles) // COLUMNS)
         lines = [
             '<?xml version="1.0" encoding="UTF-8"?>',
@@ -253,13 +253,13 @@ class Tileset:
 
 
 def with_alpha(picture: Picture) -> Image.Image:
-    """Colour numbers as a picture; NOTHING is transparent."""
+    """Converts palette indices to an image; NOTHING is transparent."""
     table = np.zeros((256, 4), np.uint8)
     table[: len(COLOURS), :3], table[: len(COLOURS), 3] = COLOURS, 255
     return Image.fromarray(table[picture], "RGBA")
 
 
-# --- pictures behind it all ---
+# --- backgrounds ---
 
 def sky(width: int, height: int) -> Picture:
     """Night, lighter towards the horizon, with stars and a moon."""
@@ -281,7 +281,7 @@ def sky(width: int, height: int) -> Picture:
 
 
 def town(width: int, height: int) -> Picture:
-    """Roofs and towers against the sky, with lit windows; the right edge joins the left one."""
+    """Roofs and towers against the sky, with lit windows; tiles horizontally."""
     random_ = np.random.default_rng(12)
     picture = empty(width, height)
     for layer, (tone, edge, low, high, wide) in enumerate((("night.1", "night.2", 80, 150, 34), ("shade.0", "night.1", 58, 106, 46))):

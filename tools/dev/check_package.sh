@@ -3,7 +3,7 @@
 # The checks of `./dev package --check` on the packages in build/packages. Sourced by ./dev, after package.sh.
 #
 # Every root is minimal, except for packages installed here into a copy of it. The display is the build root's Xvfb;
-# there are no sound, controllers and graphics cards.
+# there is no sound device, controller or graphics card.
 
 readonly OLD_SUITE=bookworm # Debian 12: older C library and SDL than the build's
 # One scene of each screen, from tests/test_screens_pictures.cpp.
@@ -29,7 +29,7 @@ package_versions() {
     [ "$(awk '{ print $2 }' <<<"$found" | sort -u | wc -l)" = 1 ] || die "these versions differ:"$'\n'"$found"
 }
 
-need_root() { ensure_root "$@" || die 'this machine cannot make roots'; } # as ensure_root
+need_root() { ensure_root "$@" || die 'this machine cannot make roots'; } # arguments as for ensure_root
 
 # copy_of SUITE PACKAGE...: prints the path of a copy of a root, for installing packages
 copy_of() {
@@ -49,7 +49,7 @@ apt_in() { # apt_in ROOT ARGUMENTS: runs apt as the root's root user; downloads 
 files_of() { (cd "$1" && find . -path ./var/lib/apt -prune -o -path ./var/cache -prune -o -path ./var/log -prune -o -print |
     grep -vE '^\./(home|tmp|run|dev|proc)(/|$)|^\./var/lib/dpkg/|^\./etc/(ld\.so\.cache|resolv\.conf)$' | sort); }
 
-# as_player ROOT COMMAND [bwrap argument ...]: from / as an ordinary user with a display, whose home is $work/home.
+# as_player ROOT COMMAND [bwrap argument ...]: runs it from / as an ordinary user with a display; home is $work/home.
 as_player() {
     local root=$1 command=$2
     shift 2
@@ -151,7 +151,7 @@ check_archive() {
     bare=$(root_dir "$OLD_SUITE")
     gl=$(root_dir "$OLD_SUITE" libgl1 libgl1-mesa-dri)
     pictures archive "$bare" "$program" software 0
-    pictures archive-opengl "$gl" "$program" opengl "4 texture=25" # a turned picture, with other pixels at its edges
+    pictures archive-opengl "$gl" "$program" opengl "4 texture=25" # a rotated image: its edge pixels differ
     pictures archive-new "$(root_dir "$SUITE")" "$program" software 0
     time=$(start_time "$bare" "$program")
     say "start of the archive's program in $OLD_SUITE: $time ms"
@@ -195,7 +195,7 @@ package_check() {
     environment=root
     inside "exec tools/dev/with_xvfb.sh sh -c 'echo \$DISPLAY >build/package-check/display; exec sleep infinity'" &
     display=$!
-    # shellcheck disable=SC2064 # the number of now
+    # shellcheck disable=SC2064 # expands now, to the process id
     trap "kill $display" EXIT
     until [ -s "$work/display" ]; do sleep 0.1; done
     check_debian_package

@@ -18,7 +18,7 @@ die() {
 
 # --- the package list ---
 
-# packages COLUMN: the names of one column of packages.list (1 Debian, 2 Fedora, 3 Arch, 4 Homebrew), one a line.
+# packages COLUMN: the names of one column of packages.list (1 Debian, 2 Fedora, 3 Arch, 4 Homebrew), one per line.
 packages() { awk -v column="$1" '!/^#/ && NF && $column != "-" && !seen[$column]++ { print $column }' "$engine/packages.list"; }
 
 package_words() { packages "$1" | paste -sd ' '; }
@@ -91,7 +91,7 @@ build_root() {
     root_dir "$SUITE" $(packages 1)
 }
 
-can_make_root() { # a Debian-like machine, or one with both tools
+can_make_root() { # true on Debian and its derivatives, or with both tools installed
     command -v apt-get >/dev/null 2>&1 && return 0
     command -v mmdebstrap >/dev/null 2>&1 && command -v bwrap >/dev/null 2>&1
 }
