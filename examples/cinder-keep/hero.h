@@ -31,11 +31,12 @@ struct Hero {
     PlayerBody body;
     Animation anim;
     HeroState state;
-    double state_time;                                              // s
-    double coyote, jump_wish, attack_wish, roll_wish, special_wish; // s left of the jump grace period and of buffered presses
-    double safe;                                                    // s left of invulnerability
-    double firm;                                                    // s on the ground
-    SDL_FPoint firm_place;                                          // respawn position after hazards
+    double state_time; // s
+    double coyote, jump_wish, attack_wish, roll_wish,
+        special_wish;      // s left of the jump grace period and of buffered presses
+    double safe;           // s left of invulnerability
+    double firm;           // s on the ground
+    SDL_FPoint firm_place; // respawn position after hazards
     int hearts, flames;
     int swing;         // counts attacks, so that each hits an enemy once
     bool has_key, cut; // cut: the jump button was released early

@@ -63,7 +63,8 @@ void play_fixed_update(double dt) {
     level_step(level, level->phase == LEVEL_PLAYING ? play_read_controls() : HeroIntent{}, dt);
     const bool asked = input_pressed(ACTION_JUMP) || input_pressed(ACTION_MENU_TAKE);
     if (level->phase == LEVEL_WON && level->phase_time > WON_SECONDS && asked)
-        transition_fade_to(state_of(SCREEN_LEVEL_1 + level->number + 1), FADE_SECONDS); // after the last level: the credits
+        transition_fade_to(
+            state_of(SCREEN_LEVEL_1 + level->number + 1), FADE_SECONDS); // after the last level: the credits
 }
 
 Uint64 play_hash() { return level_hash(level); }

@@ -23,7 +23,7 @@ void fonts_close_kept();           // closes the cached fonts; called by the eng
 bool fonts_rescale(float factor);  // called when the UI scale changes; on error, which it reports, nothing changes
 
 // --- the engine's font list ---
-int engine_add_font(TTF_Font *font); // takes ownership and returns the slot; -1, without taking it, if full
+int engine_add_font(TTF_Font *font);           // takes ownership and returns the slot; -1, without taking it, if full
 TTF_Font *engine_get_font_by_index(int index); // null if there is no such slot
 void engine_set_active_font(TTF_Font *font);   // borrowed
 TTF_Font *engine_get_font();
