@@ -2,12 +2,9 @@
 
 #include "lumarind/lumarind.h"
 
-struct Soldier {
-    Animation animation;
-    float x, speed;
-};
 static constexpr int COUNT = 150;
-static Soldier soldiers[COUNT];
+static Animation soldiers[COUNT];
+static float places[COUNT], speeds[COUNT]; // px, px/s
 static AnimationSet *set;
 static SpriteSheet *sheet;
 static SpriteBatch *batch;
@@ -18,20 +15,20 @@ static bool setup() {
     batch = sprite_batch_new(COUNT);
     if (!sheet || !batch) return false;
     Random random = random_make(4);
-    for (Soldier &soldier : soldiers) {
-        soldier.x = random_float(&random, -40, 520);
-        soldier.speed = random_float(&random, 50, 70);
-        if (!animation_init(&soldier.animation, set, animation_find_clip(set, "run"))) return false;
-        animation_set_frame(&soldier.animation, random_below(&random, 8)); // not in step
+    for (int i = 0; i < COUNT; i++) {
+        places[i] = random_float(&random, -40, 520);
+        speeds[i] = random_float(&random, 50, 70);
+        if (!animation_init(&soldiers[i], set, animation_find_clip(set, "run"))) return false;
+        animation_set_frame(&soldiers[i], random_below(&random, 8)); // not in step
     }
     return true;
 }
 
 static void fixed_update(double dt) {
-    for (Soldier &soldier : soldiers) {
-        soldier.x += soldier.speed * static_cast<float>(dt);
-        if (soldier.x > 520) soldier.x -= 560;
-        animation_advance(&soldier.animation, dt);
+    for (int i = 0; i < COUNT; i++) {
+        places[i] += speeds[i] * static_cast<float>(dt);
+        if (places[i] > 520) places[i] -= 560;
+        animation_advance(&soldiers[i], dt);
     }
 }
 
@@ -43,9 +40,8 @@ static void tick() {
     sprite_batch_begin(batch, sheet);
     for (int i = 0; i < COUNT; i++) { // drawing order: from far to near
         const float near = static_cast<float>(i) / COUNT, shade = 0.35f + 0.65f * near;
-        const SDL_FPoint corner = {SDL_roundf(soldiers[i].x) - 144, SDL_roundf(92 + 172 * near) - 128};
-        sprite_batch_add(
-            batch, &soldiers[i].animation, corner, 1, SDL_FLIP_NONE, {shade, shade * 0.96f, shade * 0.94f, 1});
+        const SDL_FPoint corner = {SDL_roundf(places[i]) - 144, SDL_roundf(92 + 172 * near) - 128};
+        sprite_batch_add(batch, &soldiers[i], corner, 1, SDL_FLIP_NONE, {shade, shade * 0.96f, shade * 0.94f, 1});
     }
     sprite_batch_draw(renderer, batch);
 }

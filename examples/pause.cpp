@@ -12,7 +12,6 @@ static int chosen;
 static float distance; // rolled by the wheel, UI units
 
 static bool setup() { // also called by engine_restart_state, after cleanup
-    chosen = ENTRY_GO_ON;
     distance = 340;
     wheel = picture_load("assets/texture_demo/texture_b.png");
     return wheel != nullptr;
@@ -69,7 +68,6 @@ static const Game game = {
     .screens = SCREENS,
     .screen_count = 1,
     .ui_font = "assets/fonts/EuroStyle Normal.ttf",
-    .ui_font_size = 28,
     .escape = escape,
 };
 
