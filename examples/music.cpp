@@ -2,7 +2,8 @@
 
 #include "lumarind/lumarind.h"
 
-static MIX_Audio *music, *chime;
+static MIX_Audio *music;
+static SharedSound *chime; // follows its file with LUMARIND_RELOAD=1
 static float last_x, last_y, ripple; // of the last click
 static bool paused;
 
@@ -10,7 +11,7 @@ static void play_at(float x, float y) {
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     const float octaves = 1 - 2 * y / height; // one up at the top, one down at the bottom
-    audio_play_sfx_with(chime, {.pitch = SDL_powf(2, octaves), .pan = 2 * x / width - 1});
+    audio_play_sfx_with(chime->audio, {.pitch = SDL_powf(2, octaves), .pan = 2 * x / width - 1});
     last_x = x;
     last_y = y;
     ripple = 0;
@@ -23,7 +24,7 @@ static bool mouse_down(SDL_Event *event) {
 
 static bool setup() {
     music = audio_load("assets/audio/music/FluffyTail.ogg", false); // streamed
-    chime = audio_load("assets/audio/sfx/retro/sfx_coin_single1.wav", true);
+    chime = sound_store_get("assets/audio/sfx/retro/sfx_coin_single1.wav");
     if (!music || !chime || !audio_play_music(music, 1000)) return false;
     play_at(560, 130);
     return engine_add_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
@@ -49,7 +50,7 @@ static void tick() {
 static void cleanup() {
     engine_remove_callback(SDL_EVENT_MOUSE_BUTTON_DOWN, mouse_down);
     audio_stop_music(0);
-    audio_free(&chime);
+    sound_store_release(chime);
     audio_free(&music);
 }
 
