@@ -58,10 +58,7 @@ static void tick() {
     fill_rect(renderer, &pole, rgba(190, 180, 160, 255));
     fill_rect(renderer, &flag, rgba(214, 72, 56, 255));
     if (best.steps > 0) draw_knight(best.places[SDL_min(run.steps, best.steps - 1)], 90);
-    const float t = static_cast<float>(engine_fixed_alpha()); // interpolates between the last two steps
-    draw_knight(
-        {body.prev_pos.x + (body.pos.x - body.prev_pos.x) * t, body.prev_pos.y + (body.pos.y - body.prev_pos.y) * t},
-        255);
+    draw_knight(timestep_lerp_point(body.prev_pos, body.pos, engine_fixed_alpha()), 255);
 }
 
 static void cleanup() {

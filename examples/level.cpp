@@ -62,10 +62,9 @@ static void tick() {
         const bool covered = tile.y > 9 * TILE;
         picture_draw(stones, tile.x, tile.y, {.cell = {tile.x, covered ? 208.0f : 0.0f, TILE, TILE}});
     }
-    const float t = static_cast<float>(engine_fixed_alpha()); // interpolates between the last two steps
-    const float x = SDL_roundf(body.prev_pos.x + (body.pos.x - body.prev_pos.x) * t);
-    const float y = SDL_roundf(body.prev_pos.y + (body.pos.y - body.prev_pos.y) * t);
-    const SDL_FRect frame = {288 * SDL_floorf(SDL_fmodf(x / 16 + 20, 8)), body.vel.x == 0 ? 0.0f : 128.0f, 288, 128};
+    const SDL_FPoint feet = timestep_lerp_point(body.prev_pos, body.pos, engine_fixed_alpha());
+    const float x = SDL_roundf(feet.x), y = SDL_roundf(feet.y), row = body.vel.x == 0 ? 0.0f : 128.0f;
+    const SDL_FRect frame = {288 * SDL_floorf(SDL_fmodf(x / 16 + 20, 8)), row, 288, 128};
     picture_draw(
         knight, x - 144, y - 128, {.cell = frame, .flip = body.facing < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE});
 }

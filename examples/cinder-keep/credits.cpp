@@ -6,6 +6,7 @@
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
 #include "lumarind/engine/text_draw.h"
+#include "lumarind/engine/timestep.h"
 #include "lumarind/engine/transition.h"
 #include "lumarind/input/input.h"
 #include "lumarind/toolkit/picture.h"
@@ -69,7 +70,7 @@ void credits_tick() {
     SDL_RenderClear(engine_renderer());
     const float zoom = SDL_max(SDL_ceilf(SDL_max(width / 640, height / 320)), 1);
     picture_draw(sky, SDL_roundf((width - 640 * zoom) / 2), 0, {.scale = zoom});
-    const double time = time_before + (time_now - time_before) * engine_fixed_alpha();
+    const double time = timestep_lerp(time_before, time_now, engine_fixed_alpha());
     float y = height * 0.75f - static_cast<float>(time * PX_A_SECOND);
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI),
              *heading = engine_get_font_by_index(SHARED_FONT_UI_HEADING);

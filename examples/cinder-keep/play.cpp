@@ -71,8 +71,7 @@ Uint64 play_hash() { return level_hash(level); }
 // --- drawing ---
 
 static SDL_FPoint between(SDL_FPoint before, SDL_FPoint now) {
-    const float t = static_cast<float>(engine_fixed_alpha());
-    return {before.x + (now.x - before.x) * t, before.y + (now.y - before.y) * t};
+    return timestep_lerp_point(before, now, engine_fixed_alpha());
 }
 
 static SDL_FPoint to_view(SDL_FPoint origin, float zoom, SDL_FPoint world) {

@@ -20,3 +20,10 @@ bool timestep_consume_step(Timestep *ts) {
 double timestep_alpha(const Timestep *ts) { return ts->accumulator / ts->step; }
 
 double timestep_lerp(double a, double b, double t) { return a + (b - a) * t; }
+
+SDL_FPoint timestep_lerp_point(SDL_FPoint a, SDL_FPoint b, double t) {
+    const auto lerp = [t](float from, float to) {
+        return static_cast<float>(timestep_lerp(static_cast<double>(from), static_cast<double>(to), t));
+    };
+    return {lerp(a.x, b.x), lerp(a.y, b.y)};
+}

@@ -147,14 +147,8 @@ static void input_demo_draw_arena(SDL_Renderer *renderer) {
     input_demo_arena(&arena);
     outline_rect(renderer, &arena, COLOR_OUTLINE);
 
-    const double alpha = engine_fixed_alpha();
-    const double x =
-        timestep_lerp(static_cast<double>(input_demo->prev_marker.x), static_cast<double>(input_demo->marker.x), alpha);
-    const double y =
-        timestep_lerp(static_cast<double>(input_demo->prev_marker.y), static_cast<double>(input_demo->marker.y), alpha);
-    const SDL_FRect marker = {
-        arena.x + static_cast<float>(x), arena.y + static_cast<float>(y), INPUT_DEMO_MARKER_SIZE,
-        INPUT_DEMO_MARKER_SIZE};
+    const SDL_FPoint at = timestep_lerp_point(input_demo->prev_marker, input_demo->marker, engine_fixed_alpha());
+    const SDL_FRect marker = {arena.x + at.x, arena.y + at.y, INPUT_DEMO_MARKER_SIZE, INPUT_DEMO_MARKER_SIZE};
     fill_rect(renderer, &marker, input_demo->flash > 0 ? COLOR_FLASH : COLOR_ACTIVE);
     if (input_demo->paused) draw_text(renderer, arena.x + 8, arena.y + 8, COLOR_FLASH, "PAUSED");
 }

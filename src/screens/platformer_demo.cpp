@@ -342,11 +342,7 @@ void platformer_demo_tick() {
     float view_w = 0, view_h = 0;
     engine_view_size(&view_w, &view_h);
     const PlayerBody *body = &platformer_demo->player.body;
-    const double alpha = engine_fixed_alpha();
-    const auto between = [alpha](float from, float to) {
-        return static_cast<float>(timestep_lerp(static_cast<double>(from), static_cast<double>(to), alpha));
-    };
-    const SDL_FPoint feet = {between(body->prev_pos.x, body->pos.x), between(body->prev_pos.y, body->pos.y)};
+    const SDL_FPoint feet = timestep_lerp_point(body->prev_pos, body->pos, engine_fixed_alpha());
     _platformer_demo_move_camera(feet, view_w / WORLD_SCALE, view_h / WORLD_SCALE);
     const SDL_FPoint origin = {
         SDL_roundf(-platformer_demo->camera.x * WORLD_SCALE), SDL_roundf(-platformer_demo->camera.y * WORLD_SCALE)};
