@@ -3,7 +3,7 @@
 #include "lumarind/lumarind.h"
 
 static MIX_Audio *music;
-static SharedSound *chime; // follows its file with LUMARIND_RELOAD=1
+static SharedSound *chime;           // follows its file with LUMARIND_RELOAD=1
 static float last_x, last_y, ripple; // of the last click
 static bool paused;
 

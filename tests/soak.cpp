@@ -54,11 +54,6 @@ size_t memory_in_use() {
 #endif
 }
 
-Uint64 number_from_environment(const char *name, Uint64 fallback) {
-    const char *text = std::getenv(name);
-    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
-}
-
 // Compares the minimum of the first quarter of the samples with that of the last: sounds that are fading out during a
 // sample add to it.
 void expect_no_growth(const char *what, const std::vector<size_t> &samples, size_t allowed) {

@@ -57,18 +57,9 @@ protected:
 
 // --- recordings ---
 
-std::string keys_of(char letter) {
-    const PlayerIntent intent = route_intent(letter);
-    return std::string(
-               intent.move_x > 0   ? "-Left +Right "
-               : intent.move_x < 0 ? "-Right +Left "
-                                   : "-Left -Right ") +
-           (intent.jump ? "Space " : "") + (intent.roll ? "X " : "");
-}
-
 std::string keys_of(const char *route) {
     std::string script;
-    for (; *route; route++) script += keys_of(*route) + "0.1s ";
+    for (; *route; route++) script += route_keys(*route) + "0.1s ";
     return script;
 }
 
@@ -138,7 +129,7 @@ TEST_F(ReplayTest, FinalStateDependsOnInputPerStepNotOnFrameRate) {
         for (size_t number = 1; steps < ROUTE_STEPS_PER_LETTER * route.size(); number++) {
             const size_t then = number * 60 / static_cast<size_t>(rate);
             if (then > steps && steps % ROUTE_STEPS_PER_LETTER == 0)
-                play(keys_of(route[steps / ROUTE_STEPS_PER_LETTER]));
+                play(route_keys(route[steps / ROUTE_STEPS_PER_LETTER]));
             frame(1.0 / rate);
             steps = then;
         }

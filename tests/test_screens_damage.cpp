@@ -1,18 +1,15 @@
 // Each asset in turn removed, truncated or corrupted: every screen that uses it reports the error and fails or copes,
 // and no other screen is affected.
-//   LUMARIND_DAMAGE_SEED        seed of the damage (default 1)
-//   LUMARIND_DAMAGE_EVERYWHERE  if set, all screens are visited for each file
+// Seed and extent: support/damage.h.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/tile_world.h"
 #include "screens/screen_states.h"
+#include "support/damage.h"
 #include "support/engine_fixture.h"
 #include "support/log_kinds.h"
 
-#include <SDL3/SDL_stdinc.h>
-
 #include <algorithm>
-#include <cstdlib>
 
 namespace fs = std::filesystem;
 
@@ -50,54 +47,15 @@ const Asset &asset_of(const std::string &file) {
     throw std::runtime_error("no row for " + file);
 }
 
-Uint64 g_random;
-
-size_t below(size_t limit) { return static_cast<size_t>(SDL_rand_r(&g_random, static_cast<Sint32>(limit))); }
-
-// Corrupts a file's content. Null: the file is removed.
-using Damage = void (*)(std::string *content);
-
-void make_empty(std::string *content) { content->clear(); }
-
-void cut_short(std::string *content) { content->resize(below(content->size())); }
-
-void fill_with_noise_from(std::string *content, size_t first) {
-    for (size_t i = first; i < content->size(); i++) (*content)[i] = static_cast<char>(below(256));
-}
-void fill_with_noise(std::string *content) { fill_with_noise_from(content, 0); }
-void fill_behind_the_header(std::string *content) { fill_with_noise_from(content, 64); } // keeps the file type
-
-void scratch(std::string *content) {
-    for (int i = 0; i < 20; i++) (*content)[below(content->size())] ^= static_cast<char>(1 << below(8));
-}
-
 class DamageTest : public EngineTest {
 protected:
     fs::path intact;
     Damage damage = nullptr;
-    const bool everywhere = std::getenv("LUMARIND_DAMAGE_EVERYWHERE") != nullptr;
 
     void SetUp() override {
         EngineTest::SetUp();
         intact = fs::canonical("assets");
-        const char *seed = std::getenv("LUMARIND_DAMAGE_SEED");
-        g_random = seed ? std::strtoull(seed, nullptr, 10) : 1;
-    }
-
-    // Makes assets a folder of links to the real files, except for the damaged one.
-    void damage_file(const std::string &file) {
-        fs::remove_all("assets");
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
-            const fs::path there = fs::path("assets") / fs::relative(entry.path(), intact);
-            fs::create_directories(entry.is_directory() ? there : there.parent_path());
-            if (!entry.is_directory()) fs::create_symlink(entry.path(), there);
-        }
-        const fs::path victim = fs::path("assets") / file;
-        std::string content = read_file(victim);
-        fs::remove(victim);
-        if (!damage) return;
-        damage(&content);
-        write_file(victim, content);
+        damage_seed();
     }
 
     bool start_on_damaged() {
@@ -148,20 +106,19 @@ protected:
     void visit_screens(const Asset &asset) {
         for (GameState screen = GAME_STATE_TEXT_DEMO; screen <= GAME_STATE_PHYSICS_DEMO; screen++) {
             const bool reader = std::ranges::count(asset.readers, screen) > 0;
-            if (everywhere || reader || (!damage && below(4) == 0)) visit(screen, reader ? asset.missing : nullptr);
+            if (damage_is_everywhere() || reader || (!damage && damage_below(4) == 0))
+                visit(screen, reader ? asset.missing : nullptr);
         }
     }
 
     void expect_survived(Damage kind) {
         int files = 0;
         damage = kind;
-        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(intact)) {
-            if (entry.is_directory()) continue;
-            const std::string file = fs::relative(entry.path(), intact).string();
+        for (const std::string &file : files_below(intact)) {
             SCOPED_TRACE(file);
             files++;
             const Asset &asset = asset_of(file);
-            damage_file(file);
+            damage_file(intact, file, damage);
             log.lines.clear();
             const bool started = start_on_damaged();
             expect_log_of(started);
@@ -177,10 +134,10 @@ protected:
 };
 
 TEST_F(DamageTest, RemovedAssetsAreReportedAndAffectOnlyTheirScreens) { expect_survived(nullptr); }
-TEST_F(DamageTest, EmptyAssetsAreReported) { expect_survived(make_empty); }
-TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(cut_short); }
-TEST_F(DamageTest, NoiseIsReported) { expect_survived(fill_with_noise); }
-TEST_F(DamageTest, NoiseAfterHeaderIsReportedOrShown) { expect_survived(fill_behind_the_header); }
-TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(scratch); }
+TEST_F(DamageTest, EmptyAssetsAreReported) { expect_survived(damage_empty); }
+TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(damage_cut); }
+TEST_F(DamageTest, NoiseIsReported) { expect_survived(damage_noise); }
+TEST_F(DamageTest, NoiseAfterHeaderIsReportedOrShown) { expect_survived(damage_noise_behind_header); }
+TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(damage_scratch); }
 
 } // namespace

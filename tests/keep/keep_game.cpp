@@ -4,7 +4,6 @@
 #include "hud.h"
 #include "keep/keep_fixture.h"
 #include "lumarind/engine/engine.h"
-#include "lumarind/replay/replay.h"
 #include "progress.h"
 
 #include <csignal>
@@ -233,28 +232,6 @@ TEST_F(KeepGame, BackgroundIsDrawnOnlyWhereCastleIsNotOpaque) {
         EXPECT_EQ(tile_world_find_open(level()->world, level()->layer_castle, area), c.open) << c.what;
     }
     EXPECT_TRUE(tile_world_find_open(level()->world, -1, {100, 100, 10, 10})) << "no such layer";
-}
-
-// Skipped by default: plays the routes and writes the recordings that tests replay.
-TEST_F(KeepTest, RoutesAreRecorded) {
-    const char *folder = std::getenv("LUMARIND_ROUTES"), *only = std::getenv("LUMARIND_ROUTES_ONLY");
-    if (!folder) GTEST_SKIP() << "LUMARIND_ROUTES is not set";
-    const char *size = std::getenv("LUMARIND_ROUTES_TELL") ? "64x36" : "640x360";
-    for (const int number : {1, 2}) {
-        if (only && std::atoi(only) != number) continue;
-        ASSERT_TRUE(start({"--screen", "title", "--window-size", size}) && frame());
-        const std::string path = std::string(folder) + "/cinder-keep-" + std::to_string(number) + ".lmr";
-        ASSERT_TRUE(replay_record(path.c_str()));
-        engine_set_state(state_of(SCREEN_LEVEL_1 + number - 1));
-        frame();
-        ASSERT_EQ(run_route(number), "") << "level " << number;
-        const Level *level = play_level();
-        std::printf(
-            "level %d: %.2f s, %d embers, %d deaths, hearts %d\n", number, level->time, level->embers, level->deaths,
-            level->hero.hearts);
-        frames(60, 1.0 / 60);
-        stop();
-    }
 }
 
 } // namespace

@@ -14,11 +14,6 @@
 
 namespace {
 
-Uint64 number_from_environment(const char *name, Uint64 fallback) {
-    const char *text = std::getenv(name);
-    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
-}
-
 class KeepSoak : public KeepTest {
 protected:
     Uint64 random = 0, seed = 0, done = 0;

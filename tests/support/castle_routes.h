@@ -4,6 +4,8 @@
 
 #include "player/player.h"
 
+#include <string>
+
 inline constexpr const char *ROUTE_BY_THE_TOWER =
     "rrrrrrrRrrrrrlLrrrrrrrJ.llllrrrrrrrrrrrRllrrrrrrRrlllllllrrrRlllllllLlllLlrrrrrrrrrrrrrrrRrrrrrrllllllLlllllrr"
     "ro.......JrrrrrrrrRrrl.rl..rL.l........rLllllllllrrJrrrrrrrrr.llllllllllllrr.rl.rr";
@@ -20,4 +22,14 @@ inline PlayerIntent route_intent(char letter) {
     intent.jump = SDL_strchr("RLJ", letter) != nullptr;
     intent.roll = SDL_strchr("<>o", letter) != nullptr;
     return intent;
+}
+
+// Its keys, as a script; those for the direction stay held.
+inline std::string route_keys(char letter) {
+    const PlayerIntent intent = route_intent(letter);
+    return std::string(
+               intent.move_x > 0   ? "-Left +Right "
+               : intent.move_x < 0 ? "-Right +Left "
+                                   : "-Left -Right ") +
+           (intent.jump ? "Space " : "") + (intent.roll ? "X " : "");
 }

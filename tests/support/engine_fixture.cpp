@@ -51,6 +51,11 @@ void set_environment(const char *name, const char *value) {
     }
 }
 
+Uint64 number_from_environment(const char *name, Uint64 fallback) {
+    const char *text = std::getenv(name);
+    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
+}
+
 bool EngineTest::start(const std::vector<std::string> &arguments) {
     if (running_) stop();
     held_.clear();

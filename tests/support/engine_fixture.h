@@ -21,6 +21,7 @@
 
 // Sets it in SDL's copy of the environment and in later copies. Null: unset.
 void set_environment(const char *name, const char *value);
+Uint64 number_from_environment(const char *name, Uint64 fallback); // the fallback also for an empty value
 
 class EngineTest : public ::testing::Test {
 protected:

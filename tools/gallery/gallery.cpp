@@ -16,20 +16,16 @@ constexpr int STEPS_PER_PICTURE = 3; // of the animation: 20 pictures a second
 // For the animation, and unlike the routes not in a hurry. Digits attack, u is the special attack.
 constexpr const char *SHOW = "..rrrrrrrrRrrrrrrrrrrr.ll1......rr.3...................l.u................";
 
-// The keys of a letter of a route, or of SHOW; those for the direction stay held.
+// The keys of a letter of a route, or of SHOW.
 std::string keys_of(char letter) {
-    const PlayerIntent intent = route_intent(letter);
-    std::string keys = intent.move_x > 0 ? "-Left +Right" : intent.move_x < 0 ? "-Right +Left" : "-Left -Right";
-    if (intent.jump) keys += " Space";
-    if (intent.roll) keys += " X";
     const char *attack = std::strchr("1J3LuU", letter);
-    if (attack && (letter == '1' || letter == '3' || letter == 'u')) keys += std::string(" ") + attack[1];
-    return keys;
+    const bool attacks = attack && (letter == '1' || letter == '3' || letter == 'u');
+    return route_keys(letter) + (attacks ? std::string(1, attack[1]) + " " : "");
 }
 
 std::string route(const std::string &letters) {
     std::string script;
-    for (const char letter : letters) script += keys_of(letter) + " 0.1s ";
+    for (const char letter : letters) script += keys_of(letter) + "0.1s ";
     return script + "-Left -Right ";
 }
 

@@ -1,4 +1,4 @@
-#include "keep/keep_bot.h"
+#include "keep_bot.h"
 
 #include <cmath>
 #include <sstream>

@@ -1,0 +1,24 @@
+// Corrupts assets, one at a time: removed, emptied, truncated, replaced by noise, and with flipped bits.
+//   LUMARIND_DAMAGE_SEED        seed of the damage (default 1)
+//   LUMARIND_DAMAGE_EVERYWHERE  if set, everything is tried with each damaged file
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+using Damage = void (*)(std::string *content); // null: the file is removed
+
+void damage_empty(std::string *content);
+void damage_cut(std::string *content);
+void damage_noise(std::string *content);
+void damage_noise_behind_header(std::string *content); // keeps the file type
+void damage_scratch(std::string *content);
+
+void damage_seed();                // at the start of a test
+size_t damage_below(size_t limit); // a random number, from the seed
+bool damage_is_everywhere();
+
+// Makes "assets" in the current folder a folder of links to the files of `intact`, except for the damaged one.
+void damage_file(const std::filesystem::path &intact, const std::string &file, Damage damage);
+std::vector<std::string> files_below(const std::filesystem::path &folder); // relative paths
