@@ -95,10 +95,11 @@ TEST_F(AnimationSetTest, ExportedKnightDrawsSamePixelsAsItsTable) {
             animation_set_frame(&loaded, i);
             animation_set_frame(&constant, i);
             for (const SDL_FlipMode flip : {SDL_FLIP_NONE, SDL_FLIP_HORIZONTAL, SDL_FLIP_VERTICAL}) {
+                if (flip != SDL_FLIP_NONE && i % 8 != 3) continue;
                 const Picture a = drawn(sheet, &loaded, flip), b = drawn(table, &constant, flip);
+                ASSERT_TRUE(same_rgb(a, b)) << row->name << ", frame " << i << ", flip " << flip;
                 ASSERT_TRUE(i % 8 != 3 || same_rgb(drawn(sheet, &loaded, flip, true), a))
                     << "in a batch: " << row->name << ", frame " << i << ", flip " << flip;
-                ASSERT_TRUE(same_rgb(a, b)) << row->name << ", frame " << i << ", flip " << flip;
             }
         }
     }
