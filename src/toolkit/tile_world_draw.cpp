@@ -13,11 +13,14 @@
 #include <SDL3/SDL_render.h>
 
 #include <cstddef>
+#include <initializer_list>
 
 static constexpr int CHUNK_SIDE = 256; // px, rounded down to whole tiles
 static constexpr int SLOTS = 1024;
 static constexpr int SPARSE = 4;    // a chunk is sparse if at most one cell in SPARSE has a tile
 static constexpr int BUCKETS = 256; // a power of two
+static constexpr int PARTS = 32;    // per chunk
+static constexpr int PART_CELLS = CHUNK_SIDE / 8 * (CHUNK_SIDE / 8); // chunks of smaller tiles are not divided
 static constexpr int NO_SLOT = -1;
 static constexpr float LARGE = 4096; // drawing units; larger copies are drawn as geometry
 
@@ -35,6 +38,13 @@ enum ChunkContent : Uint8 {
     CHUNK_BLENDED, // translucent: premultiplied alpha, which combines overlapping tiles correctly
 };
 
+// A rectangle of cells in a CHUNK_CUTOUT that are all opaque or all to be blended. Blending takes several times longer
+// than copying on the software renderer.
+struct ChunkPart {
+    Uint8 col, row, cols, rows;
+    bool opaque;
+};
+
 struct ChunkSlot {
     ChunkPlace place;
     SDL_Texture *texture; // null: an empty chunk
@@ -42,6 +52,8 @@ struct ChunkSlot {
     Uint64 drawn; // last frame in which it was drawn
     Sint32 next;  // in its hash bucket or the free list
     ChunkContent content;
+    Sint32 part_count; // 0: copied as a whole
+    ChunkPart parts[PARTS];
 };
 
 struct TileChunkCache {
@@ -110,7 +122,9 @@ static ChunkSlot *_chunk_add(TileChunkCache *cache, ChunkPlace place, size_t byt
         .bytes = bytes,
         .drawn = cache->frame,
         .next = cache->buckets[bucket],
-        .content = CHUNK_EMPTY};
+        .content = CHUNK_EMPTY,
+        .part_count = 0,
+        .parts = {}};
     cache->buckets[bucket] = index;
     cache->bytes += bytes;
     return slot;
@@ -172,6 +186,7 @@ struct TilePainter {
     float scale;
     SDL_FColor tint;
     bool keeps_alpha; // the render target is blended later, so its alpha must be correct
+    bool on_pixels;   // texels cover whole output pixels: adjoining copies leave no seams
 };
 
 static bool _is_white(SDL_FColor c) { return c.r == 1 && c.g == 1 && c.b == 1 && c.a == 1; }
@@ -354,9 +369,14 @@ static void _chunk_cells(const TileWorld *world, int chunk_col, int chunk_row, T
         (chunk_row + 1) * raster.tiles_y + cells(reach.y, world->tile_h)};
 }
 
+// No tile extends beyond its cell.
+static bool _tiles_fit_cells(const TileWorld *world) {
+    const SDL_Rect reach = world->parts->content.reach;
+    return reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
+}
+
 static ChunkContent _chunk_content(const TileWorld *world, ChunkPlace place) {
     const ChunkRaster raster = _chunk_raster(world);
-    const SDL_Rect reach = world->parts->content.reach;
     CellSummary summary = {};
     TileRange rows = {}, cols = {};
     _chunk_cells(world, place.col, place.row, &rows, &cols);
@@ -364,7 +384,7 @@ static ChunkContent _chunk_content(const TileWorld *world, ChunkPlace place) {
         _summarize_cell(world, set, gid, &summary);
         return true;
     });
-    const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
+    const bool alone = _tiles_fit_cells(world);
     if (summary.tiles == 0) return CHUNK_EMPTY;
     if (_layer_tint(world, place.layer).a < 1 || summary.blended) return CHUNK_BLENDED;
     const int cells = raster.tiles_x * raster.tiles_y;
@@ -391,6 +411,48 @@ bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area) {
     return summary.filled != (cols.end - cols.first) * (rows.end - rows.first);
 }
 
+// The largest rectangle of equal cells from `first` on that grows to the right, then down. Empties its cells.
+static ChunkPart _chunk_take_part(Uint8 *cells, ChunkRaster raster, int first) {
+    const int col = first % raster.tiles_x, row = first / raster.tiles_x;
+    const Uint8 content = cells[first];
+    int cols = 1, rows = 1;
+    while (col + cols < raster.tiles_x && cells[first + cols] == content) cols++;
+    const auto equal = [&](const Uint8 *from) {
+        int n = 0;
+        while (n < cols && from[n] == content) n++;
+        return n == cols;
+    };
+    while (row + rows < raster.tiles_y && equal(&cells[first + rows * raster.tiles_x])) rows++;
+    for (int i = 0; i < rows; i++)
+        SDL_memset(&cells[first + i * raster.tiles_x], CHUNK_EMPTY, static_cast<size_t>(cols));
+    return {
+        static_cast<Uint8>(col), static_cast<Uint8>(row), static_cast<Uint8>(cols), static_cast<Uint8>(rows),
+        content == CHUNK_OPAQUE};
+}
+
+// Divides a CHUNK_CUTOUT into parts, leaving out its empty cells, unless it needs too many.
+static void _chunk_divide(const TileWorld *world, ChunkSlot *slot) {
+    const ChunkRaster raster = _chunk_raster(world);
+    const int left = slot->place.col * raster.tiles_x, top = slot->place.row * raster.tiles_y;
+    const int count = raster.tiles_x * raster.tiles_y;
+    Uint8 cells[PART_CELLS] = {}; // CHUNK_EMPTY, CHUNK_OPAQUE or CHUNK_CUTOUT
+    if (count > PART_CELLS || !_tiles_fit_cells(world)) return;
+    const TileRange rows = {top, top + raster.tiles_y}, cols = {left, left + raster.tiles_x};
+    _visit_cells(world, slot->place.layer, rows, cols, [&](const TileSet *set, Uint32 gid, int col, int row) {
+        CellSummary summary = {};
+        _summarize_cell(world, set, gid, &summary);
+        cells[(row - top) * raster.tiles_x + col - left] = summary.filled ? CHUNK_OPAQUE : CHUNK_CUTOUT;
+        return true;
+    });
+    int parts = 0;
+    for (int i = 0; i < count; i++) {
+        if (cells[i] == CHUNK_EMPTY) continue;
+        if (parts == PARTS) return;
+        slot->parts[parts++] = _chunk_take_part(cells, raster, i);
+    }
+    slot->part_count = parts;
+}
+
 // --- baking ---
 
 static bool _chunk_paint_all(SDL_Renderer *renderer, const TileWorld *world, ChunkPlace place, ChunkContent content) {
@@ -400,7 +462,8 @@ static bool _chunk_paint_all(SDL_Renderer *renderer, const TileWorld *world, Chu
     const SDL_FPoint origin = {
         -static_cast<float>(place.col) * static_cast<float>(raster.w),
         -static_cast<float>(place.row) * static_cast<float>(raster.h)};
-    const TilePainter painter = {renderer, world, origin, 1, _layer_tint(world, place.layer), content == CHUNK_BLENDED};
+    const TilePainter painter = {renderer, world, origin, 1, _layer_tint(world, place.layer), content == CHUNK_BLENDED,
+                                 true};
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);
     SDL_RenderClear(renderer);
     return _paint_cells(&painter, place.layer, rows, cols);
@@ -448,7 +511,7 @@ static const ChunkSlot *_chunk_get(SDL_Renderer *renderer, const TileWorld *worl
     if (!slot || bare) return slot;
     cache->bakes_left--;
     slot->texture = _chunk_bake(renderer, world, place, content);
-    slot->content = content;
+    if (content == CHUNK_CUTOUT) _chunk_divide(world, slot);
     if (slot->texture) return slot;
     _chunk_free(cache, static_cast<int>(slot - cache->slots));
     return nullptr;
@@ -456,20 +519,40 @@ static const ChunkSlot *_chunk_get(SDL_Renderer *renderer, const TileWorld *worl
 
 // --- tile layers ---
 
+static bool _draw_parts(const TilePainter *painter, const ChunkSlot *slot, const SDL_FRect *dst) {
+    const float tile_w = static_cast<float>(painter->world->tile_w),
+                tile_h = static_cast<float>(painter->world->tile_h);
+    bool drawn = true;
+    for (const bool opaque : {true, false}) { // ends with blending, the texture's usual mode
+        SDL_SetTextureBlendMode(slot->texture, opaque ? SDL_BLENDMODE_NONE : SDL_BLENDMODE_BLEND);
+        for (int i = 0; drawn && i < slot->part_count; i++) {
+            const ChunkPart part = slot->parts[i];
+            if (part.opaque != opaque) continue;
+            const SDL_FRect src = {
+                static_cast<float>(part.col) * tile_w, static_cast<float>(part.row) * tile_h,
+                static_cast<float>(part.cols) * tile_w, static_cast<float>(part.rows) * tile_h};
+            const float scale = painter->scale;
+            const SDL_FRect to = {dst->x + src.x * scale, dst->y + src.y * scale, src.w * scale, src.h * scale};
+            drawn = copy_texture_in_view(painter->renderer, slot->texture, &src, &to);
+        }
+    }
+    return drawn;
+}
+
 // The layer's tint and opacity are baked into the chunk.
 static bool _draw_baked(const TilePainter *painter, const ChunkSlot *slot, const SDL_FRect *dst) {
-    return copy_texture_in_view(painter->renderer, slot->texture, nullptr, dst) ||
-           engine_error("[TILE_WORLD] Could not draw a chunk, error: %s", SDL_GetError());
+    const bool drawn = painter->on_pixels && slot->part_count > 0
+                           ? _draw_parts(painter, slot, dst)
+                           : copy_texture_in_view(painter->renderer, slot->texture, nullptr, dst);
+    return drawn || engine_error("[TILE_WORLD] Could not draw a chunk, error: %s", SDL_GetError());
 }
 
 // Draws a chunk's tiles, clipped to the chunk: the neighbours draw the rest.
 static bool _draw_unbaked(const TilePainter *painter, ChunkPlace place, const SDL_FRect *dst) {
     SDL_Renderer *renderer = painter->renderer;
-    const SDL_Rect reach = painter->world->parts->content.reach;
     TileRange rows = {}, cols = {};
     _chunk_cells(painter->world, place.col, place.row, &rows, &cols);
-    const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
-    if (alone) return _paint_cells(painter, place.layer, rows, cols);
+    if (_tiles_fit_cells(painter->world)) return _paint_cells(painter, place.layer, rows, cols);
     const int left = static_cast<int>(SDL_roundf(dst->x)), top = static_cast<int>(SDL_roundf(dst->y));
     SDL_Rect clip = {
         left, top, static_cast<int>(SDL_roundf(dst->x + dst->w)) - left,
@@ -611,6 +694,16 @@ SDL_FPoint tile_world_origin(const TileWorld *world, int layer, const TileWorldV
     return {SDL_roundf(x * view->scale), SDL_roundf(y * view->scale)};
 }
 
+static bool _is_on_pixels(SDL_Renderer *renderer, float scale) {
+    SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
+    SDL_FPoint units = {1, 1};
+    SDL_GetRenderLogicalPresentation(renderer, nullptr, nullptr, &presentation);
+    SDL_GetRenderScale(renderer, &units.x, &units.y);
+    const bool whole = scale == SDL_floorf(scale) && units.x == SDL_floorf(units.x) && units.y == SDL_floorf(units.y);
+    return whole && (presentation == SDL_LOGICAL_PRESENTATION_DISABLED ||
+                     presentation == SDL_LOGICAL_PRESENTATION_INTEGER_SCALE);
+}
+
 static bool _draw_layer(const TilePainter *painter, int index, SDL_FPoint view) {
     const TileLayerKind kind = painter->world->layers[index].kind;
     const TileLayerParts *parts = &painter->world->parts->content.layers[index];
@@ -628,7 +721,9 @@ bool tile_world_draw_layer(SDL_Renderer *renderer, TileWorld *world, int layer, 
     if (!at->visible || !(size.x > 0) || !(size.y > 0) || !(view->scale > 0)) return true;
     if (SDL_SetAtomicInt(&world->parts->cache->targets_lost, 0) != 0) _tile_cache_clear(world->parts->cache);
     const SDL_FColor tint = _layer_tint(world, layer);
-    const TilePainter painter = {renderer, world, tile_world_origin(world, layer, view), view->scale, tint, false};
+    const bool on_pixels = _is_on_pixels(renderer, view->scale);
+    const TilePainter painter = {renderer, world,    tile_world_origin(world, layer, view), view->scale, tint,
+                                 false,    on_pixels};
     return tint.a <= 0 || _draw_layer(&painter, layer, size);
 }
 
