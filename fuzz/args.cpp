@@ -34,6 +34,7 @@ static int last_value(const std::vector<std::string> &words, const char *option)
 }
 
 static void check_taken(const std::vector<std::string> &words) {
+    fuzz_note_text(args_start_screen() ? args_start_screen() : "none");
     fuzz_check(args_capture_at() == last_value(words, "--capture-at"), "--capture-at has the last value given");
     fuzz_check(
         args_capture_every() == last_value(words, "--capture-every"), "--capture-every has the last value given");
@@ -43,6 +44,7 @@ static void check_taken(const std::vector<std::string> &words) {
     int width = 0, height = 0;
     const bool given = args_window_size(&width, &height);
     fuzz_check(given == (width > 0 && height > 0), "a window size is positive or not given");
+    fuzz_note(width, height, args_config_save_enabled());
     if (given) fuzz_check(width == last_value(words, "--window-size"), "the window's width has the last value given");
 }
 
@@ -52,6 +54,7 @@ int fuzz_args(const uint8_t *data, size_t size) {
     std::vector<char *> argv;
     for (std::string &word : words) argv.push_back(word.data());
     const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
+    fuzz_note(result);
     fuzz_check((result == ARGS_FAILED) == (fuzz_logged_errors() > 0), "a refused command line is reported");
     if (result == ARGS_RUN) check_taken(words);
     if (result == ARGS_RUN && args_start_screen())

@@ -83,8 +83,10 @@ static bool same(const std::vector<InputBinding> &a, const std::vector<InputBind
 }
 
 static void check_action(int action) {
+    fuzz_note_text(input_bindings_text(action));
     for (const InputBinding &binding : parse(input_bindings_text(action))) {
         fuzz_check(in_range(binding), "a binding names a control that exists");
+        fuzz_note(binding.kind, binding.code, binding.direction);
         press(action, binding);
     }
 }

@@ -32,6 +32,12 @@ template <typename Set> static bool all_in_reach(const Set *set) {
     return std::all_of(numbers, numbers + count, [](float number) { return std::fabs(number) <= COLLIDERS_REACH; });
 }
 
+template <typename Set> static void note_all(const Set *set) {
+    const auto *numbers = reinterpret_cast<const float *>(set->items);
+    const size_t count = static_cast<size_t>(set->count) * sizeof *set->items / sizeof(float);
+    for (size_t i = 0; i < count; i++) fuzz_note(numbers[i]);
+}
+
 static int count_all(const Shapes &s) { return s.rects->count + s.tris->count + s.circles->count + s.points->count; }
 
 static void ask_at(const Shapes &s, SDL_FPoint p) {
@@ -69,6 +75,10 @@ int fuzz_collision_csv(const uint8_t *data, size_t size) {
         const Tri *t = &s.tris->items[i];
         fuzz_check(colliders_tri_top_point(t).y <= colliders_tri_bottom_point(t).y, "a slope's top is not below");
     }
+    note_all(s.rects);
+    note_all(s.tris);
+    note_all(s.circles);
+    note_all(s.points);
     draw(s);
     return 0;
 }

@@ -55,6 +55,7 @@ int fuzz_config(const uint8_t *data, size_t size) {
     fuzz_check(cfg_setup() && cfg_load(), "any file loads");
     const Config first = *config;
     fuzz_check(cfg_save(), "what was loaded can be saved");
+    fuzz_note_text(read_file(cfg_path().text).c_str());
     cfg_cleanup();
     check_same(first, load());
     return 0;

@@ -13,10 +13,13 @@ static void play(const AnimationSet *set, const SpriteSheet *sheet) {
     for (int clip = 0; clip < set->clip_count; clip++) {
         Animation anim = {};
         fuzz_check(animation_init(&anim, set, clip), "a loaded set's clips can be played");
+        fuzz_note_text(set->clips[clip].name);
+        fuzz_note(set->clips[clip].frame_count, set->clips[clip].loop);
         for (int i = 0; i < SDL_min(set->clips[clip].frame_count, 50); i++) {
             const auto flip = static_cast<SDL_FlipMode>(i & 3);
             const int frame = animation_sheet_frame(&anim);
             fuzz_check(frame >= 0 && frame < set->columns * set->rows, "a clip's frames are on the sheet");
+            fuzz_note(frame, set->clips[clip].frame_ms[anim.frame]);
             if (sheet) {
                 fuzz_check(sprite_sheet_draw(engine_renderer(), sheet, &anim, {3, 5}, 2, flip), "a frame can be drawn");
                 fuzz_check(sprite_batch_add(batch, &anim, {40, 5}, 1, flip), "a frame can be added");
@@ -41,6 +44,7 @@ int fuzz_sheet_json(const uint8_t *data, size_t size) {
         fuzz_check(sheet || fuzz_logged_errors() == 1, "a sheet that does not fit its set is reported once");
         fuzz_check(
             animation_slice_at(animation_set_find_slice(set, "hit"), -1) == nullptr, "no slice starts before frame 0");
+        fuzz_note(set->frame_w, set->frame_h);
         play(set, sheet);
         sprite_sheet_cleanup(&sheet);
     }

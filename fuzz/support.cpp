@@ -11,6 +11,7 @@
 #include <SDL3/SDL_storage.h>
 #include <SDL3/SDL_surface.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -33,6 +34,7 @@ struct FuzzWorld {
     int memory_file;           // descriptor
     char memory_file_path[64]; // under /proc
     int errors;
+    uint64_t digest;
 };
 static FuzzWorld world;
 
@@ -44,8 +46,27 @@ void fuzz_check(bool holds, const char *sentence) {
 
 // --- the log ---
 
-static void SDLCALL count_line(void *, int, SDL_LogPriority priority, const char *) {
+static void note_bytes(const void *bytes, size_t size) { // FNV-1a
+    for (size_t i = 0; i < size; i++)
+        world.digest = (world.digest ^ static_cast<const uint8_t *>(bytes)[i]) * 0x100000001B3u;
+}
+
+void fuzz_note_number(double number) { note_bytes(&number, sizeof number); }
+
+void fuzz_note_text(const char *text) { note_bytes(text, SDL_strlen(text) + 1); }
+
+uint64_t fuzz_take_digest() {
+    const uint64_t digest = world.digest;
+    world.digest = 0;
+    return digest;
+}
+
+static void SDLCALL note_line(void *, int, SDL_LogPriority priority, const char *text) {
     if (priority >= SDL_LOG_PRIORITY_ERROR) world.errors++;
+    std::string_view own = text;
+    own = own.substr(0, own.find(", error"));
+    own = own.substr(0, own.find(" at byte "));
+    note_bytes(own.data(), std::min(own.size(), own.find("/proc/"))); // before the path of the file in memory
 }
 
 void fuzz_clear_log() { world.errors = 0; }
@@ -125,7 +146,7 @@ void fuzz_start() {
     if (world.directory) return;
     world.directory = std::make_unique<TemporaryDirectory>();
     setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // root of the user storage
-    SDL_SetLogOutputFunction(count_line, nullptr);
+    SDL_SetLogOutputFunction(note_line, nullptr);
     SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // so that warnings are formatted too
     fuzz_check(storage_setup(), "the storages open");
     open_game_files();

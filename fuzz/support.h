@@ -24,3 +24,11 @@ void fuzz_save_picture(const char *path);
 // --- the log ---
 void fuzz_clear_log();
 int fuzz_logged_errors();
+
+// --- the digest of a run: its log up to the libraries' own messages, and the loaded values that a target notes ---
+void fuzz_note_number(double number);
+void fuzz_note_text(const char *text);
+template <typename... Numbers> void fuzz_note(Numbers... numbers) {
+    (fuzz_note_number(static_cast<double>(numbers)), ...);
+}
+uint64_t fuzz_take_digest(); // since the last call

@@ -35,6 +35,7 @@ static void check_layer(const Tilemap *map) {
     fuzz_check(walk_cells(grid, &csv) == tile_grid_max_gid(grid), "the largest id is correct");
     fuzz_check(
         tile_grid_gid(grid, grid->rows, 0) == 0 && tile_grid_gid(grid, 0, -1) == 0, "cells outside the grid are empty");
+    fuzz_note_text(csv.c_str());
     fuzz_check(tilemap_width(map) > 0 || map->tile_w == 0, "a layer has a width");
     TileGrid *again = tile_grid_parse_csv(csv.c_str());
     fuzz_check(again && same_cells(grid, again), "a layer survives a round trip through CSV");

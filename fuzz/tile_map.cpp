@@ -29,6 +29,8 @@ static void walk_properties(const TileProperties *properties) {
         const TileProperty *property = &properties->items[i];
         fuzz_check(tile_property_find(properties, property->name) != nullptr, "a property is found by its name");
         fuzz_check(property->text && std::isfinite(property->number), "a property has a text and a number");
+        fuzz_note_text(property->text);
+        fuzz_note(property->type, property->number);
     }
 }
 
@@ -39,7 +41,12 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
         fuzz_check(
             object->opacity >= 0 && object->opacity <= 1 && object->width >= 0, "an object's numbers are in range");
         fuzz_check(tile_world_object(world, object->id) != nullptr, "an object is found by its id");
+        fuzz_note_text(object->name);
+        fuzz_note(
+            object->shape, object->x, object->y, object->width, object->height, object->rotation, object->opacity,
+            object->visible, object->gid);
         for (int k = 0; k < object->point_count; k++) {
+            fuzz_note(object->points[k].x, object->points[k].y);
             fuzz_check(std::isfinite(object->points[k].x + object->points[k].y), "points are finite");
         }
         walk_properties(&object->properties);
@@ -52,11 +59,16 @@ static void walk(const TileWorld *world) {
         const TileLayer *layer = &world->layers[i];
         fuzz_check(tile_world_find_layer(world, layer->name) >= 0, "a layer is found by its name");
         fuzz_check(layer->opacity >= 0 && layer->opacity <= 1, "an opacity is in range");
+        fuzz_note_text(layer->name);
+        fuzz_note(
+            layer->kind, layer->visible, layer->opacity, layer->offset.x, layer->offset.y, layer->parallax.x,
+            layer->parallax.y, layer->tint.r, layer->tint.g, layer->tint.b, layer->tint.a);
         walk_properties(&layer->properties);
         walk_objects(world, layer);
         for (int cell = 0; cell < SDL_min(world->cols * Sint64{world->rows}, 1000); cell++) {
             const Uint32 gid =
                 tile_world_gid(world, i, world->left + cell % world->cols, world->top + cell / world->cols);
+            fuzz_note(gid);
             walk_properties(tile_world_tile_properties(world, gid));
         }
     }
@@ -72,6 +84,14 @@ static void collide(const TileWorld *world) {
         fuzz_check(
             made || (rects.count == rects_before && tris.count == tris_before),
             "refused shapes leave the sets unchanged");
+    }
+    for (int i = 0; i < rects.count; i++) {
+        const SDL_FRect r = rects.items[i];
+        fuzz_note(r.x, r.y, r.w, r.h);
+    }
+    for (int i = 0; i < tris.count; i++) {
+        const Tri t = tris.items[i];
+        fuzz_note(t.a.x, t.a.y, t.b.x, t.b.y, t.c.x, t.c.y);
     }
     colliders_rects_cleanup(&rects);
     colliders_tris_cleanup(&tris);
