@@ -93,7 +93,7 @@ static bool _storage_make_folder(const char *path) {
     return made;
 }
 
-// Writes a temporary file beside it, then renames: there is a complete file at any time.
+// Writes a temporary file in the same folder and renames it: `path` is a complete file at any time.
 static bool _storage_replace(const char *path, const char *beside, const void *data, size_t size) {
     return _storage_make_folder(path) && SDL_WriteStorageFile(storage_user(), beside, data, size) &&
            SDL_RenameStoragePath(storage_user(), beside, path);

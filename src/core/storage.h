@@ -11,8 +11,7 @@ bool storage_setup();   // safe to call twice. Reports errors; storage_cleanup r
 void storage_cleanup(); // safe to call twice, and after a failed setup
 
 // --- reading ---
-// Reads the whole file and appends a 0 byte; the caller frees it with SDL_free. Reports errors; an empty file is
-// one.
+// Reads the whole file and appends a 0 byte; the caller frees it with SDL_free. Reports errors, also for an empty file.
 char *storage_read_file(SDL_Storage *storage, const char *path);
 char *storage_read_game_file(const char *path);
 char *storage_read_user_file(const char *path);

@@ -55,7 +55,7 @@ TYPED_ARRAY_STAMP(data_callbacks, DataCallbackArray, DataCallbackTraits)
 
 struct Engine {
     Sint32 state, prev_state; // GameState; they differ while a switch is pending
-    bool restart;             // of the current screen, requested
+    bool restart;             // a restart of the current screen was requested
     bool paused;              // the screen's fixed updates are suspended
     bool geometry_kept;       // the configuration holds the window's geometry from before full screen
     bool show_frame_time_graph;
@@ -79,7 +79,7 @@ struct Engine {
     Uint64 frame_number;     // 1 in the first frame
     SDL_Window *window;      // owned, as are the renderer, the cursors and the text engine
     SDL_Renderer *renderer;
-    SDL_Texture *sink; // render target of a replay without display; destroyed with the renderer
+    SDL_Texture *sink; // render target of a fast replay, never displayed; destroyed with the renderer
     SDL_Cursor *default_cursor, *pointer_cursor;
     FontList *fonts; // owned
     KeptFont kept_fonts[KEPT_FONTS];

@@ -40,7 +40,7 @@ bool engine_take_restart() {
     return asked;
 }
 
-// Length of the frame in ns: measured, or given by a test or the replay.
+// Length of the frame in ns: measured, or set by a test or the replay.
 static Uint64 _frame_length(Uint64 now) {
     Uint64 elapsed = engine->last_frame_ticks != 0 ? now - engine->last_frame_ticks : 0;
     if (engine->given_frame_ns >= 0) elapsed = static_cast<Uint64>(engine->given_frame_ns);

@@ -164,7 +164,7 @@ static bool engine_setup_text_engine() {
     return true;
 }
 
-// Replaces settings by those of the recording, without saving them.
+// Overrides settings with those of the recording, without saving them.
 static bool _engine_take_recorded_settings() {
     const ReplayStart *start = replay_start();
     if (!start) return true;
@@ -209,7 +209,7 @@ bool engine_start(const char *title) {
     return false;
 }
 
-// --- stop, working on whatever part of the engine exists ---
+// --- stop, also after a partial start ---
 
 static void _engine_store_window_geometry() {
     int width = 0, height = 0, x = 0, y = 0;
