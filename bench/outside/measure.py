@@ -2,8 +2,8 @@
 
   measure.py RUN_DIRECTORY JSON_FILE [REGEX]
 
-RUN_DIRECTORY holds the program, lumarind_bench, the bare programs and lumarind_probe.so. REGEX chooses rows by name. The
-program runs in a working directory of its own, with a configuration made here and a probe preloaded (probe.cpp).
+RUN_DIRECTORY contains the program, lumarind_bench, the bare programs and lumarind_probe.so. REGEX selects rows by name.
+The program runs in a temporary working directory, with a generated configuration and a preloaded probe (probe.cpp).
 """
 
 import json
@@ -18,11 +18,11 @@ import time
 
 SCREENS = ["main-menu", "text-demo", "texture-demo", "tilemap-demo", "sprite-demo", "platformer-demo", "gamepad-demo",
            "logical-demo", "input-demo", "audio-demo", "physics-demo"]
-STARTS = 20          # of the program and of the bare one, alternately
+STARTS = 20          # of the program and of each bare one, alternately
 PACED_SECONDS = 12
 WARM_UP_FRAMES = 60  # excluded
 COUNTED_FRAMES = 1000
-GAME_FOLDER = "lumarind-examples/cinder-keep/config"  # of the example game's settings, among the user's files
+GAME_FOLDER = "lumarind-examples/cinder-keep/config"  # for the example game's settings, in the user data folder
 CONFIG = "[graphics]\nvsync_enable = false\nfps_limit = {limit}\n[window]\nwidth = 800\nheight = 450\n"
 
 SOFTWARE = {"SDL_RENDER_DRIVER": "software", "SDL_FRAMEBUFFER_ACCELERATION": "0"}
@@ -108,14 +108,14 @@ class Bench:
     def say(self, what):
         print(f"measure: {what}", file=sys.stderr, flush=True)
 
-    # --- the benchmarks of the modules ---
+    # --- micro-benchmarks ---
 
     def run_google_benchmarks(self):
         listed = self.google(["--benchmark_list_tests=true"]).stdout.decode().split("\n")
         wanted = [name for name in listed if name and self.pattern.search(name)]
         if not wanted:
             return
-        self.say(f"{len(wanted)} benchmarks of the modules")
+        self.say(f"{len(wanted)} micro-benchmarks")
         with tempfile.NamedTemporaryFile(suffix=".json") as out:
             pattern = "^(" + "|".join(re.escape(name) for name in wanted) + ")$"
             self.google(["--benchmark_filter=" + pattern, "--benchmark_out=" + out.name])
@@ -153,7 +153,7 @@ class Bench:
             kinds = ["", " bare", " share", " bare placed", " share placed"]
             if not self.wants(f"start {renderer}", kinds) and not self.wants(f"memory {renderer}", kinds):
                 continue
-            self.say(f"{STARTS} starts of the program and of the bare one, {renderer}")
+            self.say(f"{STARTS} starts of the program and of each bare one, {renderer}")
             runs = {"program": [], "bare": [], "bare placed": []}
             for _ in range(STARTS):  # alternately, so that load on the machine affects all equally
                 runs["program"].append(self.program(["--quit-at", "60"], environment))
@@ -165,7 +165,7 @@ class Bench:
                 self.add(f"{what} {renderer}", figures["program"], unit)
                 self.add(f"{what} {renderer} bare", figures["bare"], unit)
                 self.add(f"{what} {renderer} share", figures["program"] / figures["bare"], "times bare", 1.25)
-            # Each of the two waits for the window's position takes 10 ms under X11 with any window manager.
+            # Under X11 each of the two waits for the window's position takes 10 ms, with any window manager.
             self.add(f"start {renderer} bare placed", start["bare placed"], "ms")
             self.add(f"start {renderer} share placed", start["program"] / start["bare placed"], "times bare", 1.25)
 
@@ -189,7 +189,7 @@ class Bench:
                 self.add(f"frame {renderer} {screen}", frame, "us CPU")
 
     def measure_game(self):
-        """The example game against the demonstration's platformer, in turns."""
+        """The example game compared with the demonstration's platformer, alternately."""
         game = os.path.join("..", "examples", "cinder-keep", "cinder-keep")
         for renderer, environment in UNSEEN.items():
             levels = ["level-1", "level-2"]
@@ -213,7 +213,7 @@ class Bench:
         for renderer, environment in UNSEEN.items():
             if not self.wants(f"chunks {renderer}", ["", " bare", " share"]):
                 continue
-            self.say(f"panning against a bare loop over the same chunks, {renderer}")
+            self.say(f"panning compared with a bare loop over the same chunks, {renderer}")
             program, bare = [], []
             for _ in range(5):
                 program.append(self.cpu_per_frame_us(self.screen_run("tilemap-demo", environment)))
@@ -239,7 +239,7 @@ class Bench:
                      " memory small", " memory share"]
             if not self.wants(name, kinds):
                 continue
-            self.say(f"a map of 1024 x 1024 tiles against one of 120 x 34, {renderer}")
+            self.say(f"a map of 1024 x 1024 tiles compared with one of 120 x 34, {renderer}")
             runs = {"large": [], "small": []}
             self.world(["make", "world-large.tmx", "1024", "1024"], environment)
             self.world(["make", "world-small.tmx", "120", "34"], environment)
@@ -266,7 +266,7 @@ class Bench:
             kinds = [f"{of} {figure}" for of in ("frame", "present") for figure in ("mean", "p50", "p99", "worst")]
             if not self.wants(f"pacing {limit} ", kinds + ["waiting"]):
                 continue
-            self.say(f"{PACED_SECONDS} s at a limit of {limit} frames a second")
+            self.say(f"{PACED_SECONDS} s at a limit of {limit} frames per second")
             run = self.program(["--quit-at", str(limit * PACED_SECONDS)], UNSEEN["software"], limit)
             period = 1_000_000_000 // limit
             for what, times in (("frame", [wait[1] for wait in run.waits]), ("present", [p[0] for p in run.presents])):

@@ -1,5 +1,5 @@
 // Cost of a map of any size: loads it, draws its first frame and pans it, in a window of 1280 × 720.
-//   lumarind_world make FILE COLS ROWS   writes such a map beside the executable
+//   lumarind_world make FILE COLS ROWS   writes a map of this size beside the executable
 //   lumarind_world show FILE FRAMES      prints one line each: first <ms>, firstcpu <ms of CPU time>, median <us>,
 //   p99 <us>, memory <KiB>
 // Frames are measured in CPU time of all threads, including deferred drawing.
@@ -35,7 +35,7 @@ static long peak_kib() {
     return kib;
 }
 
-// Moves to and fro between 0 and `end`.
+// A triangle wave between 0 and `end`.
 static float swing(float way, float end) {
     const float at = SDL_fmodf(way, 2 * end);
     return at < end ? at : 2 * end - at;
@@ -51,7 +51,7 @@ static bool draw_frame(SDL_Renderer *renderer, TileWorld *world, int frame) {
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
     if (!tile_world_draw(renderer, world, &view)) return false;
-    SDL_DestroySurface(SDL_RenderReadPixels(renderer, &corner)); // waits for the drawing
+    SDL_DestroySurface(SDL_RenderReadPixels(renderer, &corner)); // waits until drawing is complete
     return SDL_RenderPresent(renderer);
 }
 
