@@ -10,7 +10,7 @@ struct DirectScene {
     std::vector<b2Transform> before; // of the last step
 };
 
-// As in the layer: boxes without a polygon skin, but with their full mass.
+// As in the layer: boxes inset by the polygon skin, but with their full mass.
 static void _add_box(b2Body *body, const DirectBody &wanted, b2FixtureDef def) {
     constexpr float INSET = b2_polygonRadius - b2_linearSlop / 2;
     b2PolygonShape whole, box;

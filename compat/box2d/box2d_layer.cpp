@@ -1,4 +1,4 @@
-// Implements version 3's interface with version 2.4. Global names are 2.4's.
+// Implements the interface of Box2D 3 (version3.h) on version 2.4, whose names are the global ones here.
 
 #include "include/box2d/version3.h"
 
@@ -12,7 +12,7 @@
 // heavy as a link.
 static constexpr int VELOCITY_ITERATIONS = 8, POSITION_ITERATIONS = 3; // per sub-step
 static constexpr int MAX_WORLDS = 128;
-static constexpr int COOKIE = 1152023; // marks definitions made by the b2Default functions
+static constexpr int COOKIE = 1152023; // marks definitions initialised by the b2Default functions
 
 namespace {
 
@@ -25,7 +25,7 @@ template <typename T> struct Slots {
     };
     std::vector<Slot> slots;
     int first_free = -1;
-    uint16_t first_generation = 0; // the world's, so that ids of an earlier world in this slot stay invalid
+    uint16_t first_generation = 0; // the world's, so that ids from an earlier world in this slot stay invalid
 };
 
 struct World {

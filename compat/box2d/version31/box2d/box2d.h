@@ -1,5 +1,5 @@
-// Version 3.1 with the joint definitions of 3.2, which the project uses: 3.2 moved the common part of joints to a
-// record of its own and replaced anchors by frames. Found before the real header, which it includes.
+// Box2D 3.1 with the joint definitions of 3.2, which the project uses: 3.2 moved the common part of joint definitions
+// to a separate record and replaced anchors by frames. Precedes the real header on the include path and includes it.
 #pragma once
 
 #include_next <box2d/box2d.h>
