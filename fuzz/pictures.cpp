@@ -1,4 +1,4 @@
-// Image files: as a sprite sheet of 4 x 2 frames of 8 pixels, and as a tileset with tiles of 8 pixels.
+// Image files, loaded as a sprite sheet with 4 x 2 frames of 8 pixels and as a tileset with tiles of 8 pixels.
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"

@@ -1,4 +1,4 @@
-// Sound files: decoded at load or while playing, and mixed.
+// Sound files: decoded when loaded or while playing, and mixed.
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -39,7 +39,7 @@ static void play(const char *path, bool predecode) {
     audio_free(&sound);
 }
 
-// Loads the input as it is, and preceded by an empty tag, which must be skipped.
+// Loads the input unchanged, and preceded by an empty ID3 tag, which must be skipped.
 int fuzz_sound(const uint8_t *data, size_t size) {
     static constexpr uint8_t TAG[] = {'I', 'D', '3', 4, 0, 0, 0, 0, 0, 0};
     fuzz_start_engine();

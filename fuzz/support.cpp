@@ -81,7 +81,7 @@ static void open_game_files() {
     files.read_file = read_game_file;
     SDL_CloseStorage(storage->game);
     storage->game = SDL_OpenStorage(&files, nullptr);
-    fuzz_check(storage->game != nullptr, "a storage of our own opens");
+    fuzz_check(storage->game != nullptr, "the in-memory storage opens");
 }
 
 void fuzz_set_game_file(const uint8_t *data, size_t size) {
@@ -101,7 +101,7 @@ const char *fuzz_memory_file(const uint8_t *data, size_t size) {
     }
     const bool written =
         ftruncate(world.memory_file, 0) == 0 && pwrite(world.memory_file, data, size, 0) == static_cast<ssize_t>(size);
-    fuzz_check(written, "a file in memory takes the input");
+    fuzz_check(written, "the input is written to the in-memory file");
     return world.memory_file_path;
 }
 
@@ -127,7 +127,7 @@ void fuzz_start() {
     setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // root of the user storage
     SDL_SetLogOutputFunction(count_line, nullptr);
     SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // so that warnings are formatted too
-    fuzz_check(storage_setup(), "the storages open");
+    fuzz_check(storage_setup(), "both storages open");
     open_game_files();
 }
 

@@ -1,4 +1,4 @@
-// A map editor's files: the map, optionally followed, each after a separator, by a tileset and a template.
+// Files of a map editor. The input is a map, optionally followed by a tileset and a template, each after a separator.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -68,10 +68,10 @@ static void collide(const TileWorld *world) {
     for (int i = -1; i < world->layer_count; i++) {
         const int rects_before = rects.count, tris_before = tris.count, errors = fuzz_logged_errors();
         const bool made = tile_world_colliders(world, i < 0 ? nullptr : world->layers[i].name, &rects, &tris);
-        fuzz_check(made || fuzz_logged_errors() == errors + 1, "refused shapes are reported once");
+        fuzz_check(made || fuzz_logged_errors() == errors + 1, "rejected shapes are reported once");
         fuzz_check(
             made || (rects.count == rects_before && tris.count == tris_before),
-            "refused shapes leave the sets unchanged");
+            "rejected shapes leave the sets unchanged");
     }
     colliders_rects_cleanup(&rects);
     colliders_tris_cleanup(&tris);
