@@ -1,10 +1,10 @@
-# lumarind_package(TARGET program ...): packages a game: install rules for the usual folders, and CPack for
-# `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (a portable archive). Call it once, at the end of the top-level
-# project; on other systems than Linux, or in a subproject, it does nothing.
+# lumarind_package(TARGET program ...): packages a game: adds install rules for the usual folders and configures CPack
+# for `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (a portable archive). Call it once, at the end of the
+# top-level project; it does nothing in a subproject and on systems other than Linux.
 # docs/packaging.md explains the arguments.
 #
-# Packages are reproducible: their contents depend only on the source, and times are SOURCE_DATE_EPOCH, which
-# `./dev package` sets to the last commit's.
+# Packages are reproducible: their contents depend only on the source. All timestamps are SOURCE_DATE_EPOCH, which
+# `./dev package` sets to the time of the last commit.
 if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/packaging) # installed
     set(LUMARIND_PACKAGING ${CMAKE_CURRENT_LIST_DIR}/packaging CACHE INTERNAL "")
 else()
@@ -38,9 +38,9 @@ function(lumarind_package)
         set(version 0.1.0)
     endif()
     if(NOT arg_ID MATCHES "^[a-z][a-z0-9-]+$")
-        message(FATAL_ERROR "lumarind_package: an ID has small letters, digits and dashes: ${arg_ID}")
+        message(FATAL_ERROR "lumarind_package: an ID consists of lower-case letters, digits and dashes: ${arg_ID}")
     endif()
-    # Software centres require a domain in the identifier, and a homepage for an application.
+    # Software centres require an identifier that contains a domain, and for applications a homepage.
     string(REPLACE - _ undashed ${arg_ID})
     _lumarind_default(APP_ID invalid.${undashed}.${undashed})
     _lumarind_default(HOMEPAGE "${PROJECT_HOMEPAGE_URL}")
@@ -70,7 +70,7 @@ function(lumarind_package)
         set(files_folder "~/.local/share/${arg_ID}")
     else()
         if(NOT arg_ID STREQUAL program)
-            message(FATAL_ERROR "lumarind_package: the program is started by its file's name, give ${program} as ID")
+            message(FATAL_ERROR "lumarind_package: without OWN_FOLDER the ID must be the executable's name, ${program}")
         endif()
         install(TARGETS ${program} DESTINATION games ${of_program})
         set(files_folder "the folder that its log names first, below ~/.local/share")
@@ -140,7 +140,7 @@ function(lumarind_package)
     include(CPack)
 endfunction()
 
-# _lumarind_default(NAME value...): sets an argument that was not given to the first value that is not empty
+# _lumarind_default(NAME value...): sets a missing argument to the first value that is not empty
 macro(_lumarind_default name)
     foreach(value ${ARGN})
         if(NOT arg_${name})
@@ -149,7 +149,7 @@ macro(_lumarind_default name)
     endforeach()
 endmacro()
 
-# Reads the newest release of a changelog (keepachangelog.com); its version must be the project's.
+# Reads the newest release of a changelog (keepachangelog.com), which must be the project's version.
 macro(_lumarind_read_changes file)
     set(changes "  * Release ${version}.\n")
     string(TIMESTAMP release_date "%Y-%m-%d" UTC)
@@ -162,7 +162,7 @@ macro(_lumarind_read_changes file)
         string(REGEX REPLACE "\n(## |\\[).*" "" text "${CMAKE_MATCH_3}") # removes older releases and links
         string(REGEX REPLACE "### [^\n]*\n" "" text "${text}")
         string(REGEX REPLACE "\n  +" " " text "${text}") # joins the lines of an entry
-        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # which would split the list
+        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # semicolons would split the list
         string(REGEX MATCHALL "- [^\n]+" entries "${text}")
         set(changes "")
         foreach(entry IN LISTS entries)
