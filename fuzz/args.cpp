@@ -57,6 +57,6 @@ int fuzz_args(const uint8_t *data, size_t size) {
     if (result == ARGS_RUN && args_start_screen())
         fuzz_check(std::strlen(args_start_screen()) < size, "a string is not truncated");
     char *none[] = {argv[0], nullptr};
-    args_parse(1, none); // the parsed strings point into this run's words
+    args_parse(1, none); // drops pointers into this run's words
     return 0;
 }

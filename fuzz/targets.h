@@ -1,5 +1,5 @@
-// targets: the fuzz targets: functions that accept any bytes and abort with a message if the engine violates a rule.
-// Called by the fuzzer, and by the tests with the seeds.
+// targets: the fuzz targets. A target accepts any bytes and aborts with a message if the engine violates a rule. Called
+// by the fuzzer, and by the tests with the seeds.
 #pragma once
 
 #include <cstddef>
