@@ -1,4 +1,4 @@
-// The synthesiser: every build draws the same parameters from a seed and renders the same frames.
+// The synthesiser: every build generates the same parameters from a seed and renders the same frames.
 
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
@@ -20,7 +20,7 @@ struct Hash { // FNV-1a
     }
 };
 
-// Small seeds, as counted by a player, and others: with a small seed the first draw is always 0.
+// Alternates small seeds, as in the audio demo, and large ones: with a small seed the first random number is always 0.
 Uint64 seed_of(int i) { return static_cast<Uint64>(i) * (i % 2 ? 0x9e3779b97f4a7c15u : 1u); }
 
 void draw_any(SfxParams *params) { sfx_genRandomize(params, sfx_random(SFX_WAVE_COUNT)); }
@@ -32,7 +32,7 @@ void draw_and_mutate(SfxParams *params) {
 }
 
 // Hashes from a debug build. A difference means a changed sound, or a compiler that rounds differently. There are
-// enough seeds to cover both branches of every draw.
+// enough seeds to cover both branches of every random decision.
 TEST(AudioSfx, SeedGivesSameParametersInEveryBuild) {
     const struct {
         void (*draw)(SfxParams *params);
