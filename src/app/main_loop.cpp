@@ -62,7 +62,7 @@ static bool shared_fonts_setup() {
     return font_set_size(heading, game->heading_font_size);
 }
 
-// Starts recording or opens a replay if the environment asks for it.
+// Requests a recording or opens a replay if its environment variable is set.
 static bool _main_take_recording() {
     if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
     const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");
@@ -100,7 +100,7 @@ static void _main_fill_recording_start(GameState state, ReplayStart *start) {
     }
 }
 
-// Sets up a screen; a requested recording or an open replay starts before it.
+// Sets up a screen. Before that, starts a requested recording or an open replay.
 static bool _main_setup_screen(GameState state) {
     if (replay_is_wanted() && screen_for(state)) {
         ReplayStart start = {};
@@ -127,7 +127,7 @@ static bool _main_first_screen_setup(GameState start) {
 MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
     _engine_set_game(game);
     const bool has_folders = files_setup();
-    log_setup(); // before anything that can fail, so that it is logged
+    log_setup(); // first, so that every failure is logged
     if (!has_folders) {
         engine_error("[FILES] No folder for user files, error: %s", SDL_GetError());
         return MAIN_START_FAILED;

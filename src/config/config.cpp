@@ -275,8 +275,8 @@ static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *val
     return SDL_IOprintf(file, "%s%s%s\n", key, between, value) > 0;
 }
 
-// Writes a value that may not come from the file, replacing what the format cannot hold: line feeds become spaces,
-// whitespace before a ';' is dropped. Neither matters around a binding's name.
+// Writes a value that was set at run time, replacing what the format cannot represent: line feeds become spaces,
+// whitespace before a ';' is dropped. Bindings keep their meaning.
 static bool _cfg_write_line(SDL_IOStream *file, const char *key, const char *value) {
     char text[SDL_max(CFG_BINDINGS_SIZE, CFG_SETTING_SIZE)] = {};
     size_t length = 0;
@@ -345,8 +345,8 @@ static bool _cfg_write_file(SDL_IOStream *file) { // null: opening failed
     return SDL_CloseIO(file) && ok;
 }
 
-// Writes a temporary file and renames it, so that a crash or a full disk leaves the old settings intact. If the folder
-// takes no new file, or the file cannot be replaced (it is a mount point), it is written in place.
+// Writes a temporary file and renames it, so that a crash or a full disk leaves the old settings intact. If no file can
+// be created in the folder, or the file cannot be replaced (a mount point), it is written in place.
 static bool _cfg_replace_file() {
     std::error_code error;
     fs::path path = cfg_path().text;
