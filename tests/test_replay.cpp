@@ -1,4 +1,4 @@
-// Recordings: replays are bit-identical, invalid recordings are refused, truncated ones end without a crash.
+// Recordings: replays are bit-identical, invalid recordings are rejected, truncated ones end without a crash.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/transition.h"
@@ -97,7 +97,7 @@ const Row ROWS[] = {
     {"texture", 60, "texture-demo", "2s 5.5"},
     {"logical", 60, "logical-demo", "30 P 30 P 1s Escape 60"},
     {"tilemap", 60, "tilemap-demo", "30 P 30 P 4s"},
-    // the rows from here on are only replayed, from stored recordings
+    // --- from here on only as stored recordings ---
     {"tower", 60, "platformer-demo", keys_of(ROUTE_BY_THE_TOWER)},
     {"crypts", 60, "platformer-demo", keys_of(ROUTE_BY_THE_CRYPTS)},
     {"moves", 60, "platformer-demo", MOVES},
@@ -106,7 +106,7 @@ const Row ROWS[] = {
     {"chance", 60, "platformer-demo", keys_by_chance(3, 400)},
     {"wreck", 60, "physics-demo", "2s Space 9s +Right 2s -Right +A 2s -A drop:250,30 drop:255,30 1s drop:260,30 4s"},
 };
-constexpr int FRESH_ROWS = 8;
+constexpr int FRESH_ROWS = 8; // also recorded and replayed by each test run
 
 TEST_F(ReplayTest, EveryScreenReplaysWithEqualHashesAtAnySpeed) {
     for (int i = 0; i < FRESH_ROWS; i++) {
@@ -174,7 +174,7 @@ TEST_F(ReplayTest, RecordingStartedAtScreenChangeIncludesHeldInputAndFade) {
 struct EventField {
     Uint32 first, last; // event types
     size_t offset, size;
-    Uint32 most; // 0: any bytes, as of a float
+    Uint32 most; // 0: any bytes, as in a float
 };
 #define FIELD(first, last, member, most)                                                                               \
     EventField { SDL_EVENT_##first, SDL_EVENT_##last, offsetof(SDL_Event, member), sizeof(SDL_Event::member), most }
@@ -255,13 +255,13 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
             EXPECT_TRUE(!dropped || SDL_strcmp(back.drop.data, round % 2 ? "" : "a/b.png") == 0);
             codec_cleanup(&out);
         }
-        EXPECT_EQ(replay_event_is_kept(&event), fields > 0) << type << " is kept and has fields";
+        EXPECT_EQ(replay_event_is_kept(&event), fields > 0) << type << " is recorded and has fields";
     }
 }
 
 // --- invalid recordings ---
 
-TEST_F(ReplayTest, RefusesInvalidRecordingsWithReason) {
+TEST_F(ReplayTest, RejectsInvalidRecordingsWithReason) {
     const std::string whole = record("input-demo", "+D 3s");
     const auto changed = [&](size_t at, char byte) { return whole.substr(0, at) + byte + whole.substr(at + 1); };
     const std::pair<std::string, const char *> cases[] = {
@@ -278,7 +278,7 @@ TEST_F(ReplayTest, RefusesInvalidRecordingsWithReason) {
     }
     write_file("run.lmr", whole);
     config += "[simulation]\nfixed_step_hz = 50\n";
-    EXPECT_EQ(replay(), "[REPLAY] The recording has 60 fixed steps a second, the configuration 50");
+    EXPECT_EQ(replay(), "[REPLAY] The recording has 60 fixed steps per second, the configuration 50");
     fs::remove("run.lmr");
     EXPECT_TRUE(replay().starts_with("[REPLAY] run.lmr cannot be replayed: "));
     EXPECT_EQ(replay("fast"), "[REPLAY] LUMARIND_REPLAY_SPEED expects a number above 0 or max: fast");

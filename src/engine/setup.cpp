@@ -170,7 +170,7 @@ static bool _engine_take_recorded_settings() {
     if (!start) return true;
     if (start->step_hz != cfg_get_fixed_step_hz()) {
         return engine_error(
-            "[REPLAY] The recording has %d fixed steps a second, the configuration %d", start->step_hz,
+            "[REPLAY] The recording has %d fixed steps per second, the configuration %d", start->step_hz,
             cfg_get_fixed_step_hz());
     }
     for (int i = 0; i < SDL_min(start->binding_count, input_action_count()); i++) {

@@ -11,12 +11,12 @@
 
 #include <initializer_list>
 
-// File format: MAGIC, the version, then blocks, each preceded by its length and CRC-32. The first holds the start, the
-// others whole records. If the program is killed, the last block is missing or truncated.
+// File format: MAGIC, the version, then blocks, each preceded by its length and CRC-32. The first contains a
+// ReplayStart, the others complete records. If the program is killed, the last block is missing or truncated.
 static constexpr Uint8 MAGIC[] = {'L', 'M', 'R', 'P'};
 static constexpr size_t FILE_HEAD_SIZE = 6, BLOCK_HEAD_SIZE = 8; // bytes
 static constexpr size_t BLOCK_MAX = 1 << 20;
-static constexpr Uint64 BLOCK_NS = SDL_NS_PER_SECOND; // a block is written after this much play
+static constexpr Uint64 BLOCK_NS = SDL_NS_PER_SECOND; // recorded time per block
 static constexpr size_t FILE_MAX = size_t{256} << 20;
 
 enum ReplayMode { REPLAY_OFF, REPLAY_WANTED, REPLAY_RECORDING, REPLAY_OPENED, REPLAY_PLAYING };
@@ -48,7 +48,7 @@ struct ReplayState {
     Uint8 *bytes;         // owned: the whole file
     size_t size, next;    // file size; offset of the next block
     Codec reader;         // of the current block
-    ReplayDevices passed; // receives device records skipped while events are read
+    ReplayDevices passed; // scratch: device records read again along with the events
     double speed;         // 0: as fast as possible
     Uint64 begun_ns, played_ns;
     char text[REPLAY_EVENT_TEXT_SIZE]; // of the last event read
@@ -136,7 +136,7 @@ static Uint32 _read_u32(const Uint8 *from) {
     return from[0] | Uint32{from[1]} << 8 | Uint32{from[2]} << 16 | Uint32{from[3]} << 24;
 }
 
-// On a write error recording stops; blocks already written remain.
+// A write error ends the recording; blocks already written remain.
 static void _replay_write_block() {
     Codec *block = &g_replay->block;
     g_replay->block_ns = 0;
@@ -247,7 +247,7 @@ static bool _replay_refuse(const char *path, const char *why) {
     return engine_error("[REPLAY] %s cannot be replayed: %s", path, why);
 }
 
-// Opens the next block. Returns false if there is none; a complete block with a wrong length or checksum is *damaged.
+// Opens the next block. Returns false if there is none; sets *damaged if its length or checksum is invalid.
 static bool _replay_next_block(bool *damaged) {
     ReplayState *replay = g_replay;
     const size_t left = replay->size - replay->next;
@@ -395,7 +395,8 @@ static bool _replay_read_record(SDL_Event *event, ReplayDevices *devices, bool *
     return _replay_is_readable();
 }
 
-// Applies all device records of the frame before its events are handled, as SDL does.
+// Reads the frame twice: here its device records, because SDL updates device state before events are handled; its
+// events in replay_next_event.
 bool replay_next_frame(Uint64 *elapsed_ns) {
     const Uint8 kind = _replay_next_kind();
     if (kind == 0) return false;
@@ -454,7 +455,7 @@ void replay_stop() {
     if (replay_is_recording()) _replay_write_block();
     if (replay_is_recording()) SDL_Log("[REPLAY] Recorded: %s, %" SDL_PRIu64 " steps", g_replay->path, g_replay->steps);
     if (replay_is_playing() && !g_replay_failed) {
-        const char *result = g_replay->steps > 0 ? ", all hashes equal" : ""; // 0: the screen did not start, say
+        const char *result = g_replay->steps > 0 ? ", all hashes equal" : ""; // 0 if the screen's setup failed
         SDL_Log("[REPLAY] Replayed %" SDL_PRIu64 " steps%s", g_replay->steps, result);
     }
     _replay_free();
