@@ -38,7 +38,7 @@ static bool _settings_same(const InputBinding &a, const InputBinding &b) {
     return a.kind == b.kind && a.code == b.code && a.direction == b.direction;
 }
 
-// Writes a binding as configuration text. Returns false if there is none: keys without a name, and the comma.
+// Formats a binding as configuration text. Returns false if it has none: keys without a name, and the comma.
 static bool _settings_write(const InputBinding &binding, char *text, size_t size) {
     const char *name = nullptr, *sign = "", *prefix = "pad:";
     switch (binding.kind) {
@@ -71,7 +71,7 @@ static bool _settings_bind(int action, const InputBinding *bindings, int count) 
         char name[SETTINGS_TEXT_SIZE] = {};
         if (!_settings_write(bindings[i], name, sizeof name)) continue;
         used += static_cast<size_t>(SDL_snprintf(text + used, sizeof text - used, "%s%s", used ? ", " : "", name));
-        if (used >= BINDINGS_TEXT_SIZE) return engine_error("[SETTINGS] Too long to be kept: %s", text);
+        if (used >= BINDINGS_TEXT_SIZE) return engine_error("[SETTINGS] Bindings too long to store: %s", text);
     }
     return input_bind(action, text);
 }
@@ -212,7 +212,7 @@ static void _settings_caught(const InputBinding &binding) {
     const bool escape = binding.kind == INPUT_BINDING_KEY && binding.code == SDL_SCANCODE_ESCAPE;
     if (escape && !_settings_has_by_default(settings->action, binding)) {
         settings_capture_cancel();
-    } else if (_settings_write(binding, text, sizeof text)) { // otherwise keeps waiting
+    } else if (_settings_write(binding, text, sizeof text)) { // otherwise the capture continues
         settings->caught = binding;
         settings->capture = SETTINGS_CAPTURE_NONE;
         if (_settings_find(binding)) {
@@ -336,7 +336,7 @@ SettingsText settings_value_text(int value) {
     return text;
 }
 
-// Limits the scale so that the menu always fits the window: otherwise a player could not change it back.
+// The largest scale at which a menu fits the window: with a larger one a player could not change it back.
 static int _settings_largest_scale() {
     float width = 0, height = 0;
     engine_view_size(&width, &height);

@@ -10,7 +10,7 @@
 #include "settings/settings_internal.h"
 
 static constexpr int FIRST_ACTION = SETTINGS_VALUE_COUNT, LINES_MAX = FIRST_ACTION + GAME_MAX_ACTIONS + 2;
-static constexpr float WIDEST = 640, TALL = 400; // UI units; views higher than TALL show a heading
+static constexpr float WIDEST = 640, TALL = 400; // UI units; views taller than TALL show a heading
 static constexpr Uint8 SHADE = 150, SHADE_ASKING = 190;
 
 struct SettingsMenu {
@@ -23,7 +23,7 @@ static SettingsMenu settings_menu;
 
 void settings_menu_open() { settings_menu = {.list = {}, .answers = {}, .slot = 0, .deaf = true, .asking = false}; }
 
-// Formats the slots of an action, as "A   [Left]   Stick left"; if its line is selected, with its slot in brackets.
+// Formats the slots of an action as "A   [Left]   Stick left"; if its line is selected, the selected slot in brackets.
 static void _settings_menu_slots(int action, bool selected, char *out, size_t size) {
     size_t used = 0;
     out[0] = '\0';
@@ -71,24 +71,24 @@ static void _settings_menu_draw_waiting(float width, float height) {
     menu_darken(SHADE_ASKING);
     SDL_snprintf(text, sizeof text, "Press a key or a button for \"%s\"", label);
     engine_draw_text(font, text, width / 2, height / 2 - line, menu_look().bright, TEXT_CENTER);
-    SDL_snprintf(text, sizeof text, "All stays as it is in %d s", static_cast<int>(settings_capture_left() + 0.99));
+    SDL_snprintf(text, sizeof text, "Cancels in %d s", static_cast<int>(settings_capture_left() + 0.99));
     engine_draw_text(font, text, width / 2, height / 2, menu_look().dim, TEXT_CENTER);
 }
 
 static MenuAnswer _settings_menu_ask(float width, float height) {
-    static constexpr MenuLine LINES[] = {{"Swap the two"}, {"Leave it as it is"}};
+    static constexpr MenuLine LINES[] = {{"Swap the bindings"}, {"Cancel"}};
     SettingsText what = {};
     const int other = settings_capture_conflict(&what);
     const float line = menu_line_height();
     char text[3 * SETTINGS_TEXT_SIZE];
     menu_darken(SHADE_ASKING);
-    SDL_snprintf(text, sizeof text, "%s is bound to \"%s\" already", what.text, _settings_label(other));
+    SDL_snprintf(text, sizeof text, "%s is already bound to \"%s\"", what.text, _settings_label(other));
     engine_draw_text(
         engine_get_font_by_index(SHARED_FONT_UI), text, width / 2, height / 2 - 1.5f * line, menu_look().bright,
         TEXT_CENTER);
     const SDL_FRect area = {width / 2 - 130, height / 2, 260, 2 * line};
     const MenuAnswer answer = menu_tick(&settings_menu.answers, LINES, 2, area, settings_menu.asking);
-    settings_menu.asking = true; // listens from the next frame on
+    settings_menu.asking = true; // accepts input from the next frame on
     if (answer.taken >= 0 || answer.back) settings_capture_answer(answer.taken == 0);
     return answer;
 }
@@ -148,6 +148,6 @@ bool settings_menu_tick(MenuAnswer *heard) {
     if (capture == SETTINGS_CAPTURE_WAITING) _settings_menu_draw_waiting(width, height);
     if (capture == SETTINGS_CAPTURE_CONFLICT) answer = _settings_menu_ask(width, height);
     if (heard) *heard = answer;
-    if (left) cfg_save(); // on error, which it reports, the settings last for this run
+    if (left) cfg_save(); // reports errors; the settings then last until exit
     return !left;
 }

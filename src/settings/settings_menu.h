@@ -1,5 +1,5 @@
-// settings_menu: a ready settings menu, drawn over a game's own screen such as its title or pause menu: the values,
-// then one line of bindings per action. Needs menu_setup and settings_setup. Main thread only.
+// settings_menu: a complete settings menu, drawn over a game's screen, such as its title: the values, then one line of
+// bindings per action. Needs menu_setup and settings_setup. Main thread only.
 #pragma once
 
 #include "lumarind/settings/menu.h"
