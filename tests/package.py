@@ -51,7 +51,7 @@ def files_in(folder: Path) -> list[str]:
 
 
 def play(program: Path) -> None:
-    """The game has its own names and actions, and stores its files in the user's folder."""
+    """Runs the game, which must have its own names and actions and store its files in the user's folder."""
     fresh(DATA)
     fresh(EMPTY).mkdir()
     usage = run(program, "--help", cwd=EMPTY)
@@ -72,7 +72,7 @@ def play(program: Path) -> None:
 
 
 def play_example() -> None:
-    """The example game is built as one outside this checkout would be, and each of its screens comes up."""
+    """Builds the example game as a separate project and runs each of its screens."""
     folder = build(SOURCE / "examples/cinder-keep", "cinder-keep", f"-DCMAKE_PREFIX_PATH={PREFIX}",
                    f"-DCMAKE_CXX_FLAGS={WARNINGS}")
     for screen in ["title", "level-1", "level-2", "credits"]:
@@ -81,7 +81,7 @@ def play_example() -> None:
 
 
 def check_nothing_leaked(folder: Path) -> None:
-    """A game's build contains none of the engine's programs, links, tests, install rules, flags and folders."""
+    """A game's build must not contain any of the engine's programs, links, tests, install rules, flags and folders."""
     targets = run("ninja", "-t", "targets", "all", cwd=folder)
     check(not re.search("LumarindEngine|lumarind_(tests|soak|gallery|program|box2d)", targets), targets)
     compiled = re.search(r"(?m)^.* -c \S+/(main|own-screen)\.cpp$", run("ninja", "-t", "commands", cwd=folder))[0]
@@ -91,10 +91,10 @@ def check_nothing_leaked(folder: Path) -> None:
         "engine", "config", "core", "input"]), compiled)
     links = [path.name for path in folder.rglob("*") if path.is_symlink()]
     check(set(links) <= {"assets"} and len(links) <= 1, f"links in {folder}: {links}")
-    check("Total Tests: 0" in run("ctest", "-N", cwd=folder), "it has tests")
+    check("Total Tests: 0" in run("ctest", "-N", cwd=folder), "the game's build has tests")
     run("cmake", "--install", folder, "--prefix", fresh(WORK / "nothing"))
     others = [name for name in files_in(WORK / "nothing") if not re.search("star.catcher", name)]
-    check(not others, f"it installs {others}")
+    check(not others, f"the game's build installs {others}")
 
 
 def install() -> None:
@@ -103,11 +103,11 @@ def install() -> None:
     run("cmake", "--install", WORK / "library", "--prefix", fresh(WORK / "installed"))
     fresh(PREFIX)
     (WORK / "installed").rename(PREFIX)
-    check(os.listdir(PREFIX / "include") == ["lumarind"], "games would see anything beside the folder lumarind")
+    check(os.listdir(PREFIX / "include") == ["lumarind"], "the include folder contains more than lumarind")
     inside = [name for name in files_in(PREFIX) if re.search(r"_(internal|record)\.h$|engine/(frame|setup)\.h", name)]
-    check(not inside, f"not for games: {inside}")
+    check(not inside, f"internal headers are installed: {inside}")
     for name in files_in(PREFIX):
-        check(str(SOURCE).encode() not in (PREFIX / name).read_bytes() or name.endswith(".a"), f"{name} names a folder")
+        check(str(SOURCE).encode() not in (PREFIX / name).read_bytes() or name.endswith(".a"), f"{name} contains the source path")
 
 
 def check_objects() -> None:
@@ -138,7 +138,7 @@ def write_own_screen(main: str) -> Path:
     main = main.replace(table, f"{screen}\n{table}")
     for edit in edits:
         known = edit.splitlines()[0] + "\n"
-        check(main.count(known) == 1, f"the page's line is not exactly once in main.cpp: {known}")
+        check(main.count(known) == 1, f"main.cpp does not contain this line exactly once: {known}")
         main = main.replace(known, edit)
     path = WORK / "own-screen.cpp"
     if not path.exists() or path.read_text() != main:

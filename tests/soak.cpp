@@ -1,9 +1,9 @@
-// Soak test: the whole program for a long time under random input from a printed seed, with the sanitizers. Checks that
-// every log line is known and that memory does not grow between comparable moments: the first half of the frames is
-// many short runs, measured between runs, the second half one long run, measured in its menu.
+// Soak test: runs the whole program for a long time with random input from a printed seed and the sanitizers. Checks
+// that every log line is known and that memory in use does not grow: the first half of the frames is many short runs,
+// with memory measured between runs, the second half one long run, with memory measured in its menu.
 //   LUMARIND_SOAK_FRAMES  number of frames (default 20000)
 //   LUMARIND_SOAK_SEED    seed (default 1)
-// The run is recorded beside the program, in soak.lmr, also up to a crash.
+// Each run is recorded in soak.lmr beside the executable, also up to a crash.
 
 #include "app/screen_registry.h"
 #include "lumarind/engine/engine.h"
@@ -54,14 +54,14 @@ size_t memory_in_use() {
 #endif
 }
 
-// Compares the minimum of the first quarter of the samples with that of the last: sounds that are fading out during a
-// sample add to it.
+// Compares the minimum of the first quarter of the samples with that of the last: sounds that fade out during a sample
+// increase it.
 void expect_no_growth(const char *what, const std::vector<size_t> &samples, size_t allowed) {
     const auto quarter = static_cast<std::ptrdiff_t>(samples.size() / 4);
     ASSERT_GE(quarter, 1) << what << ": too few samples";
     const size_t before = *std::min_element(samples.begin(), samples.begin() + quarter);
     const size_t after = *std::min_element(samples.end() - quarter, samples.end());
-    std::printf("soak: %s: %zu samples, at first %zu bytes, at last %zu\n", what, samples.size(), before, after);
+    std::printf("soak: %s: %zu samples, first %zu bytes, last %zu\n", what, samples.size(), before, after);
     EXPECT_LE(after, before + allowed) << what << ": memory grew";
 }
 
@@ -112,7 +112,7 @@ protected:
         hold({});
     }
     void press_function_key() { play(any_of({"F3", "F3", "F3", "F4", "F4", "F5", "F12"})); }
-    void press_escape() { // in the menu it quits: rarely, or runs would be too short
+    void press_escape() { // rarely in the menu, where it quits: otherwise runs would be too short
         if (!in_menu() || (!lasting && one_in(20))) play("Escape");
     }
     void use_mouse() {
@@ -249,7 +249,7 @@ protected:
         return frame() && frame();
     }
 
-    // Shows the menu at a fixed window size, without controllers and panel.
+    // Measures memory in the menu, at a fixed window size, without controllers and panel.
     bool sample_in_menu() {
         gamepads.clear();
         hold({});
@@ -295,7 +295,7 @@ TEST_F(Soak, SurvivesRandomInput) {
 
     ASSERT_TRUE(begin());
     for (GameState state = GAME_STATE_MAIN_MENU; state <= GAME_STATE_PHYSICS_DEMO; state++) {
-        ASSERT_TRUE(visit(state)); // allocates everything that is cached for good
+        ASSERT_TRUE(visit(state)); // fills caches that are never freed
     }
     lasting = true;
     plugged = 0;

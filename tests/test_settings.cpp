@@ -1,4 +1,4 @@
-// Player settings: key rebinding, values, menus and the settings menu.
+// Player settings: key rebinding, values, list menus and the settings menu.
 
 #include "lumarind/audio/audio.h"
 #include "lumarind/config/config.h"
@@ -167,7 +167,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
     EXPECT_NE(sdl_calls.find("fullscreen 1"), sdl_calls.npos) << sdl_calls;
     EXPECT_TRUE(cfg_get_window_props().fullscreen && cfg_get_vsync_enabled());
     EXPECT_STREQ(settings_value_text(SETTINGS_FULLSCREEN).text, "on");
-    stop(); // keeps the geometry from before full screen
+    stop(); // saves the geometry from before full screen
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("fullscreen = true"), std::string::npos);
     config = "";
     ASSERT_TRUE(start());

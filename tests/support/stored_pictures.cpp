@@ -24,7 +24,7 @@ static bool _is_between(const Picture &picture, int x, int y) {
     return lighter && darker;
 }
 
-// Marks differing pixels in a dimmed copy of the stored picture, and returns their number.
+// Marks differing pixels in red on a dimmed copy of the stored picture, and returns their number.
 static int _mark_differences(const Picture &shown, const Picture &stored, const Picture &marked) {
     int count = 0;
     for (int y = 0; y < stored->h; y++) {
@@ -47,11 +47,11 @@ testing::AssertionResult matches_stored(const Picture &picture, const std::strin
     const auto failed = [&](const std::string &why) {
         SDL_CreateDirectory(PICTURES_WRITTEN);
         IMG_SavePNG(shown.get(), (written + ".png").c_str());
-        return testing::AssertionFailure() << name << ".png " << why << "; what was drawn: " << written << ".png";
+        return testing::AssertionFailure() << name << ".png " << why << "; actual picture: " << written << ".png";
     };
     if (!loaded) return failed("is not stored");
     const Picture stored = as_rgb(loaded);
-    if (shown->w != stored->w || shown->h != stored->h) return failed("has another size");
+    if (shown->w != stored->w || shown->h != stored->h) return failed("has a different size");
     const Picture marked(SDL_CreateSurface(stored->w, stored->h, SDL_PIXELFORMAT_RGB24));
     const int count = _mark_differences(shown, stored, marked);
     if (count == 0) return testing::AssertionSuccess();
