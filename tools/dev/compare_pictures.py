@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Compares pictures with the stored ones of the same names: compare_pictures.py STORED SHOWN SHARE [NAME=SHARE ...]
 
-As in the tests, differences of up to 48 of 255 per channel are tolerated, because font rasterisers differ; SHARE
-thousandths of the pixels may differ by more, with another share for the named pictures."""
+As in the tests, differences of up to 48 of 255 per channel are tolerated, because font rasterisers differ. SHARE
+thousandths of the pixels may differ by more; NAME=SHARE sets the limit of one picture."""
 
 import sys
 from pathlib import Path
@@ -24,7 +24,7 @@ def main() -> None:
     for path in pictures:
         is_, should = pixels(path), pixels(stored / path.name)
         if is_.shape != should.shape:
-            print(f"{path.name}: {is_.shape} in place of {should.shape}")
+            print(f"{path.name}: size {is_.shape}, expected {should.shape}")
             bad += 1
             continue
         off = np.abs(is_ - should).max(axis=2)
