@@ -58,7 +58,7 @@ static void frame_recorded(benchmark::State &state) {
         event.type = SDL_EVENT_MOUSE_MOTION;
         event.motion.x = x++;
         SDL_PushEvent(&event);
-        engine->given_frame_ns = SDL_NS_PER_SECOND / 60;
+        engine->next_frame_ns = SDL_NS_PER_SECOND / 60;
         engine_frame_start();
         engine_event_poll();
         while (engine_fixed_step_consume()) {

@@ -97,7 +97,7 @@ TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     font_cleanup(larger);
     write_file("own.ttf", "another file");
     EXPECT_EQ(font_open("own.ttf", 20), nullptr);
-    for (int i = 0; i < 3 * KEPT_FONTS; i++) font_cleanup(font_open(PIXEL_FONT, static_cast<float>(8 + i)));
+    for (int i = 0; i < 3 * FONT_CACHE_SIZE; i++) font_cleanup(font_open(PIXEL_FONT, static_cast<float>(8 + i)));
 }
 
 // --- texts ---

@@ -118,7 +118,7 @@ static bool _main_first_screen_setup(GameState start) {
         return false;
     }
     if (const ReplayStart *recorded = replay_start()) {
-        if (recorded->fade_seconds > 0) _transition_uncover(recorded->fade_seconds);
+        if (recorded->fade_seconds > 0) _transition_start_fade_in(recorded->fade_seconds);
         _input_set_axes_past(recorded->axes_past);
     }
     return true;
