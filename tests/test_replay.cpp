@@ -238,7 +238,7 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
             }
             if (typed) event.text.text = "Zoë";
             if (dropped) event.drop.data = round % 2 ? nullptr : "a/b.png";
-            if (!replay_event_is_kept(&event)) break;
+            if (!replay_event_is_recorded(&event)) break;
             Codec out = {};
             char text[REPLAY_EVENT_TEXT_SIZE] = "";
             replay_event_code(&out, &event, text);
@@ -255,7 +255,7 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
             EXPECT_TRUE(!dropped || SDL_strcmp(back.drop.data, round % 2 ? "" : "a/b.png") == 0);
             codec_cleanup(&out);
         }
-        EXPECT_EQ(replay_event_is_kept(&event), fields > 0) << type << " is recorded and has fields";
+        EXPECT_EQ(replay_event_is_recorded(&event), fields > 0) << type << " is recorded and has fields";
     }
 }
 

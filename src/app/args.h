@@ -27,6 +27,6 @@ int args_quit_at();
 int args_ui_scale();
 
 // Overrides the options with a recording's values; the configuration is not saved. The string is borrowed.
-void args_take_recorded(const char *screen, int window_width, int window_height, int ui_scale);
+void args_apply_recorded(const char *screen, int window_width, int window_height, int ui_scale);
 
 bool args_window_size(int *width, int *height); // false, writing nothing, if not given; outputs may be null

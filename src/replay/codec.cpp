@@ -41,7 +41,7 @@ void codec_bytes(Codec *codec, void *bytes, size_t size) {
     }
 }
 
-void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // LEB128: 7 bits per byte, lowest first
+void codec_unsigned(Codec *codec, Uint64 *value, Uint64 max) { // LEB128: 7 bits per byte, lowest first
     constexpr Uint8 MORE = 0x80;
     if (!codec->reading) {
         Uint64 rest = *value;
@@ -59,7 +59,7 @@ void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // LEB128: 7 bit
         if (shift > 63 || (shift == 63 && byte > 1)) codec->bad = true;
         if (!codec->bad) *value |= static_cast<Uint64>(byte & 0x7F) << shift;
     }
-    if (*value > most) codec->bad = true;
+    if (*value > max) codec->bad = true;
     if (codec->bad) *value = 0;
 }
 

@@ -19,8 +19,8 @@ void codec_reset(Codec *codec); // when writing: discards all bytes
 void codec_cleanup(Codec *codec);
 
 void codec_bytes(Codec *codec, void *bytes, size_t size);
-void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most = ~Uint64{0}); // values above `most` set `bad`
-void codec_float(Codec *codec, float *value);                               // compact for whole numbers
+void codec_unsigned(Codec *codec, Uint64 *value, Uint64 max = ~Uint64{0}); // values above `max` set `bad`
+void codec_float(Codec *codec, float *value);                              // compact for whole numbers
 void codec_double(Codec *codec, double *value);
 void codec_text(Codec *codec, char *text, size_t size); // truncated to size - 1 bytes
 

@@ -41,7 +41,7 @@ struct ReplayDevices {
 };
 
 // --- recording ---
-bool replay_is_wanted();                                // recording starts with the next screen
+bool replay_is_requested();                             // recording starts with the next screen
 void replay_begin(const ReplayStart *start);            // before that screen's setup; seeds SDL's random numbers
 void replay_record_frame(Uint64 elapsed_ns);            // at the frame's start
 void replay_record_event(const SDL_Event *event);       // as delivered to the game
