@@ -38,9 +38,9 @@ struct MenuAnswer {
     bool moved = false, back = false, clear = false;
 };
 
-// Draws the menu and handles input. `area` is in drawing units; a longer list scrolls. If `listens` is false, input is
-// ignored.
-MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool listens = true);
+// Draws the menu and handles input. `area` is in drawing units; a longer list scrolls. If `accepts_input` is false,
+// input is ignored.
+MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool accepts_input = true);
 float menu_line_height();
 void menu_darken(Uint8 alpha); // darkens the whole view, behind a menu
 MenuLook menu_look();          // as given to menu_setup

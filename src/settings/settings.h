@@ -43,9 +43,9 @@ enum SettingsCapture {
 bool settings_capture_begin(int action, int slot); // false: invalid action or slot. Empty slots are filled in order
 void settings_capture_advance(double seconds);     // once per frame
 SettingsCapture settings_capture();
-double settings_capture_left();                    // s until the timeout; 0 unless waiting
-int settings_capture_action();                     // -1 without a capture
-int settings_capture_conflict(SettingsText *what); // the other action, or -1; `what` (its binding) may be null
+double settings_capture_left();                       // s until the timeout; 0 unless waiting
+int settings_capture_action();                        // -1 without a capture
+int settings_capture_conflict(SettingsText *binding); // the other action, or -1; `binding` (output) may be null
 // Resolves a conflict. With `swap` the other action gets the slot's old binding, or none if the slot was empty;
 // otherwise nothing changes.
 void settings_capture_answer(bool swap);

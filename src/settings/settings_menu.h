@@ -6,5 +6,5 @@
 
 void settings_menu_open();
 // Draws the menu and handles input; call once per frame. Returns false when the player leaves the menu; the
-// configuration has then been saved. `heard` receives what the player did, for sounds; may be null.
-bool settings_menu_tick(MenuAnswer *heard = nullptr);
+// configuration has then been saved. `result` receives the input, for sounds; may be null.
+bool settings_menu_tick(MenuAnswer *result = nullptr);
