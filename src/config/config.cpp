@@ -353,14 +353,14 @@ static bool _cfg_replace_file() {
     if (!_cfg_resolve_links(&path)) return false;
     const fs::file_status old = fs::status(path, error);
     if (!_cfg_may_write(path, old.type())) return false;
-    fs::path beside = path;
-    beside += ".new";
-    SDL_IOStream *file = _cfg_open(beside);
+    fs::path temporary = path;
+    temporary += ".new";
+    SDL_IOStream *file = _cfg_open(temporary);
     const bool written = _cfg_write_file(file);
-    if (written && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
-    if (written && SDL_RenamePath(beside.string().c_str(), path.string().c_str())) return true;
+    if (written && fs::exists(old)) fs::permissions(temporary, old.permissions(), error);
+    if (written && SDL_RenamePath(temporary.string().c_str(), path.string().c_str())) return true;
     // Removed first: on a full disk its space is needed. It may be left over from an earlier run.
-    if (fs::is_regular_file(beside, error)) fs::remove(beside, error);
+    if (fs::is_regular_file(temporary, error)) fs::remove(temporary, error);
     return (written || !file) && _cfg_write_file(_cfg_open(path));
 }
 

@@ -21,13 +21,13 @@ inline RevoluteJointDef default_revolute_joint_def() {
 }
 
 inline b2JointId create_revolute_joint(b2WorldId world, const RevoluteJointDef *def) {
-    b2RevoluteJointDef wanted = b2DefaultRevoluteJointDef();
-    wanted.bodyIdA = def->base.bodyIdA;
-    wanted.bodyIdB = def->base.bodyIdB;
-    wanted.localAnchorA = def->base.localFrameA.p;
-    wanted.localAnchorB = def->base.localFrameB.p;
-    wanted.collideConnected = def->base.collideConnected;
-    return b2CreateRevoluteJoint(world, &wanted);
+    b2RevoluteJointDef native = b2DefaultRevoluteJointDef();
+    native.bodyIdA = def->base.bodyIdA;
+    native.bodyIdB = def->base.bodyIdB;
+    native.localAnchorA = def->base.localFrameA.p;
+    native.localAnchorB = def->base.localFrameB.p;
+    native.collideConnected = def->base.collideConnected;
+    return b2CreateRevoluteJoint(world, &native);
 }
 
 } // namespace box2d_version32
