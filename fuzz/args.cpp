@@ -33,7 +33,7 @@ static int last_value(const std::vector<std::string> &words, const char *option)
     return static_cast<int>(value);
 }
 
-static void check_taken(const std::vector<std::string> &words) {
+static void check_values(const std::vector<std::string> &words) {
     fuzz_check(args_capture_at() == last_value(words, "--capture-at"), "--capture-at has the last value given");
     fuzz_check(
         args_capture_every() == last_value(words, "--capture-every"), "--capture-every has the last value given");
@@ -53,7 +53,7 @@ int fuzz_args(const uint8_t *data, size_t size) {
     for (std::string &word : words) argv.push_back(word.data());
     const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
     fuzz_check((result == ARGS_FAILED) == (fuzz_logged_errors() > 0), "a rejected command line is reported");
-    if (result == ARGS_RUN) check_taken(words);
+    if (result == ARGS_RUN) check_values(words);
     if (result == ARGS_RUN && args_start_screen())
         fuzz_check(std::strlen(args_start_screen()) < size, "a string is not truncated");
     char *none[] = {argv[0], nullptr};

@@ -90,7 +90,7 @@ static void check_action(int action) {
 }
 
 // Bindings changed at run time must survive saving and loading.
-static void check_next_start() {
+static void check_round_trip() {
     std::vector<InputBinding> before[INPUT_ACTION_COUNT];
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) before[action] = parse(input_bindings_text(action));
     fuzz_check(cfg_save() && cfg_load(), "the configuration is saved and loaded");
@@ -111,7 +111,7 @@ int fuzz_bindings(const uint8_t *data, size_t size) {
     fuzz_check(input_setup(), "input setup succeeds with any binding texts");
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) check_action(action);
     input_bind(INPUT_ACTION_JUMP, lines.back().c_str()); // may be longer than can be stored
-    check_next_start();
+    check_round_trip();
     input_cleanup();
     cfg_cleanup();
     return 0;

@@ -4,5 +4,5 @@
 #include <cstdint>
 #include <vector>
 
-void fuzz_mend_png(std::vector<uint8_t> *file); // the CRC of each chunk
-void fuzz_mend_ogg(std::vector<uint8_t> *file); // the CRC of each page
+void fuzz_fix_png_checksums(std::vector<uint8_t> *file); // the CRC of each chunk
+void fuzz_fix_ogg_checksums(std::vector<uint8_t> *file); // the CRC of each page

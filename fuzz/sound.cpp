@@ -44,7 +44,7 @@ int fuzz_sound(const uint8_t *data, size_t size) {
     static constexpr uint8_t TAG[] = {'I', 'D', '3', 4, 0, 0, 0, 0, 0, 0};
     fuzz_start_engine();
     std::vector<uint8_t> file(data, data + size);
-    fuzz_mend_ogg(&file);
+    fuzz_fix_ogg_checksums(&file);
     for (const bool tagged : {false, true}) {
         if (tagged) file.insert(file.begin(), std::begin(TAG), std::end(TAG));
         const char *path = fuzz_memory_file(file.data(), file.size());

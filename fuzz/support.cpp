@@ -20,7 +20,7 @@
 #include <unistd.h>
 
 struct GameFile {
-    const char *ending;  // of the path
+    const char *suffix;  // of the path
     const uint8_t *data; // borrowed for one run
     size_t size;
 };
@@ -55,7 +55,7 @@ int fuzz_logged_errors() { return world.errors; }
 
 static GameFile game_file_of(const char *path) {
     for (int i = 1; i < world.game_file_count; i++) {
-        if (std::string_view(path).ends_with(world.game_files[i].ending)) return world.game_files[i];
+        if (std::string_view(path).ends_with(world.game_files[i].suffix)) return world.game_files[i];
     }
     return world.game_files[0];
 }
@@ -89,9 +89,9 @@ void fuzz_set_game_file(const uint8_t *data, size_t size) {
     world.game_file_count = 1;
 }
 
-void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size) {
+void fuzz_set_game_file_by_suffix(const char *suffix, const uint8_t *data, size_t size) {
     fuzz_check(world.game_file_count < static_cast<int>(std::size(world.game_files)), "there is room for another file");
-    world.game_files[world.game_file_count++] = {ending, data, size};
+    world.game_files[world.game_file_count++] = {suffix, data, size};
 }
 
 const char *fuzz_memory_file(const uint8_t *data, size_t size) {

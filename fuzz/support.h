@@ -14,8 +14,8 @@ void fuzz_stop();
 
 // --- the input as a file ---
 void fuzz_set_game_file(const uint8_t *data, size_t size); // content of every path in the title storage
-// Content of paths that end in `ending`, until the next fuzz_set_game_file.
-void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size);
+// Content of paths that end with `suffix`, until the next fuzz_set_game_file.
+void fuzz_set_game_file_by_suffix(const char *suffix, const uint8_t *data, size_t size);
 const char *fuzz_memory_file(const uint8_t *data, size_t size); // returns the path; each call replaces the file
 
 // Saves an image of 4 × 2 tiles of 8 pixels with all alpha classes, unless the file exists.

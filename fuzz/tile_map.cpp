@@ -13,13 +13,13 @@
 static constexpr std::string_view NEXT_FILE = "<!--next-->";
 
 static void set_files(std::string_view input) {
-    const char *endings[] = {".tmx", ".tsx", ".tx"};
-    for (const char *ending : endings) {
+    const char *suffixes[] = {".tmx", ".tsx", ".tx"};
+    for (const char *suffix : suffixes) {
         const size_t end = input.find(NEXT_FILE);
         const std::string_view file = input.substr(0, end);
         const auto *data = reinterpret_cast<const uint8_t *>(file.data());
-        if (ending == endings[0]) fuzz_set_game_file(data, file.size());
-        fuzz_set_game_file_ending(ending, data, file.size());
+        if (suffix == suffixes[0]) fuzz_set_game_file(data, file.size());
+        fuzz_set_game_file_by_suffix(suffix, data, file.size());
         input = end == input.npos ? std::string_view() : input.substr(end + NEXT_FILE.size());
     }
 }
