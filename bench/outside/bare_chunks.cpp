@@ -44,8 +44,8 @@ static void draw_chunks(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoi
         const SDL_FRect dst = {
             left + static_cast<float>(i % grid->cols) * size, top + static_cast<float>(i / grid->cols) * size, size,
             size};
-        const bool seen = dst.x < WIDTH && dst.y < HEIGHT && dst.x + size > 0 && dst.y + size > 0;
-        if (seen) SDL_RenderTexture(renderer, grid->chunks[i], nullptr, &dst);
+        const bool visible = dst.x < WIDTH && dst.y < HEIGHT && dst.x + size > 0 && dst.y + size > 0;
+        if (visible) SDL_RenderTexture(renderer, grid->chunks[i], nullptr, &dst);
     }
 }
 

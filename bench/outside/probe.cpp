@@ -64,7 +64,7 @@ extern "C" void SDL_DelayPrecise(Uint64 ns) {
     if (wait_count < ROWS_MAX) waits[wait_count++] = {begin, end, used};
 }
 
-[[gnu::destructor]] static void write_down() {
+[[gnu::destructor]] static void write_records() {
     const char *path = std::getenv("LUMARIND_PROBE");
     std::FILE *file = path ? std::fopen(path, "w") : nullptr;
     if (!file) return;

@@ -36,8 +36,8 @@ static long peak_kib() {
 }
 
 // A triangle wave between 0 and `end`.
-static float swing(float way, float end) {
-    const float at = SDL_fmodf(way, 2 * end);
+static float triangle_wave(float distance, float end) {
+    const float at = SDL_fmodf(distance, 2 * end);
     return at < end ? at : 2 * end - at;
 }
 
@@ -45,7 +45,8 @@ static bool draw_frame(SDL_Renderer *renderer, TileWorld *world, int frame) {
     const float w = WIDTH / SCALE, h = HEIGHT / SCALE, step = static_cast<float>(frame);
     const float slack_x = static_cast<float>(world->cols * world->tile_w) - w;
     const float slack_y = static_cast<float>(world->rows * world->tile_h) - h;
-    const TileWorldView view = {{swing(step * SPEED_X, slack_x), swing(step * SPEED_Y, slack_y), w, h}, SCALE};
+    const TileWorldView view = {
+        {triangle_wave(step * SPEED_X, slack_x), triangle_wave(step * SPEED_Y, slack_y), w, h}, SCALE};
     const SDL_Rect corner = {0, 0, 1, 1};
     tile_world_advance(world, 1 / 60.0);
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
