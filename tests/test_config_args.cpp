@@ -16,10 +16,10 @@ protected:
     ~ArgsTest() override { parse({}); }
 
     ArgsResult parse(std::vector<std::string> words) {
-        kept = std::move(words);
-        kept.insert(kept.begin(), "LumarindEngine");
+        argv_strings = std::move(words);
+        argv_strings.insert(argv_strings.begin(), "LumarindEngine");
         std::vector<char *> argv;
-        for (std::string &word : kept) argv.push_back(word.data());
+        for (std::string &word : argv_strings) argv.push_back(word.data());
         ::testing::internal::CaptureStdout();
         const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
         output = ::testing::internal::GetCapturedStdout();
@@ -28,7 +28,7 @@ protected:
 
     LogCapture log;
     std::string output;
-    std::vector<std::string> kept; // args borrows the strings
+    std::vector<std::string> argv_strings; // args borrows the strings
 };
 
 TEST_F(ArgsTest, ParsesEveryOptionAndLastOccurrenceWins) {

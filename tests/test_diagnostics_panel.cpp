@@ -139,13 +139,13 @@ TEST_F(PanelTest, ScenesMatchStoredPictures) {
 TEST_F(PanelTest, TooSmallViewIsLoggedOncePerEpisode) {
     ASSERT_TRUE(start_view(199, 600));
     const struct {
-        int width, height, told;
+        int width, height, times_logged;
     } views[] = {{199, 600, 1}, {199, 600, 1}, {200, 207, 1}, {200, 208, 1}, {640, 207, 2}};
     for (const auto &view : views) {
         resize(view.width, view.height);
         const Picture drawn = draw();
         EXPECT_EQ(count_pixels(drawn, {90, 60, 30, 255}) == drawn->w * drawn->h, view.height != 208);
-        EXPECT_EQ(log.count("too small for the panel, which needs at least 200x208."), view.told);
+        EXPECT_EQ(log.count("too small for the panel, which needs at least 200x208."), view.times_logged);
     }
     EXPECT_EQ(log.count("[PROFILER] Window is 199x600, too small"), 1);
 }

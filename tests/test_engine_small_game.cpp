@@ -30,7 +30,7 @@ protected:
     void SetUp() override {
         set_environment("XDG_DATA_HOME", (directory.path / "user").c_str());
         EngineTest::SetUp();
-        played = &small_game;
+        tested_game = &small_game;
         config.clear();
         small_calls.clear();
         small_takes_escape = small_setup_fails = false;

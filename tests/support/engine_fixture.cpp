@@ -70,7 +70,7 @@ bool EngineTest::start(const std::vector<std::string> &arguments) {
     words.insert(words.begin(), "LumarindEngine");
     std::vector<char *> argv;
     for (std::string &word : words) argv.push_back(word.data());
-    running_ = main_loop_start(played, static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
+    running_ = main_loop_start(tested_game, static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
     return running_;
 }
 

@@ -28,7 +28,7 @@ protected:
     // Configuration, changed by tests before start(). Without vsync frames do not wait.
     std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
 
-    const Game *played = &demo_game; // the game run by start()
+    const Game *tested_game = &demo_game; // the game run by start()
 
     void SetUp() override;
     void TearDown() override; // stops the program if it runs
