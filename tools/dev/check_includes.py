@@ -78,7 +78,7 @@ def check_include(file: str, included: str) -> str | None:
     return None
 
 
-def find_ring(graph: dict[str, list[str]]) -> list[str] | None:
+def find_cycle(graph: dict[str, list[str]]) -> list[str] | None:
     """Returns a cycle of headers as a path, or None."""
     done: set[str] = set()
 
@@ -88,14 +88,14 @@ def find_ring(graph: dict[str, list[str]]) -> list[str] | None:
         if name in done:
             return None
         for included in graph.get(name, []):
-            if ring := visit(included, [*path, name]):
-                return ring
+            if cycle := visit(included, [*path, name]):
+                return cycle
         done.add(name)
         return None
 
     for name in graph:
-        if ring := visit(name, []):
-            return ring
+        if cycle := visit(name, []):
+            return cycle
     return None
 
 
@@ -114,8 +114,8 @@ def main() -> int:
         for name in included:
             if problem := check_include(file, name):
                 problems.append(f"{path.relative_to(SRC.parent)}: {problem}")
-    if ring := find_ring(headers):
-        problems.append("headers form a cycle: " + " -> ".join(ring))
+    if cycle := find_cycle(headers):
+        problems.append("headers form a cycle: " + " -> ".join(cycle))
     print("\n".join(problems) or f"{len(headers)} headers in {len(LAYERS)} layers, all includes allowed")
     return 1 if problems else 0
 
