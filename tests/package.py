@@ -36,7 +36,7 @@ def build(source: Path, name: str, *options: str, kind: str = "Debug") -> Path:
     """Configures and builds a project in WORK/name, without warnings."""
     folder = WORK / name
     output = run("cmake", "-S", source, "-B", folder, "-G", "Ninja", "--no-warn-unused-cli", "-U", "LUMARIND_*",
-               f"-DCMAKE_BUILD_TYPE={kind}", *options) # resets cached options to their defaults
+                 f"-DCMAKE_BUILD_TYPE={kind}", *options) # resets cached options to their defaults
     check("CMake Warning" not in output, output)
     run("cmake", "--build", folder)
     return folder
