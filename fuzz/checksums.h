@@ -1,4 +1,4 @@
-// checksums: fixes the checksums of mutated images and sounds, so that fuzzing reaches the code behind them.
+// checksums: fixes the checksums of mutated images and sounds, so that the decoders do not reject them early.
 #pragma once
 
 #include <cstdint>

@@ -61,7 +61,7 @@ int fuzz_collision_csv(const uint8_t *data, size_t size) {
     fuzz_check(loaded || fuzz_logged_errors() > 0, "a file that does not load is reported");
     fuzz_check(loaded || count_all(s) == 0, "a file that does not load leaves the sets empty");
     const auto lines = std::count(data, data + size, '\n') + 1;
-    fuzz_check(count_all(s) <= lines, "a line gives at most one shape");
+    fuzz_check(count_all(s) <= lines, "a line defines at most one shape");
     fuzz_check(all_in_reach(s.rects) && all_in_reach(s.tris), "every coordinate is within the limit");
     fuzz_check(all_in_reach(s.circles) && all_in_reach(s.points), "every coordinate is within the limit");
     for (const SDL_FPoint p : {SDL_FPoint{0, 0}, {48, 48}, {-300, 1e6f}}) check_hit_tests(s, p);

@@ -1,4 +1,4 @@
-"""Runs all benchmarks and measures the whole program from outside; prints a table and writes it as JSON.
+"""Runs all micro-benchmarks and measures the program end to end; prints a table and writes it as JSON.
 
   measure.py RUN_DIRECTORY JSON_FILE [REGEX]
 

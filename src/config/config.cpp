@@ -265,8 +265,8 @@ static bool _cfg_may_write(const fs::path &path, fs::file_type type) {
     return file && SDL_CloseIO(file);
 }
 
-// Writes a pair so that it round-trips: without spaces around "=" if inih would take a ';' for a comment or the line
-// is too long, and with the value on an indented continuation line if it is still too long.
+// Writes a pair so that it round-trips: without spaces around "=" if inih would treat ';' as a comment or the line is
+// too long, and with the value on an indented continuation line if it is still too long.
 static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *value) {
     const size_t length = SDL_strlen(key) + SDL_strlen(value);
     const char *between = " = ";

@@ -34,7 +34,7 @@ void cfg_set_defaults();
 // opened and read completely.
 bool cfg_load();
 
-// Writes the whole record, replacing the file atomically where its folder permits; a symbolic link to it is kept.
+// Writes the whole record, replacing the file atomically where its folder permits; a symbolic link is preserved.
 // Returns true also if saving is disabled. Reports errors, also without a record; after a failed cfg_load nothing is
 // written.
 bool cfg_save();

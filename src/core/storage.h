@@ -1,5 +1,5 @@
 // storage: the game's read-only data files (title storage, the folder of the executable) and the user's own files
-// (user storage). Paths are relative, with "/" between names; "." and ".." are refused. Main thread only.
+// (user storage). Paths are relative, with "/" between names; "." and ".." are rejected. Main thread only.
 #pragma once
 
 #include "lumarind/core/string_array.h"

@@ -1,4 +1,4 @@
-// typed_array: the dynamic array template behind the `<prefix>_` array functions. Main thread only.
+// typed_array: dynamic array template, from which the `<prefix>_` array functions are generated. Main thread only.
 //
 // A traits record with the element type defines an array type:
 //

@@ -63,7 +63,7 @@ void codec_unsigned(Codec *codec, Uint64 *value, Uint64 max) { // LEB128: 7 bits
     if (codec->bad) *value = 0;
 }
 
-// A whole number n is coded as 2n; the bits of any other value, including negative zero, follow the code 1.
+// An integral value n is encoded as 2n; any other value, including negative zero, as 1 followed by its bits.
 void codec_float(Codec *codec, float *value) {
     constexpr float WHOLE_MAX = 1 << 20;
     Uint32 bits = 0;

@@ -43,4 +43,4 @@ struct MenuAnswer {
 MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool accepts_input = true);
 float menu_line_height();
 void menu_darken(Uint8 alpha); // darkens the whole view, behind a menu
-MenuLook menu_look();          // as given to menu_setup
+MenuLook menu_look();          // as passed to menu_setup

@@ -25,7 +25,7 @@ package_words() { packages "$1" | paste -sd ' '; }
 
 # --- installed and available packages ---
 
-at_least() { # at_least WANTED FOUND: dotted versions
+at_least() { # at_least MINIMUM VERSION: compares dotted versions
     [ "$(printf '%s\n%s\n' "$1" "$2" | sort -V | head -n 1)" = "$1" ]
 }
 
