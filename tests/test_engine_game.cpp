@@ -11,7 +11,7 @@ namespace {
 
 bool setup() { return false; }
 void nothing() {}
-bool take(const char *) { return true; }
+bool apply(const char *) { return true; }
 
 constexpr Screen SCREEN = {.setup = setup, .tick = nothing, .cleanup = nothing};
 constexpr GameScreen SCREENS[] = {{"title", SCREEN}, {"play", SCREEN}};
@@ -22,7 +22,7 @@ constexpr GameAction SAME_ACTIONS[] = {{"left", "A"}, {"right", "D"}, {"Left", "
 constexpr GameAction NAMELESS_ACTIONS[] = {{"left", "A"}, {nullptr, "D"}};
 constexpr GameAction MANY_ACTIONS[GAME_MAX_ACTIONS + 1] = {{"left", "A"}};
 constexpr GameSetting SAME_SETTINGS[] = {{"level", "1"}, {"level", "2"}};
-constexpr GameOption SAME_OPTIONS[] = {{.name = "--level", .apply = take}, {.name = "--level", .apply = take}};
+constexpr GameOption SAME_OPTIONS[] = {{.name = "--level", .apply = apply}, {.name = "--level", .apply = apply}};
 constexpr GameOption APPLYLESS_OPTIONS[] = {{.name = "--level", .value_name = "n", .help = "Begin with this level."}};
 
 constexpr Game USABLE = {

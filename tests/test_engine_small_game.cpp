@@ -125,14 +125,14 @@ TEST_F(SmallGameTest, FilesAreStoredInUserFolder) {
 }
 
 TEST_F(SmallGameTest, AssetsAreFoundFromAnyCurrentFolder) {
-    const fs::path beside = SDL_GetBasePath();
+    const fs::path base = SDL_GetBasePath();
     fs::create_directory("elsewhere");
     fs::current_path("elsewhere");
     ASSERT_TRUE(start());
-    EXPECT_EQ(files_asset_root(), beside.string());
-    EXPECT_TRUE(log.has("[FILES] Assets in: " + beside.string() + "assets"));
+    EXPECT_EQ(files_asset_root(), base.string());
+    EXPECT_TRUE(log.has("[FILES] Assets in: " + base.string() + "assets"));
     const std::string font = "assets/fonts/EuroStyle Normal.ttf";
-    EXPECT_EQ(files_asset(font.c_str()).text, beside.string() + font);
+    EXPECT_EQ(files_asset(font.c_str()).text, base.string() + font);
     EXPECT_STREQ(files_asset("/absolute").text, "/absolute");
     TTF_Font *opened = font_open(font.c_str(), 20);
     ASSERT_NE(opened, nullptr);

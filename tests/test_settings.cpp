@@ -182,7 +182,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
 
 TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
-    TTF_Text *kept = engine_prepare_text(font, "Cinder", 0, {255, 255, 255, 255});
+    TTF_Text *prepared = engine_prepare_text(font, "Cinder", 0, {255, 255, 255, 255});
     float width = 0, view = 0, measured = 0;
     const auto draw_white = [&] {
         SDL_SetRenderDrawColor(engine->renderer, 0, 0, 0, 255);
@@ -202,12 +202,12 @@ TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
     EXPECT_EQ(cfg_get_ui_scale(), 2);
     engine_view_size(&view, nullptr);
     EXPECT_EQ(view, 400);
-    engine_text_size(kept, &width, nullptr);
+    engine_text_size(prepared, &width, nullptr);
     engine_measure_text(font, "Cinder", &measured, nullptr);
     EXPECT_NEAR(width, measured, 1);
     EXPECT_NEAR(draw_white(), 4 * lit, lit / 2);
     EXPECT_EQ(log.errors(), std::vector<std::string>());
-    engine_cleanup_text(&kept);
+    engine_cleanup_text(&prepared);
 }
 
 // --- the menu ---

@@ -173,15 +173,15 @@ void settings_restore_bindings() {
 
 // Stores the binding in the slot, or appends it, and removes duplicates.
 static bool _settings_put(int action, int slot, const InputBinding &binding) {
-    InputBinding bindings[INPUT_MAX_BINDINGS + 1] = {}, kept[INPUT_MAX_BINDINGS + 1] = {};
-    int count = _settings_read(action, bindings), kept_count = 0;
+    InputBinding bindings[INPUT_MAX_BINDINGS + 1] = {}, unique[INPUT_MAX_BINDINGS + 1] = {};
+    int count = _settings_read(action, bindings), unique_count = 0;
     slot = SDL_min(slot, count);
     if (slot == count) count++;
     bindings[slot] = binding;
     for (int i = 0; i < count; i++) {
-        if (i == slot || !_settings_same(bindings[i], binding)) kept[kept_count++] = bindings[i];
+        if (i == slot || !_settings_same(bindings[i], binding)) unique[unique_count++] = bindings[i];
     }
-    return _settings_bind(action, kept, SDL_min(kept_count, INPUT_MAX_BINDINGS));
+    return _settings_bind(action, unique, SDL_min(unique_count, INPUT_MAX_BINDINGS));
 }
 
 static bool _settings_find(const InputBinding &binding) {

@@ -247,9 +247,9 @@ inside() {
 # enter ROOT root|player COMMAND [bwrap argument ...]: runs a `sh -c` command string in a root that shares only the
 # network with this machine: as its root user, with write access, or as an ordinary user. The arguments may mount a home.
 enter() {
-    local root=$1 who=$2 command=$3 arguments=()
+    local root=$1 user=$2 command=$3 arguments=()
     shift 3
-    if [ "$who" = root ]; then
+    if [ "$user" = root ]; then
         [ "$(id -u)" = 0 ] || arguments=(--unshare-user --uid 0 --gid 0)
         arguments+=(--bind "$root" / --ro-bind-try /etc/resolv.conf /etc/resolv.conf)
     else

@@ -61,8 +61,8 @@ class Finding(Exception):
 
 def environment(folder):
     """Dummy drivers; user data in the folder; sanitizers exit with a code different from that of a failed start."""
-    kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
-    return kept | {
+    inherited = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
+    return inherited | {
         "SDL_VIDEO_DRIVER": "dummy", "SDL_AUDIO_DRIVER": "dummy", "SDL_RENDER_DRIVER": "software",
         "HOME": str(folder), "XDG_DATA_HOME": str(folder / "data"), "TZ": "UTC", "LC_ALL": "C.UTF-8",
         "ASAN_OPTIONS": "detect_leaks=0:exitcode=99", "UBSAN_OPTIONS": "halt_on_error=1:exitcode=99",
@@ -182,12 +182,14 @@ def check_files(folder, saved):
     present = folder.settings.read_text() if folder.settings.is_file() else None
     if present is None or (present != folder.before and settings(present) != settings(saved)):
         raise Finding("the settings are neither as before nor as saved")
-    beside = {PROGRAM.file, "assets", "data", "trace", f"{PROGRAM.id}.log"}  # the log: if its home cannot be created
-    known = {"captures", "config", f"{PROGRAM.id}.log"}
-    places = {folder.path: beside, folder.home: known, folder.home / "config": {folder.settings.name, "gamecontrollerdb.txt"}}
+    # The log is in the run folder if its home cannot be created.
+    run_files = {PROGRAM.file, "assets", "data", "trace", f"{PROGRAM.id}.log"}
+    home_files = {"captures", "config", f"{PROGRAM.id}.log"}
+    config_files = {folder.settings.name, "gamecontrollerdb.txt"}
+    allowed = {folder.path: run_files, folder.home: home_files, folder.home / "config": config_files}
     if folder.home == folder.path:
-        places[folder.path] = beside | known
-    for place, names in places.items():
+        allowed[folder.path] = run_files | home_files
+    for place, names in allowed.items():
         for extra in {entry.name for entry in place.iterdir()} - names:
             raise Finding(f"a file was left behind: {place}/{extra}")
 
