@@ -13,7 +13,7 @@
 
 #include <iterator>
 
-static constexpr Uint64 SEEDS = 64, SEED_STEP = 0x9e3779b97f4a7c15; // far apart: small seeds start with similar draws
+static constexpr Uint64 SEEDS = 64, SEED_STEP = 0x9e3779b97f4a7c15; // large: small seeds give similar first numbers
 
 static void report_seconds(benchmark::State &state, Sint64 frames) {
     state.counters["sound_s/s"] =
@@ -60,7 +60,7 @@ static void audio_demo_set_up(benchmark::State &state) {
     for (auto _ : state) {
         const bool ok = audio_demo_setup();
         state.PauseTiming();
-        if (!ok) state.SkipWithError("the set-up failed");
+        if (!ok) state.SkipWithError("the setup failed");
         audio_demo_cleanup();
         state.ResumeTiming();
     }

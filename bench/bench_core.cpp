@@ -1,4 +1,4 @@
-// Small calculations of every frame.
+// Fixed-timestep accumulator and hit tests.
 
 #include "lumarind/engine/timestep.h"
 #include "lumarind/toolkit/colliders.h"
@@ -21,7 +21,7 @@ static void point_against_rectangles(benchmark::State &state) {
         const SDL_FRect rect = {static_cast<float>(i) * 20, 0, 16, 16};
         colliders_rects_add(rects, &rect);
     }
-    const SDL_FPoint miss = {-1, -1}; // the whole set is searched
+    const SDL_FPoint miss = {-1, -1}; // no hit, so the whole set is searched
     for (auto _ : state) benchmark::DoNotOptimize(colliders_point_inside_rect(&miss, rects));
     state.SetItemsProcessed(state.iterations() * state.range(0));
     colliders_rects_cleanup(rects);

@@ -1,5 +1,5 @@
-// The physics screen's fixed step and frame. Each timed run of steps starts with a newly built scene in the given
-// state, because a scene falls asleep while it is measured.
+// The physics screen's fixed step and frame. Each timed run of steps starts with a new scene in the given state,
+// because bodies fall asleep during the measurement.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"

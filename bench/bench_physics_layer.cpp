@@ -1,4 +1,5 @@
-// Overhead of the layer on Box2D 2.4: the screen's fixed step and the same scene on 2.4 itself, alternately.
+// Overhead of the layer on Box2D 2.4: steps of the physics screen alternate with steps of the same scene that call 2.4
+// directly.
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"

@@ -18,7 +18,7 @@ struct Level {
     }
 };
 
-// Runs to and fro, jumps, rolls and attacks; respawns after a fall.
+// Runs back and forth, jumps, rolls and attacks; respawns after a fall.
 static void step_player(Player *player, Level *level, int tick) {
     const bool left = tick / 400 % 3 == 2;
     const PlayerIntent intent = {
@@ -51,7 +51,7 @@ static void player_step_in_the_castle(benchmark::State &state) {
 }
 BENCHMARK(player_step_in_the_castle);
 
-// On a floor of this many rectangles side by side; a query without a hit searches all of them.
+// On a floor of this many adjacent rectangles; a query without a hit searches all of them.
 static void player_step_among_rectangles(benchmark::State &state) {
     Level level;
     for (auto i = state.range(0); i > 0; i--) {

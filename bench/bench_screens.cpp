@@ -42,8 +42,8 @@ static void screen_frame(benchmark::State &state) {
 }
 BENCHMARK(screen_frame)->DenseRange(0, SDL_arraysize(NAMES) - 1)->Unit(benchmark::kMicrosecond);
 
-// Everything in which recording takes part: frame start, events (a key and a mouse motion) and step of the platformer,
-// except its fixed update.
+// The parts of a frame that recording adds to: frame start, events (a key and a mouse motion) and step of the
+// platformer, without its fixed update.
 static void frame_recorded(benchmark::State &state) {
     const char *path = "bench.lmr";
     if (state.range(0) && !replay_record(path)) return state.SkipWithError("no recording");
@@ -58,7 +58,7 @@ static void frame_recorded(benchmark::State &state) {
         event.type = SDL_EVENT_MOUSE_MOTION;
         event.motion.x = x++;
         SDL_PushEvent(&event);
-        engine->given_frame_ns = SDL_NS_PER_SECOND / 60;
+        engine->next_frame_ns = SDL_NS_PER_SECOND / 60;
         engine_frame_start();
         engine_event_poll();
         while (engine_fixed_step_consume()) {

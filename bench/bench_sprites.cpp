@@ -1,6 +1,6 @@
-// Cost of submitting 2,000 sprites of one sheet to the renderer, single and batched, compared with bare calls for the
-// same picture. Only submitting is timed, not the drawing that follows. The two loops alternate, and a row's share is
-// the ratio of their medians.
+// Cost of submitting 2,000 sprites of one sheet to the renderer, single and batched, compared with direct SDL calls
+// that draw the same picture. Only submission is timed, not the drawing that follows. The two loops alternate, and
+// times_bare is the ratio of their medians.
 
 #include "engine/setup.h"
 #include "lumarind/engine/engine.h"
@@ -55,7 +55,7 @@ public:
     Crowd(const Crowd &) = delete;
     Crowd &operator=(const Crowd &) = delete;
 
-    // As a program would do with a known sheet: one source rectangle per frame.
+    // One source rectangle per frame, as in a program written for this sheet.
     SDL_FRect source(int i) const {
         const AnimationClip *clip = &fireknight_animations.clips[animations[i].clip];
         const int frame = clip->first_frame + animations[i].frame;
@@ -134,7 +134,7 @@ template <typename Bare, typename Ours> void compare(benchmark::State &state, Ba
     auto crowd = std::make_unique<Crowd>(driver);
     if (!crowd->sheet || !crowd->batch) return state.SkipWithError("no renderer");
     state.SetLabel(driver.name);
-    // Clipped to one pixel: measures submitting, not filling 74 million pixels.
+    // Clipped to one pixel: measures submission, not filling 74 million pixels.
     const SDL_Rect corner = {0, 0, 1, 1};
     std::vector<double> bare_times, our_times;
     for (auto _ : state) {

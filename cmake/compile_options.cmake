@@ -1,11 +1,11 @@
-# Compile options of this project's targets; not passed on to libraries or games.
+# Compile options of this project's targets; not propagated to dependencies or games.
 add_library(lumarind_options INTERFACE)
 target_compile_features(lumarind_options INTERFACE cxx_std_20)
 if(NOT MSVC)
     # Replays must be bit-identical across compilers, optimisation levels and processors: multiplications and additions
-    # must not be fused. The rest follows from IEEE arithmetic in SSE registers; C library functions whose
-    # last digit may differ, such as the sine, are not called by simulations, except for SDL_cos rounded to whole pixels
-    # (the platforms of Cinder Keep).
+    # must not be fused. Otherwise IEEE arithmetic in SSE registers is deterministic. Simulations do not call C library
+    # functions whose last digit may differ, such as the sine, except for SDL_cos rounded to whole pixels (the platforms
+    # of Cinder Keep).
     target_compile_options(lumarind_options INTERFACE -ffp-contract=off)
     target_compile_options(lumarind_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
     if(LUMARIND_WARNINGS_AS_ERRORS)

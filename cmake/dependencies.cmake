@@ -1,4 +1,4 @@
-# All dependencies, found by find_package; inih has no CMake package and is found by pkg-config.
+# All dependencies, found with find_package; inih has no CMake package and is found with pkg-config.
 find_package(SDL3 3.4 REQUIRED CONFIG)
 find_package(SDL3_ttf 3.2 REQUIRED CONFIG)
 find_package(SDL3_image 3.2 REQUIRED CONFIG)
@@ -15,8 +15,8 @@ if(LUMARIND_TESTS)
     find_package(GTest REQUIRED)
 endif()
 
-# The physics screen uses Box2D's version 3.2 interface: lumarind_box2d is version 3 itself if it is found, otherwise
-# this project's layer on version 2.4.
+# The physics screen uses the interface of Box2D 3.2: lumarind_box2d is Box2D itself from version 3.1 on, or this
+# project's compatibility layer on version 2.4.
 if(LUMARIND_PROGRAM)
     find_package(box2d REQUIRED CONFIG)
     add_library(lumarind_box2d INTERFACE)
@@ -24,7 +24,7 @@ if(LUMARIND_PROGRAM)
         add_subdirectory(compat/box2d)
         target_link_libraries(lumarind_box2d INTERFACE box2d_layer)
     elseif(box2d_VERSION VERSION_LESS 3.1)
-        message(FATAL_ERROR "Box2D ${box2d_VERSION} is not supported: 3.1 or later, or 2.4")
+        message(FATAL_ERROR "Box2D ${box2d_VERSION} is not supported; use 3.1 or later, or 2.4")
     else()
         target_link_libraries(lumarind_box2d INTERFACE box2d::box2d)
         if(box2d_VERSION VERSION_LESS 3.2)

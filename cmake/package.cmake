@@ -1,10 +1,10 @@
-# lumarind_package(TARGET program ...): packages a game: install rules for the usual folders, and CPack for
-# `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (a portable archive). Call it once, at the end of the top-level
-# project; on other systems than Linux, or in a subproject, it does nothing.
+# lumarind_package(TARGET program ...): packages a game: adds install rules for the usual folders and configures CPack
+# for `cpack -G DEB` (a Debian package) and `cpack -G TXZ` (a portable archive). Call it once, at the end of the
+# top-level project; it does nothing in a subproject and on systems other than Linux.
 # docs/packaging.md explains the arguments.
 #
-# Packages are reproducible: their contents depend only on the source, and times are SOURCE_DATE_EPOCH, which
-# `./dev package` sets to the last commit's.
+# Packages are reproducible: their contents depend only on the source. All timestamps are SOURCE_DATE_EPOCH, which
+# `./dev package` sets to the time of the last commit.
 if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/packaging) # installed
     set(LUMARIND_PACKAGING ${CMAKE_CURRENT_LIST_DIR}/packaging CACHE INTERNAL "")
 else()
@@ -38,9 +38,9 @@ function(lumarind_package)
         set(version 0.1.0)
     endif()
     if(NOT arg_ID MATCHES "^[a-z][a-z0-9-]+$")
-        message(FATAL_ERROR "lumarind_package: an ID has small letters, digits and dashes: ${arg_ID}")
+        message(FATAL_ERROR "lumarind_package: an ID consists of lower-case letters, digits and dashes: ${arg_ID}")
     endif()
-    # Software centres require a domain in the identifier, and a homepage for an application.
+    # Software centres require an identifier that contains a domain, and for applications a homepage.
     string(REPLACE - _ undashed ${arg_ID})
     _lumarind_default(APP_ID invalid.${undashed}.${undashed})
     _lumarind_default(HOMEPAGE "${PROJECT_HOMEPAGE_URL}")
@@ -56,7 +56,7 @@ function(lumarind_package)
         string(TIMESTAMP year "%Y" UTC)
         file(CONFIGURE OUTPUT ${arg_LICENCE} CONTENT "Copyright (c) ${year} ${arg_NAME} contributors\n\nAll rights reserved.\n")
     endif()
-    set(made ${PROJECT_BINARY_DIR}/packaging)
+    set(generated ${PROJECT_BINARY_DIR}/packaging)
 
     # The program and its assets. If it reads assets in the current folder, a launcher creates that folder.
     set(of_program COMPONENT program)
@@ -64,27 +64,27 @@ function(lumarind_package)
     if(arg_OWN_FOLDER)
         install(TARGETS ${program} DESTINATION lib/${arg_ID} ${of_program})
         _lumarind_launcher(installed ../lib/${arg_ID}/${program} "")
-        install(PROGRAMS ${made}/installed DESTINATION games RENAME ${arg_ID} ${of_program})
-        file(CREATE_LINK ../../share/${arg_ID}/assets ${made}/assets SYMBOLIC)
-        install(FILES ${made}/assets DESTINATION lib/${arg_ID} ${of_program})
+        install(PROGRAMS ${generated}/installed DESTINATION games RENAME ${arg_ID} ${of_program})
+        file(CREATE_LINK ../../share/${arg_ID}/assets ${generated}/assets SYMBOLIC)
+        install(FILES ${generated}/assets DESTINATION lib/${arg_ID} ${of_program})
         set(files_folder "~/.local/share/${arg_ID}")
     else()
         if(NOT arg_ID STREQUAL program)
-            message(FATAL_ERROR "lumarind_package: the program is started by its file's name, give ${program} as ID")
+            message(FATAL_ERROR "lumarind_package: without OWN_FOLDER the ID must be the executable's name, ${program}")
         endif()
         install(TARGETS ${program} DESTINATION games ${of_program})
         set(files_folder "the folder that its log names first, below ~/.local/share")
     endif()
 
     # Metadata for desktops, software centres and `man`.
-    configure_file(${LUMARIND_PACKAGING}/game.desktop.in ${made}/${arg_ID}.desktop @ONLY)
-    install(FILES ${made}/${arg_ID}.desktop DESTINATION share/applications ${of_program})
+    configure_file(${LUMARIND_PACKAGING}/game.desktop.in ${generated}/${arg_ID}.desktop @ONLY)
+    install(FILES ${generated}/${arg_ID}.desktop DESTINATION share/applications ${of_program})
     foreach(text IN ITEMS NAME SUMMARY DESCRIPTION)
         string(REPLACE "&" "&amp;" xml_${text} "${arg_${text}}")
         string(REPLACE "<" "&lt;" xml_${text} "${xml_${text}}")
     endforeach()
-    configure_file(${LUMARIND_PACKAGING}/metainfo.xml.in ${made}/${arg_APP_ID}.metainfo.xml @ONLY)
-    install(FILES ${made}/${arg_APP_ID}.metainfo.xml DESTINATION share/metainfo ${of_program})
+    configure_file(${LUMARIND_PACKAGING}/metainfo.xml.in ${generated}/${arg_APP_ID}.metainfo.xml @ONLY)
+    install(FILES ${generated}/${arg_APP_ID}.metainfo.xml DESTINATION share/metainfo ${of_program})
     file(GLOB icons CONFIGURE_DEPENDS ${arg_ICONS}/*.png) # named by size in pixels
     foreach(icon IN LISTS icons)
         cmake_path(GET icon STEM size)
@@ -92,12 +92,12 @@ function(lumarind_package)
     endforeach()
     string(TOUPPER ${arg_ID} heading)
     string(REPLACE - \\- dashed ${arg_ID}) # keeps hyphens in names from becoming dashes
-    configure_file(${LUMARIND_PACKAGING}/manual.6.in ${made}/${arg_ID}.6 @ONLY)
-    _lumarind_compress(${made}/${arg_ID}.6)
-    install(FILES ${made}/${arg_ID}.6.gz DESTINATION share/man/man6 ${of_program})
+    configure_file(${LUMARIND_PACKAGING}/manual.6.in ${generated}/${arg_ID}.6 @ONLY)
+    _lumarind_compress(${generated}/${arg_ID}.6)
+    install(FILES ${generated}/${arg_ID}.6.gz DESTINATION share/man/man6 ${of_program})
     _lumarind_documents(${arg_ID} program)
-    configure_file(${LUMARIND_PACKAGING}/lintian-overrides.in ${made}/lintian-overrides @ONLY)
-    install(FILES ${made}/lintian-overrides DESTINATION share/lintian/overrides RENAME ${arg_ID} ${of_program})
+    configure_file(${LUMARIND_PACKAGING}/lintian-overrides.in ${generated}/lintian-overrides @ONLY)
+    install(FILES ${generated}/lintian-overrides DESTINATION share/lintian/overrides RENAME ${arg_ID} ${of_program})
 
     # The archive, with one top-level folder, is built by `cpack` only.
     set(of_portable COMPONENT portable EXCLUDE_FROM_ALL)
@@ -107,9 +107,9 @@ function(lumarind_package)
         COMMAND getconf GNU_LIBC_VERSION OUTPUT_VARIABLE libc OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
     string(REGEX MATCH "[0-9]+$" libc "${libc}")
     _lumarind_launcher(portable program/${program} "${libc}")
-    install(PROGRAMS ${made}/portable DESTINATION . RENAME ${arg_ID} ${of_portable})
-    configure_file(${LUMARIND_PACKAGING}/portable-readme.in ${made}/README @ONLY)
-    install(FILES ${made}/README ${arg_LICENCE} ${arg_CHANGES} ${arg_ICONS}/256.png DESTINATION . ${of_portable})
+    install(PROGRAMS ${generated}/portable DESTINATION . RENAME ${arg_ID} ${of_portable})
+    configure_file(${LUMARIND_PACKAGING}/portable-readme.in ${generated}/README @ONLY)
+    install(FILES ${generated}/README ${arg_LICENCE} ${arg_CHANGES} ${arg_ICONS}/256.png DESTINATION . ${of_portable})
     install(CODE "set(program \"$<TARGET_FILE:${program}>\")" ${of_portable})
     install(SCRIPT ${LUMARIND_PACKAGING}/carry.cmake ${of_portable})
 
@@ -140,7 +140,7 @@ function(lumarind_package)
     include(CPack)
 endfunction()
 
-# _lumarind_default(NAME value...): sets an argument that was not given to the first value that is not empty
+# _lumarind_default(NAME value...): sets a missing argument to the first value that is not empty
 macro(_lumarind_default name)
     foreach(value ${ARGN})
         if(NOT arg_${name})
@@ -149,7 +149,7 @@ macro(_lumarind_default name)
     endforeach()
 endmacro()
 
-# Reads the newest release of a changelog (keepachangelog.com); its version must be the project's.
+# Reads the newest release of a changelog (keepachangelog.com), which must be the project's version.
 macro(_lumarind_read_changes file)
     set(changes "  * Release ${version}.\n")
     string(TIMESTAMP release_date "%Y-%m-%d" UTC)
@@ -162,7 +162,7 @@ macro(_lumarind_read_changes file)
         string(REGEX REPLACE "\n(## |\\[).*" "" text "${CMAKE_MATCH_3}") # removes older releases and links
         string(REGEX REPLACE "### [^\n]*\n" "" text "${text}")
         string(REGEX REPLACE "\n  +" " " text "${text}") # joins the lines of an entry
-        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # which would split the list
+        string(REPLACE ";" "${_lumarind_semicolon}" text "${text}") # semicolons would split the list
         string(REGEX MATCHALL "- [^\n]+" entries "${text}")
         set(changes "")
         foreach(entry IN LISTS entries)
@@ -176,10 +176,10 @@ endmacro()
 # Every package contains its licence and changelog.
 macro(_lumarind_documents package component)
     string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
-    file(CONFIGURE OUTPUT ${made}/${package}.changelog
+    file(CONFIGURE OUTPUT ${generated}/${package}.changelog
          CONTENT "${package} (${version}) unstable; urgency=medium\n\n${changes}\n -- ${arg_MAINTAINER}  ${now}\n" @ONLY)
-    _lumarind_compress(${made}/${package}.changelog)
-    install(FILES ${made}/${package}.changelog.gz DESTINATION share/doc/${package} RENAME changelog.gz
+    _lumarind_compress(${generated}/${package}.changelog)
+    install(FILES ${generated}/${package}.changelog.gz DESTINATION share/doc/${package} RENAME changelog.gz
             COMPONENT ${component})
     install(FILES ${arg_LICENCE} DESTINATION share/doc/${package} RENAME copyright COMPONENT ${component})
 endmacro()
@@ -210,7 +210,7 @@ macro(_lumarind_compress file)
 endmacro()
 
 macro(_lumarind_launcher name program_path libc_minor)
-    set(launched ${program_path})
-    set(carried_libc ${libc_minor})
-    configure_file(${LUMARIND_PACKAGING}/launcher.in ${made}/${name} @ONLY)
+    set(launched_program ${program_path})
+    set(bundled_libc ${libc_minor})
+    configure_file(${LUMARIND_PACKAGING}/launcher.in ${generated}/${name} @ONLY)
 endmacro()

@@ -1,4 +1,4 @@
-// The command line, one argument per line.
+// Parsing of the command line. The input has one argument per line.
 #include "app/args.h"
 
 #include "fuzz/support.h"
@@ -33,7 +33,7 @@ static int last_value(const std::vector<std::string> &words, const char *option)
     return static_cast<int>(value);
 }
 
-static void check_taken(const std::vector<std::string> &words) {
+static void check_values(const std::vector<std::string> &words) {
     fuzz_note_text(args_start_screen() ? args_start_screen() : "none");
     fuzz_check(args_capture_at() == last_value(words, "--capture-at"), "--capture-at has the last value given");
     fuzz_check(
@@ -55,11 +55,11 @@ int fuzz_args(const uint8_t *data, size_t size) {
     for (std::string &word : words) argv.push_back(word.data());
     const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
     fuzz_note(result);
-    fuzz_check((result == ARGS_FAILED) == (fuzz_logged_errors() > 0), "a refused command line is reported");
-    if (result == ARGS_RUN) check_taken(words);
+    fuzz_check((result == ARGS_FAILED) == (fuzz_logged_errors() > 0), "a rejected command line is reported");
+    if (result == ARGS_RUN) check_values(words);
     if (result == ARGS_RUN && args_start_screen())
         fuzz_check(std::strlen(args_start_screen()) < size, "a string is not truncated");
     char *none[] = {argv[0], nullptr};
-    args_parse(1, none); // its texts are borrowed from this run's words
+    args_parse(1, none); // drops pointers into this run's words
     return 0;
 }

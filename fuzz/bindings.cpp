@@ -1,4 +1,4 @@
-// Binding texts, one action per line: loaded from the configuration, pressed and held, and saved again.
+// Binding texts: loaded from the configuration, pressed and held, and saved again. The input has one action per line.
 #include "config/config_internal.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -53,13 +53,13 @@ static void press(int action, const InputBinding &binding) {
     SDL_Event event = event_of(binding);
     input_frame_start();
     input_handle_event(&event);
-    fuzz_check(input_pressed(action), "a bound control presses its action");
+    fuzz_check(input_pressed(action), "pressing a bound control presses its action");
     input_frame_start();
     fuzz_check(!input_pressed(action), "a press lasts one frame");
     event.type = SDL_EVENT_GAMEPAD_REMOVED; // resets the axis thresholds
     input_handle_event(&event);
     if (binding.kind != INPUT_BINDING_KEY) return;
-    auto *keys = const_cast<bool *>(SDL_GetKeyboardState(nullptr)); // synthetic events do not change it
+    auto *keys = const_cast<bool *>(SDL_GetKeyboardState(nullptr)); // not changed by synthetic events
     fuzz_check(!input_held(action), "an action without input is not held");
     keys[binding.code] = true;
     fuzz_check(input_held(action), "a held key holds its action");
@@ -91,8 +91,8 @@ static void check_action(int action) {
     }
 }
 
-// Bindings made at run time must survive saving and loading.
-static void check_next_start() {
+// Bindings changed at run time must survive saving and loading.
+static void check_round_trip() {
     std::vector<InputBinding> before[INPUT_ACTION_COUNT];
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) before[action] = parse(input_bindings_text(action));
     fuzz_check(cfg_save() && cfg_load(), "the configuration is saved and loaded");
@@ -110,10 +110,10 @@ int fuzz_bindings(const uint8_t *data, size_t size) {
     for (size_t i = 0; i < lines.size() && i < INPUT_ACTION_COUNT; i++) {
         cfg_set_input_bindings(static_cast<int>(i), lines[i].c_str());
     }
-    fuzz_check(input_setup(), "input is set up with any texts");
+    fuzz_check(input_setup(), "input setup succeeds with any binding texts");
     for (int action = 0; action < INPUT_ACTION_COUNT; action++) check_action(action);
     input_bind(INPUT_ACTION_JUMP, lines.back().c_str()); // may be longer than can be stored
-    check_next_start();
+    check_round_trip();
     input_cleanup();
     cfg_cleanup();
     return 0;

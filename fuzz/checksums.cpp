@@ -14,14 +14,14 @@ static uint32_t read_be32(const uint8_t *at) {
     return SDL_Swap32BE(number);
 }
 
-void fuzz_mend_png(std::vector<uint8_t> *file) {
-    constexpr size_t SIGNATURE = 8, AROUND = 12; // bytes; the latter of length, type and CRC
-    for (size_t at = SIGNATURE; at + AROUND <= file->size();) {
+void fuzz_fix_png_checksums(std::vector<uint8_t> *file) {
+    constexpr size_t SIGNATURE = 8, OVERHEAD = 12; // bytes; OVERHEAD: length, type and CRC
+    for (size_t at = SIGNATURE; at + OVERHEAD <= file->size();) {
         const size_t length = read_be32(file->data() + at);
-        if (length > file->size() - at - AROUND) return;
+        if (length > file->size() - at - OVERHEAD) return;
         const uint32_t crc = SDL_Swap32BE(SDL_crc32(0, file->data() + at + 4, 4 + length));
         SDL_memcpy(file->data() + at + 8 + length, &crc, sizeof crc);
-        at += AROUND + length;
+        at += OVERHEAD + length;
     }
 }
 
@@ -37,17 +37,17 @@ static uint32_t ogg_crc(const uint8_t *data, size_t size) {
     return crc;
 }
 
-void fuzz_mend_ogg(std::vector<uint8_t> *file) {
-    constexpr size_t HEAD = 27, CRC_AT = 22;
+void fuzz_fix_ogg_checksums(std::vector<uint8_t> *file) {
+    constexpr size_t HEADER = 27, CRC_AT = 22;
     constexpr char CAPTURE[] = {'O', 'g', 'g', 'S'};
     for (auto page = file->begin();; ++page) {
         page = std::search(page, file->end(), std::begin(CAPTURE), std::end(CAPTURE));
         const auto left = static_cast<size_t>(file->end() - page);
-        if (left < HEAD) return;
+        if (left < HEADER) return;
         uint8_t *bytes = &*page;
-        const size_t sizes = bytes[HEAD - 1];
-        size_t length = HEAD + sizes;
-        for (size_t i = 0; i < sizes && HEAD + i < left; i++) length += bytes[HEAD + i];
+        const size_t sizes = bytes[HEADER - 1];
+        size_t length = HEADER + sizes;
+        for (size_t i = 0; i < sizes && HEADER + i < left; i++) length += bytes[HEADER + i];
         SDL_memset(bytes + CRC_AT, 0, 4);
         const uint32_t crc = SDL_Swap32LE(ogg_crc(bytes, std::min(length, left)));
         SDL_memcpy(bytes + CRC_AT, &crc, sizeof crc);

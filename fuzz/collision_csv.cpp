@@ -40,7 +40,7 @@ template <typename Set> static void note_all(const Set *set) {
 
 static int count_all(const Shapes &s) { return s.rects->count + s.tris->count + s.circles->count + s.points->count; }
 
-static void ask_at(const Shapes &s, SDL_FPoint p) {
+static void check_hit_tests(const Shapes &s, SDL_FPoint p) {
     const SDL_FRect box = {p.x, p.y, 8, 8};
     const auto agree = [](int first, int all) { fuzz_check((first >= 0) == (all > 0), "first and all hits agree"); };
     agree(colliders_point_inside_rect(&p, s.rects), colliders_point_inside_rects(&p, s.rects, s.found_rects));
@@ -67,10 +67,10 @@ int fuzz_collision_csv(const uint8_t *data, size_t size) {
     fuzz_check(loaded || fuzz_logged_errors() > 0, "a file that does not load is reported");
     fuzz_check(loaded || count_all(s) == 0, "a file that does not load leaves the sets empty");
     const auto lines = std::count(data, data + size, '\n') + 1;
-    fuzz_check(count_all(s) <= lines, "a line gives at most one shape");
+    fuzz_check(count_all(s) <= lines, "a line defines at most one shape");
     fuzz_check(all_in_reach(s.rects) && all_in_reach(s.tris), "every coordinate is within the limit");
     fuzz_check(all_in_reach(s.circles) && all_in_reach(s.points), "every coordinate is within the limit");
-    for (const SDL_FPoint p : {SDL_FPoint{0, 0}, {48, 48}, {-300, 1e6f}}) ask_at(s, p);
+    for (const SDL_FPoint p : {SDL_FPoint{0, 0}, {48, 48}, {-300, 1e6f}}) check_hit_tests(s, p);
     for (int i = 0; i < s.tris->count; i++) {
         const Tri *t = &s.tris->items[i];
         fuzz_check(colliders_tri_top_point(t).y <= colliders_tri_bottom_point(t).y, "a slope's top is not below");

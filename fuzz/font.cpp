@@ -1,4 +1,4 @@
-// Font files: opened, measured, drawn at two sizes.
+// Font files: opened, measured and drawn at two sizes.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -10,7 +10,7 @@ static constexpr const char *TEXT = "AVA fi 0129 \xC3\x84\xC3\xB6\xE2\x82\xAC .,
 
 static void draw_text(TTF_Font *font) {
     TTF_Text *text = engine_prepare_text(font, TEXT, 0, {255, 200, 100, 255});
-    fuzz_check(text || fuzz_logged_errors() > 0, "a text that cannot be prepared is reported");
+    fuzz_check(text || fuzz_logged_errors() > 0, "a failure to prepare a text is reported");
     if (!text) return;
     float width = -1, height = -1;
     engine_text_size(text, &width, &height);

@@ -1,4 +1,4 @@
-// Image files: as a sprite sheet of 4 x 2 frames of 8 pixels, and as a tileset with tiles of 8 pixels.
+// Image files, loaded as a sprite sheet with 4 x 2 frames of 8 pixels and as a tileset with tiles of 8 pixels.
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -15,7 +15,7 @@ static constexpr int SIDE = 8; // px
 
 static const char *picture_file(const uint8_t *data, size_t size) {
     std::vector<uint8_t> file(data, data + size);
-    fuzz_mend_png(&file);
+    fuzz_fix_png_checksums(&file);
     return fuzz_memory_file(file.data(), file.size());
 }
 

@@ -1,5 +1,5 @@
-// Recordings. The input is the second block of an otherwise valid recording; if it starts with "LMRP", it is the whole
-// file.
+// Recordings. The input is the second block of an otherwise valid recording, or the whole file if it starts with
+// "LMRP".
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/game.h"
@@ -59,7 +59,7 @@ int fuzz_recording(const uint8_t *data, size_t size) {
     const std::string file = whole_file(data, size);
     const char *path = fuzz_memory_file(reinterpret_cast<const uint8_t *>(file.data()), file.size());
     const bool opened = replay_open(path, 0);
-    fuzz_check(opened || fuzz_logged_errors() == 1, "a refused recording is reported once");
+    fuzz_check(opened || fuzz_logged_errors() == 1, "a rejected recording is reported once");
     replay_play();
     Uint64 ns = 0;
     while (opened && replay_next_frame(&ns)) {

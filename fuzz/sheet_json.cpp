@@ -1,4 +1,4 @@
-// A sprite editor's JSON file, and a sheet made from it with a fixed image.
+// Animation sets from a sprite editor's JSON file, and sprite sheets made from them with a fixed image.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"

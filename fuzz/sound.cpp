@@ -1,4 +1,4 @@
-// Sound files: decoded at load or while playing, and mixed.
+// Sound files: decoded when loaded or while playing, and mixed.
 #include "fuzz/checksums.h"
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
@@ -39,12 +39,12 @@ static void play(const char *path, bool predecode) {
     audio_free(&sound);
 }
 
-// Loads the input as it is, and preceded by an empty tag, which must be skipped.
+// Loads the input unchanged, and preceded by an empty ID3 tag, which must be skipped.
 int fuzz_sound(const uint8_t *data, size_t size) {
     static constexpr uint8_t TAG[] = {'I', 'D', '3', 4, 0, 0, 0, 0, 0, 0};
     fuzz_start_engine();
     std::vector<uint8_t> file(data, data + size);
-    fuzz_mend_ogg(&file);
+    fuzz_fix_ogg_checksums(&file);
     for (const bool tagged : {false, true}) {
         if (tagged) file.insert(file.begin(), std::begin(TAG), std::end(TAG));
         const char *path = fuzz_memory_file(file.data(), file.size());

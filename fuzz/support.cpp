@@ -21,7 +21,7 @@
 #include <unistd.h>
 
 struct GameFile {
-    const char *ending;  // of the path
+    const char *suffix;  // of the path
     const uint8_t *data; // borrowed for one run
     size_t size;
 };
@@ -76,7 +76,7 @@ int fuzz_logged_errors() { return world.errors; }
 
 static GameFile game_file_of(const char *path) {
     for (int i = 1; i < world.game_file_count; i++) {
-        if (std::string_view(path).ends_with(world.game_files[i].ending)) return world.game_files[i];
+        if (std::string_view(path).ends_with(world.game_files[i].suffix)) return world.game_files[i];
     }
     return world.game_files[0];
 }
@@ -102,7 +102,7 @@ static void open_game_files() {
     files.read_file = read_game_file;
     SDL_CloseStorage(storage->game);
     storage->game = SDL_OpenStorage(&files, nullptr);
-    fuzz_check(storage->game != nullptr, "a storage of our own opens");
+    fuzz_check(storage->game != nullptr, "the in-memory storage opens");
 }
 
 void fuzz_set_game_file(const uint8_t *data, size_t size) {
@@ -110,9 +110,9 @@ void fuzz_set_game_file(const uint8_t *data, size_t size) {
     world.game_file_count = 1;
 }
 
-void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size) {
+void fuzz_set_game_file_by_suffix(const char *suffix, const uint8_t *data, size_t size) {
     fuzz_check(world.game_file_count < static_cast<int>(std::size(world.game_files)), "there is room for another file");
-    world.game_files[world.game_file_count++] = {ending, data, size};
+    world.game_files[world.game_file_count++] = {suffix, data, size};
 }
 
 const char *fuzz_memory_file(const uint8_t *data, size_t size) {
@@ -122,7 +122,7 @@ const char *fuzz_memory_file(const uint8_t *data, size_t size) {
     }
     const bool written =
         ftruncate(world.memory_file, 0) == 0 && pwrite(world.memory_file, data, size, 0) == static_cast<ssize_t>(size);
-    fuzz_check(written, "a file in memory takes the input");
+    fuzz_check(written, "the input is written to the in-memory file");
     return world.memory_file_path;
 }
 
@@ -148,7 +148,7 @@ void fuzz_start() {
     setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // root of the user storage
     SDL_SetLogOutputFunction(note_line, nullptr);
     SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // so that warnings are formatted too
-    fuzz_check(storage_setup(), "the storages open");
+    fuzz_check(storage_setup(), "both storages open");
     open_game_files();
 }
 

@@ -1,11 +1,11 @@
-// support: environment of the fuzz targets, set up once per process: a temporary working directory, a log that only
-// counts, in-memory game files, and for targets that need it the whole engine on SDL's dummy drivers.
+// support: environment of the fuzz targets, set up once per process: a temporary working directory, a log output that
+// counts errors, in-memory game files and, for targets that need it, the whole engine on SDL's dummy drivers.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-void fuzz_check(bool holds, const char *sentence); // aborts with the sentence if `holds` is false
+void fuzz_check(bool holds, const char *sentence); // an assertion: prints `sentence` and aborts if `holds` is false
 
 // --- lifetime ---
 void fuzz_start(); // safe to call twice, as is the next one
@@ -14,9 +14,9 @@ void fuzz_stop();
 
 // --- the input as a file ---
 void fuzz_set_game_file(const uint8_t *data, size_t size); // content of every path in the title storage
-// Content of paths that end in `ending`, until the next fuzz_set_game_file.
-void fuzz_set_game_file_ending(const char *ending, const uint8_t *data, size_t size);
-const char *fuzz_memory_file(const uint8_t *data, size_t size); // returns its path; there is one such file
+// Content of paths that end with `suffix`, until the next fuzz_set_game_file.
+void fuzz_set_game_file_by_suffix(const char *suffix, const uint8_t *data, size_t size);
+const char *fuzz_memory_file(const uint8_t *data, size_t size); // returns the path; each call replaces the file
 
 // Saves an image of 4 × 2 tiles of 8 pixels with all alpha classes, unless the file exists.
 void fuzz_save_picture(const char *path);

@@ -1,11 +1,11 @@
-// targets: the fuzz targets, functions that accept any bytes and abort with a message if the engine violates a rule.
-// For the fuzzer, and for the tests, which run the seeds.
+// targets: the fuzz targets. A target accepts any bytes and aborts with a message if the engine violates a rule. Called
+// by the fuzzer, and by the tests with the seeds.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 
-// libFuzzer's convention: takes any bytes, returns 0.
+// The signature of LLVMFuzzerTestOneInput; they return 0.
 int fuzz_tile_csv(const uint8_t *data, size_t size);
 int fuzz_collision_csv(const uint8_t *data, size_t size);
 int fuzz_config(const uint8_t *data, size_t size);

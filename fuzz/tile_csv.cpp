@@ -1,4 +1,4 @@
-// A tile layer's CSV, loaded through a tile map.
+// CSV files of tile layers, loaded through a tile map.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/toolkit/tilemap.h"

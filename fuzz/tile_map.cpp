@@ -1,4 +1,4 @@
-// A map editor's files: the map, optionally followed, each after a separator, by a tileset and a template.
+// Files of a map editor. The input is a map, optionally followed by a tileset and a template, each after a separator.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/engine.h"
@@ -13,13 +13,13 @@
 static constexpr std::string_view NEXT_FILE = "<!--next-->";
 
 static void set_files(std::string_view input) {
-    const char *endings[] = {".tmx", ".tsx", ".tx"};
-    for (const char *ending : endings) {
+    const char *suffixes[] = {".tmx", ".tsx", ".tx"};
+    for (const char *suffix : suffixes) {
         const size_t end = input.find(NEXT_FILE);
         const std::string_view file = input.substr(0, end);
         const auto *data = reinterpret_cast<const uint8_t *>(file.data());
-        if (ending == endings[0]) fuzz_set_game_file(data, file.size());
-        fuzz_set_game_file_ending(ending, data, file.size());
+        if (suffix == suffixes[0]) fuzz_set_game_file(data, file.size());
+        fuzz_set_game_file_by_suffix(suffix, data, file.size());
         input = end == input.npos ? std::string_view() : input.substr(end + NEXT_FILE.size());
     }
 }
@@ -80,10 +80,10 @@ static void collide(const TileWorld *world) {
     for (int i = -1; i < world->layer_count; i++) {
         const int rects_before = rects.count, tris_before = tris.count, errors = fuzz_logged_errors();
         const bool made = tile_world_colliders(world, i < 0 ? nullptr : world->layers[i].name, &rects, &tris);
-        fuzz_check(made || fuzz_logged_errors() == errors + 1, "refused shapes are reported once");
+        fuzz_check(made || fuzz_logged_errors() == errors + 1, "rejected shapes are reported once");
         fuzz_check(
             made || (rects.count == rects_before && tris.count == tris_before),
-            "refused shapes leave the sets unchanged");
+            "rejected shapes leave the sets unchanged");
     }
     for (int i = 0; i < rects.count; i++) {
         const SDL_FRect r = rects.items[i];

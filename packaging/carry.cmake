@@ -1,15 +1,15 @@
-# Run while the archive is built: bundles the libraries that `program` needs, with their licences, in the folders
+# Run while the archive is built: bundles the libraries that `program` needs, and their licences, in the folders
 # described in the launcher. Debian only: it looks up the package of each library.
 set(runtime "^(ld-linux-|libc\\.|libm\\.|libmvec\\.|libgcc_s\\.|libstdc\\+\\+\\.|libz\\.)")
 # Must match the host's sound plugins and graphics driver; OpenGL, EGL and Vulkan are never bundled.
 set(spare "^(libasound\\.|libgbm\\.)")
-# Also includes parts of the C library that are loaded by name, or by older libraries than the build's.
+# Parts of the C library that are loaded with dlopen, or by libraries linked against an older C library.
 set(libc_parts libdl.so.2 libpthread.so.0 librt.so.1 libutil.so.1 libanl.so.1 libresolv.so.2 libmvec.so.1
     libnss_files.so.2 libnss_dns.so.2 libnss_compat.so.2)
 
 execute_process(COMMAND getconf GNU_LIBC_VERSION COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET) # for the launcher
 
-# Debian's libraries are in one folder, except a part of libpulse, which file() finds.
+# Debian installs libraries in one folder, except a part of libpulse, which file() finds.
 file(GET_RUNTIME_DEPENDENCIES EXECUTABLES ${program} RESOLVED_DEPENDENCIES_VAR found UNRESOLVED_DEPENDENCIES_VAR missing)
 if(missing)
     message(FATAL_ERROR "libraries not found: ${missing}")
@@ -53,7 +53,7 @@ set(table "")
 foreach(package IN LISTS packages)
     set(licence /usr/share/doc/${package}/copyright)
     if(NOT EXISTS ${licence})
-        message(FATAL_ERROR "a library may not be carried without its licence, and there is none at ${licence}")
+        message(FATAL_ERROR "a library must not be bundled without its licence, which is missing: ${licence}")
     endif()
     file(REAL_PATH ${licence} licence)
     file(INSTALL DESTINATION ${to}/licences TYPE FILE RENAME ${package} FILES ${licence})

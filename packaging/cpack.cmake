@@ -1,4 +1,4 @@
-# Read by each CPack generator: selects its install components and prefix.
+# CPack's project configuration, read once per generator: selects the install components and the prefix.
 if(CPACK_GENERATOR STREQUAL "DEB")
     list(REMOVE_ITEM CPACK_COMPONENTS_ALL portable)
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

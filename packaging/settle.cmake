@@ -1,4 +1,4 @@
-# Normalises modes and times of the packaged files, so that packages are reproducible.
+# Normalises the modes and timestamps of packaged files, so that packages are reproducible.
 execute_process(COMMAND chmod -R u=rwX,go=rX ${CPACK_TEMPORARY_DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
     execute_process(

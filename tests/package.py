@@ -18,30 +18,31 @@ ACTIONS = ["left", "right", "up", "down", "jump", "run", "attack", "pause"]
 NO_BOX2D = "-DCMAKE_DISABLE_FIND_PACKAGE_box2d=ON"
 
 
-def run(*words: object, code: int = 0, cwd: Path = WORK) -> str:
+def run(*arguments: object, code: int = 0, cwd: Path = WORK) -> str:
     """Runs a command, checks its exit code and returns its output."""
-    done = subprocess.run([str(word) for word in words], cwd=cwd, env=os.environ | HEADLESS, check=False, text=True,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, errors="replace")
-    check(done.returncode == code, f"{' '.join(map(str, words))}\nexit code {done.returncode}:\n{done.stdout}")
+    words = [str(argument) for argument in arguments]
+    done = subprocess.run(words, cwd=cwd, env=os.environ | HEADLESS, check=False, text=True, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, errors="replace")
+    check(done.returncode == code, f"{' '.join(words)}\nexit code {done.returncode}:\n{done.stdout}")
     return done.stdout
 
 
-def check(right: bool, message: str) -> None:
-    if not right:
+def check(ok: bool, message: str) -> None:
+    if not ok:
         sys.exit(f"package: {message}")
 
 
 def build(source: Path, name: str, *options: str, kind: str = "Debug") -> Path:
     """Configures and builds a project in WORK/name, without warnings."""
     folder = WORK / name
-    said = run("cmake", "-S", source, "-B", folder, "-G", "Ninja", "--no-warn-unused-cli", "-U", "LUMARIND_*",
-               f"-DCMAKE_BUILD_TYPE={kind}", *options) # resets cached options to their defaults
-    check("CMake Warning" not in said, said)
+    output = run("cmake", "-S", source, "-B", folder, "-G", "Ninja", "--no-warn-unused-cli", "-U", "LUMARIND_*",
+                 f"-DCMAKE_BUILD_TYPE={kind}", *options) # resets cached options to their defaults
+    check("CMake Warning" not in output, output)
     run("cmake", "--build", folder)
     return folder
 
 
-def fresh(folder: Path) -> Path:
+def removed(folder: Path) -> Path:
     shutil.rmtree(folder, ignore_errors=True)
     return folder
 
@@ -51,17 +52,17 @@ def files_in(folder: Path) -> list[str]:
 
 
 def play(program: Path) -> None:
-    """The game has its own names and actions, and stores its files in the user's folder."""
-    fresh(DATA)
-    fresh(EMPTY).mkdir()
+    """Runs the game, which must have its own names and actions and store its files in the user's folder."""
+    removed(DATA)
+    removed(EMPTY).mkdir()
     usage = run(program, "--help", cwd=EMPTY)
     check("Usage: star-catcher [options]" in usage and "config/star-catcher.ini" in usage, usage)
     run(program, "--nonsense", code=1, cwd=EMPTY)
     screens = run(program, "--screen", "nowhere", code=1, cwd=EMPTY)
     check(re.findall(r"^  (\w+)$", screens, re.MULTILINE) == ["title", "play"], screens)
     for screen in ["title", "play"]:
-        said = run(program, "--screen", screen, "--capture-at", "5", "--quit-at", "30", cwd=EMPTY)
-        check("ERROR" not in said and "WARN" not in said, said)
+        output = run(program, "--screen", screen, "--capture-at", "5", "--quit-at", "30", cwd=EMPTY)
+        check("ERROR" not in output and "WARN" not in output, output)
     user = DATA / "star-catcher"
     captures = [name for name in files_in(user) if re.fullmatch(r"captures/capture-\d+-\d+-000005\.png", name)]
     check(len(captures) >= 1 and files_in(DATA) == sorted(f"star-catcher/{name}" for name in [
@@ -72,42 +73,43 @@ def play(program: Path) -> None:
 
 
 def play_example() -> None:
-    """The example game is built as one outside this checkout would be, and each of its screens comes up."""
+    """Builds the example game as a separate project and runs each of its screens."""
     folder = build(SOURCE / "examples/cinder-keep", "cinder-keep", f"-DCMAKE_PREFIX_PATH={PREFIX}",
                    f"-DCMAKE_CXX_FLAGS={WARNINGS}")
     for screen in ["title", "level-1", "level-2", "credits"]:
-        said = run(folder / "cinder-keep", "--screen", screen, "--quit-at", "30", cwd=EMPTY)
-        check("ERROR" not in said and "WARN" not in said, said)
+        output = run(folder / "cinder-keep", "--screen", screen, "--quit-at", "30", cwd=EMPTY)
+        check("ERROR" not in output and "WARN" not in output, output)
 
 
 def check_nothing_leaked(folder: Path) -> None:
-    """A game's build contains none of the engine's programs, links, tests, install rules, flags and folders."""
+    """A game's build must not contain any of the engine's programs, links, tests, install rules, flags and folders."""
     targets = run("ninja", "-t", "targets", "all", cwd=folder)
     check(not re.search("LumarindEngine|lumarind_(tests|soak|gallery|program|box2d)", targets), targets)
     compiled = re.search(r"(?m)^.* -c \S+/(main|own-screen)\.cpp$", run("ninja", "-t", "commands", cwd=folder))[0]
     check(not re.search(r" -[Wf]", compiled), compiled)
-    seen = [path for path in map(Path, re.findall(r" (?:-I|-isystem ?)(\S+)", compiled)) if path != SOURCE / "tests/package"]
-    check(str(folder) in str(seen[0]) and not any((path / name).exists() for path in seen for name in [
+    paths = map(Path, re.findall(r" (?:-I|-isystem ?)(\S+)", compiled))
+    paths = [path for path in paths if path != SOURCE / "tests/package"]
+    check(str(folder) in str(paths[0]) and not any((path / name).exists() for path in paths for name in [
         "engine", "config", "core", "input"]), compiled)
     links = [path.name for path in folder.rglob("*") if path.is_symlink()]
     check(set(links) <= {"assets"} and len(links) <= 1, f"links in {folder}: {links}")
-    check("Total Tests: 0" in run("ctest", "-N", cwd=folder), "it has tests")
-    run("cmake", "--install", folder, "--prefix", fresh(WORK / "nothing"))
+    check("Total Tests: 0" in run("ctest", "-N", cwd=folder), "the game's build has tests")
+    run("cmake", "--install", folder, "--prefix", removed(WORK / "nothing"))
     others = [name for name in files_in(WORK / "nothing") if not re.search("star.catcher", name)]
-    check(not others, f"it installs {others}")
+    check(not others, f"the game's build installs {others}")
 
 
 def install() -> None:
     """Installs only the library and relocates it."""
     build(SOURCE, "library", "-DLUMARIND_PROGRAM=OFF", NO_BOX2D, kind="Release")
-    run("cmake", "--install", WORK / "library", "--prefix", fresh(WORK / "installed"))
-    fresh(PREFIX)
+    run("cmake", "--install", WORK / "library", "--prefix", removed(WORK / "installed"))
+    removed(PREFIX)
     (WORK / "installed").rename(PREFIX)
-    check(os.listdir(PREFIX / "include") == ["lumarind"], "games would see anything beside the folder lumarind")
+    check(os.listdir(PREFIX / "include") == ["lumarind"], "the include folder contains more than lumarind")
     inside = [name for name in files_in(PREFIX) if re.search(r"_(internal|record)\.h$|engine/(frame|setup)\.h", name)]
-    check(not inside, f"not for games: {inside}")
+    check(not inside, f"internal headers are installed: {inside}")
     for name in files_in(PREFIX):
-        check(str(SOURCE).encode() not in (PREFIX / name).read_bytes() or name.endswith(".a"), f"{name} names a folder")
+        check(str(SOURCE).encode() not in (PREFIX / name).read_bytes() or name.endswith(".a"), f"{name} contains the source path")
 
 
 def check_objects() -> None:
@@ -121,12 +123,12 @@ def check_objects() -> None:
 
 def write_game() -> str:
     """Creates a game with ./dev new, which must not overwrite it; returns main.cpp."""
-    fresh(GAME)
+    removed(GAME)
     run(SOURCE / "dev", "new", GAME)
-    said = run(SOURCE / "dev", "new", GAME, code=1)
-    check(said.count("\n") == 1 and str(GAME) in said, said)
-    for name, most in {"main.cpp": 70, "CMakeLists.txt": 10}.items():
-        check(len((GAME / name).read_text().splitlines()) <= most, f"{name} has more than {most} lines")
+    output = run(SOURCE / "dev", "new", GAME, code=1)
+    check(output.count("\n") == 1 and str(GAME) in output, output)
+    for name, limit in {"main.cpp": 70, "CMakeLists.txt": 10}.items():
+        check(len((GAME / name).read_text().splitlines()) <= limit, f"{name} has more than {limit} lines")
     return (GAME / "main.cpp").read_text()
 
 
@@ -137,9 +139,9 @@ def write_own_screen(main: str) -> Path:
     table = "static constexpr GameScreen screens[]"
     main = main.replace(table, f"{screen}\n{table}")
     for edit in edits:
-        known = edit.splitlines()[0] + "\n"
-        check(main.count(known) == 1, f"the page's line is not exactly once in main.cpp: {known}")
-        main = main.replace(known, edit)
+        first_line = edit.splitlines()[0] + "\n"
+        check(main.count(first_line) == 1, f"main.cpp does not contain this line exactly once: {first_line}")
+        main = main.replace(first_line, edit)
     path = WORK / "own-screen.cpp"
     if not path.exists() or path.read_text() != main:
         path.write_text(main)
@@ -163,8 +165,8 @@ def main() -> None:
     headers = [path.relative_to(PREFIX / "include").as_posix() for path in sorted(PREFIX.rglob("*.h"))]
     folder = build(SOURCE / "tests/package", "foreign-installed", f"-DCMAKE_PREFIX_PATH={PREFIX}", f"-DMAIN={own_screen}",
                    f"-DHEADERS={';'.join(headers)}", f"-DCMAKE_CXX_FLAGS={WARNINGS}")
-    said = run(folder / "other_abi", code=1)
-    check("built for ABI 99" in said, said)
+    output = run(folder / "other_abi", code=1)
+    check("built for ABI 99" in output, output)
 
     check_nothing_leaked(build(GAME, "game-fetched", f"-DLUMARIND_SOURCE={SOURCE}", NO_BOX2D))
     play(WORK / "game-fetched/star-catcher")

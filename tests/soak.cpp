@@ -1,9 +1,9 @@
-// Soak test: the whole program for a long time under random input from a printed seed, with the sanitizers. Checks that
-// every log line is known and that memory does not grow between comparable moments: the first half of the frames is
-// many short runs, measured between runs, the second half one long run, measured in its menu.
+// Soak test: runs the whole program for a long time with random input from a printed seed and the sanitizers. Checks
+// that every log line is known and that memory in use does not grow: the first half of the frames is many short runs,
+// with memory measured between runs, the second half one long run, with memory measured in its menu.
 //   LUMARIND_SOAK_FRAMES  number of frames (default 20000)
 //   LUMARIND_SOAK_SEED    seed (default 1)
-// The run is recorded beside the program, in soak.lmr, also up to a crash.
+// Each run is recorded in soak.lmr beside the executable, also up to a crash.
 
 #include "app/screen_registry.h"
 #include "lumarind/engine/engine.h"
@@ -37,7 +37,7 @@ extern "C" const char *__asan_default_options() {
 namespace {
 
 constexpr Uint64 FRAMES_DEFAULT = 20'000, SEED_DEFAULT = 1;
-constexpr Uint64 SAMPLES_WANTED = 100; // of the long run
+constexpr Uint64 SAMPLES = 100; // of the long run
 constexpr size_t GROWTH_STOPPED_MAX = 64 << 10;
 constexpr size_t GROWTH_RUNNING_MAX = 1 << 20; // the mixer's tracks keep the sounds they played last
 constexpr size_t GROWTH_PER_GAMEPAD = 256;     // SDL keeps some data for each controller ever connected
@@ -54,14 +54,14 @@ size_t memory_in_use() {
 #endif
 }
 
-// Compares the minimum of the first quarter of the samples with that of the last: sounds that are fading out during a
-// sample add to it.
+// Compares the minimum of the first quarter of the samples with that of the last: sounds that fade out during a sample
+// increase it.
 void expect_no_growth(const char *what, const std::vector<size_t> &samples, size_t allowed) {
     const auto quarter = static_cast<std::ptrdiff_t>(samples.size() / 4);
     ASSERT_GE(quarter, 1) << what << ": too few samples";
     const size_t before = *std::min_element(samples.begin(), samples.begin() + quarter);
     const size_t after = *std::min_element(samples.end() - quarter, samples.end());
-    std::printf("soak: %s: %zu samples, at first %zu bytes, at last %zu\n", what, samples.size(), before, after);
+    std::printf("soak: %s: %zu samples, first %zu bytes, last %zu\n", what, samples.size(), before, after);
     EXPECT_LE(after, before + allowed) << what << ": memory grew";
 }
 
@@ -70,24 +70,24 @@ constexpr const char *KEYS[] = {"Left",   "Right", "Up", "Down", "A", "D",      
                                 "Return", "Z",     "X",  "J",    "K", "L",          "U", "I",  "H",
                                 "P",      "R",     "F",  ",",    ".", "Left_Shift", "Q", "Tab"};
 
-constexpr Uint32 ODD_EVENTS[] = {SDL_EVENT_RENDER_TARGETS_RESET, SDL_EVENT_RENDER_DEVICE_RESET,
-                                 SDL_EVENT_DISPLAY_ORIENTATION,  SDL_EVENT_LOCALE_CHANGED,
-                                 SDL_EVENT_LOW_MEMORY,           SDL_EVENT_KEYMAP_CHANGED,
-                                 SDL_EVENT_CLIPBOARD_UPDATE,     SDL_EVENT_FINGER_MOTION,
-                                 SDL_EVENT_GAMEPAD_REMOVED,      SDL_EVENT_GAMEPAD_ADDED,
-                                 SDL_EVENT_AUDIO_DEVICE_ADDED,   SDL_EVENT_USER,
-                                 SDL_EVENT_WINDOW_FOCUS_LOST,    SDL_EVENT_WINDOW_FOCUS_GAINED,
-                                 SDL_EVENT_WINDOW_MINIMIZED,     SDL_EVENT_WINDOW_RESTORED,
-                                 SDL_EVENT_WINDOW_EXPOSED,       SDL_EVENT_WINDOW_MOUSE_LEAVE,
-                                 SDL_EVENT_WINDOW_OCCLUDED,      SDL_EVENT_WINDOW_DISPLAY_CHANGED};
+constexpr Uint32 RARE_EVENTS[] = {SDL_EVENT_RENDER_TARGETS_RESET, SDL_EVENT_RENDER_DEVICE_RESET,
+                                  SDL_EVENT_DISPLAY_ORIENTATION,  SDL_EVENT_LOCALE_CHANGED,
+                                  SDL_EVENT_LOW_MEMORY,           SDL_EVENT_KEYMAP_CHANGED,
+                                  SDL_EVENT_CLIPBOARD_UPDATE,     SDL_EVENT_FINGER_MOTION,
+                                  SDL_EVENT_GAMEPAD_REMOVED,      SDL_EVENT_GAMEPAD_ADDED,
+                                  SDL_EVENT_AUDIO_DEVICE_ADDED,   SDL_EVENT_USER,
+                                  SDL_EVENT_WINDOW_FOCUS_LOST,    SDL_EVENT_WINDOW_FOCUS_GAINED,
+                                  SDL_EVENT_WINDOW_MINIMIZED,     SDL_EVENT_WINDOW_RESTORED,
+                                  SDL_EVENT_WINDOW_EXPOSED,       SDL_EVENT_WINDOW_MOUSE_LEAVE,
+                                  SDL_EVENT_WINDOW_OCCLUDED,      SDL_EVENT_WINDOW_DISPLAY_CHANGED};
 
 class Soak : public EngineTest {
 protected:
     Uint64 random = 0, frames = 0, next_sample = 0;
     std::vector<std::unique_ptr<VirtualGamepad>> gamepads;
     std::vector<size_t> stopped, running; // memory in use between runs, and in the menu of the long run
-    int unknown_lines = 0, plugged = 0;
-    bool lasting = false; // in the long run, which the user does not quit
+    int unknown_lines = 0, gamepads_plugged = 0;
+    bool long_run = false; // in the long run, which the user does not quit
     const std::string recording = SDL_GetBasePath() + std::string("soak.lmr"); // since the last jump to a screen
 
     int below(int limit) { return SDL_rand_r(&random, limit); }
@@ -100,11 +100,11 @@ protected:
     static bool in_menu() {
         return engine_get_state() == GAME_STATE_MAIN_MENU || engine_get_prev_state() == GAME_STATE_MAIN_MENU;
     }
-    bool stays() { return lasting && in_menu(); }
+    bool must_stay_in_menu() { return long_run && in_menu(); }
 
     void press_key() {
         const std::string key = any_of(KEYS);
-        if (key == "Return" && stays()) return;
+        if (key == "Return" && must_stay_in_menu()) return;
         play(one_in(8) ? "~" + key : one_in(2) ? "+" + key : key);
     }
     void release_keys() {
@@ -112,22 +112,22 @@ protected:
         hold({});
     }
     void press_function_key() { play(any_of({"F3", "F3", "F3", "F4", "F4", "F5", "F12"})); }
-    void press_escape() { // in the menu it quits: rarely, or runs would be too short
-        if (!in_menu() || (!lasting && one_in(20))) play("Escape");
+    void press_escape() { // rarely in the menu, where it quits: otherwise runs would be too short
+        if (!in_menu() || (!long_run && one_in(20))) play("Escape");
     }
     void use_mouse() {
         int width = 0, height = 0;
         SDL_GetWindowSize(engine->window, &width, &height);
         const std::string at = std::to_string(below(width + 40) - 20) + "," + std::to_string(below(height + 40) - 20);
         play("move:" + at);
-        if (one_in(4) && !stays()) play((one_in(3) ? "rclick:" : "click:") + at);
+        if (one_in(4) && !must_stay_in_menu()) play((one_in(3) ? "rclick:" : "click:") + at);
         if (one_in(10)) push_event(SDL_EVENT_MOUSE_WHEEL);
         if (one_in(10)) play("drop:" + at);
     }
     void plug_or_unplug() {
         constexpr const char *NAMES[] = {"Soak Pad", "", "A controller with a name that is longer than its box"};
         if (one_in(2) && gamepads.size() < GAMEPADS_MAX) {
-            plugged++;
+            gamepads_plugged++;
             gamepads.push_back(std::make_unique<VirtualGamepad>(any_of(NAMES), one_in(2), one_in(2)));
         } else if (!gamepads.empty()) {
             gamepads.erase(gamepads.begin() + below(static_cast<int>(gamepads.size())));
@@ -137,8 +137,8 @@ protected:
         if (gamepads.empty()) return;
         const VirtualGamepad &pad = *gamepads[static_cast<size_t>(below(static_cast<int>(gamepads.size())))];
         const auto button = static_cast<SDL_GamepadButton>(below(SDL_GAMEPAD_BUTTON_COUNT));
-        const bool chooses = button == SDL_GAMEPAD_BUTTON_EAST || button == SDL_GAMEPAD_BUTTON_SOUTH;
-        if (!chooses || !stays()) pad.set(button, one_in(2));
+        const bool confirms = button == SDL_GAMEPAD_BUTTON_EAST || button == SDL_GAMEPAD_BUTTON_SOUTH;
+        if (!confirms || !must_stay_in_menu()) pad.set(button, one_in(2));
         const auto axis = static_cast<SDL_GamepadAxis>(below(SDL_GAMEPAD_AXIS_COUNT));
         const bool trigger = axis >= SDL_GAMEPAD_AXIS_LEFT_TRIGGER;
         pad.set(axis, trigger ? SDL_randf_r(&random) : 2 * SDL_randf_r(&random) - 1);
@@ -148,8 +148,8 @@ protected:
         const int width = odd ? 1 + below(2000) : 320 + below(500), height = odd ? 1 + below(1200) : 200 + below(300);
         SDL_SetWindowSize(engine->window, width, height);
     }
-    void send_odd_event() {
-        push_event(any_of(ODD_EVENTS));
+    void send_rare_event() {
+        push_event(any_of(RARE_EVENTS));
         hold({}); // SDL releases all keys when focus is lost
     }
     GameState any_screen() { return GAME_STATE_MAIN_MENU + below(GAME_STATE_PHYSICS_DEMO - GAME_STATE_MAIN_MENU + 1); }
@@ -162,28 +162,28 @@ protected:
         transition_fade_to(any_screen(), 0.02 + SDL_randf_r(&random) * 0.5);
     }
     void quit() {
-        if (!lasting) one_in(2) ? play("ctrl:Q") : push_event(SDL_EVENT_QUIT);
+        if (!long_run) one_in(2) ? play("ctrl:Q") : push_event(SDL_EVENT_QUIT);
     }
 
-    void let_something_happen() {
+    void do_random_action() {
         static constexpr struct {
             int weight; // per mille
             void (Soak::*act)();
-        } HAPPENINGS[] = {{381, &Soak::press_key},
-                          {150, &Soak::release_keys},
-                          {150, &Soak::use_mouse},
-                          {200, &Soak::use_gamepad},
-                          {20, &Soak::plug_or_unplug},
-                          {30, &Soak::press_function_key},
-                          {12, &Soak::press_escape},
-                          {25, &Soak::resize_window},
-                          {30, &Soak::send_odd_event},
-                          {1, &Soak::fade_to_screen},
-                          {1, &Soak::quit}};
+        } ACTIONS[] = {{381, &Soak::press_key},
+                       {150, &Soak::release_keys},
+                       {150, &Soak::use_mouse},
+                       {200, &Soak::use_gamepad},
+                       {20, &Soak::plug_or_unplug},
+                       {30, &Soak::press_function_key},
+                       {12, &Soak::press_escape},
+                       {25, &Soak::resize_window},
+                       {30, &Soak::send_rare_event},
+                       {1, &Soak::fade_to_screen},
+                       {1, &Soak::quit}};
         int at = below(1000);
-        for (const auto &happening : HAPPENINGS) {
-            at -= happening.weight;
-            if (at < 0) return (this->*happening.act)();
+        for (const auto &action : ACTIONS) {
+            at -= action.weight;
+            if (at < 0) return (this->*action.act)();
         }
     }
 
@@ -249,7 +249,7 @@ protected:
         return frame() && frame();
     }
 
-    // Shows the menu at a fixed window size, without controllers and panel.
+    // Measures memory in the menu, at a fixed window size, without controllers and panel.
     bool sample_in_menu() {
         gamepads.clear();
         hold({});
@@ -262,14 +262,14 @@ protected:
         return true;
     }
 
-    bool run_a_frame() {
+    bool run_frame() {
         if (one_in(500)) jump_to(any_screen()); // first: Escape depends on the current screen
-        for (int i = below(4); i > 0; i--) let_something_happen();
-        const bool goes_on = frame(any_frame_time());
+        for (int i = below(4); i > 0; i--) do_random_action();
+        const bool continues = frame(any_frame_time());
         frames_done++;
         check_log();
-        if (!lasting || frames_done < next_sample) return goes_on;
-        next_sample = frames_done + frames / 2 / SAMPLES_WANTED;
+        if (!long_run || frames_done < next_sample) return continues;
+        next_sample = frames_done + frames / 2 / SAMPLES;
         return sample_in_menu();
     }
 };
@@ -287,7 +287,7 @@ TEST_F(Soak, SurvivesRandomInput) {
 #endif
     while (frames_done < frames / 2) {
         ASSERT_TRUE(begin());
-        while (frames_done < frames / 2 && run_a_frame()) continue;
+        while (frames_done < frames / 2 && run_frame()) continue;
         end();
     }
     std::printf("soak: %zu short runs\n", stopped.size());
@@ -295,16 +295,17 @@ TEST_F(Soak, SurvivesRandomInput) {
 
     ASSERT_TRUE(begin());
     for (GameState state = GAME_STATE_MAIN_MENU; state <= GAME_STATE_PHYSICS_DEMO; state++) {
-        ASSERT_TRUE(visit(state)); // allocates everything that is cached for good
+        ASSERT_TRUE(visit(state)); // fills caches that are never freed
     }
-    lasting = true;
-    plugged = 0;
-    while (frames_done < frames && run_a_frame()) continue;
+    long_run = true;
+    gamepads_plugged = 0;
+    while (frames_done < frames && run_frame()) continue;
     EXPECT_EQ(frames_done, frames) << "the long run ended by itself";
     end();
-    std::printf("soak: one long run, %d controllers plugged\n", plugged);
+    std::printf("soak: one long run, %d controllers plugged\n", gamepads_plugged);
     expect_no_growth(
-        "in the long run's menu", running, GROWTH_RUNNING_MAX + GROWTH_PER_GAMEPAD * static_cast<size_t>(plugged));
+        "in the long run's menu", running,
+        GROWTH_RUNNING_MAX + GROWTH_PER_GAMEPAD * static_cast<size_t>(gamepads_plugged));
 }
 
 } // namespace

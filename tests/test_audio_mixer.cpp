@@ -144,7 +144,7 @@ TEST_F(AudioMixerTest, VolumesAreClampedTo0To1) {
     for (int i = 0; i < AUDIO_BUS_COUNT; i++) {
         const auto bus = static_cast<AudioBus>(i);
         for (const auto &[value, level] : cases) {
-            cfg_set_audio_volume(bus, value); // possible values of a file
+            cfg_set_audio_volume(bus, value); // not clamped, as when loaded from a file
             EXPECT_FLOAT_EQ(audio_volume(bus), level) << value;
             audio_set_volume(bus, value);
             EXPECT_FLOAT_EQ(cfg_get_audio_volume(bus), level) << value;
@@ -167,16 +167,16 @@ TEST_F(AudioMixerTest, InvalidFilesAreReportedWithPathAndReason) {
         footed = "ID3\4\0\x10\0\0\1\2"s + std::string(130 + 10, 'x');
     const struct {
         const char *name;
-        std::string content, reason; // "": the file is missing
+        std::string content, reason; // reason "": the file loads
     } files[] = {
         {"tagged.wav", tag + wav, ""},
         {"footed.wav", footed + wav, ""},
         {"tagged.ogg", tag + ogg, ""},
-        {"empty.ogg", "", "there is no sound in it"},
+        {"empty.ogg", "", "it contains no sound"},
         {"text.wav", "This is not audio.\n", "this format is not supported: save it as WAV, FLAC, Ogg or MP3"},
         {"tagged.aiff", tag + "FORM" + wav, "AIFF is not supported: save it as WAV, FLAC, Ogg or MP3"},
-        {"no-frames.wav", wav.substr(0, 40) + "\0\0\0\0"s, "there is no sound in it"},
-        {"one-frame.wav", wav.substr(0, 40) + "\2\0\0\0\1\1"s, "there is no sound in it"},
+        {"no-frames.wav", wav.substr(0, 40) + "\0\0\0\0"s, "it contains no sound"},
+        {"one-frame.wav", wav.substr(0, 40) + "\2\0\0\0\1\1"s, "it contains no sound"},
         {"two-frames.wav", wav.substr(0, 40) + "\4\0\0\0\1\1\1\1"s, ""},
         {"gigahertz.wav", wav.substr(0, 27) + '\x40' + wav.substr(28),
          "1073785924 Hz is more than the 768000 supported"},
@@ -202,7 +202,7 @@ TEST_F(AudioMixerTest, InvalidFilesAreReportedWithPathAndReason) {
     const float frames[2] = {};
     EXPECT_TRUE(!audio_load_samples(nullptr, 100, 1, 44100) && log.has("Unable to load 100 generated frames, error: "));
     EXPECT_FALSE(audio_load_samples(frames, 0, 1, 44100) || audio_load_samples(frames, 1, 1, 44100));
-    EXPECT_EQ(log.count(" generated frames, error: there is no sound in it"), 2);
+    EXPECT_EQ(log.count(" generated frames, error: it contains no sound"), 2);
     sounds.push_back(audio_load_samples(frames, 2, 1, 768000));
     EXPECT_TRUE(sounds.back() && !audio_load_samples(frames, 2, 1, 768001));
 }
@@ -227,7 +227,8 @@ TEST_F(AudioMixerTest, SharedSoundsAreCachedAndHotReloaded) {
     store("coin_single1");
     reload_tick();
     EXPECT_NE(MIX_GetAudioDuration(sound->audio), before);
-    EXPECT_TRUE(MIX_TrackPlaying(audio->sfx[0]) && MIX_GetTrackAudio(audio->sfx[0]) == old) << "plays to its end";
+    EXPECT_TRUE(MIX_TrackPlaying(audio->sfx[0]) && MIX_GetTrackAudio(audio->sfx[0]) == old)
+        << "the old sound plays to its end";
     sound_store_release(sound);
     EXPECT_TRUE(audio_play_sfx(sound->audio)) << "there is another reference";
     for (SharedSound *held : {sound, music}) sound_store_release(held);

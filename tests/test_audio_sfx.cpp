@@ -1,4 +1,4 @@
-// The synthesiser: every build draws the same parameters from a seed and renders the same frames.
+// The synthesiser: every build generates the same parameters from a seed and renders the same frames.
 
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
@@ -20,11 +20,11 @@ struct Hash { // FNV-1a
     }
 };
 
-// Small seeds, as counted by a player, and others: with a small seed the first draw is always 0.
+// Alternates small seeds, as in the audio demo, and large ones: with a small seed the first random number is always 0.
 Uint64 seed_of(int i) { return static_cast<Uint64>(i) * (i % 2 ? 0x9e3779b97f4a7c15u : 1u); }
 
-void draw_any(SfxParams *params) { sfx_genRandomize(params, sfx_random(SFX_WAVE_COUNT)); }
-void draw_and_mutate(SfxParams *params) {
+void gen_any(SfxParams *params) { sfx_genRandomize(params, sfx_random(SFX_WAVE_COUNT)); }
+void gen_mutated(SfxParams *params) {
     sfx_resetParams(params);
     const Uint32 mask = static_cast<Uint32>(sfx_random(1 << 22));
     sfx_mutate(params, 0.3f, mask);
@@ -32,24 +32,24 @@ void draw_and_mutate(SfxParams *params) {
 }
 
 // Hashes from a debug build. A difference means a changed sound, or a compiler that rounds differently. There are
-// enough seeds to cover both branches of every draw.
+// enough seeds to cover both branches of every random decision.
 TEST(AudioSfx, SeedGivesSameParametersInEveryBuild) {
     const struct {
-        void (*draw)(SfxParams *params);
+        void (*generate)(SfxParams *params);
         Uint64 hash;
     } rows[] = {
         {sfx_genPickupCoin, 0x25f25ef0c586e8ac}, {sfx_genLaserShoot, 0x7938252328ff38f6},
         {sfx_genExplosion, 0x7a5407fb54813f63},  {sfx_genPowerup, 0xd99dbfd8e693524},
         {sfx_genHitHurt, 0xba933fa02a19f6b4},    {sfx_genJump, 0xe9fbaf890742fab2},
         {sfx_genBlipSelect, 0xa1325dd1b86d21ce}, {sfx_genSynth, 0x1155399f13a98801},
-        {draw_any, 0xc644132190ba01ec},          {draw_and_mutate, 0x9c846d065144202c},
+        {gen_any, 0xc644132190ba01ec},           {gen_mutated, 0x9c846d065144202c},
     };
     for (const auto &row : rows) {
         Hash hash;
         for (int i = 0; i < 300; i++) {
             SfxParams params;
             sfx_rng_state = seed_of(i);
-            row.draw(&params);
+            row.generate(&params);
             hash.add(&params, sizeof params);
             hash.add(&sfx_rng_state, sizeof sfx_rng_state);
         }

@@ -16,10 +16,10 @@ protected:
     ~ArgsTest() override { parse({}); }
 
     ArgsResult parse(std::vector<std::string> words) {
-        kept = std::move(words);
-        kept.insert(kept.begin(), "LumarindEngine");
+        argv_strings = std::move(words);
+        argv_strings.insert(argv_strings.begin(), "LumarindEngine");
         std::vector<char *> argv;
-        for (std::string &word : kept) argv.push_back(word.data());
+        for (std::string &word : argv_strings) argv.push_back(word.data());
         ::testing::internal::CaptureStdout();
         const ArgsResult result = args_parse(static_cast<int>(argv.size()), argv.data());
         output = ::testing::internal::GetCapturedStdout();
@@ -28,7 +28,7 @@ protected:
 
     LogCapture log;
     std::string output;
-    std::vector<std::string> kept; // args borrows the strings
+    std::vector<std::string> argv_strings; // args borrows the strings
 };
 
 TEST_F(ArgsTest, ParsesEveryOptionAndLastOccurrenceWins) {
@@ -44,7 +44,7 @@ TEST_F(ArgsTest, ParsesEveryOptionAndLastOccurrenceWins) {
     int width = 0, height = 0;
     ASSERT_TRUE(args_window_size(&width, &height));
     EXPECT_TRUE(width == 800 && height == 450 && args_window_size(nullptr, nullptr));
-    int number = 0; // too large numbers wrap around at 32 bits
+    int number = 0; // too large numbers wrap around
     EXPECT_TRUE(args_take_positive_int("", "4294967297", &number) && number == 1);
 
     ASSERT_EQ(parse({}), ARGS_RUN) << "parsing resets earlier options";
@@ -55,7 +55,7 @@ TEST_F(ArgsTest, ParsesEveryOptionAndLastOccurrenceWins) {
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(ArgsTest, RefusesInvalidArgumentsWithMessageAndUsage) {
+TEST_F(ArgsTest, RejectsInvalidArgumentsWithMessageAndUsage) {
     const std::string size = "--window-size expects WxH, e.g. 800x450: ";
     const std::pair<std::vector<std::string>, std::string> cases[] = {
         {{"--quit-at"}, "Missing value for: --quit-at"},

@@ -124,7 +124,7 @@ TEST_F(ConfigTest, ParsesHandWrittenFiles) {
     EXPECT_EQ(cfg_get_fps_limit(), 0);
     EXPECT_EQ(cfg_get_ui_scale(), 0);
     const CfgWindowProps window = cfg_get_window_props();
-    EXPECT_EQ(window.x, 13) << "the last of two lines counts";
+    EXPECT_EQ(window.x, 13) << "the last occurrence wins";
     EXPECT_EQ(window.y, 2147483647) << "saturated";
     EXPECT_EQ(window.width, 800) << "a key in another section is ignored";
     EXPECT_EQ(window.height, 0);
@@ -133,7 +133,7 @@ TEST_F(ConfigTest, ParsesHandWrittenFiles) {
     EXPECT_STREQ(cfg_get_input_bindings(INPUT_ACTION_JUMP), "Space");
     EXPECT_EQ(std::string(cfg_get_input_bindings(INPUT_ACTION_RUN)), std::string(127, 'b'));
     EXPECT_EQ(cfg_get_audio_volume(AUDIO_BUS_MASTER), 0.8f);
-    EXPECT_EQ(cfg_get_audio_volume(AUDIO_BUS_SFX), 0.5f) << "a last line without a line feed counts";
+    EXPECT_EQ(cfg_get_audio_volume(AUDIO_BUS_SFX), 0.5f) << "a last line without a line feed is read";
     EXPECT_EQ(cfg_load_handler(config, "capture", "directory", std::string(500, 'y').c_str()), 1);
     EXPECT_EQ(std::string(cfg_get_capture_directory()).size(), 255u);
     EXPECT_EQ(
@@ -152,7 +152,7 @@ TEST_F(ConfigTest, ReportsReadErrorWithoutOverwritingSettings) {
         EXPECT_FALSE(load());
         EXPECT_TRUE(log.only_error_starts("[CONFIG] Error loading/parsing config file: config/lumarind-engine.ini"));
         fs::remove(CFG_PATH);
-        EXPECT_FALSE(cfg_save() || fs::exists(CFG_PATH)) << "not even if writing is possible";
+        EXPECT_FALSE(cfg_save() || fs::exists(CFG_PATH)) << "even if writing would be possible";
         cfg_cleanup();
         log.lines.clear();
     }
@@ -172,7 +172,7 @@ TEST_F(ConfigTest, FullDiskLeavesOldSettingsIntact) {
     setrlimit(RLIMIT_FSIZE, &old);
     EXPECT_EQ(read_file(CFG_PATH), defaults) << "the old settings are intact";
     EXPECT_EQ(files_in("config"), 1) << "no temporary file is left";
-    fs::create_directory("config/lumarind-engine.ini.new"); // like a folder that accepts no new file
+    fs::create_directory("config/lumarind-engine.ini.new"); // blocks the temporary file
     EXPECT_TRUE(cfg_save());
     EXPECT_NE(read_file(CFG_PATH).find("fps_limit = 77"), std::string::npos);
     EXPECT_TRUE(fs::is_directory("config/lumarind-engine.ini.new"));

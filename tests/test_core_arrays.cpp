@@ -1,4 +1,4 @@
-// Typed arrays: a value instance defined here, and the string array.
+// Typed arrays: one of values, defined here, and the string array, which owns its elements.
 
 #include "lumarind/core/string_array.h"
 #include "support/allocation_faults.h"
@@ -48,7 +48,7 @@ TEST(TypedArray, GrowsByGrowByOrOne) {
     const int seven = 7;
     EXPECT_TRUE(numbers_add(array.get(), &seven)) << "reusable after cleanup";
     for (int i = 0; i < 20; i++)
-        ASSERT_TRUE(numbers_add(array.get(), &array->items[0])) << "an element of its own buffer";
+        ASSERT_TRUE(numbers_add(array.get(), &array->items[0])) << "an element in the array's own buffer";
     EXPECT_EQ(content(array), std::vector<int>(21, 7));
 }
 
@@ -80,7 +80,7 @@ TEST(TypedArray, RemoveAndMoveFillGapWithLastElement) {
     EXPECT_EQ(numbers_get(src.get(), 1), 0);
 }
 
-// --- an instance that owns its elements ---
+// --- an array that owns its elements ---
 
 TEST(StringArray, OwnsCopiesWithoutLeaks) {
     allocation_faults_install();
@@ -91,10 +91,10 @@ TEST(StringArray, OwnsCopiesWithoutLeaks) {
     text[0] = 'X';
     for (const int nth : {1, 2}) {
         allocation_faults_arm(nth, false);
-        EXPECT_FALSE(string_array_add(&array, "two")) << "first the copy fails, then growing";
+        EXPECT_FALSE(string_array_add(&array, "two")) << "first copying the text fails, then growing the array";
         EXPECT_EQ(allocation_faults_disarm(), 1);
         allocation_faults_arm(nth, false);
-        EXPECT_EQ(string_array_new(1, 1), nullptr) << "first the record fails, then the elements";
+        EXPECT_EQ(string_array_new(1, 1), nullptr) << "first allocating the record fails, then the elements";
         allocation_faults_disarm();
     }
     EXPECT_TRUE(log.has("[STRING_ARRAY] Memory allocation failed in string_array_new(), error: "));

@@ -1,4 +1,4 @@
-// The log file behind SDL's log, and error reporting.
+// The log file and log priorities, and error reporting.
 
 #include "core/log.h"
 #include "lumarind/core/error.h"
@@ -16,7 +16,7 @@ class LogTest : public ::testing::Test {
 protected:
     ~LogTest() override { log_cleanup(); }
     TemporaryDirectory directory;
-    LogCapture previous; // stands for SDL's own output, which must continue
+    LogCapture previous; // replaces SDL's own output, which must continue
 };
 
 TEST_F(LogTest, SetupTruncatesFileAndEveryLineIsFlushed) {
@@ -32,10 +32,10 @@ TEST_F(LogTest, SetupTruncatesFileAndEveryLineIsFlushed) {
     for (int priority = SDL_LOG_PRIORITY_INFO; priority <= SDL_LOG_PRIORITY_CRITICAL; priority++) {
         SDL_LogMessage(SDL_LOG_CATEGORY_APPLICATION, static_cast<SDL_LogPriority>(priority), "x %d%%", priority);
     }
-    SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[TEST] DEBUG: gets through");
-    EXPECT_EQ(read_file(LOG_FILE), "x 4%\nWARNING: x 5%\nERROR: x 6%\nERROR: x 7%\n[TEST] DEBUG: gets through\n");
+    SDL_LogDebug(SDL_LOG_CATEGORY_TEST, "[TEST] DEBUG: logged");
+    EXPECT_EQ(read_file(LOG_FILE), "x 4%\nWARNING: x 5%\nERROR: x 6%\nERROR: x 7%\n[TEST] DEBUG: logged\n");
     for (const int category : {SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT}) {
-        SDL_LogWarn(category, "heard");
+        SDL_LogWarn(category, "logged");
     }
     EXPECT_EQ(previous.lines.size(), 10u) << "each line once, including warnings in all categories used";
     EXPECT_EQ(previous.lines[3].text, "x 5%");
@@ -46,10 +46,10 @@ TEST_F(LogTest, UnopenableFileIsIgnoredAndUserPrioritiesAreKept) {
     SDL_SetHint(SDL_HINT_LOGGING, "error=error");
     SDL_ResetLogPriorities();
     log_setup();
-    SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "not heard");
+    SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "suppressed");
     SDL_ResetHint(SDL_HINT_LOGGING);
     SDL_ResetLogPriorities();
-    SDL_Log("still heard");
+    SDL_Log("logged");
     log_cleanup();
     EXPECT_EQ(previous.lines.size(), 1u);
 }
@@ -65,7 +65,7 @@ TEST_F(LogTest, ErrorsAreLoggedWhenOutOfMemoryAndLastTextIsStored) {
     allocation_faults_arm(1, true);
     EXPECT_FALSE(engine_error("[TEST] %s", "third"));
     EXPECT_GT(allocation_faults_disarm(), 0);
-    EXPECT_FALSE(engine_has_error()) << "the old text must not be kept for the new error";
+    EXPECT_FALSE(engine_has_error()) << "the text of an earlier error is cleared";
     engine_error("[TEST] last");
     engine_clear_error();
     EXPECT_FALSE(engine_has_error());

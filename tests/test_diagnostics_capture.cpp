@@ -77,7 +77,7 @@ TEST_F(CaptureTest, FrameDueForSeveralReasonsIsSavedOnce) {
     ASSERT_TRUE(start({"--capture-at", "4", "--capture-every", "4"}));
     play("3");
     EXPECT_TRUE(files("deep/er").empty());
-    play("F12 ~F12 3 F12 3"); // frame 4 is due for three reasons, frame 7 by key, frame 8 as every fourth
+    play("F12 ~F12 3 F12 3"); // frame 4 is due for three reasons, frame 7 by key press, frame 8 as every fourth
     engine->frame_number = 1'234'566;
     play("F12 1");
     std::vector<std::string> numbers;
@@ -109,7 +109,7 @@ TEST_F(CaptureTest, FilesContainRenderedPixelsWithAndWithoutOverlays) {
         if (logical) engine_set_logical_size(256, 144); // 512 × 288, centred in the window
         engine_update_fps();
         const Picture bare = capture_pattern(), shown = picture();
-        EXPECT_FALSE(same_pixels(bare, shown)) << "there were overlays";
+        EXPECT_FALSE(same_pixels(bare, shown)) << "overlays were drawn";
         ASSERT_EQ(files().size(), 1u);
         const std::string file = files().front();
         if (quality) { // encoded and decoded by the library
@@ -137,7 +137,7 @@ TEST_F(CaptureTest, FailedCaptureIsReportedOnceWithReason) {
         {"full", "png", saving + "full/capture-"},
         {"full", "jpg\njpeg_quality = 85", saving + "full/capture-"},
         {"full", "jpg\njpeg_quality = 90", saving + "full/capture-"},
-        {"/proc", "png", saving + "/proc/capture-"}, // where not even root can create a file
+        {"/proc", "png", saving + "/proc/capture-"}, // even root cannot create files there
         {"/proc", "jpg", saving + "/proc/capture-"},
     };
     for (const auto &c : cases) {

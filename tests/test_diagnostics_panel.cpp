@@ -97,7 +97,7 @@ TEST_F(PanelTest, MainLoopMarksAllPhases) {
 struct Scene {
     const char *name;
     int width, height;
-    std::vector<Slice> newest; // slices of the last frame; empty: a separate history
+    std::vector<Slice> newest; // slices of the last frame; empty: feed_history() instead
     std::string graphics;
     int ui_scale = 1;
     double scale_ms = 8; // of the chart
@@ -139,13 +139,13 @@ TEST_F(PanelTest, ScenesMatchStoredPictures) {
 TEST_F(PanelTest, TooSmallViewIsLoggedOncePerEpisode) {
     ASSERT_TRUE(start_view(199, 600));
     const struct {
-        int width, height, told;
+        int width, height, times_logged;
     } views[] = {{199, 600, 1}, {199, 600, 1}, {200, 207, 1}, {200, 208, 1}, {640, 207, 2}};
     for (const auto &view : views) {
         resize(view.width, view.height);
         const Picture drawn = draw();
         EXPECT_EQ(count_pixels(drawn, {90, 60, 30, 255}) == drawn->w * drawn->h, view.height != 208);
-        EXPECT_EQ(log.count("too small for the panel, which needs at least 200x208."), view.told);
+        EXPECT_EQ(log.count("too small for the panel, which needs at least 200x208."), view.times_logged);
     }
     EXPECT_EQ(log.count("[PROFILER] Window is 199x600, too small"), 1);
 }
@@ -156,7 +156,7 @@ TEST_F(PanelTest, BudgetIsUpdatedWhenDisplayChanges) {
     cfg_set_fps_limit(50);
     draw();
     EXPECT_EQ(profiler->budget_ms, 0);
-    resize(641, 400); // as if on another display
+    resize(641, 400); // as after a move to another display
     draw();
     EXPECT_EQ(profiler->budget_ms, 20);
 }
@@ -167,7 +167,7 @@ TEST_F(PanelTest, DrawingAllocatesNothingAndRestoresBlendMode) {
     allocation_faults_install();
     ASSERT_TRUE(start_view(1100, 400, "fps_limit = 1000000\n")); // room for all 512 columns
     frame();
-    allocation_faults_arm(1, true); // any allocation of the program would fail and be counted
+    allocation_faults_arm(1, true); // any own allocation would fail and be counted
     frames(600);
     EXPECT_EQ(allocation_faults_disarm(), 0);
     EXPECT_EQ(profiler->live.count, 512);

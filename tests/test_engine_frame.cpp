@@ -44,7 +44,7 @@ TEST_F(FrameTest, StateRequestsChainAndAcknowledgingResetsTimestep) {
     EXPECT_GT(engine->last_frame_ticks, 0u);
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE: 3 -> 4"));
     EXPECT_TRUE(log.has("[ENGINE] DEBUG: GAME STATE HANDLED: 5"));
-    engine_set_state(GAME_STATE_MAIN_MENU); // whose screen is set up
+    engine_set_state(GAME_STATE_MAIN_MENU); // the screen that is set up
     engine_state_change_handled();
 }
 
@@ -52,7 +52,7 @@ TEST_F(FrameTest, StateRequestsChainAndAcknowledgingResetsTimestep) {
 
 TEST_F(FrameTest, CallbacksRunInOrderUntilOneReturnsFalse) {
     ASSERT_TRUE(start());
-    frame(); // drains the start's events, such as those of audio devices
+    frame(); // drains start-up events, such as those of audio devices
     for (const EventCallback cb : {note_a, note_b, note_a, note_c_and_end, note_b}) {
         ASSERT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, cb));
     }
@@ -68,7 +68,7 @@ TEST_F(FrameTest, CallbacksRunInOrderUntilOneReturnsFalse) {
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_a));
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end)) << "removing a missing callback succeeds";
     play("F5 1");
-    EXPECT_EQ(g_calls.size(), 3u) << "one a and both b are left, in any order";
+    EXPECT_EQ(g_calls.size(), 3u) << "one a and two b are left, in any order";
 }
 
 TEST_F(FrameTest, UnsupportedEventTypesAreNotDispatched) {

@@ -11,19 +11,19 @@ namespace {
 
 bool setup() { return false; }
 void nothing() {}
-bool take(const char *) { return true; }
+bool apply(const char *) { return true; }
 
 constexpr Screen SCREEN = {.setup = setup, .tick = nothing, .cleanup = nothing};
 constexpr GameScreen SCREENS[] = {{"title", SCREEN}, {"play", SCREEN}};
 constexpr GameScreen SAME_SCREENS[] = {{"title", SCREEN}, {"title", SCREEN}};
 constexpr GameScreen NAMELESS_SCREENS[] = {{"title", SCREEN}, {"", SCREEN}};
-constexpr GameScreen LAZY_SCREENS[] = {{"title", {.setup = setup, .cleanup = nothing}}};
+constexpr GameScreen TICKLESS_SCREENS[] = {{"title", {.setup = setup, .cleanup = nothing}}};
 constexpr GameAction SAME_ACTIONS[] = {{"left", "A"}, {"right", "D"}, {"Left", "Left"}};
 constexpr GameAction NAMELESS_ACTIONS[] = {{"left", "A"}, {nullptr, "D"}};
 constexpr GameAction MANY_ACTIONS[GAME_MAX_ACTIONS + 1] = {{"left", "A"}};
 constexpr GameSetting SAME_SETTINGS[] = {{"level", "1"}, {"level", "2"}};
-constexpr GameOption SAME_OPTIONS[] = {{.name = "--level", .apply = take}, {.name = "--level", .apply = take}};
-constexpr GameOption IDLE_OPTIONS[] = {{.name = "--level", .value_name = "n", .help = "Begin with this level."}};
+constexpr GameOption SAME_OPTIONS[] = {{.name = "--level", .apply = apply}, {.name = "--level", .apply = apply}};
+constexpr GameOption APPLYLESS_OPTIONS[] = {{.name = "--level", .value_name = "n", .help = "Begin with this level."}};
 
 constexpr Game USABLE = {
     .title = "First Game", .id = "first-game", .screens = SCREENS, .screen_count = std::size(SCREENS)};
@@ -39,7 +39,7 @@ class EngineGame : public EngineTest {};
 TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
     const struct {
         const char *problem;
-        void (*spoil)(Game *game);
+        void (*corrupt)(Game *game);
     } faults[] = {
         {"it was built for ABI 99, the library has 1", [](Game *game) { game->abi = 99; }},
         {"title is empty", [](Game *game) { game->title = ""; }},
@@ -52,7 +52,7 @@ TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
         {"screens: duplicate name title", [](Game *game) { game->screens = SAME_SCREENS; }},
         {"the name of screens[1] is empty", [](Game *game) { game->screens = NAMELESS_SCREENS; }},
         {"screen title lacks setup, tick or cleanup",
-         [](Game *game) { set(&Game::screens, &Game::screen_count, LAZY_SCREENS, game); }},
+         [](Game *game) { set(&Game::screens, &Game::screen_count, TICKLESS_SCREENS, game); }},
         {"33 actions are out of range, 0 to 32",
          [](Game *game) { set(&Game::actions, &Game::action_count, MANY_ACTIONS, game); }},
         {"-1 actions are out of range, 0 to 32", [](Game *game) { game->action_count = -1; }},
@@ -67,7 +67,7 @@ TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
         {"options: duplicate name --level",
          [](Game *game) { set(&Game::options, &Game::option_count, SAME_OPTIONS, game); }},
         {"option --level has no apply function",
-         [](Game *game) { set(&Game::options, &Game::option_count, IDLE_OPTIONS, game); }},
+         [](Game *game) { set(&Game::options, &Game::option_count, APPLYLESS_OPTIONS, game); }},
         {"a font size is not positive",
          [](Game *game) {
              game->ui_font = "assets/ui.ttf";
@@ -85,9 +85,9 @@ TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
         EXPECT_EQ(sdl_calls, "Invalid Game record: " + problem + " box 16; ");
     };
     expect_report(nullptr, "it is null");
-    for (const auto &[problem, spoil] : faults) {
+    for (const auto &[problem, corrupt] : faults) {
         Game game = USABLE;
-        spoil(&game);
+        corrupt(&game);
         expect_report(&game, problem);
     }
     _engine_set_game(&USABLE);

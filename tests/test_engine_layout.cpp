@@ -41,7 +41,7 @@ TEST(MenuLayout, StepColumnKeepsRowAndStopsAtLastEntry) {
 
 // --- timestep ---
 
-TEST(TimestepTest, VariableFrameTimesAreConservedInSteps) {
+TEST(TimestepTest, StepsAndAccumulatorAddUpToElapsedTime) {
     std::mt19937 random(3);
     for (const int hz : {1, 30, 60, 144, 1000}) {
         Timestep ts = {};

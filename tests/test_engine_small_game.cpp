@@ -30,7 +30,7 @@ protected:
     void SetUp() override {
         set_environment("XDG_DATA_HOME", (directory.path / "user").c_str());
         EngineTest::SetUp();
-        played = &small_game;
+        tested_game = &small_game;
         config.clear();
         small_calls.clear();
         small_takes_escape = small_setup_fails = false;
@@ -67,7 +67,7 @@ TEST_F(SmallGameTest, ScreensRunInTheirStatesStartingAtHome) {
     calls();
     play("Escape ~Escape 1");
     EXPECT_EQ(engine_get_state(), SMALL_ROOM);
-    EXPECT_EQ(calls(), "Er5r.") << "a held key is passed on once";
+    EXPECT_EQ(calls(), "Er5r.") << "auto-repeat is not passed on";
     small_takes_escape = false;
     play("Escape 2");
     EXPECT_EQ(calls(), "Er5r.r6r.") << "the screen's fixed update runs before the fade's";
@@ -125,14 +125,14 @@ TEST_F(SmallGameTest, FilesAreStoredInUserFolder) {
 }
 
 TEST_F(SmallGameTest, AssetsAreFoundFromAnyCurrentFolder) {
-    const fs::path beside = SDL_GetBasePath();
+    const fs::path base = SDL_GetBasePath();
     fs::create_directory("elsewhere");
     fs::current_path("elsewhere");
     ASSERT_TRUE(start());
-    EXPECT_EQ(files_asset_root(), beside.string());
-    EXPECT_TRUE(log.has("[FILES] Assets in: " + beside.string() + "assets"));
+    EXPECT_EQ(files_asset_root(), base.string());
+    EXPECT_TRUE(log.has("[FILES] Assets in: " + base.string() + "assets"));
     const std::string font = "assets/fonts/EuroStyle Normal.ttf";
-    EXPECT_EQ(files_asset(font.c_str()).text, beside.string() + font);
+    EXPECT_EQ(files_asset(font.c_str()).text, base.string() + font);
     EXPECT_STREQ(files_asset("/absolute").text, "/absolute");
     TTF_Font *opened = font_open(font.c_str(), 20);
     ASSERT_NE(opened, nullptr);

@@ -69,8 +69,8 @@ TEST_F(TextTest, FontsOpenAtOutputSizeAndListHoldsEight) {
 TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     ASSERT_TRUE(start_at_scale(1));
     write_file("own.ttf", read_file(PIXEL_FONT));
-    TTF_Font *font = font_open("own.ttf", 20), *beside = font_open("own.ttf", 20);
-    EXPECT_NE(font, beside) << "a font in use is not shared";
+    TTF_Font *font = font_open("own.ttf", 20), *second = font_open("own.ttf", 20);
+    EXPECT_NE(font, second) << "a font in use is not shared";
     const auto settings = [](TTF_Font *of) {
         return std::tuple(
             TTF_GetFontStyle(of), TTF_GetFontKerning(of), TTF_GetFontWrapAlignment(of), TTF_GetFontLineSkip(of),
@@ -83,9 +83,9 @@ TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     TTF_SetFontLineSkip(font, 99);
     TTF_SetFontDirection(font, TTF_DIRECTION_RTL);
     TTF_SetFontScript(font, TTF_StringToTag("Arab"));
-    TTF_AddFallbackFont(font, beside);
+    TTF_AddFallbackFont(font, second);
     font_cleanup(font);
-    font_cleanup(beside);
+    font_cleanup(second);
     EXPECT_EQ(font_open("own.ttf", 20), font);
     EXPECT_EQ(settings(font), as_new);
     font_set_size(font, 40);
@@ -97,7 +97,7 @@ TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     font_cleanup(larger);
     write_file("own.ttf", "another file");
     EXPECT_EQ(font_open("own.ttf", 20), nullptr);
-    for (int i = 0; i < 3 * KEPT_FONTS; i++) font_cleanup(font_open(PIXEL_FONT, static_cast<float>(8 + i)));
+    for (int i = 0; i < 3 * FONT_CACHE_SIZE; i++) font_cleanup(font_open(PIXEL_FONT, static_cast<float>(8 + i)));
 }
 
 // --- texts ---

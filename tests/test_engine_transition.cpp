@@ -1,4 +1,4 @@
-// Fades between screens, in the running program.
+// Fades between screens: state changes, opacity and drawing, in the running program.
 
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
@@ -52,7 +52,7 @@ TEST_F(TransitionTest, ChangesStateBehindBlackFrameAndFadesIn) {
 
 TEST_F(TransitionTest, RequestDuringFadeInReversesFromCurrentOpacity) {
     ASSERT_TRUE(transition_fade_to(GAME_STATE_MAIN_MENU, 0.25)); // the current state
-    EXPECT_FALSE(transition_fade_to(GAME_STATE_TEXTURE_DEMO, 1.0)) << "refused while the first fade covers";
+    EXPECT_FALSE(transition_fade_to(GAME_STATE_TEXTURE_DEMO, 1.0)) << "rejected during a fade-out";
     steps(1);
     EXPECT_NEAR(transition_cover(0.5), 0.5 / 15, 1e-12) << "interpolated between the last two steps";
     steps(14);

@@ -1,4 +1,4 @@
-// Binding texts, and delivery of presses: each once to the frame and once to the fixed steps.
+// Parsing of binding texts, and delivery of presses: each once to the frame and once to the fixed steps.
 
 #include "lumarind/config/config.h"
 #include "lumarind/engine/timestep.h"
@@ -106,8 +106,8 @@ TEST_F(InputTest, PressesAreEdgeTriggeredForKeysButtonsAndAxes) {
     EXPECT_TRUE(pressed_after("+Space").empty() && !input_held(INPUT_ACTION_JUMP));
 }
 
-// Presses further apart than a frame and a step are counted once by both, at any pair of rates, with stalls, and with
-// three events per frame; those in a frame that changes the screen by neither.
+// Presses further apart than a frame and a step are delivered once to both, at any pair of rates, with stalls, and with
+// three events per frame; presses in a frame that changes the screen are discarded.
 TEST_F(InputTest, EveryPressIsDeliveredOnceToTicksAndOnceToSteps) {
     ASSERT_TRUE(start());
     SDL_Event space = {};

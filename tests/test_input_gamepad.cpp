@@ -1,4 +1,4 @@
-// Gamepad module: hot-plug of controllers, in the running program.
+// Gamepad module: deadzone calculations; hot-plug, mappings and queries in the running program.
 
 #include "lumarind/input/gamepad.h"
 #include "support/engine_fixture.h"

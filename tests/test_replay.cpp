@@ -1,4 +1,4 @@
-// Recordings: replays are bit-identical, invalid recordings are refused, truncated ones end without a crash.
+// Recordings: replays are bit-identical, invalid recordings are rejected, truncated ones end without a crash.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/transition.h"
@@ -37,7 +37,7 @@ protected:
         set_environment("LUMARIND_RECORD", nullptr);
         return read_file("run.lmr");
     }
-    std::string last_word() const {
+    std::string last_message() const {
         for (auto line = log.lines.rbegin(); line != log.lines.rend(); ++line) {
             if (line->text.starts_with("[REPLAY]")) return line->text;
         }
@@ -51,7 +51,7 @@ protected:
             while (frame()) EXPECT_EQ(engine->sink != nullptr, std::string(speed ? speed : "") == "max");
             stop();
         }
-        return last_word();
+        return last_message();
     }
 };
 
@@ -63,7 +63,7 @@ std::string keys_of(const char *route) {
     return script;
 }
 
-std::string keys_by_chance(unsigned seed, int count) {
+std::string random_keys(unsigned seed, int count) {
     constexpr const char *WORDS[] = {"+Right", "+Right", "-Right", "+Left", "-Left", "-Left", "+S", "-S",
                                      "-S",     "Space",  "Space",  "Space", "X",     "J",     "K",  "L",
                                      "U",      "I",      "I",      "1",     "5.5",   "10"};
@@ -97,25 +97,26 @@ const Row ROWS[] = {
     {"texture", 60, "texture-demo", "2s 5.5"},
     {"logical", 60, "logical-demo", "30 P 30 P 1s Escape 60"},
     {"tilemap", 60, "tilemap-demo", "30 P 30 P 4s"},
-    // the rows from here on are only replayed, from stored recordings
+    // --- from here on only as stored recordings ---
     {"tower", 60, "platformer-demo", keys_of(ROUTE_BY_THE_TOWER)},
     {"crypts", 60, "platformer-demo", keys_of(ROUTE_BY_THE_CRYPTS)},
     {"moves", 60, "platformer-demo", MOVES},
     {"moves_30hz", 30, "platformer-demo", MOVES},
     {"moves_240hz", 240, "platformer-demo", MOVES},
-    {"chance", 60, "platformer-demo", keys_by_chance(3, 400)},
+    {"chance", 60, "platformer-demo", random_keys(3, 400)},
     {"wreck", 60, "physics-demo", "2s Space 9s +Right 2s -Right +A 2s -A drop:250,30 drop:255,30 1s drop:260,30 4s"},
 };
-constexpr int FRESH_ROWS = 8;
+constexpr int RECORDED_ROWS = 8; // also recorded and replayed by each test run
 
 TEST_F(ReplayTest, EveryScreenReplaysWithEqualHashesAtAnySpeed) {
-    for (int i = 0; i < FRESH_ROWS; i++) {
+    for (int i = 0; i < RECORDED_ROWS; i++) {
         SCOPED_TRACE(ROWS[i].screen);
         EXPECT_LT(record(ROWS[i].screen, ROWS[i].script).size(), 6000u);
-        const std::string recorded = last_word(); // "[REPLAY] Recorded: run.lmr, 835 steps"
-        const std::string done = "[REPLAY] Replayed " + recorded.substr(recorded.find(", ") + 2) + ", all hashes equal";
-        EXPECT_EQ(replay(), done);
-        EXPECT_EQ(replay(i < 2 ? "100" : "max"), done) << "a second replay, drawn at 100 times the speed";
+        const std::string recorded = last_message(); // "[REPLAY] Recorded: run.lmr, 835 steps"
+        const std::string expected =
+            "[REPLAY] Replayed " + recorded.substr(recorded.find(", ") + 2) + ", all hashes equal";
+        EXPECT_EQ(replay(), expected);
+        EXPECT_EQ(replay(i < 2 ? "100" : "max"), expected) << "a second replay, drawn at 100 times the speed";
         EXPECT_FALSE(replay_failed());
     }
 }
@@ -165,7 +166,7 @@ TEST_F(ReplayTest, RecordingStartedAtScreenChangeIncludesHeldInputAndFade) {
     play("181 30 pad:leftx=.9 76 Escape 60"); // ends before the second hash, so the position must match too
     EXPECT_EQ(engine_get_state(), GAME_STATE_MAIN_MENU);
     replay_stop();
-    EXPECT_EQ(last_word(), "[REPLAY] Recorded: run.lmr, 165 steps");
+    EXPECT_EQ(last_message(), "[REPLAY] Recorded: run.lmr, 165 steps");
     EXPECT_EQ(replay(), "[REPLAY] Replayed 165 steps, all hashes equal");
 }
 
@@ -174,10 +175,10 @@ TEST_F(ReplayTest, RecordingStartedAtScreenChangeIncludesHeldInputAndFade) {
 struct EventField {
     Uint32 first, last; // event types
     size_t offset, size;
-    Uint32 most; // 0: any bytes, as of a float
+    Uint32 max; // 0: any bytes, as in a float
 };
-#define FIELD(first, last, member, most)                                                                               \
-    EventField { SDL_EVENT_##first, SDL_EVENT_##last, offsetof(SDL_Event, member), sizeof(SDL_Event::member), most }
+#define FIELD(first, last, member, max)                                                                                \
+    EventField { SDL_EVENT_##first, SDL_EVENT_##last, offsetof(SDL_Event, member), sizeof(SDL_Event::member), max }
 const EventField FIELDS[] = {
     FIELD(KEY_DOWN, KEY_UP, key.scancode, SDL_SCANCODE_COUNT - 1),
     FIELD(KEY_DOWN, KEY_UP, key.key, 0),
@@ -232,13 +233,13 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
                 Uint32 value[2] = {
                     static_cast<Uint32>(random()), static_cast<Uint32>(random())}; // or a whole-number float
                 const float whole = static_cast<float>(static_cast<int>(random() % 2000) - 1000);
-                if (field.most == 0 && round % 2) SDL_memcpy(value, &whole, sizeof whole);
-                if (field.most != 0) value[0] %= field.most + 1;
+                if (field.max == 0 && round % 2) SDL_memcpy(value, &whole, sizeof whole);
+                if (field.max != 0) value[0] %= field.max + 1;
                 SDL_memcpy(reinterpret_cast<char *>(&event) + field.offset, value, field.size);
             }
             if (typed) event.text.text = "Zoë";
             if (dropped) event.drop.data = round % 2 ? nullptr : "a/b.png";
-            if (!replay_event_is_kept(&event)) break;
+            if (!replay_event_is_recorded(&event)) break;
             Codec out = {};
             char text[REPLAY_EVENT_TEXT_SIZE] = "";
             replay_event_code(&out, &event, text);
@@ -255,13 +256,13 @@ TEST(ReplayEvent, EveryFieldOfEveryEventRoundTrips) {
             EXPECT_TRUE(!dropped || SDL_strcmp(back.drop.data, round % 2 ? "" : "a/b.png") == 0);
             codec_cleanup(&out);
         }
-        EXPECT_EQ(replay_event_is_kept(&event), fields > 0) << type << " is kept and has fields";
+        EXPECT_EQ(replay_event_is_recorded(&event), fields > 0) << type << " is recorded and has fields";
     }
 }
 
 // --- invalid recordings ---
 
-TEST_F(ReplayTest, RefusesInvalidRecordingsWithReason) {
+TEST_F(ReplayTest, RejectsInvalidRecordingsWithReason) {
     const std::string whole = record("input-demo", "+D 3s");
     const auto changed = [&](size_t at, char byte) { return whole.substr(0, at) + byte + whole.substr(at + 1); };
     const std::pair<std::string, const char *> cases[] = {
@@ -278,7 +279,7 @@ TEST_F(ReplayTest, RefusesInvalidRecordingsWithReason) {
     }
     write_file("run.lmr", whole);
     config += "[simulation]\nfixed_step_hz = 50\n";
-    EXPECT_EQ(replay(), "[REPLAY] The recording has 60 fixed steps a second, the configuration 50");
+    EXPECT_EQ(replay(), "[REPLAY] The recording has 60 fixed steps per second, the configuration 50");
     fs::remove("run.lmr");
     EXPECT_TRUE(replay().starts_with("[REPLAY] run.lmr cannot be replayed: "));
     EXPECT_EQ(replay("fast"), "[REPLAY] LUMARIND_REPLAY_SPEED expects a number above 0 or max: fast");

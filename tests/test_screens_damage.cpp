@@ -106,7 +106,7 @@ protected:
     void visit_screens(const Asset &asset) {
         for (GameState screen = GAME_STATE_TEXT_DEMO; screen <= GAME_STATE_PHYSICS_DEMO; screen++) {
             const bool reader = std::ranges::count(asset.readers, screen) > 0;
-            if (damage_is_everywhere() || reader || (!damage && damage_below(4) == 0))
+            if (damage_is_exhaustive() || reader || (!damage && damage_below(4) == 0))
                 visit(screen, reader ? asset.missing : nullptr);
         }
     }
@@ -135,9 +135,9 @@ protected:
 
 TEST_F(DamageTest, RemovedAssetsAreReportedAndAffectOnlyTheirScreens) { expect_survived(nullptr); }
 TEST_F(DamageTest, EmptyAssetsAreReported) { expect_survived(damage_empty); }
-TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(damage_cut); }
+TEST_F(DamageTest, TruncatedAssetsAreReportedOrUsable) { expect_survived(damage_truncate); }
 TEST_F(DamageTest, NoiseIsReported) { expect_survived(damage_noise); }
 TEST_F(DamageTest, NoiseAfterHeaderIsReportedOrShown) { expect_survived(damage_noise_behind_header); }
-TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(damage_scratch); }
+TEST_F(DamageTest, ScratchedAssetsAreReportedOrShown) { expect_survived(damage_flip_bits); }
 
 } // namespace

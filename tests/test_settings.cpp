@@ -1,4 +1,4 @@
-// Player settings: key rebinding, values, menus and the settings menu.
+// Player settings: key rebinding, values, list menus and the settings menu.
 
 #include "lumarind/audio/audio.h"
 #include "lumarind/config/config.h"
@@ -167,7 +167,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
     EXPECT_NE(sdl_calls.find("fullscreen 1"), sdl_calls.npos) << sdl_calls;
     EXPECT_TRUE(cfg_get_window_props().fullscreen && cfg_get_vsync_enabled());
     EXPECT_STREQ(settings_value_text(SETTINGS_FULLSCREEN).text, "on");
-    stop(); // keeps the geometry from before full screen
+    stop(); // saves the geometry from before full screen
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("fullscreen = true"), std::string::npos);
     config = "";
     ASSERT_TRUE(start());
@@ -182,7 +182,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
 
 TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
-    TTF_Text *kept = engine_prepare_text(font, "Cinder", 0, {255, 255, 255, 255});
+    TTF_Text *prepared = engine_prepare_text(font, "Cinder", 0, {255, 255, 255, 255});
     float width = 0, view = 0, measured = 0;
     const auto draw_white = [&] {
         SDL_SetRenderDrawColor(engine->renderer, 0, 0, 0, 255);
@@ -202,12 +202,12 @@ TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
     EXPECT_EQ(cfg_get_ui_scale(), 2);
     engine_view_size(&view, nullptr);
     EXPECT_EQ(view, 400);
-    engine_text_size(kept, &width, nullptr);
+    engine_text_size(prepared, &width, nullptr);
     engine_measure_text(font, "Cinder", &measured, nullptr);
     EXPECT_NEAR(width, measured, 1);
     EXPECT_NEAR(draw_white(), 4 * lit, lit / 2);
     EXPECT_EQ(log.errors(), std::vector<std::string>());
-    engine_cleanup_text(&kept);
+    engine_cleanup_text(&prepared);
 }
 
 // --- the menu ---

@@ -1,5 +1,5 @@
-// Baseline for the program's start and memory: a minimal SDL program with the same window, renderer, mixer and font
-// that draws a line of text. With "placed" it also waits for its window's position, as the program does.
+// Baseline for the program's start-up time and memory: a minimal SDL program with the same window, renderer, mixer and
+// font that draws a line of text. With "placed" it also waits for its window's position, as the program does.
 //   lumarind_bare FRAMES [placed]
 
 #include <SDL3/SDL.h>
@@ -46,5 +46,5 @@ int main(int argc, char *argv[]) {
         TTF_DrawRendererText(bare.text, 20, 20);
         SDL_RenderPresent(bare.renderer);
     }
-    return 0; // the system frees everything
+    return 0; // the operating system releases everything
 }

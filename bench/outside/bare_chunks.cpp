@@ -22,7 +22,7 @@ static RenderGrid *bake_castle(SDL_Renderer *renderer, SDL_FPoint *map_size) {
         tilemap_load_csv(map, "assets/fireknight/tilemaps/castle-tilemap.csv")) {
         grid = tilemap_to_render_grid(renderer, map, 16);
         tilemap_set_scale(map, MAP_SCALE);
-        for (int i = 0; grid && i < grid->rows * grid->cols; i++) { // always blended, without knowledge of the alpha
+        for (int i = 0; grid && i < grid->rows * grid->cols; i++) { // always blended: opaque chunks are not detected
             SDL_SetTextureBlendMode(grid->chunks[i], SDL_BLENDMODE_BLEND);
         }
         *map_size = {tilemap_width(map), tilemap_height(map)};
@@ -44,8 +44,8 @@ static void draw_chunks(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoi
         const SDL_FRect dst = {
             left + static_cast<float>(i % grid->cols) * size, top + static_cast<float>(i / grid->cols) * size, size,
             size};
-        const bool seen = dst.x < WIDTH && dst.y < HEIGHT && dst.x + size > 0 && dst.y + size > 0;
-        if (seen) SDL_RenderTexture(renderer, grid->chunks[i], nullptr, &dst);
+        const bool visible = dst.x < WIDTH && dst.y < HEIGHT && dst.x + size > 0 && dst.y + size > 0;
+        if (visible) SDL_RenderTexture(renderer, grid->chunks[i], nullptr, &dst);
     }
 }
 

@@ -1,9 +1,9 @@
-"""Runs all benchmarks and measures the whole program from outside; prints a table and writes it as JSON.
+"""Runs all micro-benchmarks and measures the program end to end; prints a table and writes it as JSON.
 
   measure.py RUN_DIRECTORY JSON_FILE [REGEX]
 
-RUN_DIRECTORY holds the program, lumarind_bench, the bare programs and lumarind_probe.so. REGEX chooses rows by name. The
-program runs in a working directory of its own, with a configuration made here and a probe preloaded (probe.cpp).
+RUN_DIRECTORY contains the program, lumarind_bench, the bare programs and lumarind_probe.so. REGEX selects rows by name.
+The program runs in a temporary working directory, with a generated configuration and a preloaded probe (probe.cpp).
 """
 
 import json
@@ -18,18 +18,18 @@ import time
 
 SCREENS = ["main-menu", "text-demo", "texture-demo", "tilemap-demo", "sprite-demo", "platformer-demo", "gamepad-demo",
            "logical-demo", "input-demo", "audio-demo", "physics-demo"]
-STARTS = 20          # of the program and of the bare one, alternately
+STARTS = 20          # of the program and of each bare one, alternately
 PACED_SECONDS = 12
 WARM_UP_FRAMES = 60  # excluded
 COUNTED_FRAMES = 1000
-GAME_FOLDER = "lumarind-examples/cinder-keep/config"  # of the example game's settings, among the user's files
+GAME_FOLDER = "lumarind-examples/cinder-keep/config"  # for the example game's settings, in the user data folder
 CONFIG = "[graphics]\nvsync_enable = false\nfps_limit = {limit}\n[window]\nwidth = 800\nheight = 450\n"
 
 SOFTWARE = {"SDL_RENDER_DRIVER": "software", "SDL_FRAMEBUFFER_ACCELERATION": "0"}
 OPENGL = {"SDL_RENDER_DRIVER": "opengl", "LP_NUM_THREADS": "1"}
 RENDERERS = {"software": SOFTWARE, "opengl": OPENGL}
 # Frames are measured without a display: SDL's dummy video driver, and the offscreen one for OpenGL.
-UNSEEN = {"software": SOFTWARE | {"SDL_VIDEO_DRIVER": "dummy"}, "opengl": OPENGL | {"SDL_VIDEO_DRIVER": "offscreen"}}
+HEADLESS = {"software": SOFTWARE | {"SDL_VIDEO_DRIVER": "dummy"}, "opengl": OPENGL | {"SDL_VIDEO_DRIVER": "offscreen"}}
 
 GOOGLE_FIELDS = {"name", "family_index", "per_family_instance_index", "run_name", "run_type", "repetitions",
                  "repetition_index", "threads", "iterations", "real_time", "cpu_time", "time_unit", "label"}
@@ -46,7 +46,7 @@ class Row:
 class Run:
     """One run of a program with the probe."""
 
-    def __init__(self, bench, words, environment, limit=0):
+    def __init__(self, bench, arguments, environment, limit=0):
         with tempfile.TemporaryDirectory() as here:
             os.symlink(os.path.realpath(os.path.join(bench.directory, "assets")), os.path.join(here, "assets"))
             os.mkdir(os.path.join(here, "config"))
@@ -54,25 +54,25 @@ class Run:
             for config in ("config/lumarind-engine.ini", f"{GAME_FOLDER}/cinder-keep.ini"):
                 with open(os.path.join(here, config), "w") as file:
                     file.write(CONFIG.format(limit=limit))
-            notes = os.path.join(here, "notes")
+            probe_file = os.path.join(here, "probe")
             variables = os.environ | environment | {
-                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": notes, "XDG_DATA_HOME": here,
+                "SDL_AUDIO_DRIVER": "dummy", "LUMARIND_PROBE": probe_file, "XDG_DATA_HOME": here,
                 "LD_PRELOAD": os.path.join(bench.directory, "lumarind_probe.so")}
-            command = [os.path.join(bench.directory, words[0])] + words[1:]
+            command = [os.path.join(bench.directory, arguments[0])] + arguments[1:]
             began = time.clock_gettime_ns(time.CLOCK_MONOTONIC)
-            with tempfile.TemporaryFile() as said:
-                process = subprocess.Popen(command, cwd=here, env=variables, stdout=subprocess.DEVNULL, stderr=said)
+            with tempfile.TemporaryFile() as errors:
+                process = subprocess.Popen(command, cwd=here, env=variables, stdout=subprocess.DEVNULL, stderr=errors)
                 _, status, used = os.wait4(process.pid, 0)
                 process.returncode = os.waitstatus_to_exitcode(status)
-                said.seek(0)
-                if process.returncode != 0 or not os.path.exists(notes):
-                    sys.exit(f"measure: {' '.join(command)} failed:\n{said.read().decode()}")
+                errors.seek(0)
+                if process.returncode != 0 or not os.path.exists(probe_file):
+                    sys.exit(f"measure: {' '.join(command)} failed:\n{errors.read().decode()}")
             self.cpu_us = (used.ru_utime + used.ru_stime) * 1e6  # of the whole run, all threads
-            self.read(notes, began)
+            self.read(probe_file, began)
 
-    def read(self, notes, began):
+    def read(self, probe_file, began):
         self.presents, self.waits, self.memory_kib = [], [], 0
-        with open(notes) as file:
+        with open(probe_file) as file:
             for line in file:
                 kind, *numbers = line.split()
                 numbers = [int(number) for number in numbers]
@@ -97,7 +97,7 @@ class Bench:
         self.directory, self.pattern, self.rows = os.path.abspath(directory), re.compile(pattern), []
         self.machine = {}
 
-    def wants(self, group, kinds):
+    def selects(self, group, kinds):
         """Whether any row of a group is requested: groups are measured completely or not at all."""
         return any(self.pattern.search(f"{group}{kind}") for kind in kinds)
 
@@ -105,19 +105,19 @@ class Bench:
         if self.pattern.search(name):
             self.rows.append(Row(name, value, unit, aim))
 
-    def say(self, what):
-        print(f"measure: {what}", file=sys.stderr, flush=True)
+    def log(self, message):
+        print(f"measure: {message}", file=sys.stderr, flush=True)
 
-    # --- the benchmarks of the modules ---
+    # --- micro-benchmarks ---
 
     def run_google_benchmarks(self):
         listed = self.google(["--benchmark_list_tests=true"]).stdout.decode().split("\n")
-        wanted = [name for name in listed if name and self.pattern.search(name)]
-        if not wanted:
+        selected = [name for name in listed if name and self.pattern.search(name)]
+        if not selected:
             return
-        self.say(f"{len(wanted)} benchmarks of the modules")
+        self.log(f"{len(selected)} micro-benchmarks")
         with tempfile.NamedTemporaryFile(suffix=".json") as out:
-            pattern = "^(" + "|".join(re.escape(name) for name in wanted) + ")$"
+            pattern = "^(" + "|".join(re.escape(name) for name in selected) + ")$"
             self.google(["--benchmark_filter=" + pattern, "--benchmark_out=" + out.name])
             result = json.load(open(out.name))
         for row in result["benchmarks"]:
@@ -135,9 +135,9 @@ class Bench:
             unit = f"million {counter.split('_')[0]}/s" if per_second else counter.replace("_", " ")
             self.rows.append(Row(name, row[counter] / (1e6 if per_second else 1), unit))
 
-    def google(self, words):
+    def google(self, arguments):
         variables = {"SDL_VIDEO_DRIVER": "dummy"} | os.environ | {"SDL_AUDIO_DRIVER": "dummy"}
-        done = subprocess.run([os.path.join(self.directory, "lumarind_bench")] + words, cwd=self.directory,
+        done = subprocess.run([os.path.join(self.directory, "lumarind_bench")] + arguments, cwd=self.directory,
                               env=variables, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         if done.returncode != 0:
             sys.exit("measure: lumarind_bench failed:\n" + done.stderr.decode())
@@ -145,27 +145,28 @@ class Bench:
 
     # --- the program ---
 
-    def program(self, words, environment, limit=0):
-        return Run(self, ["LumarindEngine", "--no-config-save"] + words, environment, limit)
+    def program(self, arguments, environment, limit=0):
+        return Run(self, ["LumarindEngine", "--no-config-save"] + arguments, environment, limit)
 
     def measure_starts(self):
         for renderer, environment in RENDERERS.items():
             kinds = ["", " bare", " share", " bare placed", " share placed"]
-            if not self.wants(f"start {renderer}", kinds) and not self.wants(f"memory {renderer}", kinds):
+            if not self.selects(f"start {renderer}", kinds) and not self.selects(f"memory {renderer}", kinds):
                 continue
-            self.say(f"{STARTS} starts of the program and of the bare one, {renderer}")
+            self.log(f"{STARTS} starts of the program and of each bare one, {renderer}")
             runs = {"program": [], "bare": [], "bare placed": []}
             for _ in range(STARTS):  # alternately, so that load on the machine affects all equally
                 runs["program"].append(self.program(["--quit-at", "60"], environment))
                 runs["bare"].append(Run(self, ["lumarind_bare", "60"], environment))
                 runs["bare placed"].append(Run(self, ["lumarind_bare", "60", "placed"], environment))
-            start = {who: statistics.median(run.start_ms for run in these) for who, these in runs.items()}
-            memory = {who: statistics.median(run.memory_kib / 1024 for run in these) for who, these in runs.items()}
+            start = {variant: statistics.median(run.start_ms for run in these) for variant, these in runs.items()}
+            memory = {variant: statistics.median(run.memory_kib / 1024 for run in these)
+                      for variant, these in runs.items()}
             for what, figures, unit in (("start", start, "ms"), ("memory", memory, "MiB")):
                 self.add(f"{what} {renderer}", figures["program"], unit)
                 self.add(f"{what} {renderer} bare", figures["bare"], unit)
                 self.add(f"{what} {renderer} share", figures["program"] / figures["bare"], "times bare", 1.25)
-            # Each of the two waits for the window's position takes 10 ms under X11 with any window manager.
+            # Under X11 each of the two waits for the window's position takes 10 ms, with any window manager.
             self.add(f"start {renderer} bare placed", start["bare placed"], "ms")
             self.add(f"start {renderer} share placed", start["program"] / start["bare placed"], "times bare", 1.25)
 
@@ -180,28 +181,28 @@ class Bench:
             ["--window-size", "1280x720", "--screen", screen, "--quit-at", str(frames)], environment)
 
     def measure_screens(self):
-        for renderer, environment in UNSEEN.items():
-            if not self.wants(f"frame {renderer} ", SCREENS):
+        for renderer, environment in HEADLESS.items():
+            if not self.selects(f"frame {renderer} ", SCREENS):
                 continue
-            self.say(f"frames of every screen, {renderer}")
+            self.log(f"frames of every screen, {renderer}")
             for screen in SCREENS:
                 frame = self.cpu_per_frame_us(self.screen_run(screen, environment))
                 self.add(f"frame {renderer} {screen}", frame, "us CPU")
 
     def measure_game(self):
-        """The example game against the demonstration's platformer, in turns."""
+        """The example game compared with the demonstration's platformer, alternately."""
         game = os.path.join("..", "examples", "cinder-keep", "cinder-keep")
-        for renderer, environment in UNSEEN.items():
+        for renderer, environment in HEADLESS.items():
             levels = ["level-1", "level-2"]
-            if not self.wants(f"game {renderer} ", levels + ["share"]):
+            if not self.selects(f"game {renderer} ", levels + ["share"]):
                 continue
-            self.say(f"frames of the example game, {renderer}")
+            self.log(f"frames of the example game, {renderer}")
             figures = {name: [] for name in [*levels, "platformer-demo"]}
             for _ in range(3):
                 for level in levels:
-                    words = [game, "--no-config-save", "--window-size", "1280x720", "--screen", level, "--quit-at"]
+                    arguments = [game, "--no-config-save", "--window-size", "1280x720", "--screen", level, "--quit-at"]
                     figures[level].append(self.cpu_per_frame_us(
-                        lambda frames: Run(self, [*words, str(frames)], environment)))
+                        lambda frames: Run(self, [*arguments, str(frames)], environment)))
                 figures["platformer-demo"].append(self.cpu_per_frame_us(self.screen_run("platformer-demo", environment)))
             frame = {name: statistics.median(these) for name, these in figures.items()}
             for level in levels:
@@ -210,10 +211,10 @@ class Bench:
             self.add(f"game {renderer} share", worst / frame["platformer-demo"], "times platformer", 1.5)
 
     def measure_chunks(self):
-        for renderer, environment in UNSEEN.items():
-            if not self.wants(f"chunks {renderer}", ["", " bare", " share"]):
+        for renderer, environment in HEADLESS.items():
+            if not self.selects(f"chunks {renderer}", ["", " bare", " share"]):
                 continue
-            self.say(f"panning against a bare loop over the same chunks, {renderer}")
+            self.log(f"panning compared with a bare loop over the same chunks, {renderer}")
             program, bare = [], []
             for _ in range(5):
                 program.append(self.cpu_per_frame_us(self.screen_run("tilemap-demo", environment)))
@@ -224,22 +225,22 @@ class Bench:
             self.add(f"chunks {renderer} share", statistics.median(program) / statistics.median(bare), "times bare",
                      0.80)
 
-    def world(self, words, environment):
+    def world(self, arguments, environment):
         variables = os.environ | environment | {"SDL_AUDIO_DRIVER": "dummy"}
-        done = subprocess.run([os.path.join(self.directory, "lumarind_world")] + words, cwd=self.directory,
+        done = subprocess.run([os.path.join(self.directory, "lumarind_world")] + arguments, cwd=self.directory,
                               env=variables, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         if done.returncode != 0:
-            sys.exit(f"measure: lumarind_world {' '.join(words)} failed:\n{done.stderr.decode()}")
+            sys.exit(f"measure: lumarind_world {' '.join(arguments)} failed:\n{done.stderr.decode()}")
         return {name: float(value) for name, value in (line.split() for line in done.stdout.decode().splitlines())}
 
     def measure_worlds(self):
-        for renderer, environment in UNSEEN.items():
+        for renderer, environment in HEADLESS.items():
             name = f"world {renderer}"
             kinds = [" first", " first CPU", " first small", " frame", " frame small", " share", " p99 share", " memory",
                      " memory small", " memory share"]
-            if not self.wants(name, kinds):
+            if not self.selects(name, kinds):
                 continue
-            self.say(f"a map of 1024 x 1024 tiles against one of 120 x 34, {renderer}")
+            self.log(f"a map of 1024 x 1024 tiles compared with one of 120 x 34, {renderer}")
             runs = {"large": [], "small": []}
             self.world(["make", "world-large.tmx", "1024", "1024"], environment)
             self.world(["make", "world-small.tmx", "120", "34"], environment)
@@ -264,10 +265,10 @@ class Bench:
     def measure_pacing(self):
         for limit in (60, 144):
             kinds = [f"{of} {figure}" for of in ("frame", "present") for figure in ("mean", "p50", "p99", "worst")]
-            if not self.wants(f"pacing {limit} ", kinds + ["waiting"]):
+            if not self.selects(f"pacing {limit} ", kinds + ["waiting"]):
                 continue
-            self.say(f"{PACED_SECONDS} s at a limit of {limit} frames a second")
-            run = self.program(["--quit-at", str(limit * PACED_SECONDS)], UNSEEN["software"], limit)
+            self.log(f"{PACED_SECONDS} s at a limit of {limit} frames per second")
+            run = self.program(["--quit-at", str(limit * PACED_SECONDS)], HEADLESS["software"], limit)
             period = 1_000_000_000 // limit
             for what, times in (("frame", [wait[1] for wait in run.waits]), ("present", [p[0] for p in run.presents])):
                 off = deviations_us(times, period)

@@ -1,7 +1,7 @@
-// Preloaded into an unmodified SDL program: records when frames are presented and how it waits between them, and writes
-// that at exit to the file LUMARIND_PROBE.
-// One line each: "memory <KiB>", the peak after 60 frames; "present <time>"; "wait <begin> <end> <CPU time of the wait,
-// or -1>". Times in ns, those of events by the monotonic clock.
+// Preloaded into an unmodified SDL program: records presents and frame-rate waits, and at exit writes them to the file
+// named by LUMARIND_PROBE.
+// Lines: "memory <KiB>", the peak after 60 frames; "present <time>"; "wait <begin> <end> <CPU time of the wait, or
+// -1>". Times are in ns; begin, end and the time of a present are those of the monotonic clock.
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>
@@ -64,7 +64,7 @@ extern "C" void SDL_DelayPrecise(Uint64 ns) {
     if (wait_count < ROWS_MAX) waits[wait_count++] = {begin, end, used};
 }
 
-[[gnu::destructor]] static void write_down() {
+[[gnu::destructor]] static void write_records() {
     const char *path = std::getenv("LUMARIND_PROBE");
     std::FILE *file = path ? std::fopen(path, "w") : nullptr;
     if (!file) return;

@@ -1,5 +1,5 @@
 // Cost of a map of any size: loads it, draws its first frame and pans it, in a window of 1280 × 720.
-//   lumarind_world make FILE COLS ROWS   writes such a map beside the executable
+//   lumarind_world make FILE COLS ROWS   writes a map of this size beside the executable
 //   lumarind_world show FILE FRAMES      prints one line each: first <ms>, firstcpu <ms of CPU time>, median <us>,
 //   p99 <us>, memory <KiB>
 // Frames are measured in CPU time of all threads, including deferred drawing.
@@ -35,9 +35,9 @@ static long peak_kib() {
     return kib;
 }
 
-// Moves to and fro between 0 and `end`.
-static float swing(float way, float end) {
-    const float at = SDL_fmodf(way, 2 * end);
+// A triangle wave between 0 and `end`.
+static float triangle_wave(float distance, float end) {
+    const float at = SDL_fmodf(distance, 2 * end);
     return at < end ? at : 2 * end - at;
 }
 
@@ -45,13 +45,14 @@ static bool draw_frame(SDL_Renderer *renderer, TileWorld *world, int frame) {
     const float w = WIDTH / SCALE, h = HEIGHT / SCALE, step = static_cast<float>(frame);
     const float slack_x = static_cast<float>(world->cols * world->tile_w) - w;
     const float slack_y = static_cast<float>(world->rows * world->tile_h) - h;
-    const TileWorldView view = {{swing(step * SPEED_X, slack_x), swing(step * SPEED_Y, slack_y), w, h}, SCALE};
+    const TileWorldView view = {
+        {triangle_wave(step * SPEED_X, slack_x), triangle_wave(step * SPEED_Y, slack_y), w, h}, SCALE};
     const SDL_Rect corner = {0, 0, 1, 1};
     tile_world_advance(world, 1 / 60.0);
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 255);
     SDL_RenderClear(renderer);
     if (!tile_world_draw(renderer, world, &view)) return false;
-    SDL_DestroySurface(SDL_RenderReadPixels(renderer, &corner)); // waits for the drawing
+    SDL_DestroySurface(SDL_RenderReadPixels(renderer, &corner)); // waits until drawing is complete
     return SDL_RenderPresent(renderer);
 }
 

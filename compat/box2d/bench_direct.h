@@ -1,5 +1,5 @@
-// bench_direct: a scene of boxes, circles and pins on Box2D 2.4 itself, the benchmark's baseline for the layer. Units
-// as in Box2D.
+// bench_direct: a scene of boxes, circles and pins that calls Box2D 2.4 directly: the baseline of the layer's
+// benchmark. Units as in Box2D.
 #pragma once
 
 struct DirectBody {
@@ -17,6 +17,6 @@ struct DirectScene;
 
 DirectScene *direct_scene_new(const DirectBody *bodies, int body_count, const DirectPin *pins, int pin_count);
 void direct_scene_free(DirectScene *scene);
-// Reads all transforms, as the screen does before its step, then steps with the layer's sub-steps.
+// Reads all transforms, as the screen does before each step, then steps with the layer's number of sub-steps.
 void direct_scene_step(DirectScene *scene, float seconds, int sub_steps);
 void direct_scene_position(const DirectScene *scene, int body, float *x, float *y);

@@ -1,4 +1,4 @@
-// Implements version 3's interface with version 2.4. Global names are 2.4's.
+// Implements the interface of Box2D 3 (version3.h) on version 2.4, whose names are the global ones here.
 
 #include "include/box2d/version3.h"
 
@@ -12,7 +12,7 @@
 // heavy as a link.
 static constexpr int VELOCITY_ITERATIONS = 8, POSITION_ITERATIONS = 3; // per sub-step
 static constexpr int MAX_WORLDS = 128;
-static constexpr int COOKIE = 1152023; // marks definitions made by the b2Default functions
+static constexpr int COOKIE = 1152023; // marks definitions initialised by the b2Default functions
 
 namespace {
 
@@ -25,7 +25,7 @@ template <typename T> struct Slots {
     };
     std::vector<Slot> slots;
     int first_free = -1;
-    uint16_t first_generation = 0; // the world's, so that ids of an earlier world in this slot stay invalid
+    uint16_t first_generation = 0; // the world's, so that ids from an earlier world in this slot stay invalid
 };
 
 struct World {
@@ -44,7 +44,7 @@ static uint16_t g_generations[MAX_WORLDS];
 // --- ids ---
 
 // An object's user data holds its slot, counted from 1 as in its id.
-template <typename T> static int _slots_take(Slots<T> *slots, T *object) {
+template <typename T> static int _slots_add(Slots<T> *slots, T *object) {
     int index = slots->first_free;
     if (index < 0) {
         index = static_cast<int>(slots->slots.size());
@@ -160,21 +160,21 @@ b2BodyDef b2DefaultBodyDef() {
 
 b2BodyId b2CreateBody(b2WorldId world, const b2BodyDef *def) {
     assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultBodyDef");
-    ::b2BodyDef wanted;
-    wanted.type = static_cast<::b2BodyType>(def->type);
-    wanted.position = _vector(def->position);
-    wanted.angle = atan2f(def->rotation.s, def->rotation.c);
-    wanted.linearVelocity = _vector(def->linearVelocity);
-    wanted.angularVelocity = def->angularVelocity;
-    wanted.linearDamping = def->linearDamping;
-    wanted.angularDamping = def->angularDamping;
-    wanted.gravityScale = def->gravityScale;
-    wanted.allowSleep = def->enableSleep;
-    wanted.awake = def->isAwake;
-    wanted.bullet = def->isBullet;
-    wanted.enabled = def->isEnabled;
+    ::b2BodyDef native;
+    native.type = static_cast<::b2BodyType>(def->type);
+    native.position = _vector(def->position);
+    native.angle = atan2f(def->rotation.s, def->rotation.c);
+    native.linearVelocity = _vector(def->linearVelocity);
+    native.angularVelocity = def->angularVelocity;
+    native.linearDamping = def->linearDamping;
+    native.angularDamping = def->angularDamping;
+    native.gravityScale = def->gravityScale;
+    native.allowSleep = def->enableSleep;
+    native.awake = def->isAwake;
+    native.bullet = def->isBullet;
+    native.enabled = def->isEnabled;
     World *owner = _world(world);
-    const int index = _slots_take(&owner->bodies, owner->world.CreateBody(&wanted));
+    const int index = _slots_add(&owner->bodies, owner->world.CreateBody(&native));
     return _slots_id<b2BodyId>(owner->bodies, world.index1 - 1, index);
 }
 
@@ -211,8 +211,8 @@ b2Vec2 b2Body_GetLinearVelocity(b2BodyId body) {
 float b2Body_GetAngularVelocity(b2BodyId body) { return _body(body)->GetAngularVelocity(); }
 
 bool b2Body_IsAwake(b2BodyId body) {
-    const b2Body *asked = _body(body);
-    return asked->GetType() != ::b2_staticBody && asked->IsAwake();
+    const b2Body *native = _body(body);
+    return native->GetType() != ::b2_staticBody && native->IsAwake();
 }
 
 void b2Body_ApplyForceToCenter(b2BodyId body, b2Vec2 newtons, bool wake) {
@@ -244,14 +244,14 @@ b2Polygon b2MakeBox(float half_width, float half_height) {
 static b2ShapeId _create_shape(b2BodyId body, const b2ShapeDef *def, const ::b2Shape *shape) {
     assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultShapeDef");
     assert(def->filter.groupIndex == static_cast<int16_t>(def->filter.groupIndex) && "a group of 2.4 has 16 bits");
-    ::b2FixtureDef wanted;
-    wanted.shape = shape; // 2.4 copies it
-    wanted.friction = def->material.friction;
-    wanted.restitution = def->material.restitution;
-    wanted.density = def->density;
-    wanted.filter.groupIndex = static_cast<int16_t>(def->filter.groupIndex);
+    ::b2FixtureDef native;
+    native.shape = shape; // 2.4 copies it
+    native.friction = def->material.friction;
+    native.restitution = def->material.restitution;
+    native.density = def->density;
+    native.filter.groupIndex = static_cast<int16_t>(def->filter.groupIndex);
     World *owner = g_worlds[body.world0];
-    const int index = _slots_take(&owner->shapes, _body(body)->CreateFixture(&wanted));
+    const int index = _slots_add(&owner->shapes, _body(body)->CreateFixture(&native));
     return _slots_id<b2ShapeId>(owner->shapes, body.world0, index);
 }
 
@@ -268,7 +268,7 @@ static void _inset(b2PolygonShape *shape) {
 }
 
 // Adds the masses of a body's shapes. Inertia is about the body's origin.
-static b2MassData _both(const b2MassData &a, const b2MassData &b) {
+static b2MassData _add_masses(const b2MassData &a, const b2MassData &b) {
     b2MassData sum = {a.mass + b.mass, {0, 0}, a.I + b.I};
     if (sum.mass > 0) sum.center = (1 / sum.mass) * (a.mass * a.center + b.mass * b.center);
     return sum;
@@ -284,12 +284,12 @@ b2ShapeId b2CreatePolygonShape(b2BodyId id, const b2ShapeDef *def, const b2Polyg
     }
     // The mass is that of the polygon without inset.
     b2Body *body = _body(id);
-    b2MassData had = {0, {0, 0}, 0}, added = {};
-    if (body->GetFixtureList()) body->GetMassData(&had);
+    b2MassData existing = {0, {0, 0}, 0}, added = {};
+    if (body->GetFixtureList()) body->GetMassData(&existing);
     shape.ComputeMass(&added, def->density);
     _inset(&shape);
     const b2ShapeId created = _create_shape(id, def, &shape);
-    const b2MassData sum = _both(had, added);
+    const b2MassData sum = _add_masses(existing, added);
     if (sum.mass > 0) body->SetMassData(&sum);
     return created;
 }
@@ -316,14 +316,14 @@ b2RevoluteJointDef b2DefaultRevoluteJointDef() {
 
 b2JointId b2CreateRevoluteJoint(b2WorldId world, const b2RevoluteJointDef *def) {
     assert(def->internalValue == COOKIE && "the definition has to come from b2DefaultRevoluteJointDef");
-    ::b2RevoluteJointDef wanted; // frame rotations would matter only with a limit or spring
-    wanted.bodyA = _body(def->base.bodyIdA);
-    wanted.bodyB = _body(def->base.bodyIdB);
-    wanted.localAnchorA = _vector(def->base.localFrameA.p);
-    wanted.localAnchorB = _vector(def->base.localFrameB.p);
-    wanted.collideConnected = def->base.collideConnected;
+    ::b2RevoluteJointDef native; // frame rotations would matter only with a limit or spring
+    native.bodyA = _body(def->base.bodyIdA);
+    native.bodyB = _body(def->base.bodyIdB);
+    native.localAnchorA = _vector(def->base.localFrameA.p);
+    native.localAnchorB = _vector(def->base.localFrameB.p);
+    native.collideConnected = def->base.collideConnected;
     World *owner = _world(world);
-    const int index = _slots_take(&owner->joints, owner->world.CreateJoint(&wanted));
+    const int index = _slots_add(&owner->joints, owner->world.CreateJoint(&native));
     return _slots_id<b2JointId>(owner->joints, world.index1 - 1, index);
 }
 

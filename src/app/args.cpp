@@ -87,7 +87,7 @@ static const Option *_args_find_option(const char *name) {
 }
 
 // Applies one of the game's options.
-static ArgsResult _args_take_game_option(int argc, char *argv[], int *index) {
+static ArgsResult _args_apply_game_option(int argc, char *argv[], int *index) {
     const char *name = argv[*index];
     const Game *game = engine_game();
     for (int i = 0; i < game->option_count; i++) {
@@ -102,10 +102,10 @@ static ArgsResult _args_take_game_option(int argc, char *argv[], int *index) {
 }
 
 // Applies the option at *index.
-static ArgsResult _args_take_option(int argc, char *argv[], int *index) {
+static ArgsResult _args_apply_option(int argc, char *argv[], int *index) {
     const char *name = argv[*index];
     const Option *option = _args_find_option(name);
-    if (!option) return _args_take_game_option(argc, argv, index);
+    if (!option) return _args_apply_game_option(argc, argv, index);
     if (!option->apply) return ARGS_HELP;
     const char *value = nullptr;
     if (option->takes_value) {
@@ -118,7 +118,7 @@ static ArgsResult _args_take_option(int argc, char *argv[], int *index) {
 ArgsResult args_parse(int argc, char *argv[]) {
     args = {};
     for (int i = 1; i < argc; i++) {
-        const ArgsResult result = _args_take_option(argc, argv, &i);
+        const ArgsResult result = _args_apply_option(argc, argv, &i);
         if (result == ARGS_RUN) continue;
         args_print_usage();
         return result;
@@ -182,7 +182,7 @@ bool args_window_size(int *width, int *height) {
     return true;
 }
 
-void args_take_recorded(const char *screen, int window_width, int window_height, int ui_scale) {
+void args_apply_recorded(const char *screen, int window_width, int window_height, int ui_scale) {
     args.config_save = false;
     args.screen = screen;
     args.window_width = window_width;

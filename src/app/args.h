@@ -1,4 +1,4 @@
-// args: command-line options. Parsed once at start, then queried by the modules they concern; needs no setup.
+// args: command-line options. Parsed once at start, then queried by other modules; needs no setup.
 #pragma once
 
 enum ArgsResult {
@@ -26,7 +26,7 @@ int args_capture_every();
 int args_quit_at();
 int args_ui_scale();
 
-// Overrides the options by a recording's values; nothing is saved. The string is borrowed.
-void args_take_recorded(const char *screen, int window_width, int window_height, int ui_scale);
+// Overrides the options with a recording's values; the configuration is not saved. The string is borrowed.
+void args_apply_recorded(const char *screen, int window_width, int window_height, int ui_scale);
 
 bool args_window_size(int *width, int *height); // false, writing nothing, if not given; outputs may be null

@@ -62,8 +62,8 @@ static bool shared_fonts_setup() {
     return font_set_size(heading, game->heading_font_size);
 }
 
-// Starts recording or opens a replay if the environment asks for it.
-static bool _main_take_recording() {
+// Requests a recording or opens a replay if its environment variable is set.
+static bool _main_setup_replay() {
     if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
     const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");
     if (!path) return true;
@@ -77,7 +77,7 @@ static bool _main_take_recording() {
     }
     if (!replay_open(path, factor)) return false;
     const ReplayStart *start = replay_start();
-    args_take_recorded(start->screen, start->window_width, start->window_height, start->ui_scale);
+    args_apply_recorded(start->screen, start->window_width, start->window_height, start->ui_scale);
     return true;
 }
 
@@ -100,9 +100,9 @@ static void _main_fill_recording_start(GameState state, ReplayStart *start) {
     }
 }
 
-// Sets up a screen; a requested recording or an open replay starts before it.
+// Sets up a screen. Before that, starts a requested recording or an open replay.
 static bool _main_setup_screen(GameState state) {
-    if (replay_is_wanted() && screen_for(state)) {
+    if (replay_is_requested() && screen_for(state)) {
         ReplayStart start = {};
         _main_fill_recording_start(state, &start);
         replay_begin(&start);
@@ -118,7 +118,7 @@ static bool _main_first_screen_setup(GameState start) {
         return false;
     }
     if (const ReplayStart *recorded = replay_start()) {
-        if (recorded->fade_seconds > 0) _transition_uncover(recorded->fade_seconds);
+        if (recorded->fade_seconds > 0) _transition_start_fade_in(recorded->fade_seconds);
         _input_set_axes_past(recorded->axes_past);
     }
     return true;
@@ -127,7 +127,7 @@ static bool _main_first_screen_setup(GameState start) {
 MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
     _engine_set_game(game);
     const bool has_folders = files_setup();
-    log_setup(); // before anything that can fail, so that it is logged
+    log_setup(); // first, so that every failure is logged
     if (!has_folders) {
         engine_error("[FILES] No folder for user files, error: %s", SDL_GetError());
         return MAIN_START_FAILED;
@@ -136,7 +136,7 @@ MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
     const ArgsResult result = args_parse(argc, argv);
     if (result == ARGS_HELP) return MAIN_START_HELP;
     if (result == ARGS_FAILED) return MAIN_START_FAILED;
-    if (!_main_take_recording()) return MAIN_START_FAILED;
+    if (!_main_setup_replay()) return MAIN_START_FAILED;
     const GameState start = resolve_start_screen();
     if (start == GAME_STATE_NONE) return MAIN_START_FAILED;
     if (!engine_start(game->title)) return MAIN_START_FAILED;
@@ -159,7 +159,7 @@ static bool _main_switch_screen(GameState state) {
     return true;
 }
 
-static bool _main_has_to_switch(GameState state) { return state != engine_get_prev_state() || engine_take_restart(); }
+static bool _main_must_switch(GameState state) { return state != engine_get_prev_state() || engine_take_restart(); }
 
 static void _main_run_fixed_steps(GameState state) {
     profiler_mark(PHASE_FIX);
@@ -178,7 +178,7 @@ bool main_loop_frame() {
     engine_frame_start();
     engine_event_poll();
     const GameState state = engine_get_state();
-    if (_main_has_to_switch(state) && !_main_switch_screen(state)) return false;
+    if (_main_must_switch(state) && !_main_switch_screen(state)) return false;
     _main_run_fixed_steps(state);
     profiler_mark(PHASE_TICK);
     screen_tick(state);

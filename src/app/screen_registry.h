@@ -1,4 +1,4 @@
-// screen_registry: maps game states to the game's screens, and holds the screen that is set up. Main thread only.
+// screen_registry: maps game states to the game's screens, and tracks the screen that is set up. Main thread only.
 #pragma once
 
 #include "lumarind/engine/game_state.h"
@@ -18,6 +18,6 @@ void screen_fixed_update(GameState state, double dt);
 void screen_tick(GameState state);
 void screen_cleanup();
 
-// The state of the screen given on the command line, or of the home screen. 0: unknown name, logged with the valid
-// ones.
+// Returns the state of the screen given on the command line, or else of the home screen. Returns GAME_STATE_NONE for an
+// unknown name, after logging the valid ones.
 GameState resolve_start_screen();

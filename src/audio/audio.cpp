@@ -18,12 +18,12 @@ static constexpr const char *TAG_SFX = "sfx";
 static constexpr int LOOP_FOREVER = -1;
 static constexpr int AUDIO_RATE_MAX = 768000; // Hz
 static constexpr int AUDIO_FRAMES_MIN = 2;
-static constexpr const char *AUDIO_TOO_SHORT = "there is no sound in it";
+static constexpr const char *AUDIO_TOO_SHORT = "it contains no sound";
 
 AudioState *lumarind::audio;
 
 static float _audio_clamp(float volume) {
-    if (!(volume >= 0)) return 0; // maps NaN to 0 as well: a NaN gain would silence the mixer for good
+    if (!(volume >= 0)) return 0; // maps NaN to 0 as well: a NaN gain would silence the mixer permanently
     return volume > 1 ? 1 : volume;
 }
 
@@ -92,7 +92,7 @@ bool audio_setup() {
     audio->mixer = audio_open_mixer();
     if (!audio->mixer) return engine_error("[AUDIO] Mixer creation failed, error: %s", SDL_GetError());
     if (!_audio_create_tracks()) return false;
-    // Last: setting a tag's gain affects only the tracks that carry the tag at that moment.
+    // Last: setting a tag's gain affects only tracks that already have the tag.
     for (int bus = 0; bus < AUDIO_BUS_COUNT; bus++) audio_apply_volume(static_cast<AudioBus>(bus));
 
     SDL_AudioSpec spec = {};
@@ -168,8 +168,8 @@ static MIX_AudioDecoder *_audio_open_decoder(SDL_IOStream *file, const AudioKind
     return nullptr;
 }
 
-// Looping a sound of less than two frames would block the mixing thread, with its lock held, for good; rewinding an
-// empty one crashes the Vorbis library. Headers may lie, so a streamed sound's first frames are decoded to find out.
+// Looping a sound of fewer than two frames would block the mixing thread forever, with the mixer locked; rewinding an
+// empty one crashes the Vorbis library. Headers are unreliable, so a streamed sound's first frames are decoded.
 static bool _audio_has_frames(MIX_AudioDecoder *decoder) {
     SDL_AudioSpec spec = {};
     Uint8 begin[4096];
@@ -195,7 +195,7 @@ static MIX_Audio *_audio_load_encoded(SDL_IOStream *file, const AudioKind &kind,
         SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_IOSTREAM_POINTER, file);
         SDL_SetPointerProperty(options, MIX_PROP_AUDIO_LOAD_PREFERRED_MIXER_POINTER, _audio_preferred_mixer());
         SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_PREDECODE_BOOLEAN, predecode);
-        // The caller decides about looping, not the file.
+        // Looping is decided by the caller, not by the file.
         SDL_SetBooleanProperty(options, MIX_PROP_AUDIO_LOAD_IGNORE_LOOPS_BOOLEAN, true);
         sound = MIX_LoadAudioWithProperties(options);
     }

@@ -11,7 +11,7 @@ struct AudioState {
     MIX_Track *music;                    // tagged "music"
     MIX_Track *sfx[AUDIO_SFX_TRACKS];    // each tagged "sfx"
     float sfx_volumes[AUDIO_SFX_TRACKS]; // of the sound on each track, without the bus's volume
-    bool library_started;                // MIX_Init was called; MIX_Quit must follow
+    bool library_started;                // MIX_Init has succeeded; MIX_Quit must follow
 };
 namespace lumarind {
 extern AudioState *audio; // null before setup

@@ -178,7 +178,7 @@ void sfx_genBlipSelect(SfxParams *params) {
     params->hpfCutoff = 0.1f;
 }
 
-// --- the others ---
+// --- other generators ---
 
 void sfx_genSynth(SfxParams *params) {
     static constexpr float synthFreq[3] = {0.27231714f, 0.19255693f, 0.13615778f}; // three octaves of a note
@@ -195,7 +195,7 @@ void sfx_genSynth(SfxParams *params) {
     params->squareDuty = frnd(1.0f);
     params->dutySweep = sfx_random(3) == 2 ? frnd(1.0f) : 0;
     if (sfx_random(2) != 1) {
-        const float a = frnd(1.0f); // separate statements: the order of draws in one expression is unspecified
+        const float a = frnd(1.0f); // separate statements: the evaluation order within an expression is unspecified
         const float b = frnd(1.0f);
         params->lpfCutoff = 0.1f + a * 0.9f * b;
     }

@@ -1,5 +1,5 @@
-// sfx_params: the parameters of a generated sound effect and the random presets that fill them. All draws come from one
-// sequence in a fixed order: reordering statements changes the sounds.
+// sfx_params: the parameters of a generated sound effect and the random presets that set them. All random numbers come
+// from one generator in a fixed order: reordering statements changes the sounds.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -42,7 +42,8 @@ struct SfxParams {
     float hpfCutoffSweep; // -1 to 1
 };
 inline constexpr int SFX_PARAM_COUNT = 22; // number of float fields
-static_assert(sizeof(SfxParams) == sizeof(Sint32) + SFX_PARAM_COUNT * sizeof(float), "sfx_mutate counts through them");
+static_assert(
+    sizeof(SfxParams) == sizeof(Sint32) + SFX_PARAM_COUNT * sizeof(float), "SFX_PARAM_COUNT counts the float fields");
 
 // --- random numbers ---
 namespace lumarind {

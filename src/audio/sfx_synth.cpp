@@ -69,7 +69,7 @@ static float _sfx_clamp(float value, float low, float high) {
 
 static float _sfx_signed_square(float value) { return value < 0 ? -(value * value) : value * value; }
 
-// --- set-up ---
+// --- setup ---
 
 static void _sfx_reset_pitch(SfxVoice *v) {
     const SfxParams &p = *v->params;

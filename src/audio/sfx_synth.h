@@ -1,5 +1,5 @@
 // sfx_synth: sound synthesiser: one oscillator with envelope, pitch slide, vibrato, arpeggio, duty sweep, repeat,
-// phaser, low-pass and high-pass filter, with 8x oversampling. Its noise is drawn from sfx_params' sequence.
+// phaser, low-pass and high-pass filter, with 8x oversampling. Its noise comes from sfx_params' generator.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>

@@ -265,8 +265,8 @@ static bool _cfg_may_write(const fs::path &path, fs::file_type type) {
     return file && SDL_CloseIO(file);
 }
 
-// Writes a pair so that it round-trips: without spaces around "=" if inih would take a ';' for a comment or the line
-// is too long, and with the value on an indented continuation line if it is still too long.
+// Writes a pair so that it round-trips: without spaces around "=" if inih would treat ';' as a comment or the line is
+// too long, and with the value on an indented continuation line if it is still too long.
 static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *value) {
     const size_t length = SDL_strlen(key) + SDL_strlen(value);
     const char *between = " = ";
@@ -275,8 +275,8 @@ static bool _cfg_write_text(SDL_IOStream *file, const char *key, const char *val
     return SDL_IOprintf(file, "%s%s%s\n", key, between, value) > 0;
 }
 
-// Writes a value that may not come from the file, replacing what the format cannot hold: line feeds become spaces,
-// whitespace before a ';' is dropped. Neither matters around a binding's name.
+// Writes a value that was set at run time, replacing what the format cannot represent: line feeds become spaces,
+// whitespace before a ';' is dropped. Bindings keep their meaning.
 static bool _cfg_write_line(SDL_IOStream *file, const char *key, const char *value) {
     char text[SDL_max(CFG_BINDINGS_SIZE, CFG_SETTING_SIZE)] = {};
     size_t length = 0;
@@ -345,22 +345,22 @@ static bool _cfg_write_file(SDL_IOStream *file) { // null: opening failed
     return SDL_CloseIO(file) && ok;
 }
 
-// Writes a temporary file and renames it, so that a crash or a full disk leaves the old settings intact. If the folder
-// takes no new file, or the file cannot be replaced (it is a mount point), it is written in place.
+// Writes a temporary file and renames it, so that a crash or a full disk leaves the old settings intact. If no file can
+// be created in the folder, or the file cannot be replaced (a mount point), it is written in place.
 static bool _cfg_replace_file() {
     std::error_code error;
     fs::path path = cfg_path().text;
     if (!_cfg_resolve_links(&path)) return false;
     const fs::file_status old = fs::status(path, error);
     if (!_cfg_may_write(path, old.type())) return false;
-    fs::path beside = path;
-    beside += ".new";
-    SDL_IOStream *file = _cfg_open(beside);
+    fs::path temporary = path;
+    temporary += ".new";
+    SDL_IOStream *file = _cfg_open(temporary);
     const bool written = _cfg_write_file(file);
-    if (written && fs::exists(old)) fs::permissions(beside, old.permissions(), error);
-    if (written && SDL_RenamePath(beside.string().c_str(), path.string().c_str())) return true;
+    if (written && fs::exists(old)) fs::permissions(temporary, old.permissions(), error);
+    if (written && SDL_RenamePath(temporary.string().c_str(), path.string().c_str())) return true;
     // Removed first: on a full disk its space is needed. It may be left over from an earlier run.
-    if (fs::is_regular_file(beside, error)) fs::remove(beside, error);
+    if (fs::is_regular_file(temporary, error)) fs::remove(temporary, error);
     return (written || !file) && _cfg_write_file(_cfg_open(path));
 }
 

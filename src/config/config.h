@@ -1,5 +1,5 @@
-// config: the persistent configuration, read from and written to config/<id>.ini in the user's folder, <id> being the
-// game's. Main thread only.
+// config: the persistent configuration, stored in config/<id>.ini in the user's folder, with the game's id. Main thread
+// only.
 // Values are stored as parsed; the module that uses one checks its range. Getters and setters may be called only
 // between cfg_setup and cfg_cleanup, with valid action and bus numbers.
 #pragma once
@@ -34,7 +34,7 @@ void cfg_set_defaults();
 // opened and read completely.
 bool cfg_load();
 
-// Writes the whole record, replacing the file atomically where its folder permits; a symbolic link to it is kept.
+// Writes the whole record, replacing the file atomically where its folder permits; a symbolic link is preserved.
 // Returns true also if saving is disabled. Reports errors, also without a record; after a failed cfg_load nothing is
 // written.
 bool cfg_save();
@@ -66,8 +66,8 @@ void cfg_set_input_bindings(int action, const char *text); // truncated to 127 c
 float cfg_get_audio_volume(int bus);                       // not clamped
 void cfg_set_audio_volume(int bus, float volume);
 
-// --- the game's own settings, by the names in its record: strings of up to 127 characters, or numbers ---
+// --- the game's own settings (Game::settings): strings of up to 127 characters, or numbers ---
 const char *cfg_get_setting(const char *name);             // "" if the name is unknown
-double cfg_get_setting_number(const char *name);           // 0 if there is none
+double cfg_get_setting_number(const char *name);           // 0 if the name is unknown or the value not a number
 bool cfg_set_setting(const char *name, const char *value); // reports unknown names as errors
 bool cfg_set_setting_number(const char *name, double value);

@@ -8,7 +8,7 @@
 #include <SDL3/SDL_stdinc.h>
 
 constexpr const char *CFG_DIRECTORY = "config";
-constexpr int CFG_CAPTURE_DIRECTORY_SIZE = 256; // with the terminating NUL, as below
+constexpr int CFG_CAPTURE_DIRECTORY_SIZE = 256; // bytes, with the terminating NUL; so are the next two
 constexpr int CFG_BINDINGS_SIZE = 128;
 constexpr int CFG_SETTING_SIZE = 128;
 constexpr size_t CFG_LINE_MAX = 199; // longest line inih reads, in characters

@@ -13,7 +13,7 @@ static ArenaBlock *_arena_add_block(Arena *arena, size_t size) {
     auto *block = static_cast<ArenaBlock *>(SDL_calloc(1, sizeof(ArenaBlock) + size));
     if (!block) return nullptr;
     block->size = size;
-    // A large allocation gets its own block, linked behind the first block, which may still have room.
+    // A large allocation gets its own block, linked after the first block, which may still have room.
     ArenaBlock **at = arena->blocks && size > BLOCK_SIZE ? &arena->blocks->next : &arena->blocks;
     block->next = *at;
     *at = block;

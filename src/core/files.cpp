@@ -10,7 +10,7 @@
 struct FilesState {
     FilePath asset_root, user_root; // end with a slash; empty: the current folder
     bool found;                     // the asset root contains a folder "assets"
-    char looked[FILE_PATH_SIZE];    // the folders searched, separated by ", "
+    char searched[FILE_PATH_SIZE];  // the folders searched, separated by ", "
 };
 static FilesState g_files;
 
@@ -18,8 +18,8 @@ static bool _files_try_root(const char *base, const char *below) {
     FilePath root = {}, assets = {};
     SDL_snprintf(root.text, sizeof root.text, "%s%s", base, below);
     SDL_snprintf(assets.text, sizeof assets.text, "%sassets", root.text);
-    if (*g_files.looked) SDL_strlcat(g_files.looked, ", ", sizeof g_files.looked);
-    SDL_strlcat(g_files.looked, assets.text, sizeof g_files.looked);
+    if (*g_files.searched) SDL_strlcat(g_files.searched, ", ", sizeof g_files.searched);
+    SDL_strlcat(g_files.searched, assets.text, sizeof g_files.searched);
     SDL_PathInfo info = {};
     if (!SDL_GetPathInfo(assets.text, &info) || info.type != SDL_PATHTYPE_DIRECTORY) return false;
     g_files.asset_root = root;
@@ -56,7 +56,7 @@ void files_log() {
     if (g_files.found) {
         SDL_Log("[FILES] Assets in: %sassets", g_files.asset_root.text);
     } else {
-        SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "[FILES] No assets folder found; searched: %s", g_files.looked);
+        SDL_LogWarn(SDL_LOG_CATEGORY_ERROR, "[FILES] No assets folder found; searched: %s", g_files.searched);
     }
     SDL_Log("[FILES] User files in: %s", g_files.user_root.text);
 }

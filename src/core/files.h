@@ -1,5 +1,4 @@
-// files: resolves paths of assets and of the user's files, by the rule in the game's record (GameFiles). Main thread
-// only.
+// files: resolves paths of assets and of the user's files, as selected by Game::files. Main thread only.
 #pragma once
 
 inline constexpr int FILE_PATH_SIZE = 1024; // bytes, with the terminating NUL
@@ -8,8 +7,8 @@ struct FilePath {
     char text[FILE_PATH_SIZE];
 };
 
-// Path of an asset; `path` is relative as in "assets/hero.png". Absolute paths are returned unchanged; a path that
-// becomes too long is truncated, and opening it fails.
+// Path of an asset; `path` is relative, such as "assets/hero.png". Absolute paths are returned unchanged; a path that
+// would be too long is truncated, and opening it fails.
 FilePath files_asset(const char *path);
 
 // Path of a file in the user's folder, for writing; `path` is relative.

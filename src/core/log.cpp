@@ -35,8 +35,8 @@ static void SDLCALL _output(void *, int category, SDL_LogPriority priority, cons
     SDL_FlushIO(log_state.file); // on disk even if the process ends abruptly
 }
 
-// Categories in which the engine logs warnings. By default SDL lets only errors through in them;
-// priorities set by the user in SDL_LOGGING are respected.
+// Categories in which the engine logs warnings, although SDL's default priority for them is error.
+// Priorities set by the user in SDL_LOGGING are respected.
 static constexpr SDL_LogCategory WARNING_CATEGORIES[] = {
     SDL_LOG_CATEGORY_ERROR, SDL_LOG_CATEGORY_AUDIO, SDL_LOG_CATEGORY_INPUT};
 

@@ -1,4 +1,4 @@
-// log: copies SDL's log to the file <id>.log in the user's folder, <id> being the game's.
+// log: copies SDL's log to the file <id>.log in the user's folder, with the game's id.
 // Setup truncates the file; each line is flushed. SDL's own log output continues.
 #pragma once
 

@@ -19,8 +19,8 @@ int random_between(Random *random, int first, int last) {
 }
 
 float random_float(Random *random, float from, float below) {
-    const float drawn = from + (below - from) * SDL_randf_r(&random->state);
-    return drawn < below ? drawn : from; // rounding may give `below`
+    const float value = from + (below - from) * SDL_randf_r(&random->state);
+    return value < below ? value : from; // rounding may give `below`
 }
 
 bool random_chance(Random *random, float probability) { return SDL_randf_r(&random->state) < probability; }

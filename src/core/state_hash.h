@@ -20,7 +20,7 @@ inline Uint64 state_hash_bytes(Uint64 hash, const void *bytes, size_t size) {
 }
 
 template <typename T> Uint64 state_hash_add(Uint64 hash, const T &value) {
-    static_assert(std::is_arithmetic_v<T> || std::is_enum_v<T>, "a record's fields are added one by one");
+    static_assert(std::is_arithmetic_v<T> || std::is_enum_v<T>, "add the fields of a record one by one");
     return state_hash_bytes(hash, &value, sizeof value);
 }
 

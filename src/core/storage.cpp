@@ -93,25 +93,25 @@ static bool _storage_make_folder(const char *path) {
     return made;
 }
 
-// Writes a temporary file beside it, then renames: there is a complete file at any time.
-static bool _storage_replace(const char *path, const char *beside, const void *data, size_t size) {
-    return _storage_make_folder(path) && SDL_WriteStorageFile(storage_user(), beside, data, size) &&
-           SDL_RenameStoragePath(storage_user(), beside, path);
+// Writes a temporary file in the same folder and renames it: `path` is a complete file at any time.
+static bool _storage_replace(const char *path, const char *temporary, const void *data, size_t size) {
+    return _storage_make_folder(path) && SDL_WriteStorageFile(storage_user(), temporary, data, size) &&
+           SDL_RenameStoragePath(storage_user(), temporary, path);
 }
 
 bool storage_write_user_file(const char *path, const void *data, size_t size) {
     if (!storage_user()) return engine_error("[STORAGE] Storage is NULL, can't write file: %s", path);
     if (!_storage_wait(storage_user())) return engine_error("[STORAGE] Storage not ready, can't write file: %s", path);
-    char *beside = nullptr;
-    if (SDL_asprintf(&beside, "%s.new", path) < 0) {
+    char *temporary = nullptr;
+    if (SDL_asprintf(&temporary, "%s.new", path) < 0) {
         return engine_error("[STORAGE] Memory allocation failed while writing file, error: %s", SDL_GetError());
     }
-    const bool written = _storage_replace(path, beside, data, size);
+    const bool written = _storage_replace(path, temporary, data, size);
     if (!written) {
         engine_error("[STORAGE] Error writing file: %s, error: %s", path, SDL_GetError());
-        SDL_RemoveStoragePath(storage_user(), beside); // it may exist, truncated
+        SDL_RemoveStoragePath(storage_user(), temporary); // it may exist, truncated
     }
-    SDL_free(beside);
+    SDL_free(temporary);
     return written;
 }
 

@@ -1,5 +1,5 @@
 // storage: the game's read-only data files (title storage, the folder of the executable) and the user's own files
-// (user storage). Paths are relative, with "/" between names; "." and ".." are refused. Main thread only.
+// (user storage). Paths are relative, with "/" between names; "." and ".." are rejected. Main thread only.
 #pragma once
 
 #include "lumarind/core/string_array.h"
@@ -11,8 +11,7 @@ bool storage_setup();   // safe to call twice. Reports errors; storage_cleanup r
 void storage_cleanup(); // safe to call twice, and after a failed setup
 
 // --- reading ---
-// Reads the whole file and appends a 0 byte; the caller frees it with SDL_free. Reports errors; an empty file is
-// one.
+// Reads the whole file and appends a 0 byte; the caller frees it with SDL_free. Reports errors, also for an empty file.
 char *storage_read_file(SDL_Storage *storage, const char *path);
 char *storage_read_game_file(const char *path);
 char *storage_read_user_file(const char *path);

@@ -1,6 +1,6 @@
-// typed_array: the dynamic array template behind the `<prefix>_` array functions. Main thread only.
+// typed_array: dynamic array template, from which the `<prefix>_` array functions are generated. Main thread only.
 //
-// An instance is stamped from a traits record that names its element type:
+// A traits record with the element type defines an array type:
 //
 //     struct PointArrayTraits : ArrayOfValues<SDL_FPoint> {
 //         static constexpr const char *TAG = "POINTS";       // tag of its log messages
@@ -9,17 +9,17 @@
 //     TYPED_ARRAY_STAMP(points, PointArray, PointArrayTraits)
 //     TYPED_ARRAY_STAMP_ADD(points, PointArray, PointArrayTraits)
 //
-// which gives, for T = Traits::Element:
+// It has, for T = Traits::Element:
 //     PointArray *points_new(int capacity, int grow_by)          reports errors. The caller owns the record:
 //                                                                points_cleanup, then SDL_free.
-//     T    points_get(array, i)                                  a zero T out of range
-//     void points_remove(array, i)                               releases element i; the last one takes its place
+//     T    points_get(array, i)                                  a zero T if i is out of range
+//     void points_remove(array, i)                               releases element i, moves the last one into its slot
 //     bool points_move(src, i, dst)                              moves element i, with ownership, to the end of dst
 //     void points_reset(array)                                   releases all elements, keeps the buffer
 //     void points_cleanup(array)                                 releases elements and buffer, keeps the record
 //     bool points_add(array, const T *)                          copies the value; reports errors, changing nothing
 //
-// Elements are trivially copyable; removal changes their order. A zero-initialised record is an empty array.
+// Elements must be trivially copyable; removal changes their order. A zero-initialised record is an empty array.
 #pragma once
 
 #include "lumarind/core/error.h"
@@ -47,7 +47,7 @@ bool _array_grow(void **items, Sint32 *capacity, Sint32 grow_by, size_t element_
 
 template <typename Traits> TypedArray<typename Traits::Element> *_typed_array_new(int capacity, int grow_by) {
     using T = typename Traits::Element;
-    static_assert(std::is_trivially_copyable_v<T>, "typed arrays hold plain records");
+    static_assert(std::is_trivially_copyable_v<T>, "elements must be trivially copyable");
     auto *array = static_cast<TypedArray<T> *>(SDL_calloc(1, sizeof(TypedArray<T>)));
     if (!array) {
         engine_error(
@@ -84,7 +84,7 @@ template <typename Traits> void _typed_array_remove(TypedArray<typename Traits::
     _typed_array_close_gap(array, i);
 }
 
-// Appends the element without copying what it owns; the array owns it only if this returns true.
+// Appends the element and takes ownership of its resources if this returns true.
 template <typename Traits>
 bool _typed_array_push(TypedArray<typename Traits::Element> *array, typename Traits::Element element) {
     using T = typename Traits::Element;

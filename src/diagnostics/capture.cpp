@@ -17,7 +17,7 @@
 #include <SDL3_image/SDL_image.h>
 
 struct CaptureState {
-    bool requested; // by capture_request, not taken yet
+    bool requested; // by capture_request, and not handled yet
 };
 static CaptureState capture;
 

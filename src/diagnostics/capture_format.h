@@ -6,5 +6,6 @@ enum CaptureFormat {
     CAPTURE_FORMAT_JPEG = 1,
 };
 
-CaptureFormat capture_format_from_string(const char *text); // JPEG for "jpg" or "jpeg" in any case, else PNG; null too
-const char *capture_format_to_string(int format);           // "jpg" or "png", also the file's extension
+// JPEG for "jpg" or "jpeg" in any case; otherwise PNG, also for null.
+CaptureFormat capture_format_from_string(const char *text);
+const char *capture_format_to_string(int format); // "jpg" or "png", also the file's extension

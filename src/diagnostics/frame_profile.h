@@ -64,7 +64,7 @@ void frame_profile_stats(const FrameProfile *profile, int window, FrameStats *ou
 // --- chart ---
 // Columns are at least 2 wide. If 512 fit, all frames share the width; otherwise the newest ones that fit are shown.
 void frame_profile_chart_layout(int count, float width, ChartLayout *out);
-// The smallest ladder scale that holds `peak`, both in ms. It grows at once, but shrinks only when the peak is below
-// half of `current` (hysteresis).
+// Returns the smallest scale of the ladder that is at least `peak`, both in ms, or else the largest. The scale grows at
+// once, but shrinks only when the peak is below half of `current` (hysteresis).
 double frame_profile_ladder_pick(double peak, double current);
 float frame_profile_sample_y(uint32_t ns, double scale, float height); // bar height, 0 to height; scale in ms

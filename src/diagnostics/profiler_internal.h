@@ -53,7 +53,7 @@ struct ProfilerState {
     double scale_ms;                // of the chart's full height; persists between frames for its hysteresis
     double budget_ms;               // frame budget; 0: none
     Sint32 last_width, last_height; // view size for which the budget was computed
-    bool too_small_logged;          // since the view became too small
+    bool too_small_logged;          // once per episode of a too small view
     // Batches, filled and emptied within one draw; all owned.
     ProfilerRects *phase_rects[PHASE_COUNT], *step_rects[STEP_CLASSES], *jitter_rects[JITTER_CLASSES];
     ProfilerRects *pip_rects, *budget_rects;

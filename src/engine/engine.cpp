@@ -89,7 +89,7 @@ bool engine_set_fullscreen(bool on) {
         return engine_error("[ENGINE] SDL3: Switching full screen failed, error: %s", SDL_GetError());
     }
     if (!on) SDL_SetWindowSize(engine->window, window.width, window.height); // of a window that started in full screen
-    engine->geometry_kept = on;
+    engine->geometry_saved = on;
     cfg_set_window_props(
         window.x, window.y, window.width, window.height, window.resizable, on, !on && window.maximized,
         window.borderless);

@@ -36,9 +36,9 @@ SDL_Window *engine_window(); // owned by the engine, as is the renderer
 SDL_Renderer *engine_renderer();
 void engine_set_title(const char *title); // changes only the stored title, not the window's
 const char *engine_get_title();
-bool engine_set_vsync_mode(int mode); // SDL's modes; false: logged
+bool engine_set_vsync_mode(int mode); // as in SDL_SetRenderVSync; returns false and logs if it fails
 // Player settings: take effect at once and are stored in the configuration. Report errors and then change nothing.
-bool engine_set_vsync(bool on); // without it, the configuration's frame limit applies
+bool engine_set_vsync(bool on); // if off, the configured frame-rate limit applies
 bool engine_set_fullscreen(bool on);
 bool engine_is_fullscreen();                          // the configured value
 void engine_set_system_cursor(SDL_SystemCursor type); // pointer; any other type sets the default cursor

@@ -20,7 +20,7 @@ struct TTF_TextEngine;
 struct TextDraw;
 
 constexpr int MAX_FONTS = 8;
-constexpr int KEPT_FONTS = 8;
+constexpr int FONT_CACHE_SIZE = 8;
 constexpr int FONT_PATH_SIZE = 256; // bytes, with the terminating NUL
 constexpr int FPS_TEXT_SIZE = 64;   // bytes, with the terminating NUL
 
@@ -31,7 +31,7 @@ struct FontList {
 
 // A cached font of font_open. It stays open after its release and is reused, because the text engine never frees the
 // glyphs it holds for a font: reopening fonts each time a screen is entered would leak them.
-struct KeptFont {
+struct CachedFont {
     char path[FONT_PATH_SIZE];
     float size; // points, with the UI scale
     Uint64 file_size;
@@ -39,7 +39,7 @@ struct KeptFont {
     Uint32 generation; // of the font when opened; it differs if an owner changed the size or style
     int line_skip;     // of the font when opened, px
     TTF_Font *font;    // null: free slot
-    bool lent;         // in use by an owner; otherwise the engine owns it
+    bool in_use;       // in use by an owner; otherwise the engine owns it
 };
 
 struct DataCallbackEntry {
@@ -55,9 +55,9 @@ TYPED_ARRAY_STAMP(data_callbacks, DataCallbackArray, DataCallbackTraits)
 
 struct Engine {
     Sint32 state, prev_state; // GameState; they differ while a switch is pending
-    bool restart;             // of the current screen, requested
+    bool restart;             // a restart of the current screen was requested
     bool paused;              // the screen's fixed updates are suspended
-    bool geometry_kept;       // the configuration holds the window's geometry from before full screen
+    bool geometry_saved;      // the configuration holds the window's geometry from before full screen
     bool show_frame_time_graph;
     Sint32 ui_scale;                                    // 1 to 8
     Sint32 logical_width, logical_height;               // of the current screen; 0 × 0: it draws in UI space
@@ -75,14 +75,14 @@ struct Engine {
     SDL_Color fps_color;
     Timestep timestep;
     Uint64 last_frame_ticks; // ns; 0: no frame yet
-    Sint64 given_frame_ns;   // length of the next frame; -1: measured
+    Sint64 next_frame_ns;    // length of the next frame; -1: measured
     Uint64 frame_number;     // 1 in the first frame
     SDL_Window *window;      // owned, as are the renderer, the cursors and the text engine
     SDL_Renderer *renderer;
-    SDL_Texture *sink; // render target of a replay without display; destroyed with the renderer
+    SDL_Texture *sink; // render target of a fast replay, never displayed; destroyed with the renderer
     SDL_Cursor *default_cursor, *pointer_cursor;
     FontList *fonts; // owned
-    KeptFont kept_fonts[KEPT_FONTS];
+    CachedFont font_cache[FONT_CACHE_SIZE];
     TTF_Font *active_font; // borrowed
     TTF_TextEngine *text_engine;
     TextDraw *text_draw;      // owned; null until the first engine_draw_text

@@ -35,16 +35,16 @@ void engine_state_change_handled() {
 }
 
 bool engine_take_restart() {
-    const bool asked = engine->restart;
+    const bool requested = engine->restart;
     engine->restart = false;
-    return asked;
+    return requested;
 }
 
-// Length of the frame in ns: measured, or given by a test or the replay.
+// Length of the frame in ns: measured, or set by a test or the replay.
 static Uint64 _frame_length(Uint64 now) {
     Uint64 elapsed = engine->last_frame_ticks != 0 ? now - engine->last_frame_ticks : 0;
-    if (engine->given_frame_ns >= 0) elapsed = static_cast<Uint64>(engine->given_frame_ns);
-    engine->given_frame_ns = -1;
+    if (engine->next_frame_ns >= 0) elapsed = static_cast<Uint64>(engine->next_frame_ns);
+    engine->next_frame_ns = -1;
     if (replay_is_playing()) {
         if (!replay_next_frame(&elapsed)) engine_set_state(GAME_STATE_QUIT);
         engine->fps_delta = _ns_to_seconds(elapsed); // the measured time would be that of replaying
@@ -54,7 +54,7 @@ static Uint64 _frame_length(Uint64 now) {
 }
 
 // Redirects drawing of a fast replay to a render target of one pixel.
-static void _engine_draw_nowhere() {
+static void _engine_discard_drawing() {
     if (!engine->sink) {
         engine->sink = SDL_CreateTexture(engine->renderer, SDL_PIXELFORMAT_RGBA32, SDL_TEXTUREACCESS_TARGET, 1, 1);
     }
@@ -69,7 +69,7 @@ void engine_frame_start() {
     if (elapsed != 0) timestep_advance(&engine->timestep, _ns_to_seconds(elapsed));
     engine->last_frame_ticks = now;
     engine->frame_start = now;
-    if (replay_is_fast()) _engine_draw_nowhere();
+    if (replay_is_fast()) _engine_discard_drawing();
     reload_tick();
     view_copy_new_frame();
 }

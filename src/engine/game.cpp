@@ -41,8 +41,8 @@ static const char *_check_texts(const Game *game) {
 }
 
 // Checks the row count and that all names are present and unique.
-template <typename Row> static const char *_check_rows(const char *table, const Row *rows, Sint32 count, Sint32 most) {
-    if (count < 0 || count > most) return _problem("%d %s are out of range, 0 to %d", count, table, most);
+template <typename Row> static const char *_check_rows(const char *table, const Row *rows, Sint32 count, Sint32 max) {
+    if (count < 0 || count > max) return _problem("%d %s are out of range, 0 to %d", count, table, max);
     if (!rows && count > 0) return _problem("%d %s, but the table is null", count, table);
     for (Sint32 i = 0; i < count; i++) {
         if (_is_empty(rows[i].name)) return _problem("the name of %s[%d] is empty", table, i);

@@ -43,7 +43,7 @@ struct GameOption {
     const char *name = "";                      // with dashes: "--level"
     const char *value_name = nullptr;           // of its value in the usage text, as in <n>; null: no value
     const char *help = "";                      // one line of the usage text
-    bool (*apply)(const char *value) = nullptr; // null value if it takes none. Reports errors; the start then fails
+    bool (*apply)(const char *value) = nullptr; // value: null without value_name. Reports errors; the start then fails
 };
 
 // Where a program's files are stored.
@@ -51,7 +51,7 @@ enum GameFiles : Sint32 {
     // Assets: the first folder "assets" found beside the executable, in ../share/<id> from there, or in the current
     // folder. Settings, saves, log and captures: in SDL's preferences folder for organisation and program.
     GAME_FILES_USER_FOLDER,
-    // Everything in the current folder, except storage: data files beside the executable, saves as above.
+    // Everything in the current folder, except storage: game files beside the executable, user files as above.
     GAME_FILES_CURRENT_FOLDER,
 };
 

@@ -164,13 +164,13 @@ static bool engine_setup_text_engine() {
     return true;
 }
 
-// Replaces settings by those of the recording, without saving them.
-static bool _engine_take_recorded_settings() {
+// Overrides settings with those of the recording, without saving them.
+static bool _engine_apply_recorded_settings() {
     const ReplayStart *start = replay_start();
     if (!start) return true;
     if (start->step_hz != cfg_get_fixed_step_hz()) {
         return engine_error(
-            "[REPLAY] The recording has %d fixed steps a second, the configuration %d", start->step_hz,
+            "[REPLAY] The recording has %d fixed steps per second, the configuration %d", start->step_hz,
             cfg_get_fixed_step_hz());
     }
     for (int i = 0; i < SDL_min(start->binding_count, input_action_count()); i++) {
@@ -186,7 +186,7 @@ static bool engine_setup(const char *title) {
     if (!engine_setup_sdl3()) return false;
     if (!engine_setup_ttf()) return false;
     if (!storage_setup()) return false;
-    if (!cfg_setup() || !cfg_load() || !_engine_take_recorded_settings()) return false;
+    if (!cfg_setup() || !cfg_load() || !_engine_apply_recorded_settings()) return false;
     if (!engine_setup_properties()) return false;
     if (!engine_setup_event_callbacks()) return false;
     if (!gamepad_setup() || !input_setup() || !audio_setup()) return false;
@@ -202,18 +202,18 @@ bool engine_start(const char *title) {
     if (engine) return true;
     engine = static_cast<Engine *>(SDL_calloc(1, sizeof *engine));
     if (!engine) return engine_error("[ENGINE] Memory allocation failed, error: %s", SDL_GetError());
-    engine->given_frame_ns = -1;
+    engine->next_frame_ns = -1;
     engine_error_attach(&engine->error);
     if (engine_setup(title)) return true;
     engine_stop();
     return false;
 }
 
-// --- stop, working on whatever part of the engine exists ---
+// --- stop, also after a partial start ---
 
 static void _engine_store_window_geometry() {
     int width = 0, height = 0, x = 0, y = 0;
-    if (!engine->window || engine->geometry_kept || args_window_size(&width, &height)) return;
+    if (!engine->window || engine->geometry_saved || args_window_size(&width, &height)) return;
     SDL_GetWindowPosition(engine->window, &x, &y);
     SDL_GetWindowSize(engine->window, &width, &height);
     const CfgWindowProps window = cfg_get_window_props();

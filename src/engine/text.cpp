@@ -19,31 +19,31 @@ static float _ui_scale() { return static_cast<float>(engine->ui_scale); }
 bool font_file_exists(const char *path) { return SDL_GetPathInfo(files_asset(path).text, nullptr); }
 
 // Returns a cached, unused font of the same file and size, or null.
-static TTF_Font *_font_take_kept(const char *path, float size, const SDL_PathInfo &file) {
-    for (KeptFont &kept : engine->kept_fonts) {
-        if (!kept.font || kept.lent || kept.size != size || SDL_strcmp(kept.path, path) != 0) continue;
-        if (kept.file_size != file.size || kept.file_time != file.modify_time) continue;
-        kept.lent = true;
-        return kept.font;
+static TTF_Font *_font_cache_acquire(const char *path, float size, const SDL_PathInfo &file) {
+    for (CachedFont &cached : engine->font_cache) {
+        if (!cached.font || cached.in_use || cached.size != size || SDL_strcmp(cached.path, path) != 0) continue;
+        if (cached.file_size != file.size || cached.file_time != file.modify_time) continue;
+        cached.in_use = true;
+        return cached.font;
     }
     return nullptr;
 }
 
 // Returns a free cache slot, closing an unused font if necessary; null if all are in use.
-static KeptFont *_font_free_place() {
-    KeptFont *place = nullptr;
-    for (KeptFont &kept : engine->kept_fonts) {
-        if (!kept.font) return &kept;
-        if (!kept.lent && !place) place = &kept;
+static CachedFont *_font_cache_slot() {
+    CachedFont *slot = nullptr;
+    for (CachedFont &cached : engine->font_cache) {
+        if (!cached.font) return &cached;
+        if (!cached.in_use && !slot) slot = &cached;
     }
-    if (place) TTF_CloseFont(place->font);
-    return place;
+    if (slot) TTF_CloseFont(slot->font);
+    return slot;
 }
 
-static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_PathInfo &file) {
-    KeptFont *place = SDL_strlen(path) < FONT_PATH_SIZE ? _font_free_place() : nullptr;
-    if (!place) return; // not cached; font_cleanup closes it
-    *place = {
+static void _font_cache_add(TTF_Font *font, const char *path, float size, const SDL_PathInfo &file) {
+    CachedFont *slot = SDL_strlen(path) < FONT_PATH_SIZE ? _font_cache_slot() : nullptr;
+    if (!slot) return; // not cached; font_cleanup closes it
+    *slot = {
         .path = "",
         .size = size,
         .file_size = file.size,
@@ -51,9 +51,9 @@ static void _font_keep(TTF_Font *font, const char *path, float size, const SDL_P
         .generation = TTF_GetFontGeneration(font),
         .line_skip = TTF_GetFontLineSkip(font),
         .font = font,
-        .lent = true,
+        .in_use = true,
     };
-    SDL_strlcpy(place->path, path, FONT_PATH_SIZE);
+    SDL_strlcpy(slot->path, path, FONT_PATH_SIZE);
 }
 
 TTF_Font *font_open(const char *path, float size) {
@@ -65,11 +65,11 @@ TTF_Font *font_open(const char *path, float size) {
         return nullptr;
     }
     const float pixels = size * _ui_scale();
-    TTF_Font *font = _font_take_kept(path, pixels, file);
+    TTF_Font *font = _font_cache_acquire(path, pixels, file);
     if (font) return font;
     font = TTF_OpenFont(asset.text, pixels);
     if (font) {
-        _font_keep(font, path, pixels, file);
+        _font_cache_add(font, path, pixels, file);
     } else {
         engine_error("[FONTS] Font loading failed, error: %s", SDL_GetError());
     }
@@ -88,30 +88,30 @@ bool font_set_size(TTF_Font *font, float size) {
 }
 
 // Resets properties that an owner may have changed without changing the font's generation.
-static void _font_renew(KeptFont *kept) {
-    TTF_Font *font = kept->font;
+static void _font_reset(CachedFont *cached) {
+    TTF_Font *font = cached->font;
     TTF_ClearFallbackFonts(font);
     TTF_SetFontStyle(font, TTF_STYLE_NORMAL);
     TTF_SetFontKerning(font, true);
     TTF_SetFontWrapAlignment(font, TTF_HORIZONTAL_ALIGN_LEFT);
-    TTF_SetFontLineSkip(font, kept->line_skip);
+    TTF_SetFontLineSkip(font, cached->line_skip);
     TTF_SetFontDirection(font, TTF_DIRECTION_INVALID); // unset, as script and language: detected from the text
     TTF_SetFontScript(font, 0);
     TTF_SetFontLanguage(font, nullptr);
-    kept->generation = TTF_GetFontGeneration(font);
+    cached->generation = TTF_GetFontGeneration(font);
 }
 
 void font_cleanup(TTF_Font *font) {
     if (!font) return;
     text_draw_forget(font);
-    for (KeptFont &kept : engine->kept_fonts) {
-        if (kept.font != font) continue;
-        kept.lent = false;
-        if (TTF_GetFontGeneration(font) == kept.generation) {
-            _font_renew(&kept);
+    for (CachedFont &cached : engine->font_cache) {
+        if (cached.font != font) continue;
+        cached.in_use = false;
+        if (TTF_GetFontGeneration(font) == cached.generation) {
+            _font_reset(&cached);
             return;
         }
-        kept.font = nullptr; // the owner changed its size or style, so it is not reused
+        cached.font = nullptr; // the owner changed its size or style, so it is not reused
     }
     TTF_CloseFont(font);
 }
@@ -137,21 +137,21 @@ bool fonts_rescale(float factor) {
         while (--i >= 0) _font_rescale(list->fonts[i], 1 / factor);
         return false;
     }
-    for (KeptFont &kept : engine->kept_fonts) {
-        if (!kept.font || !kept.lent) continue;
-        const bool listed = _font_is_listed(kept.font);
-        if (!listed && !_font_rescale(kept.font, factor)) continue; // its texts keep their size
-        kept.size *= factor;
-        kept.generation = TTF_GetFontGeneration(kept.font);
-        kept.line_skip = TTF_GetFontLineSkip(kept.font);
+    for (CachedFont &cached : engine->font_cache) {
+        if (!cached.font || !cached.in_use) continue;
+        const bool listed = _font_is_listed(cached.font);
+        if (!listed && !_font_rescale(cached.font, factor)) continue; // its texts keep their size
+        cached.size *= factor;
+        cached.generation = TTF_GetFontGeneration(cached.font);
+        cached.line_skip = TTF_GetFontLineSkip(cached.font);
     }
     return true;
 }
 
 void fonts_close_kept() {
-    for (KeptFont &kept : engine->kept_fonts) {
-        if (kept.font && !kept.lent) TTF_CloseFont(kept.font);
-        kept.font = nullptr;
+    for (CachedFont &cached : engine->font_cache) {
+        if (cached.font && !cached.in_use) TTF_CloseFont(cached.font);
+        cached.font = nullptr;
     }
 }
 

@@ -15,12 +15,12 @@ inline constexpr int SHARED_FONT_UI_HEADING = 1;
 
 // --- fonts: sizes are points in UI units; opening, copying and resizing report errors ---
 bool font_file_exists(const char *path);
-TTF_Font *font_open(const char *path, float size); // the caller owns it until engine_add_font takes it
+TTF_Font *font_open(const char *path, float size); // the caller owns it until passing it to engine_add_font
 TTF_Font *font_copy(TTF_Font *font);               // of the same size
 bool font_set_size(TTF_Font *font, float size);
 void font_cleanup(TTF_Font *font); // releases it; the engine may cache it for a later font_open. Null is ignored
-void fonts_close_kept();           // closes the cached fonts; called by the engine's stop
-bool fonts_rescale(float factor);  // called when the UI scale changes; on error, which it reports, nothing changes
+void fonts_close_kept();           // closes the cached fonts; called by engine_stop
+bool fonts_rescale(float factor);  // called when the UI scale changes. Reports errors and then changes nothing
 
 // --- the engine's font list ---
 int engine_add_font(TTF_Font *font);           // takes ownership and returns the slot; -1, without taking it, if full

@@ -8,7 +8,7 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3_ttf/SDL_ttf.h>
 
-struct KeptText {
+struct CachedText {
     TTF_Text *text; // owned; null: free slot
     TTF_Font *font;
     Uint64 hash; // of the content
@@ -16,7 +16,7 @@ struct KeptText {
 };
 
 struct TextDraw {
-    KeptText kept[TEXT_DRAW_KEPT];
+    CachedText cache[TEXT_DRAW_KEPT];
     Uint64 draws;
 };
 
@@ -30,47 +30,47 @@ static TTF_Text *_text_draw_find(TTF_Font *font, const char *text) {
     TextDraw *draw = _text_draw();
     if (!draw) return nullptr;
     const Uint64 hash = state_hash_bytes(STATE_HASH_START, text, SDL_strlen(text));
-    KeptText *oldest = &draw->kept[0];
+    CachedText *oldest = &draw->cache[0];
     draw->draws++;
-    for (KeptText &kept : draw->kept) {
-        if (kept.text && kept.font == font && kept.hash == hash && SDL_strcmp(kept.text->text, text) == 0) {
-            kept.used = draw->draws;
-            return kept.text;
+    for (CachedText &cached : draw->cache) {
+        if (cached.text && cached.font == font && cached.hash == hash && SDL_strcmp(cached.text->text, text) == 0) {
+            cached.used = draw->draws;
+            return cached.text;
         }
-        if (kept.used < oldest->used) oldest = &kept;
+        if (cached.used < oldest->used) oldest = &cached;
     }
-    TTF_Text *made = engine_prepare_text(font, text, 0, {255, 255, 255, 255});
-    if (!made) return nullptr;
+    TTF_Text *prepared = engine_prepare_text(font, text, 0, {255, 255, 255, 255});
+    if (!prepared) return nullptr;
     engine_cleanup_text(&oldest->text);
-    *oldest = {.text = made, .font = font, .hash = hash, .used = draw->draws};
-    return made;
+    *oldest = {.text = prepared, .font = font, .hash = hash, .used = draw->draws};
+    return prepared;
 }
 
 bool engine_draw_text(TTF_Font *font, const char *text, float x, float y, SDL_Color color, TextAlign align) {
     if (!font || !*text) return true;
-    TTF_Text *made = _text_draw_find(font, text);
-    if (!made) return false;
+    TTF_Text *prepared = _text_draw_find(font, text);
+    if (!prepared) return false;
     float width = 0;
-    if (align != TEXT_LEFT) engine_text_size(made, &width, nullptr);
-    engine_set_text_color(made, color);
-    engine_render_text(made, align == TEXT_LEFT ? x : align == TEXT_RIGHT ? x - width : x - width / 2, y);
+    if (align != TEXT_LEFT) engine_text_size(prepared, &width, nullptr);
+    engine_set_text_color(prepared, color);
+    engine_render_text(prepared, align == TEXT_LEFT ? x : align == TEXT_RIGHT ? x - width : x - width / 2, y);
     return true;
 }
 
 void engine_measure_text(TTF_Font *font, const char *text, float *width, float *height) {
-    TTF_Text *made = font && *text ? _text_draw_find(font, text) : nullptr;
+    TTF_Text *prepared = font && *text ? _text_draw_find(font, text) : nullptr;
     if (width) *width = 0;
-    if (made) engine_text_size(made, width, nullptr);
+    if (prepared) engine_text_size(prepared, width, nullptr);
     const int scale = engine ? SDL_max(engine->ui_scale, 1) : 1;
     if (height) *height = font ? static_cast<float>(TTF_GetFontHeight(font)) / static_cast<float>(scale) : 0;
 }
 
 void text_draw_forget(const TTF_Font *font) {
     if (!engine || !engine->text_draw) return;
-    for (KeptText &kept : engine->text_draw->kept) {
-        if (!kept.text || (font && kept.font != font)) continue;
-        engine_cleanup_text(&kept.text);
-        kept = {};
+    for (CachedText &cached : engine->text_draw->cache) {
+        if (!cached.text || (font && cached.font != font)) continue;
+        engine_cleanup_text(&cached.text);
+        cached = {};
     }
     if (font) return;
     SDL_free(engine->text_draw);

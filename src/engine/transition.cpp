@@ -82,7 +82,7 @@ double _transition_seconds_to(GameState state) {
     return transition.state == TRANSITION_FADE_OUT && transition.target == state ? transition.duration : 0;
 }
 
-void _transition_uncover(double seconds) {
+void _transition_start_fade_in(double seconds) {
     transition = {
         .state = TRANSITION_FADE_IN, .target = GAME_STATE_NONE, .duration = seconds, .cover = 1, .prev_cover = 1};
 }

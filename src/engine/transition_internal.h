@@ -4,4 +4,4 @@
 #include "lumarind/engine/transition.h"
 
 double _transition_seconds_to(GameState state); // duration of a running fade-out to this state; 0 if there is none
-void _transition_uncover(double seconds);       // starts a fade-in of that duration
+void _transition_start_fade_in(double seconds); // starts a fade-in of that duration

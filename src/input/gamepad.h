@@ -33,13 +33,14 @@ void gamepad_stick(SDL_GamepadAxis x_axis, SDL_GamepadAxis y_axis, float *x, flo
 void gamepad_left_stick(float *x, float *y);
 void gamepad_right_stick(float *x, float *y);
 
-// Intensities of the low and high frequency motors are 0 to 65535. Returns false if the controller refuses.
+// Intensities of the low and high frequency motors are 0 to 65535. Returns false if the controller has no rumble.
 bool gamepad_rumble(Uint16 low_frequency, Uint16 high_frequency, Uint32 duration_ms);
 
 // --- pure calculations ---
 float gamepad_axis_normalise(Sint16 raw);    // -1 to 1
 float gamepad_trigger_normalise(Sint16 raw); // 0 to 1
-// Rescales the range from the deadzone to 1 to the range from 0 to 1, keeping the sign; 0 inside the deadzone.
+// Returns 0 inside the deadzone and rescales magnitudes from [deadzone, 1] to [0, 1], keeping the sign.
 float gamepad_axis_deadzone(float value, float deadzone);
-// The same for a stick's length, which is clamped to 1; its direction is unchanged. Outputs may be null.
+// Radial deadzone: the same for a stick's length, which is clamped to 1; its direction is unchanged. Outputs may be
+// null.
 void gamepad_stick_deadzone(float x, float y, float deadzone, float *out_x, float *out_y);

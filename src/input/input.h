@@ -1,4 +1,4 @@
-// input: input actions, held and pressed, with text bindings to keys and gamepad controls. Main thread only.
+// input: input actions, held and pressed, bound to keys and gamepad controls by texts. Main thread only.
 //
 // Presses are edge-triggered: a key down without auto-repeat, a button down, an axis crossing its threshold. Each is
 // delivered exactly once to the frame and once to the fixed steps: outside fixed steps input_pressed is true during the
@@ -29,7 +29,7 @@ struct InputBinding {
 };
 
 // --- lifetime ---
-bool input_setup(); // binds the configured texts, skipping unknown names with a warning. Safe to call twice
+bool input_setup(); // parses the configured bindings; warns of unknown names, skipping them. Safe to call twice
 void input_cleanup();
 
 // --- queries: false for an invalid action, and without setup ---

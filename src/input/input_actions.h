@@ -1,4 +1,4 @@
-// input_actions: the actions' names and default bindings, from the game's record or, if it has none, these eight.
+// input_actions: names and default bindings of the input actions: Game::actions or, if null, these eight.
 #pragma once
 
 enum InputAction {

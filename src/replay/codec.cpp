@@ -41,7 +41,7 @@ void codec_bytes(Codec *codec, void *bytes, size_t size) {
     }
 }
 
-void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // LEB128: 7 bits per byte, lowest first
+void codec_unsigned(Codec *codec, Uint64 *value, Uint64 max) { // LEB128: 7 bits per byte, lowest first
     constexpr Uint8 MORE = 0x80;
     if (!codec->reading) {
         Uint64 rest = *value;
@@ -59,11 +59,11 @@ void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most) { // LEB128: 7 bit
         if (shift > 63 || (shift == 63 && byte > 1)) codec->bad = true;
         if (!codec->bad) *value |= static_cast<Uint64>(byte & 0x7F) << shift;
     }
-    if (*value > most) codec->bad = true;
+    if (*value > max) codec->bad = true;
     if (codec->bad) *value = 0;
 }
 
-// A whole number n is coded as 2n; the bits of any other value, including negative zero, follow the code 1.
+// An integral value n is encoded as 2n; any other value, including negative zero, as 1 followed by its bits.
 void codec_float(Codec *codec, float *value) {
     constexpr float WHOLE_MAX = 1 << 20;
     Uint32 bits = 0;

@@ -1,5 +1,5 @@
 // codec: binary serialisation in which the same calls write and read, so that both always agree on the format.
-// Little-endian; small whole numbers take one byte.
+// Little-endian; small integers take one byte.
 #pragma once
 
 #include <SDL3/SDL_stdinc.h>
@@ -19,8 +19,8 @@ void codec_reset(Codec *codec); // when writing: discards all bytes
 void codec_cleanup(Codec *codec);
 
 void codec_bytes(Codec *codec, void *bytes, size_t size);
-void codec_unsigned(Codec *codec, Uint64 *value, Uint64 most = ~Uint64{0}); // values above `most` set `bad`
-void codec_float(Codec *codec, float *value);                               // compact for whole numbers
+void codec_unsigned(Codec *codec, Uint64 *value, Uint64 max = ~Uint64{0}); // values above `max` set `bad`
+void codec_float(Codec *codec, float *value);                              // compact for integral values
 void codec_double(Codec *codec, double *value);
 void codec_text(Codec *codec, char *text, size_t size); // truncated to size - 1 bytes
 

@@ -11,15 +11,15 @@
 
 #include <initializer_list>
 
-// File format: MAGIC, the version, then blocks, each preceded by its length and CRC-32. The first holds the start, the
-// others whole records. If the program is killed, the last block is missing or truncated.
+// File format: MAGIC, the version, then blocks, each preceded by its length and CRC-32. The first contains a
+// ReplayStart, the others complete records. If the program is killed, the last block is missing or truncated.
 static constexpr Uint8 MAGIC[] = {'L', 'M', 'R', 'P'};
 static constexpr size_t FILE_HEAD_SIZE = 6, BLOCK_HEAD_SIZE = 8; // bytes
 static constexpr size_t BLOCK_MAX = 1 << 20;
-static constexpr Uint64 BLOCK_NS = SDL_NS_PER_SECOND; // a block is written after this much play
+static constexpr Uint64 BLOCK_NS = SDL_NS_PER_SECOND; // recorded time per block
 static constexpr size_t FILE_MAX = size_t{256} << 20;
 
-enum ReplayMode { REPLAY_OFF, REPLAY_WANTED, REPLAY_RECORDING, REPLAY_OPENED, REPLAY_PLAYING };
+enum ReplayMode { REPLAY_OFF, REPLAY_REQUESTED, REPLAY_RECORDING, REPLAY_OPENED, REPLAY_PLAYING };
 enum RecordKind : Uint8 {
     RECORD_FRAME = 1,
     RECORD_EVENT,
@@ -45,12 +45,12 @@ struct ReplayState {
     Uint64 block_ns;
 
     // replaying
-    Uint8 *bytes;         // owned: the whole file
-    size_t size, next;    // file size; offset of the next block
-    Codec reader;         // of the current block
-    ReplayDevices passed; // receives device records skipped while events are read
-    double speed;         // 0: as fast as possible
-    Uint64 begun_ns, played_ns;
+    Uint8 *bytes;          // owned: the whole file
+    size_t size, next;     // file size; offset of the next block
+    Codec reader;          // of the current block
+    ReplayDevices skipped; // scratch: device records read again along with the events
+    double speed;          // 0: as fast as possible
+    Uint64 start_ns, played_ns;
     char text[REPLAY_EVENT_TEXT_SIZE]; // of the last event read
 };
 static ReplayState *g_replay; // null: off
@@ -60,7 +60,7 @@ static bool _replay_is(ReplayMode mode) { return g_replay && g_replay->mode == m
 
 bool replay_is_recording() { return _replay_is(REPLAY_RECORDING); }
 bool replay_is_playing() { return _replay_is(REPLAY_PLAYING); }
-bool replay_is_wanted() { return _replay_is(REPLAY_WANTED); }
+bool replay_is_requested() { return _replay_is(REPLAY_REQUESTED); }
 bool replay_failed() { return g_replay_failed; }
 bool replay_is_fast() { return replay_is_playing() && g_replay->speed == 0; }
 
@@ -121,7 +121,7 @@ static void _code_pad_state(Codec *codec, ReplayPad *pad) {
 // --- recording ---
 
 bool replay_record(const char *path) {
-    if (!_replay_setup(REPLAY_WANTED)) return false;
+    if (!_replay_setup(REPLAY_REQUESTED)) return false;
     g_replay->path = SDL_strdup(path);
     if (g_replay->path) return true;
     _replay_free();
@@ -136,7 +136,7 @@ static Uint32 _read_u32(const Uint8 *from) {
     return from[0] | Uint32{from[1]} << 8 | Uint32{from[2]} << 16 | Uint32{from[3]} << 24;
 }
 
-// On a write error recording stops; blocks already written remain.
+// A write error ends the recording; blocks already written remain.
 static void _replay_write_block() {
     Codec *block = &g_replay->block;
     g_replay->block_ns = 0;
@@ -187,7 +187,7 @@ void replay_record_frame(Uint64 elapsed_ns) {
 }
 
 void replay_record_event(const SDL_Event *event) {
-    if (!replay_is_recording() || !replay_event_is_kept(event)) return;
+    if (!replay_is_recording() || !replay_event_is_recorded(event)) return;
     SDL_Event copy = *event;
     replay_event_code(_replay_begin_record(RECORD_EVENT), &copy, g_replay->text);
 }
@@ -241,13 +241,13 @@ void replay_record_devices(const ReplayDevices *state) {
 
 // --- replaying ---
 
-static bool _replay_refuse(const char *path, const char *why) {
+static bool _replay_reject(const char *path, const char *why) {
     g_replay_failed = true;
     _replay_free();
     return engine_error("[REPLAY] %s cannot be replayed: %s", path, why);
 }
 
-// Opens the next block. Returns false if there is none; a complete block with a wrong length or checksum is *damaged.
+// Opens the next block. Returns false if there is none; sets *damaged if its length or checksum is invalid.
 static bool _replay_next_block(bool *damaged) {
     ReplayState *replay = g_replay;
     const size_t left = replay->size - replay->next;
@@ -283,18 +283,18 @@ bool replay_open(const char *path, double speed) {
     replay->speed = speed;
     void *bytes = SDL_LoadFile(path, &replay->size);
     replay->bytes = static_cast<Uint8 *>(bytes);
-    if (!bytes) return _replay_refuse(path, SDL_GetError());
-    if (replay->size > FILE_MAX) return _replay_refuse(path, "it is too large");
+    if (!bytes) return _replay_reject(path, SDL_GetError());
+    if (replay->size > FILE_MAX) return _replay_reject(path, "it is too large");
     if (replay->size < FILE_HEAD_SIZE || SDL_memcmp(bytes, MAGIC, sizeof MAGIC) != 0)
-        return _replay_refuse(path, "it is not a recording");
+        return _replay_reject(path, "it is not a recording");
     if ((replay->bytes[4] | replay->bytes[5] << 8) != REPLAY_VERSION)
-        return _replay_refuse(path, "its format version is not supported");
+        return _replay_reject(path, "its format version is not supported");
     replay->next = FILE_HEAD_SIZE;
     bool damaged = false;
-    if (!_replay_next_block(&damaged)) return _replay_refuse(path, "it is corrupt");
+    if (!_replay_next_block(&damaged)) return _replay_reject(path, "it is corrupt");
     _code_start(&replay->reader, &replay->start);
-    if (replay->reader.bad) return _replay_refuse(path, "it is corrupt");
-    if (const char *why = _replay_check_start(&replay->start)) return _replay_refuse(path, why);
+    if (replay->reader.bad) return _replay_reject(path, "it is corrupt");
+    if (const char *why = _replay_check_start(&replay->start)) return _replay_reject(path, why);
     replay->reader.at = replay->reader.size;
     SDL_Log("[REPLAY] Replaying %s, recorded with %s", path, replay->start.build);
     return true;
@@ -309,7 +309,7 @@ void replay_play() {
     g_replay->mode = REPLAY_PLAYING;
     g_replay->devices.output_width = g_replay->start.output_width;
     g_replay->devices.output_height = g_replay->start.output_height;
-    g_replay->begun_ns = SDL_GetTicksNS();
+    g_replay->start_ns = SDL_GetTicksNS();
     SDL_srand(g_replay->start.seed);
 }
 
@@ -340,7 +340,7 @@ static bool _replay_is_readable() {
 static void _replay_wait() {
     if (g_replay->speed <= 0) return;
     const auto due =
-        g_replay->begun_ns + static_cast<Uint64>(static_cast<double>(g_replay->played_ns) / g_replay->speed);
+        g_replay->start_ns + static_cast<Uint64>(static_cast<double>(g_replay->played_ns) / g_replay->speed);
     const Uint64 now = SDL_GetTicksNS();
     if (due > now) SDL_DelayPrecise(due - now);
 }
@@ -395,7 +395,8 @@ static bool _replay_read_record(SDL_Event *event, ReplayDevices *devices, bool *
     return _replay_is_readable();
 }
 
-// Applies all device records of the frame before its events are handled, as SDL does.
+// Reads the frame twice: here its device records, because SDL updates device state before events are handled; its
+// events in replay_next_event.
 bool replay_next_frame(Uint64 *elapsed_ns) {
     const Uint8 kind = _replay_next_kind();
     if (kind == 0) return false;
@@ -406,8 +407,8 @@ bool replay_next_frame(Uint64 *elapsed_ns) {
     _replay_wait();
     const size_t events = g_replay->reader.at;
     bool is_event = false;
-    SDL_Event passed = {};
-    while (_replay_read_record(&passed, &g_replay->devices, &is_event)) {
+    SDL_Event skipped = {};
+    while (_replay_read_record(&skipped, &g_replay->devices, &is_event)) {
     }
     g_replay->reader.at = events;
     return !g_replay_failed;
@@ -415,7 +416,7 @@ bool replay_next_frame(Uint64 *elapsed_ns) {
 
 bool replay_next_event(SDL_Event *event) {
     bool is_event = false;
-    while (!g_replay_failed && _replay_read_record(event, &g_replay->passed, &is_event)) {
+    while (!g_replay_failed && _replay_read_record(event, &g_replay->skipped, &is_event)) {
         if (is_event) return true;
     }
     return false;
@@ -454,7 +455,7 @@ void replay_stop() {
     if (replay_is_recording()) _replay_write_block();
     if (replay_is_recording()) SDL_Log("[REPLAY] Recorded: %s, %" SDL_PRIu64 " steps", g_replay->path, g_replay->steps);
     if (replay_is_playing() && !g_replay_failed) {
-        const char *result = g_replay->steps > 0 ? ", all hashes equal" : ""; // 0: the screen did not start, say
+        const char *result = g_replay->steps > 0 ? ", all hashes equal" : ""; // 0 if the screen's setup failed
         SDL_Log("[REPLAY] Replayed %" SDL_PRIu64 " steps%s", g_replay->steps, result);
     }
     _replay_free();

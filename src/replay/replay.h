@@ -11,7 +11,7 @@
 // --- recording ---
 // Starts at the next setup of a screen. Reports errors; the game then continues without recording.
 bool replay_record(const char *path);
-void replay_stop(); // ends recording or replaying, also at the engine's stop; does nothing if neither is active
+void replay_stop(); // ends recording or replaying; called at exit. Does nothing if neither is active
 
 // --- queries ---
 bool replay_is_recording();

@@ -43,7 +43,7 @@ static const EventRange *_event_range(Uint32 type) {
     return nullptr;
 }
 
-bool replay_event_is_kept(const SDL_Event *event) { return _event_range(event->type) != nullptr; }
+bool replay_event_is_recorded(const SDL_Event *event) { return _event_range(event->type) != nullptr; }
 
 static void _code_text(Codec *codec, const char **field, char *text) {
     if (!codec->reading) SDL_strlcpy(text, *field ? *field : "", REPLAY_EVENT_TEXT_SIZE);

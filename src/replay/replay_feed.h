@@ -1,4 +1,4 @@
-// replay_feed: the interface through which the main loop, frame and devices write and read a recording.
+// replay_feed: the engine's interface to a recording: the main loop, frame and input modules write and read it.
 #pragma once
 
 #include "lumarind/replay/replay.h"
@@ -11,7 +11,7 @@ constexpr int REPLAY_TEXT_SIZE = 128; // with the terminating NUL
 constexpr int REPLAY_HASH_STEPS = 60; // fixed steps between state hashes
 constexpr Sint32 REPLAY_MAX_ACTIONS = 32;
 
-// The initial conditions that must be equal for a run to repeat.
+// The initial conditions of a recording; a replay starts with the same.
 struct ReplayStart {
     char game[REPLAY_TEXT_SIZE], build[REPLAY_TEXT_SIZE], screen[REPLAY_TEXT_SIZE];
     Sint32 step_hz, window_width, window_height, output_width, output_height, ui_scale; // Hz, window units, px
@@ -41,7 +41,7 @@ struct ReplayDevices {
 };
 
 // --- recording ---
-bool replay_is_wanted();                                // recording is to start with the next screen
+bool replay_is_requested();                             // recording starts with the next screen
 void replay_begin(const ReplayStart *start);            // before that screen's setup; seeds SDL's random numbers
 void replay_record_frame(Uint64 elapsed_ns);            // at the frame's start
 void replay_record_event(const SDL_Event *event);       // as delivered to the game
@@ -50,7 +50,7 @@ void replay_record_devices(const ReplayDevices *state); // after the last event
 // --- replaying ---
 bool replay_open(const char *path, double speed); // reads the start; speed 0: as fast as possible. Reports errors
 const ReplayStart *replay_start();                // of the open recording, else null
-bool replay_is_fast();                            // frames need not be drawn
+bool replay_is_fast();                            // as fast as possible, without display
 void replay_play();                               // before the first screen's setup; seeds SDL's random numbers
 bool replay_next_frame(Uint64 *elapsed_ns);       // waits until the frame is due; false: end of the recording
 bool replay_next_event(SDL_Event *event);         // of this frame; false: no more events

@@ -105,7 +105,7 @@ static bool _menu_move(Menu *menu, const MenuLine *lines, int count) {
 }
 
 // Hit test: returns the line under the mouse, or -1. Selects it if the mouse has moved.
-static int _menu_point(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, int shown) {
+static int _menu_hit_test(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, int shown) {
     const float x = menus->mouse_x, y = menus->mouse_y;
     if (x < area.x || x >= area.x + area.w || y < area.y) return -1;
     const int row = static_cast<int>((y - area.y) / menu_line_height());
@@ -116,19 +116,19 @@ static int _menu_point(Menu *menu, const MenuLine *lines, int count, const SDL_F
 }
 
 static void _menu_scroll(Menu *menu, int count, int shown) {
-    const float selected = static_cast<float>(menu->selected), most = static_cast<float>(SDL_max(count - shown, 0));
+    const float selected = static_cast<float>(menu->selected), last = static_cast<float>(SDL_max(count - shown, 0));
     menu->scroll -= menus->wheel;
     if (menus->wheel == 0) // keep the selected line visible
         menu->scroll = SDL_clamp(menu->scroll, selected - static_cast<float>(shown) + 1, selected);
-    menu->scroll = SDL_floorf(SDL_clamp(menu->scroll, 0, most));
+    menu->scroll = SDL_floorf(SDL_clamp(menu->scroll, 0, last));
 }
 
-static MenuAnswer _menu_ask(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, int shown) {
+static MenuAnswer _menu_handle_input(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, int shown) {
     const MenuControls &controls = menus->controls;
     MenuAnswer answer = {};
     answer.moved = _menu_move(menu, lines, count);
     _menu_scroll(menu, count, shown);
-    const int before = menu->selected, at = _menu_point(menu, lines, count, area, shown);
+    const int before = menu->selected, at = _menu_hit_test(menu, lines, count, area, shown);
     answer.moved = answer.moved || menu->selected != before;
     if (at >= 0 && menus->clicked) {
         answer.taken = at;
@@ -144,13 +144,13 @@ static MenuAnswer _menu_ask(Menu *menu, const MenuLine *lines, int count, const 
     return answer;
 }
 
-MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool listens) {
+MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool accepts_input) {
     if (!menus || count < 1) return {};
     const float height = menu_line_height();
     const int shown = SDL_max(static_cast<int>(area.h / height), 1);
     menu->selected = SDL_clamp(menu->selected, 0, count - 1);
     MenuAnswer answer = {};
-    if (listens) answer = _menu_ask(menu, lines, count, area, shown);
+    if (accepts_input) answer = _menu_handle_input(menu, lines, count, area, shown);
     menus->moved = menus->clicked = false;
     menus->wheel = 0;
     SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_BLEND);

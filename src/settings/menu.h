@@ -6,7 +6,7 @@
 #include <SDL3/SDL_rect.h>
 #include <SDL3/SDL_stdinc.h>
 
-// The game's actions that navigate menus, or -1 for none. Best dedicated ones, which players cannot rebind.
+// The game's actions that navigate menus, or -1 for none; preferably dedicated actions that players cannot rebind.
 struct MenuControls {
     int up = -1, down = -1, left = -1, right = -1, take = -1, back = -1, clear = -1;
 };
@@ -20,7 +20,7 @@ struct MenuLook {
 bool menu_setup(const MenuControls &controls, const MenuLook &look = {}); // safe to call twice; reports errors
 void menu_cleanup();                                                      // safe to call twice
 
-// --- a menu: its owner keeps the record, zero-initialised ---
+// --- a menu: the caller owns the record, zero-initialised ---
 struct Menu {
     int selected;
     float scroll; // lines scrolled off the top
@@ -34,13 +34,13 @@ struct MenuLine {
 
 struct MenuAnswer {
     int taken = -1; // the line that was activated, or -1
-    int step = 0;   // -1 or 1: left or right pressed, or the left or right half of line `taken` clicked
+    int step = 0;   // -1 or 1: left or right was pressed, or the left or right half of line `taken` clicked
     bool moved = false, back = false, clear = false;
 };
 
-// Draws the menu and handles input. `area` is in drawing units; a longer list scrolls. If `listens` is false, input is
-// ignored.
-MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool listens = true);
+// Draws the menu and handles input. `area` is in drawing units; a longer list scrolls. If `accepts_input` is false,
+// input is ignored.
+MenuAnswer menu_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FRect &area, bool accepts_input = true);
 float menu_line_height();
 void menu_darken(Uint8 alpha); // darkens the whole view, behind a menu
-MenuLook menu_look();          // as given to menu_setup
+MenuLook menu_look();          // as passed to menu_setup

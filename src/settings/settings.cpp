@@ -21,11 +21,11 @@ struct Settings {
     const SettingsAction *actions; // borrowed
     int action_count;
     SettingsCapture capture;
-    int action, slot; // of the capture
-    double left;      // s
-    InputBinding caught;
+    int action, slot;    // of the capture
+    double seconds_left; // s
+    InputBinding captured;
     int other_action, other_slot;               // of the conflict
-    bool axis_rests[SDL_GAMEPAD_AXIS_COUNT][2]; // was below the threshold since the capture began
+    bool axis_armed[SDL_GAMEPAD_AXIS_COUNT][2]; // was below the threshold since the capture began
 };
 static Settings *settings;
 
@@ -38,7 +38,7 @@ static bool _settings_same(const InputBinding &a, const InputBinding &b) {
     return a.kind == b.kind && a.code == b.code && a.direction == b.direction;
 }
 
-// Writes a binding as configuration text. Returns false if there is none: keys without a name, and the comma.
+// Formats a binding as configuration text. Returns false if it has none: keys without a name, and the comma.
 static bool _settings_write(const InputBinding &binding, char *text, size_t size) {
     const char *name = nullptr, *sign = "", *prefix = "pad:";
     switch (binding.kind) {
@@ -71,7 +71,7 @@ static bool _settings_bind(int action, const InputBinding *bindings, int count) 
         char name[SETTINGS_TEXT_SIZE] = {};
         if (!_settings_write(bindings[i], name, sizeof name)) continue;
         used += static_cast<size_t>(SDL_snprintf(text + used, sizeof text - used, "%s%s", used ? ", " : "", name));
-        if (used >= BINDINGS_TEXT_SIZE) return engine_error("[SETTINGS] Too long to be kept: %s", text);
+        if (used >= BINDINGS_TEXT_SIZE) return engine_error("[SETTINGS] Bindings too long to store: %s", text);
     }
     return input_bind(action, text);
 }
@@ -173,15 +173,15 @@ void settings_restore_bindings() {
 
 // Stores the binding in the slot, or appends it, and removes duplicates.
 static bool _settings_put(int action, int slot, const InputBinding &binding) {
-    InputBinding bindings[INPUT_MAX_BINDINGS + 1] = {}, kept[INPUT_MAX_BINDINGS + 1] = {};
-    int count = _settings_read(action, bindings), kept_count = 0;
+    InputBinding bindings[INPUT_MAX_BINDINGS + 1] = {}, unique[INPUT_MAX_BINDINGS + 1] = {};
+    int count = _settings_read(action, bindings), unique_count = 0;
     slot = SDL_min(slot, count);
     if (slot == count) count++;
     bindings[slot] = binding;
     for (int i = 0; i < count; i++) {
-        if (i == slot || !_settings_same(bindings[i], binding)) kept[kept_count++] = bindings[i];
+        if (i == slot || !_settings_same(bindings[i], binding)) unique[unique_count++] = bindings[i];
     }
-    return _settings_bind(action, kept, SDL_min(kept_count, INPUT_MAX_BINDINGS));
+    return _settings_bind(action, unique, SDL_min(unique_count, INPUT_MAX_BINDINGS));
 }
 
 static bool _settings_find(const InputBinding &binding) {
@@ -207,13 +207,13 @@ static bool _settings_has_by_default(int action, const InputBinding &binding) {
     return false;
 }
 
-static void _settings_caught(const InputBinding &binding) {
+static void _settings_captured(const InputBinding &binding) {
     char text[SETTINGS_TEXT_SIZE] = {};
     const bool escape = binding.kind == INPUT_BINDING_KEY && binding.code == SDL_SCANCODE_ESCAPE;
     if (escape && !_settings_has_by_default(settings->action, binding)) {
         settings_capture_cancel();
-    } else if (_settings_write(binding, text, sizeof text)) { // otherwise keeps waiting
-        settings->caught = binding;
+    } else if (_settings_write(binding, text, sizeof text)) { // otherwise the capture continues
+        settings->captured = binding;
         settings->capture = SETTINGS_CAPTURE_NONE;
         if (_settings_find(binding)) {
             settings->capture = SETTINGS_CAPTURE_CONFLICT;
@@ -229,22 +229,22 @@ static void _settings_handle_axis(int axis, Sint16 raw) {
     const bool trigger = axis >= SDL_GAMEPAD_AXIS_LEFT_TRIGGER;
     const float value = trigger ? gamepad_trigger_normalise(raw) : gamepad_axis_normalise(raw);
     for (const int direction : {-1, 1}) {
-        bool *rests = &settings->axis_rests[axis][direction > 0];
+        bool *armed = &settings->axis_armed[axis][direction > 0];
         const bool past = value * static_cast<float>(direction) > INPUT_AXIS_THRESHOLD;
-        if (past && *rests) {
-            _settings_caught({INPUT_BINDING_AXIS, axis, direction});
+        if (past && *armed) {
+            _settings_captured({INPUT_BINDING_AXIS, axis, direction});
             return;
         }
-        *rests = !past;
+        *armed = !past;
     }
 }
 
 static bool _settings_handle_event(SDL_Event *event, void *) {
     if (settings->capture != SETTINGS_CAPTURE_WAITING) return true;
     if (event->type == SDL_EVENT_KEY_DOWN) {
-        if (!event->key.repeat) _settings_caught({INPUT_BINDING_KEY, event->key.scancode, 0});
+        if (!event->key.repeat) _settings_captured({INPUT_BINDING_KEY, event->key.scancode, 0});
     } else if (event->type == SDL_EVENT_GAMEPAD_BUTTON_DOWN) {
-        _settings_caught({INPUT_BINDING_BUTTON, event->gbutton.button, 0});
+        _settings_captured({INPUT_BINDING_BUTTON, event->gbutton.button, 0});
     } else {
         _settings_handle_axis(event->gaxis.axis, event->gaxis.value);
     }
@@ -256,31 +256,31 @@ bool settings_capture_begin(int action, int slot) {
     settings->capture = SETTINGS_CAPTURE_WAITING;
     settings->action = action;
     settings->slot = slot;
-    settings->left = SETTINGS_CAPTURE_SECONDS;
+    settings->seconds_left = SETTINGS_CAPTURE_SECONDS;
     for (int axis = 0; axis < SDL_GAMEPAD_AXIS_COUNT; axis++) {
         const Sint16 raw = gamepad_axis_raw(static_cast<SDL_GamepadAxis>(axis));
         const float value = gamepad_axis_normalise(raw);
-        settings->axis_rests[axis][0] = value >= -INPUT_AXIS_THRESHOLD;
-        settings->axis_rests[axis][1] = value <= INPUT_AXIS_THRESHOLD;
+        settings->axis_armed[axis][0] = value >= -INPUT_AXIS_THRESHOLD;
+        settings->axis_armed[axis][1] = value <= INPUT_AXIS_THRESHOLD;
     }
     return true;
 }
 
 void settings_capture_advance(double seconds) {
     if (settings_capture() != SETTINGS_CAPTURE_WAITING) return;
-    settings->left -= seconds;
-    if (settings->left <= 0) settings_capture_cancel();
+    settings->seconds_left -= seconds;
+    if (settings->seconds_left <= 0) settings_capture_cancel();
 }
 
 SettingsCapture settings_capture() { return settings ? settings->capture : SETTINGS_CAPTURE_NONE; }
 
-double settings_capture_left() { return settings_capture() == SETTINGS_CAPTURE_WAITING ? settings->left : 0; }
+double settings_capture_left() { return settings_capture() == SETTINGS_CAPTURE_WAITING ? settings->seconds_left : 0; }
 
 int settings_capture_action() { return settings_capture() == SETTINGS_CAPTURE_NONE ? -1 : settings->action; }
 
-int settings_capture_conflict(SettingsText *what) {
+int settings_capture_conflict(SettingsText *binding) {
     if (settings_capture() != SETTINGS_CAPTURE_CONFLICT) return -1;
-    if (what) *what = settings_binding_text(settings->caught);
+    if (binding) *binding = settings_binding_text(settings->captured);
     return settings->other_action;
 }
 
@@ -297,7 +297,7 @@ void settings_capture_answer(bool swap) {
         other_count--;
         for (int i = settings->other_slot; i < other_count; i++) others[i] = others[i + 1];
     }
-    if (_settings_put(settings->action, settings->slot, settings->caught)) {
+    if (_settings_put(settings->action, settings->slot, settings->captured)) {
         _settings_bind(settings->other_action, others, other_count);
     }
 }
@@ -336,7 +336,7 @@ SettingsText settings_value_text(int value) {
     return text;
 }
 
-// Limits the scale so that the menu always fits the window: otherwise a player could not change it back.
+// The largest scale at which a menu fits the window: with a larger one a player could not change it back.
 static int _settings_largest_scale() {
     float width = 0, height = 0;
     engine_view_size(&width, &height);
@@ -346,16 +346,16 @@ static int _settings_largest_scale() {
 
 bool settings_value_step(int value, int step) {
     if (_settings_is_volume(value)) {
-        const int tenths = _settings_tenths(value), wanted = SDL_clamp(tenths + step, 0, 10);
-        audio_set_volume(static_cast<AudioBus>(value), static_cast<float>(wanted) / 10);
-        return wanted != tenths;
+        const int tenths = _settings_tenths(value), next = SDL_clamp(tenths + step, 0, 10);
+        audio_set_volume(static_cast<AudioBus>(value), static_cast<float>(next) / 10);
+        return next != tenths;
     }
     if (value == SETTINGS_FULLSCREEN) return engine_set_fullscreen(!engine_is_fullscreen());
     if (value == SETTINGS_VSYNC) return engine_set_vsync(!cfg_get_vsync_enabled());
     if (value != SETTINGS_UI_SCALE) return false;
     const int scale = SDL_clamp(cfg_get_ui_scale(), 0, UI_SCALE_MAX);
-    const int wanted = SDL_clamp(scale + step, 0, _settings_largest_scale());
-    return wanted != scale && engine_set_ui_scale(wanted);
+    const int next = SDL_clamp(scale + step, 0, _settings_largest_scale());
+    return next != scale && engine_set_ui_scale(next);
 }
 
 // --- lifetime ---

@@ -1,6 +1,6 @@
-// settings: key rebinding and player settings (volumes, full screen, vsync, UI scale), for a game's own menu;
-// settings_menu.h is a ready one. Changes take effect at once and are stored in the configuration, which is saved on
-// exit or by cfg_save. Main thread only.
+// settings: key rebinding and player settings (volumes, full screen, vsync, UI scale), for a game's own menu or that of
+// settings_menu.h. Changes take effect at once and are stored in the configuration, which is saved on exit or by
+// cfg_save. Main thread only.
 #pragma once
 
 #include "lumarind/input/input.h"
@@ -23,10 +23,10 @@ struct SettingsText {
     char text[SETTINGS_TEXT_SIZE];
 };
 
-// "Left Shift", "D-pad left": keys as in the player's layout, buttons by their labels on the active controller.
+// Display names, such as "Left Shift": keys in the player's layout, buttons by their labels on the active controller.
 SettingsText settings_binding_text(const InputBinding &binding);
 SettingsText settings_slot_text(int action, int slot);   // "" if the slot is empty
-SettingsText settings_action_text(int action, bool pad); // its first key binding, or first controller binding
+SettingsText settings_action_text(int action, bool pad); // its first key binding, or controller binding
 bool settings_clear(int action, int slot);               // false: the slot is empty or holds the only binding
 void settings_restore_bindings();                        // restores the defaults of the game's record
 
@@ -43,9 +43,9 @@ enum SettingsCapture {
 bool settings_capture_begin(int action, int slot); // false: invalid action or slot. Empty slots are filled in order
 void settings_capture_advance(double seconds);     // once per frame
 SettingsCapture settings_capture();
-double settings_capture_left();                    // s until the timeout; 0 unless waiting
-int settings_capture_action();                     // -1 without a capture
-int settings_capture_conflict(SettingsText *what); // the other action, or -1; `what` (its binding) may be null
+double settings_capture_left();                       // s until the timeout; 0 unless waiting
+int settings_capture_action();                        // -1 without a capture
+int settings_capture_conflict(SettingsText *binding); // the other action, or -1; `binding` (output) may be null
 // Resolves a conflict. With `swap` the other action gets the slot's old binding, or none if the slot was empty;
 // otherwise nothing changes.
 void settings_capture_answer(bool swap);

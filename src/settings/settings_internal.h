@@ -3,5 +3,5 @@
 
 #include "lumarind/settings/settings.h"
 
-int _settings_actions(const SettingsAction **actions); // as given to settings_setup; returns their number
+int _settings_actions(const SettingsAction **actions); // as passed to settings_setup; returns their number
 const char *_settings_label(int action);               // "" for other actions

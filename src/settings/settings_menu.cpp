@@ -10,29 +10,32 @@
 #include "settings/settings_internal.h"
 
 static constexpr int FIRST_ACTION = SETTINGS_VALUE_COUNT, LINES_MAX = FIRST_ACTION + GAME_MAX_ACTIONS + 2;
-static constexpr float WIDEST = 640, TALL = 400; // UI units; views higher than TALL show a heading
-static constexpr Uint8 SHADE = 150, SHADE_ASKING = 190;
+static constexpr float WIDEST = 640, TALL = 400; // UI units; views taller than TALL show a heading
+static constexpr Uint8 SHADE = 150, SHADE_PROMPT = 190;
 
 struct SettingsMenu {
-    Menu list, answers; // answers: to a conflict
-    int slot;           // selected binding slot of the selected action
-    bool deaf;          // ignores the presses that opened the menu or ended a capture, for one frame
-    bool asking;        // the conflict was already shown in the previous frame
+    Menu list, conflict; // conflict: the prompt to resolve one
+    int slot;            // selected binding slot of the selected action
+    bool ignore_input;   // ignores the presses that opened the menu or ended a capture, for one frame
+    bool conflict_shown; // the conflict was already shown in the previous frame
 };
 static SettingsMenu settings_menu;
 
-void settings_menu_open() { settings_menu = {.list = {}, .answers = {}, .slot = 0, .deaf = true, .asking = false}; }
+void settings_menu_open() {
+    settings_menu = {.list = {}, .conflict = {}, .slot = 0, .ignore_input = true, .conflict_shown = false};
+}
 
-// Formats the slots of an action, as "A   [Left]   Stick left"; if its line is selected, with its slot in brackets.
+// Formats the slots of an action as "A   [Left]   Stick left"; if its line is selected, the selected slot in brackets.
 static void _settings_menu_slots(int action, bool selected, char *out, size_t size) {
     size_t used = 0;
     out[0] = '\0';
     for (int i = 0; i < INPUT_MAX_BINDINGS; i++) {
         const SettingsText name = settings_slot_text(action, i);
-        const bool chosen = selected && i == settings_menu.slot;
-        if (!name.text[0] && !chosen) continue;
+        const bool selected_slot = selected && i == settings_menu.slot;
+        if (!name.text[0] && !selected_slot) continue;
         used += static_cast<size_t>(SDL_snprintf(
-            out + used, size - used, chosen ? "%s[%s]" : "%s%s", used ? "   " : "", name.text[0] ? name.text : "new"));
+            out + used, size - used, selected_slot ? "%s[%s]" : "%s%s", used ? "   " : "",
+            name.text[0] ? name.text : "new"));
         if (used >= size || !name.text[0]) break;
     }
 }
@@ -43,7 +46,7 @@ static int _settings_menu_slot_count(int action) { // including an empty one for
     return SDL_min(count + 1, INPUT_MAX_BINDINGS);
 }
 
-static void _settings_menu_take(const MenuAnswer &answer, const SettingsAction *actions, int action_count) {
+static void _settings_menu_apply(const MenuAnswer &answer, const SettingsAction *actions, int action_count) {
     const int line = settings_menu.list.selected, index = line - FIRST_ACTION;
     if (line < FIRST_ACTION) {
         const int step = answer.step != 0 ? answer.step : answer.taken >= 0 ? 1 : 0;
@@ -68,27 +71,27 @@ static void _settings_menu_draw_waiting(float width, float height) {
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
     const float line = menu_line_height();
     const char *label = _settings_label(settings_capture_action());
-    menu_darken(SHADE_ASKING);
+    menu_darken(SHADE_PROMPT);
     SDL_snprintf(text, sizeof text, "Press a key or a button for \"%s\"", label);
     engine_draw_text(font, text, width / 2, height / 2 - line, menu_look().bright, TEXT_CENTER);
-    SDL_snprintf(text, sizeof text, "All stays as it is in %d s", static_cast<int>(settings_capture_left() + 0.99));
+    SDL_snprintf(text, sizeof text, "Cancels in %d s", static_cast<int>(settings_capture_left() + 0.99));
     engine_draw_text(font, text, width / 2, height / 2, menu_look().dim, TEXT_CENTER);
 }
 
-static MenuAnswer _settings_menu_ask(float width, float height) {
-    static constexpr MenuLine LINES[] = {{"Swap the two"}, {"Leave it as it is"}};
-    SettingsText what = {};
-    const int other = settings_capture_conflict(&what);
+static MenuAnswer _settings_menu_conflict(float width, float height) {
+    static constexpr MenuLine LINES[] = {{"Swap the bindings"}, {"Cancel"}};
+    SettingsText binding = {};
+    const int other = settings_capture_conflict(&binding);
     const float line = menu_line_height();
     char text[3 * SETTINGS_TEXT_SIZE];
-    menu_darken(SHADE_ASKING);
-    SDL_snprintf(text, sizeof text, "%s is bound to \"%s\" already", what.text, _settings_label(other));
+    menu_darken(SHADE_PROMPT);
+    SDL_snprintf(text, sizeof text, "%s is already bound to \"%s\"", binding.text, _settings_label(other));
     engine_draw_text(
         engine_get_font_by_index(SHARED_FONT_UI), text, width / 2, height / 2 - 1.5f * line, menu_look().bright,
         TEXT_CENTER);
     const SDL_FRect area = {width / 2 - 130, height / 2, 260, 2 * line};
-    const MenuAnswer answer = menu_tick(&settings_menu.answers, LINES, 2, area, settings_menu.asking);
-    settings_menu.asking = true; // listens from the next frame on
+    const MenuAnswer answer = menu_tick(&settings_menu.conflict, LINES, 2, area, settings_menu.conflict_shown);
+    settings_menu.conflict_shown = true; // accepts input from the next frame on
     if (answer.taken >= 0 || answer.back) settings_capture_answer(answer.taken == 0);
     return answer;
 }
@@ -105,7 +108,7 @@ static void _settings_menu_draw_frame(float width, float height, bool at_action)
         TEXT_CENTER);
 }
 
-static MenuAnswer _settings_menu_list(float width, float height, bool listens, int *count) {
+static MenuAnswer _settings_menu_list(float width, float height, bool accepts_input, int *count) {
     const SettingsAction *actions = nullptr;
     const int action_count = _settings_actions(&actions), selected = settings_menu.list.selected - FIRST_ACTION;
     SettingsText values[SETTINGS_VALUE_COUNT] = {};
@@ -126,28 +129,28 @@ static MenuAnswer _settings_menu_list(float width, float height, bool listens, i
     const float wide = SDL_min(width - 20, WIDEST), top = height > TALL ? 64.0f : 6.0f;
     const float foot = height > TALL ? menu_line_height() + 14 : 4;
     const SDL_FRect area = {width / 2 - wide / 2, top, wide, height - top - foot};
-    const MenuAnswer answer = menu_tick(&settings_menu.list, lines, *count, area, listens);
-    if (listens) _settings_menu_take(answer, actions, action_count);
+    const MenuAnswer answer = menu_tick(&settings_menu.list, lines, *count, area, accepts_input);
+    if (accepts_input) _settings_menu_apply(answer, actions, action_count);
     return answer;
 }
 
-bool settings_menu_tick(MenuAnswer *heard) {
+bool settings_menu_tick(MenuAnswer *result) {
     float width = 0, height = 0;
     engine_view_size(&width, &height);
     settings_capture_advance(engine_fps_delta());
     const SettingsCapture capture = settings_capture();
-    const bool listens = capture == SETTINGS_CAPTURE_NONE && !settings_menu.deaf;
-    settings_menu.deaf = capture != SETTINGS_CAPTURE_NONE;
+    const bool accepts_input = capture == SETTINGS_CAPTURE_NONE && !settings_menu.ignore_input;
+    settings_menu.ignore_input = capture != SETTINGS_CAPTURE_NONE;
     if (capture != SETTINGS_CAPTURE_CONFLICT) {
-        settings_menu.asking = false;
-        settings_menu.answers = {};
+        settings_menu.conflict_shown = false;
+        settings_menu.conflict = {};
     }
     int count = 0;
-    MenuAnswer answer = _settings_menu_list(width, height, listens, &count);
-    const bool left = listens && (answer.back || answer.taken == count - 1);
+    MenuAnswer answer = _settings_menu_list(width, height, accepts_input, &count);
+    const bool left = accepts_input && (answer.back || answer.taken == count - 1);
     if (capture == SETTINGS_CAPTURE_WAITING) _settings_menu_draw_waiting(width, height);
-    if (capture == SETTINGS_CAPTURE_CONFLICT) answer = _settings_menu_ask(width, height);
-    if (heard) *heard = answer;
-    if (left) cfg_save(); // on error, which it reports, the settings last for this run
+    if (capture == SETTINGS_CAPTURE_CONFLICT) answer = _settings_menu_conflict(width, height);
+    if (result) *result = answer;
+    if (left) cfg_save(); // reports errors; the settings then last until exit
     return !left;
 }

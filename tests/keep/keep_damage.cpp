@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr Damage KINDS[] = {nullptr, damage_cut, damage_empty, damage_noise, damage_scratch};
+constexpr Damage KINDS[] = {nullptr, damage_truncate, damage_empty, damage_noise, damage_flip_bits};
 
 class KeepDamage : public KeepTest {
 protected:
@@ -26,7 +26,7 @@ protected:
         intact = fs::canonical(fs::path(SDL_GetBasePath()) / "assets");
         damage_seed();
         game.files = GAME_FILES_CURRENT_FOLDER; // the folder of the damaged files
-        played = &game;
+        tested_game = &game;
         write_file("config/cinder-keep.ini", "[graphics]\nvsync_enable = false\n");
     }
 
@@ -46,7 +46,7 @@ protected:
 };
 
 TEST_F(KeepDamage, DamagedAssetsAreReportedOrUsable) {
-    const bool everywhere = damage_is_everywhere();
+    const bool everywhere = damage_is_exhaustive();
     size_t files = 0;
     for (const std::string &file : files_below(intact)) {
         for (size_t kind = 0; kind < std::size(KINDS); kind++) {

@@ -5,7 +5,7 @@
 
 void KeepTest::SetUp() {
     EngineTest::SetUp();
-    played = &cinder_keep;
+    tested_game = &cinder_keep;
     progress = {}; // left over from an earlier test
     config = "";
     set_environment("XDG_DATA_HOME", std::filesystem::current_path().c_str());

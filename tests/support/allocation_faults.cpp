@@ -23,8 +23,8 @@ struct Faults {
 };
 Faults g_faults;
 
-// Set from a call in this project's code until its allocation. Only that allocation is our own; further ones that SDL
-// makes, such as for its error text, are not.
+// Set from a call in this project's code until its allocation. Only that one is an own allocation; further ones made by
+// SDL, such as for its error text, are not.
 thread_local bool g_own_call;
 
 bool should_fail() { // call with the mutex held
@@ -147,11 +147,11 @@ int __wrap_SDL_asprintf(char **text, const char *fmt, ...) {
 void expect_allocation_faults_survived(
     LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup) {
     allocation_faults_install();
-    ASSERT_TRUE(setup()); // warms up one-time allocations of libraries
+    ASSERT_TRUE(setup()); // triggers one-time allocations of libraries
     cleanup();
     int faults = 0;
     for (const bool and_all_after : {false, true}) {
         for (int nth = 1; run_with_fault(log, setup, cleanup, nth, and_all_after); nth++) faults++;
     }
-    EXPECT_GT(faults, 0) << "no own allocation was seen, so nothing was tested";
+    EXPECT_GT(faults, 0) << "setup made no own allocation, so nothing was tested";
 }

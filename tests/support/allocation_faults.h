@@ -1,6 +1,6 @@
-// Fault injection: lets a module's own allocations fail one by one. Own allocations are calls of SDL_malloc and related
-// functions (including SDL_strdup and SDL_asprintf) in this project's code. The libraries' own allocations never fail,
-// because the libraries do not survive that.
+// Fault injection: makes a module's own allocations fail one by one. Own allocations are calls of SDL_malloc and
+// related functions (including SDL_strdup and SDL_asprintf) in this project's code. Allocations inside libraries never
+// fail, because the libraries do not handle that.
 #pragma once
 
 #include "support/log_capture.h"
@@ -14,7 +14,7 @@ void expect_allocation_faults_survived(
     LogCapture *log, const std::function<bool()> &setup, const std::function<void()> &cleanup);
 
 // --- direct use ---
-void allocation_faults_install(); // before the allocations to track; stays for the whole process
+void allocation_faults_install(); // before the allocations to track; never uninstalled
 void allocation_faults_arm(int nth, bool and_all_after);
 int allocation_faults_disarm(); // returns the number of failed allocations
 int allocation_faults_live();   // own allocations not yet freed

@@ -1,5 +1,5 @@
-// The two routes to the throne, as played by a fast player. A letter is a tenth of a second at 60 fixed steps per
-// second: l and r walk, L and R jump as well, J jumps on the spot, < and > roll, o rolls ahead, . waits.
+// Scripted input for the two routes to the throne. A letter is a tenth of a second at 60 fixed steps per second: l and
+// r walk left and right, L and R also jump, J jumps on the spot, < and > roll, o rolls ahead, . waits.
 #pragma once
 
 #include "player/player.h"
@@ -15,7 +15,7 @@ inline constexpr const char *ROUTE_BY_THE_CRYPTS =
 
 inline constexpr int ROUTE_STEPS_PER_LETTER = 6;
 
-// The intent for the first step of a letter; in its other steps nothing is pressed.
+// Returns the intent of a letter's first step; in its other steps nothing is pressed.
 inline PlayerIntent route_intent(char letter) {
     PlayerIntent intent = {};
     intent.move_x = SDL_strchr("rR>", letter) ? 1.0f : SDL_strchr("lL<", letter) ? -1.0f : 0.0f;
@@ -24,7 +24,7 @@ inline PlayerIntent route_intent(char letter) {
     return intent;
 }
 
-// Its keys, as a script; those for the direction stay held.
+// Returns a letter's keys as a script; direction keys stay held.
 inline std::string route_keys(char letter) {
     const PlayerIntent intent = route_intent(letter);
     return std::string(

@@ -12,11 +12,11 @@ void damage_seed() { g_random = number_from_environment("LUMARIND_DAMAGE_SEED", 
 
 size_t damage_below(size_t limit) { return static_cast<size_t>(SDL_rand_r(&g_random, static_cast<Sint32>(limit))); }
 
-bool damage_is_everywhere() { return std::getenv("LUMARIND_DAMAGE_EVERYWHERE") != nullptr; }
+bool damage_is_exhaustive() { return std::getenv("LUMARIND_DAMAGE_EVERYWHERE") != nullptr; }
 
 void damage_empty(std::string *content) { content->clear(); }
 
-void damage_cut(std::string *content) { content->resize(damage_below(content->size())); }
+void damage_truncate(std::string *content) { content->resize(damage_below(content->size())); }
 
 static void _fill_with_noise(std::string *content, size_t first) {
     for (size_t i = first; i < content->size(); i++) (*content)[i] = static_cast<char>(damage_below(256));
@@ -24,7 +24,7 @@ static void _fill_with_noise(std::string *content, size_t first) {
 void damage_noise(std::string *content) { _fill_with_noise(content, 0); }
 void damage_noise_behind_header(std::string *content) { _fill_with_noise(content, 64); }
 
-void damage_scratch(std::string *content) {
+void damage_flip_bits(std::string *content) {
     for (int i = 0; i < 20; i++) (*content)[damage_below(content->size())] ^= static_cast<char>(1 << damage_below(8));
 }
 

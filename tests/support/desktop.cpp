@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <thread>
 
-bool wait_until(const std::function<bool()> &reached, std::chrono::milliseconds patience) {
-    const auto end = std::chrono::steady_clock::now() + patience;
-    while (!reached()) {
+bool wait_until(const std::function<bool()> &condition, std::chrono::milliseconds timeout) {
+    const auto end = std::chrono::steady_clock::now() + timeout;
+    while (!condition()) {
         if (std::chrono::steady_clock::now() > end) return false;
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
@@ -21,7 +21,7 @@ std::string output_of(const std::string &command) {
     return output;
 }
 
-void xdotool(const std::string &words) { output_of("xdotool " + words + " 2>&1"); }
+void xdotool(const std::string &arguments) { output_of("xdotool " + arguments + " 2>&1"); }
 
 std::string find_window(const std::string &name) {
     std::string id;

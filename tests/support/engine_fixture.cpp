@@ -70,7 +70,7 @@ bool EngineTest::start(const std::vector<std::string> &arguments) {
     words.insert(words.begin(), "LumarindEngine");
     std::vector<char *> argv;
     for (std::string &word : words) argv.push_back(word.data());
-    running_ = main_loop_start(played, static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
+    running_ = main_loop_start(tested_game, static_cast<int>(argv.size()), argv.data()) == MAIN_START_RUN;
     return running_;
 }
 
@@ -86,7 +86,7 @@ void EngineTest::stop() {
 
 bool EngineTest::frame(double seconds) {
     // Deterministic frame time on any machine; rounded up, so that a whole number of steps fits.
-    engine->given_frame_ns = static_cast<Sint64>(std::ceil(seconds * 1e9));
+    engine->next_frame_ns = static_cast<Sint64>(std::ceil(seconds * 1e9));
     return main_loop_frame();
 }
 

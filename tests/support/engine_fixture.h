@@ -19,7 +19,7 @@
 #include <string>
 #include <vector>
 
-// Sets it in SDL's copy of the environment and in later copies. Null: unset.
+// Sets a variable in the process's environment and in SDL's copy. Null unsets it.
 void set_environment(const char *name, const char *value);
 Uint64 number_from_environment(const char *name, Uint64 fallback); // the fallback also for an empty value
 
@@ -28,7 +28,7 @@ protected:
     // Configuration, changed by tests before start(). Without vsync frames do not wait.
     std::string config = "[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = 1\n";
 
-    const Game *played = &demo_game; // the game that start() runs
+    const Game *tested_game = &demo_game; // the game run by start()
 
     void SetUp() override;
     void TearDown() override; // stops the program if it runs

@@ -23,7 +23,7 @@ public:
     int count(const std::string &text) const; // lines that contain it
     bool has(const std::string &text) const { return count(text) > 0; }
     std::vector<std::string> at_least(SDL_LogPriority priority) const; // texts of lines with this priority or above
-    bool only_error_starts(const std::string &text) const;             // there is one error, and it starts so
+    bool only_error_starts(const std::string &text) const;             // exactly one error, starting with `text`
     std::vector<std::string> errors() const { return at_least(SDL_LOG_PRIORITY_ERROR); }
 
 private:

@@ -39,7 +39,6 @@ static constexpr LineKind LINE_KINDS[] = {
     {.priority = SDL_LOG_PRIORITY_ERROR, .pattern = "[PLATFORMER_DEMO] Spawn at (*, *) is inside a collider"},
 };
 
-// ? matches one character.
 static bool _matches(const char *text, const char *pattern) {
     if (!*pattern) return !*text;
     if (*pattern == '*') return _matches(text, pattern + 1) || (*text && _matches(text + 1, pattern));

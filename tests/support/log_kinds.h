@@ -3,7 +3,7 @@
 
 #include "support/log_capture.h"
 
-// Returns "" if the line's kind and priority are known, else the line with its priority.
+// Returns "" if a known pattern and its priority match, else the line with its priority.
 std::string unknown_line(const LogLine &line);
 
-bool matches(const std::string &text, const char *pattern); // * matches any text, also none
+bool matches(const std::string &text, const char *pattern); // * matches any text, ? one character

@@ -1,4 +1,4 @@
-// Records calls of SDL functions that have no visible effect with the headless drivers, and lets them fail.
+// Records calls of SDL functions that have no visible effect with the headless drivers, and can make them fail.
 #pragma once
 
 #include <string>
@@ -6,4 +6,4 @@
 // The calls since the string was last cleared, each with its arguments and followed by "; ". See sdl_calls.cpp.
 extern std::string sdl_calls;
 
-extern std::string failing_sdl_call; // name of a function above that fails; "" for none
+extern std::string failing_sdl_call; // recorded name of the calls that fail; "" for none

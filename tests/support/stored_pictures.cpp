@@ -24,17 +24,17 @@ static bool _is_between(const Picture &picture, int x, int y) {
     return lighter && darker;
 }
 
-// Marks differing pixels in a dimmed copy of the stored picture, and returns their number.
+// Marks differing pixels in red on a dimmed copy of the stored picture, and returns their number.
 static int _mark_differences(const Picture &shown, const Picture &stored, const Picture &marked) {
     int count = 0;
     for (int y = 0; y < stored->h; y++) {
-        const Uint8 *is = row_of(shown, y), *should = row_of(stored, y);
+        const Uint8 *actual = row_of(shown, y), *expected = row_of(stored, y);
         auto *out = const_cast<Uint8 *>(row_of(marked, y));
-        for (int x = 0; x < stored->w; x++, is += 3, should += 3, out += 3) {
+        for (int x = 0; x < stored->w; x++, actual += 3, expected += 3, out += 3) {
             int distance = 0; // the largest of the channels
-            for (int i = 0; i < 3; i++) distance = std::max(distance, std::abs(is[i] - should[i]));
+            for (int i = 0; i < 3; i++) distance = std::max(distance, std::abs(actual[i] - expected[i]));
             const bool same = distance == 0 || (distance <= RASTERISER_STEP && _is_between(stored, x, y));
-            for (int i = 0; i < 3; i++) out[i] = same ? should[i] / 4 : i == 0 ? 255 : 0;
+            for (int i = 0; i < 3; i++) out[i] = same ? expected[i] / 4 : i == 0 ? 255 : 0;
             count += same ? 0 : 1;
         }
     }
@@ -47,11 +47,11 @@ testing::AssertionResult matches_stored(const Picture &picture, const std::strin
     const auto failed = [&](const std::string &why) {
         SDL_CreateDirectory(PICTURES_WRITTEN);
         IMG_SavePNG(shown.get(), (written + ".png").c_str());
-        return testing::AssertionFailure() << name << ".png " << why << "; what was drawn: " << written << ".png";
+        return testing::AssertionFailure() << name << ".png " << why << "; actual picture: " << written << ".png";
     };
     if (!loaded) return failed("is not stored");
     const Picture stored = as_rgb(loaded);
-    if (shown->w != stored->w || shown->h != stored->h) return failed("has another size");
+    if (shown->w != stored->w || shown->h != stored->h) return failed("has a different size");
     const Picture marked(SDL_CreateSurface(stored->w, stored->h, SDL_PIXELFORMAT_RGB24));
     const int count = _mark_differences(shown, stored, marked);
     if (count == 0) return testing::AssertionSuccess();

@@ -1,5 +1,5 @@
-// Pixel comparison with the pictures stored in the repository. A picture that differs is written to the build folder,
-// with a picture of the differences; ./dev accept stores it.
+// Pixel comparison with the pictures stored in the repository. On a mismatch the actual picture and a picture of the
+// differences are written to the build folder; ./dev accept stores the former.
 #pragma once
 
 #include "support/picture.h"

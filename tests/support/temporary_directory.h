@@ -14,7 +14,7 @@ public:
     std::filesystem::path path;
 
     void link_assets() const; // the project's assets, as assets/
-    // Uses it, or a folder in it, as the title storage, instead of the executable's folder, once storage is set up.
+    // Replaces the title storage with this directory or a folder in it. Call after storage_setup.
     void use_as_game_files(const char *folder = "") const;
 
 private:
@@ -22,4 +22,4 @@ private:
 };
 
 void write_file(const std::filesystem::path &path, const std::string &content); // creates missing folders
-std::string read_file(const std::filesystem::path &path);                       // "" if there is none
+std::string read_file(const std::filesystem::path &path);                       // "" if it does not exist

@@ -11,7 +11,7 @@ struct VirtualRumble {
 
 class VirtualGamepad {
 public:
-    // With shape labels: face buttons have crosses and circles instead of letters.
+    // With `shape_labels` the face buttons have shapes (cross, circle, ...) instead of letters.
     explicit VirtualGamepad(const char *name, bool shape_labels = false, bool with_rumble = true);
     ~VirtualGamepad() { unplug(); }
     VirtualGamepad(const VirtualGamepad &) = delete;

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Checks the #includes of src: files include only files of their own layer or below, no internal headers of other
-folders, no other screen, and headers do not form a cycle."""
+folders and no other screens, and headers do not include each other in a cycle."""
 
 import re
 import sys
@@ -27,7 +27,7 @@ LAYER_OF = {name: layer for layer, names in enumerate(LAYERS, 1) for name in nam
 
 
 def layer_of(file: str) -> int | None:
-    """The layer of a file, given relative to src, without extension."""
+    """Returns the layer of a file, given relative to src, without extension."""
     return LAYER_OF.get(file, LAYER_OF.get(file.split("/")[0]))
 
 
@@ -36,7 +36,7 @@ def is_internal(file: str) -> bool:
 
 
 def public_headers() -> set[str]:
-    """The public headers, as listed in the CMake files."""
+    """Returns the public headers, as listed in the CMake files."""
     names = set()
     for path in SRC.glob("*/CMakeLists.txt"):
         for listed in re.findall(r"lumarind_sources\(\s*PUBLIC([^)]*?)(?:PRIVATE|\))", path.read_text(encoding="utf-8")):
@@ -58,27 +58,27 @@ def check_prefixes(path: Path) -> list[str]:
     public = path.suffix == ".h" and path.relative_to(SRC).with_suffix("").as_posix() in PUBLIC
     for prefix, name in re.findall(r'^#include "(lumarind/)?([^"]+)\.h"', path.read_text(encoding="utf-8"), re.MULTILINE):
         if not prefix and name in PUBLIC:
-            problems.append(f'{name} is public: "lumarind/{name}.h"')
+            problems.append(f'{name} is public: include it as "lumarind/{name}.h"')
         if public and not prefix:
-            problems.append(f"{name} is not public, its includer is")
+            problems.append(f"a public header includes {name}, which is internal")
     return problems
 
 
 def check_include(file: str, included: str) -> str | None:
-    """Returns what is wrong with an include, or None."""
+    """Returns an error message for a forbidden include, or None."""
     folder, other = file.split("/")[0], included.split("/")[0]
     if layer_of(included) > layer_of(file):
         return f"{included} is in layer {layer_of(included)}, above layer {layer_of(file)}"
     if is_internal(included) and folder != other and file != "app/main_loop":
         return f"{included} is internal to {other}"
     if layer_of(file) >= PROGRAM_LAYER > layer_of(included) and included not in PUBLIC:
-        return f"{included} is the library's own"
+        return f"{included} is not a public header of the library"
     if folder == other == "screens" and file != included and layer_of(file) == layer_of(included):
-        return f"a screen knows no other screen ({included})"
+        return f"screens must not depend on each other ({included})"
     return None
 
 
-def find_ring(graph: dict[str, list[str]]) -> list[str] | None:
+def find_cycle(graph: dict[str, list[str]]) -> list[str] | None:
     """Returns a cycle of headers as a path, or None."""
     done: set[str] = set()
 
@@ -88,14 +88,14 @@ def find_ring(graph: dict[str, list[str]]) -> list[str] | None:
         if name in done:
             return None
         for included in graph.get(name, []):
-            if ring := visit(included, [*path, name]):
-                return ring
+            if cycle := visit(included, [*path, name]):
+                return cycle
         done.add(name)
         return None
 
     for name in graph:
-        if ring := visit(name, []):
-            return ring
+        if cycle := visit(name, []):
+            return cycle
     return None
 
 
@@ -114,8 +114,8 @@ def main() -> int:
         for name in included:
             if problem := check_include(file, name):
                 problems.append(f"{path.relative_to(SRC.parent)}: {problem}")
-    if ring := find_ring(headers):
-        problems.append("a ring of headers: " + " -> ".join(ring))
+    if cycle := find_cycle(headers):
+        problems.append("headers form a cycle: " + " -> ".join(cycle))
     print("\n".join(problems) or f"{len(headers)} headers in {len(LAYERS)} layers, all includes allowed")
     return 1 if problems else 0
 

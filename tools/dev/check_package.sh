@@ -2,10 +2,10 @@
 # shellcheck disable=SC2016,SC2034,SC2086,SC2154 # command strings for sh; the caller's variables; word lists
 # The checks of `./dev package --check` on the packages in build/packages. Sourced by ./dev, after package.sh.
 #
-# Every root is minimal, except for packages installed here into a copy of it. The display is the build root's Xvfb;
-# there is no sound device, controller or graphics card.
+# The checks run in minimal root file systems, or in copies with packages installed. The display is the build root's
+# Xvfb; there is no sound device, controller or graphics card.
 
-readonly OLD_SUITE=bookworm # Debian 12: older C library and SDL than the build's
+readonly OLD_SUITE=bookworm # Debian 12: C library and SDL are older than those of the build
 # One scene of each screen, from tests/test_screens_pictures.cpp.
 readonly SCENES='menu text texture tilemap sprite platformer_run gamepad_held logical input audio_music physics_asleep'
 
@@ -26,12 +26,12 @@ package_versions() {
             sed -n 's/.*<release version=\"\([^\"]*\)\".*/\1/p' | head -n 1)\"
         for deb in *.deb; do echo \"\$deb \$(dpkg-deb -f \$deb Version)\"; done
         for tar in *.tar.xz; do echo \"\$tar \$(echo \$tar | sed 's/.*-\([0-9.]*\)-linux.*/\1/')\"; done")
-    [ "$(awk '{ print $2 }' <<<"$found" | sort -u | wc -l)" = 1 ] || die "these versions differ:"$'\n'"$found"
+    [ "$(awk '{ print $2 }' <<<"$found" | sort -u | wc -l)" = 1 ] || die "the versions differ:"$'\n'"$found"
 }
 
-need_root() { ensure_root "$@" || die 'this machine cannot make roots'; } # arguments as for ensure_root
+need_root() { ensure_root "$@" || die 'root file systems cannot be created on this machine'; } # arguments as for ensure_root
 
-# copy_of SUITE PACKAGE...: prints the path of a copy of a root, for installing packages
+# copy_of SUITE PACKAGE...: copies a root, for installing packages, and prints the copy's path
 copy_of() {
     local copy=$work/root
     rm -rf "$copy"
@@ -49,7 +49,7 @@ apt_in() { # apt_in ROOT ARGUMENTS: runs apt as the root's root user; downloads 
 files_of() { (cd "$1" && find . -path ./var/lib/apt -prune -o -path ./var/cache -prune -o -path ./var/log -prune -o -print |
     grep -vE '^\./(home|tmp|run|dev|proc)(/|$)|^\./var/lib/dpkg/|^\./etc/(ld\.so\.cache|resolv\.conf)$' | sort); }
 
-# as_player ROOT COMMAND [bwrap argument ...]: runs it from / as an ordinary user with a display; home is $work/home.
+# as_player ROOT COMMAND [bwrap argument ...]: runs COMMAND from / as an ordinary user with a display; home is $work/home.
 as_player() {
     local root=$1 command=$2
     shift 2
@@ -63,8 +63,8 @@ new_home() {
     mkdir -p "$work/home"
 }
 
-# pictures NAME ROOT PROGRAM RENDERER SHARE: replays one scene of each screen and compares the last frame. SHARE of the
-# pixels, in thousandths, may differ: OpenGL rasterises rotated images and lines differently.
+# pictures NAME ROOT PROGRAM RENDERER SHARE: replays one scene of each screen and compares the last frame. SHARE
+# thousandths of the pixels may differ: OpenGL rasterises rotated images and lines differently.
 pictures() {
     local name=$1 root=$2 program=$3 renderer=$4 share=$5 scene recording frames captures
     rm -rf "${work:?}/$name"
@@ -76,16 +76,16 @@ pictures() {
         as_player "$root" "LUMARIND_REPLAY=/recordings/$recording LUMARIND_REPLAY_SPEED=50 SDL_RENDER_DRIVER=$renderer \
             $program --no-config-save --capture-at $frames" >"$work/$name/$scene.log" 2>&1 ||
             { cat "$work/$name/$scene.log" >&2; die "$name: $scene ended with an error"; }
-        grep -q "renderer: $renderer\$" "$work/$name/$scene.log" || die "$name: $scene was not drawn by $renderer"
+        grep -q "renderer: $renderer\$" "$work/$name/$scene.log" || die "$name: $scene was not rendered by $renderer"
         captures=("$work"/home/.local/share/lumarind-engine/captures/*.png)
-        [ "${#captures[@]}" = 1 ] && [ -e "${captures[0]}" ] || die "$name: $scene gave no picture"
+        [ "${#captures[@]}" = 1 ] && [ -e "${captures[0]}" ] || die "$name: $scene wrote no picture"
         mv "${captures[0]}" "$work/$name/$scene.png"
     done
     inside "python3 tools/dev/compare_pictures.py pictures $(quote "$work/$name") $share" >&2 || die "$name: pictures differ"
-    passed "$name: one frame of each of $(wc -w <<<"$SCENES") screens is as stored"
+    passed "$name: one frame of each of $(wc -w <<<"$SCENES") screens matches its stored picture"
 }
 
-# start_time ROOT PROGRAM: prints the minimum of five times from start to exit after the first frame, in ms
+# start_time ROOT PROGRAM: prints the time from start to exit after the first frame, in ms, the minimum of five runs
 start_time() {
     local times
     new_home
@@ -96,7 +96,7 @@ start_time() {
 
 check_metadata() { # with the tools of Debian testing
     local tools=(lintian desktop-file-utils appstream)
-    need_root 'with the tools that check packages' 120 470 "$SUITE" "${tools[@]}"
+    need_root 'with the package checkers' 120 470 "$SUITE" "${tools[@]}"
     enter "$(root_dir "$SUITE" "${tools[@]}")" player "cd /tmp
         for deb in /packages/*.deb /game/*.deb; do
             lintian --fail-on error,warning \"\$deb\" || exit 1
@@ -117,7 +117,7 @@ check_same_bytes() { # a second build, in another folder
     package_make "$again"
     diff "$packages/SHA256SUMS" "$again/build/packages/SHA256SUMS" >&2 || die 'a second build is not bit-identical'
     rm -rf "$work/again"
-    passed 'a second build in another folder gives the same bytes'
+    passed 'a second build in another folder is bit-identical'
 }
 
 check_debian_package() {
@@ -132,11 +132,11 @@ check_debian_package() {
     say "start of the installed program: $time ms"
     new_home
     as_player "$root" 'SDL_RENDER_DRIVER=software star-catcher --screen play --quit-at 30' >"$work/game.log" 2>&1 ||
-        { cat "$work/game.log" >&2; die 'the game of the template does not run'; }
+        { cat "$work/game.log" >&2; die "the template's game does not run"; }
     [ -e "$work/home/.local/share/star-catcher/config/star-catcher.ini" ] || die 'the game has not saved its settings'
     apt_in "$root" 'purge --autoremove lumarind-engine star-catcher'
     diff <(echo "$before") <(files_of "$root") >&2 || die 'removing the Debian package leaves files behind'
-    passed "the Debian packages of program and game in Debian $SUITE: installed, run from / by a user, removed again"
+    passed "the Debian packages of program and game in Debian $SUITE: installed, run from / as a user, purged"
 }
 
 check_archive() {
@@ -146,7 +146,7 @@ check_archive() {
     inside 'for archive in build/packages/*.tar.xz build/package-check/star-catcher/build/packages/*.tar.xz; do
         tar -xf $archive -C build/package-check/unpacked || exit 1; done'
     local program="/check/unpacked/lumarind-engine-*/lumarind-engine" game="/check/unpacked/star-catcher-*/star-catcher"
-    need_root 'to try the archive in' 50 170 "$OLD_SUITE"
+    need_root 'to test the archive in' 50 170 "$OLD_SUITE"
     need_root 'with software OpenGL' 100 330 "$OLD_SUITE" libgl1 libgl1-mesa-dri
     bare=$(root_dir "$OLD_SUITE")
     gl=$(root_dir "$OLD_SUITE" libgl1 libgl1-mesa-dri)
@@ -176,8 +176,8 @@ check_library() { # builds a game's project against the installed package
         cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release && cmake --build build &&
         SDL_RENDER_DRIVER=software build/cinder-keep --screen level-1 --quit-at 30 &&
         cd build && cpack && ls cinder-keep_*.deb cinder-keep-*.tar.xz" \
-        >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'a game does not build on the package'; }
-    passed "the template, and the example game, finds the library's package by find_package, builds, runs and makes packages"
+        >"$work/library.log" 2>&1 || { cat "$work/library.log" >&2; die 'a game cannot be built with the library package'; }
+    passed "the template and the example game find the library's package with find_package, build, run and make packages"
 }
 
 package_check() {
@@ -191,7 +191,7 @@ package_check() {
     check_metadata
     say 'recording the scenes of the tests'
     sanitized "lumarind_tests --gtest_filter=$(printf ':*PictureTest.*/%s' $SCENES | cut -c 2-)" "LUMARIND_RECORD_SCENES=$(quote "$work/recordings")" \
-        >"$work/recordings.log" 2>&1 || { tail -n 40 "$work/recordings.log" >&2; die 'the tests of the pictures fail'; }
+        >"$work/recordings.log" 2>&1 || { tail -n 40 "$work/recordings.log" >&2; die 'the picture tests fail'; }
     environment=root
     inside "exec tools/dev/with_xvfb.sh sh -c 'echo \$DISPLAY >build/package-check/display; exec sleep infinity'" &
     display=$!
@@ -203,5 +203,5 @@ package_check() {
     check_library
     check_same_bytes
     package_list >&2
-    passed 'all of it'
+    passed 'all checks'
 }

@@ -16,7 +16,7 @@ def main() -> int:
     shutil.rmtree(OUT, ignore_errors=True)
     headers = {f"{name}.h": SRC / f"{name}.h" for name in sorted(PUBLIC)}
     headers["version.h"] = TOP / "build/release/include/lumarind/version.h"
-    for name, path in headers.items():  # as games include them
+    for name, path in headers.items():  # with the paths used by games
         staged = OUT / "include/lumarind" / name
         staged.parent.mkdir(parents=True, exist_ok=True)
         shutil.copyfile(path, staged)

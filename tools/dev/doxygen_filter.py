@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Converts a header for Doxygen (INPUT_FILTER): plain comments become documentation, line by line.
+"""Doxygen's INPUT_FILTER for headers: converts plain comments to documentation comments, line by line.
 
-A comment at the file's head documents the file, one behind code that line, one before code the declaration that
-follows. "// --- title ---" starts a group of declarations; text indented by four or more is a listing."""
+A comment at the file's head documents the file, a trailing comment its line, any other comment the declaration that
+follows. "// --- title ---" starts a group of declarations; text indented by four or more spaces is a code listing."""
 
 import re
 import sys

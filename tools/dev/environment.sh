@@ -1,11 +1,11 @@
 # shellcheck shell=bash
-# shellcheck disable=SC2154 # the three variables below are the caller's
+# shellcheck disable=SC2154 # the three variables below are set by the caller
 # The build environment of ./dev: finds or creates one, and runs commands in it.
 # Sourced by ./dev and game.sh, which set `top` (the project that is built), `engine` (this checkout, which may be the
 # same) and `assume_yes` (0 or 1).
 #
-# Tried in this order: the machine's packages; an existing private root; the package manager; a new private root file
-# system of Debian testing, entered with bubblewrap; a message that names the packages.
+# Tried in this order: installed packages; an existing private root; the package manager; a new private root file system
+# of Debian testing, entered with bubblewrap. If all fail, a message lists the packages.
 
 readonly SUITE=forky # Debian testing: the first release with SDL 3.4 and its companions
 readonly FETCH_MB=350 ROOT_MB=1700
@@ -18,14 +18,14 @@ die() {
 
 # --- the package list ---
 
-# packages COLUMN: the names of one column of packages.list (1 Debian, 2 Fedora, 3 Arch, 4 Homebrew), one per line.
+# packages COLUMN: prints a column of packages.list (1 Debian, 2 Fedora, 3 Arch, 4 Homebrew), one name per line.
 packages() { awk -v column="$1" '!/^#/ && NF && $column != "-" && !seen[$column]++ { print $column }' "$engine/packages.list"; }
 
 package_words() { packages "$1" | paste -sd ' '; }
 
-# --- what the machine has ---
+# --- installed and available packages ---
 
-at_least() { # at_least WANTED FOUND: dotted versions
+at_least() { # at_least MINIMUM VERSION: compares dotted versions
     [ "$(printf '%s\n%s\n' "$1" "$2" | sort -V | head -n 1)" = "$1" ]
 }
 
@@ -34,7 +34,7 @@ machine_has_everything() {
     for tool in g++ cmake ninja pkg-config; do command -v "$tool" >/dev/null 2>&1 || return 1; done
     at_least 3.25 "$(cmake --version | awk 'NR == 1 { print $3 }')" || return 1
     pkg-config --exists 'sdl3 >= 3.4' 'sdl3-ttf >= 3.2' 'sdl3-image >= 3.2' 'sdl3-mixer >= 3.2' inih gtest || return 1
-    # Box2D 3 has no .pc file, 2.4 has: try the header instead.
+    # Box2D 3 has no pkg-config file, so the header is tried.
     printf '#include <box2d/box2d.h>\n' | g++ -x c++ -E - >/dev/null 2>&1
 }
 
@@ -47,19 +47,19 @@ apt_offers_everything() {
     while read -r name; do [ -n "$(apt_candidate "$name")" ] || return 1; done < <(packages 1)
 }
 
-as_root() { # runs a command with the rights to install packages
+as_root() { # runs a command as root, for installing packages
     if [ "$(id -u)" = 0 ]; then
         "$@"
     elif command -v sudo >/dev/null 2>&1; then
         sudo "$@"
     else
-        die "neither root nor sudo here; as root run: $*"
+        die "neither root nor sudo available; run as root: $*"
     fi
 }
 
-confirm() { # confirm QUESTION: true after a yes; --yes and CI answer for the user
+confirm() { # confirm QUESTION: true if the user answers yes; --yes and CI imply it
     [ "$assume_yes" = 1 ] || [ "${CI:-}" = true ] && return 0
-    [ -t 0 ] || die "$1 Nobody to ask here: give --yes, or run the line above yourself."
+    [ -t 0 ] || die "$1 No terminal for the answer: pass --yes, or run the command above."
     local answer
     read -r -p "dev: $1 [y/N] " answer
     [ "$answer" = y ] || [ "$answer" = yes ]
@@ -68,7 +68,7 @@ confirm() { # confirm QUESTION: true after a yes; --yes and CI answer for the us
 install_with_apt() {
     local names
     read -r -a names <<<"$(package_words 1)"
-    say "this machine's apt offers all that is needed:"
+    say "all required packages are available from this machine's apt:"
     printf '  apt-get install --no-install-recommends %s\n' "${names[*]}" >&2
     confirm 'Run it now?' || die 'nothing installed'
     as_root apt-get install -y --no-install-recommends "${names[@]}" || die 'apt-get failed'
@@ -78,7 +78,7 @@ install_with_apt() {
 
 cache_dir() { printf '%s/lumarind-engine' "${XDG_CACHE_HOME:-${HOME:?}/.cache}"; }
 
-# root_dir SUITE PACKAGE...: prints a root's path, named by a hash of its contents
+# root_dir SUITE PACKAGE...: prints a root's path, which contains a hash of the arguments
 root_dir() {
     local suite=$1 key
     shift
@@ -100,16 +100,16 @@ install_root_tools() {
     local names=()
     command -v mmdebstrap >/dev/null 2>&1 || names+=(mmdebstrap)
     command -v bwrap >/dev/null 2>&1 || names+=(bubblewrap)
-    # Debian always has its archive's keys; Ubuntu needs the package.
+    # Debian's archive keys are always installed on Debian, but not on Ubuntu.
     [ -e /usr/share/keyrings/debian-archive-keyring.gpg ] || names+=(debian-archive-keyring)
     [ "${#names[@]}" = 0 ] && return 0
     command -v apt-get >/dev/null 2>&1 || return 1
-    say "installing ${names[*]} (all that is installed on this machine itself)"
+    say "installing ${names[*]} (everything else is installed in the private root)"
     as_root apt-get install -y -q "${names[@]}" >&2 2>/dev/null && return 0
     as_root apt-get update -q >&2 && as_root apt-get install -y -q "${names[@]}" >&2
 }
 
-# Prints options that apply the host's apt policy in the private root.
+# Prints mmdebstrap options that apply the host's apt settings in the private root.
 apt_policy_options() {
     local key value
     for key in Acquire::Check-Valid-Until Acquire::Check-Date Acquire::http::Proxy Acquire::https::Proxy; do
@@ -120,11 +120,11 @@ apt_policy_options() {
 }
 
 # Created under a temporary name and renamed when complete: an interrupted setup leaves only a *.partial, which the next
-# one removes. Unpacked from a tar stream, so that an ordinary user owns every file.
+# setup removes. Unpacked from a tar stream, so that all files belong to the ordinary user.
 make_root() { # make_root DIR SUITE PACKAGE...
     local dir=$1 suite=$2 partial=$1.partial policy slim=() unpack=(tar -x -C "$1.partial")
     shift 2
-    # With packages: a slim root for building. Without: a complete root, in which packages are checked.
+    # With packages: a slim root, for building. Without: a complete root, for checking packages.
     [ $# = 0 ] || slim=(--include="$(printf '%s,' "$@")"
         --dpkgopt='path-exclude=/usr/share/man/*' --dpkgopt='path-exclude=/usr/share/locale/*'
         --dpkgopt='path-exclude=/usr/share/doc/*' --dpkgopt='path-include=/usr/share/doc/*/copyright')
@@ -148,12 +148,12 @@ ensure_root() { # ensure_root WHY FETCH_MB ROOT_MB SUITE PACKAGE...
     cache=$(cache_dir)
     mkdir -p "$cache" || die "cannot create $cache"
     exec 9>"$cache/lock"
-    flock -n 9 || { say 'another set-up is running; waiting for it'; flock 9; }
+    flock -n 9 || { say 'another setup is running; waiting for it'; flock 9; }
     install_root_tools || return 1
     if [ ! -d "$dir" ]; then
-        say "making a private root of Debian $1 $why"
-        say "it fetches about $fetch MB and takes $size MB in $dir; './dev clean --all' removes it"
-        make_root "$dir" "$@" || die "the private root could not be made; run the same command again to start over"
+        say "creating a private root of Debian $1 $why"
+        say "it downloads about $fetch MB and uses $size MB in $dir; './dev clean --all' removes it"
+        make_root "$dir" "$@" || die "the private root could not be created; run the same command again to start over"
         say 'the private root is ready'
     fi
     exec 9>&-
@@ -175,8 +175,8 @@ explain_packages() {
     elif command -v brew >/dev/null 2>&1; then
         column=4 how='brew install'
     fi
-    say 'this machine lacks packages and ./dev cannot set them up here. It takes SDL3 3.4, SDL3_ttf, SDL3_image'
-    say 'and SDL3_mixer 3.2, inih, Box2D, GoogleTest, CMake 3.25, Ninja and a C++20 compiler (see packages.list).'
+    say 'packages are missing and ./dev cannot install them here. Required: SDL3 3.4, SDL3_ttf, SDL3_image and'
+    say 'SDL3_mixer 3.2, inih, Box2D, GoogleTest, CMake 3.25, Ninja and a C++20 compiler (see packages.list).'
     if [ "$column" != 0 ]; then
         say "try: $how $(package_words "$column")"
     else
@@ -233,7 +233,7 @@ inside() {
     data=${XDG_DATA_HOME:-${HOME:-/root}/.local/share}
     mapfile -t arguments < <(mounts "$(build_root)"; device_arguments)
     arguments+=(--dir "${HOME:-/root}")
-    if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # SDL's sound and Wayland code complains without one
+    if [ -z "${XDG_RUNTIME_DIR:-}" ]; then # without one, sound and Wayland libraries print warnings
         arguments+=(--perms 0700 --dir /run/user --setenv XDG_RUNTIME_DIR /run/user)
     fi
     mkdir -p "$data" 2>/dev/null && arguments+=(--bind "$data" "$data") # the user's files
@@ -244,12 +244,12 @@ inside() {
         sh -c "$1"
 }
 
-# enter ROOT root|player COMMAND [bwrap argument ...]: runs a `sh -c` command string in a root isolated from this machine
-# except for the network: as its root user, with write access, or as an ordinary user, whose home the arguments may mount.
+# enter ROOT root|player COMMAND [bwrap argument ...]: runs a `sh -c` command string in a root that shares only the
+# network with this machine: as its root user, with write access, or as an ordinary user. The arguments may mount a home.
 enter() {
-    local root=$1 who=$2 command=$3 arguments=()
+    local root=$1 user=$2 command=$3 arguments=()
     shift 3
-    if [ "$who" = root ]; then
+    if [ "$user" = root ]; then
         [ "$(id -u)" = 0 ] || arguments=(--unshare-user --uid 0 --gid 0)
         arguments+=(--bind "$root" / --ro-bind-try /etc/resolv.conf /etc/resolv.conf)
     else

@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
-"""Fault injection: lets every system call of the program on its own files fail once: faults.py RUN_FOLDER ERRORS SCREEN...
-For a game with its files in the user's folder: faults.py --game ORGANISATION/ID RUN_FOLDER ERRORS SCREEN...
+"""Fault injection: makes every system call of the program on its own files fail once.
 
-RUN_FOLDER is a build's; ERRORS are names such as EIO,ENOSPC. For each screen the program first runs under strace, which
-lists its calls on files in its folder: assets, configuration, captures, log. It then runs again for each call and
+  faults.py RUN_FOLDER ERRORS SCREEN...
+  faults.py --game ORGANISATION/ID RUN_FOLDER ERRORS SCREEN...   for a game with its files in the user's folder
+
+RUN_FOLDER is that of a build; ERRORS are names such as EIO,ENOSPC. For each screen the program first runs under strace,
+which lists its calls on files in its folder: assets, configuration, captures, log. It then runs again for each call and
 error, from the same state, with strace injecting the error into that call. Expected of each run: exit code 0 or 1, with
 a reason in the log if it is 1; no hang; the settings as before or as saved; no temporary file; no truncated capture
-reported as saved. lseek is excluded: most calls are lseek.
+reported as saved. lseek is excluded, because most calls are lseek.
 
-Prints a line per screen and one per unexpected result. Exit code: 1 if there was one, 77 if ptrace is not permitted.
+Prints a line per screen and one per finding. Exit code: 1 with findings, 77 if ptrace is not permitted.
 """
 
 import collections
@@ -24,7 +26,7 @@ import sys
 import tempfile
 import time
 
-# The program's file, the name of its settings and log, and the folder they lie in, below the run folder.
+# The program's file, the base name of its settings and log, and their folder, relative to the run folder.
 Program = collections.namedtuple("Program", "file id home")
 PROGRAM = Program("LumarindEngine", "lumarind-engine", ".")
 CAPTURE = "captures/CAPTURE"  # placeholder for the capture, whose name contains the time
@@ -33,7 +35,7 @@ TIMEOUT_S = 60
 WORKERS = 4 * (os.cpu_count() or 1)  # most of a run is spent waiting for the sound device
 NOT_TRACED = 77
 
-# Not in the form the program writes, so that saving can be detected.
+# Formatted differently from the program's output, so that saving can be detected.
 SETTINGS_BEFORE = """; written by hand
 [window]
 width = 320
@@ -58,9 +60,9 @@ class Finding(Exception):
 
 
 def environment(folder):
-    """Dummy drivers; user data in the folder; a sanitizer exit code that differs from a failed start's."""
-    kept = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
-    return kept | {
+    """Dummy drivers; user data in the folder; sanitizers exit with a code different from that of a failed start."""
+    inherited = {name: os.environ[name] for name in ("PATH", "LD_LIBRARY_PATH") if name in os.environ}
+    return inherited | {
         "SDL_VIDEO_DRIVER": "dummy", "SDL_AUDIO_DRIVER": "dummy", "SDL_RENDER_DRIVER": "software",
         "HOME": str(folder), "XDG_DATA_HOME": str(folder / "data"), "TZ": "UTC", "LC_ALL": "C.UTF-8",
         "ASAN_OPTIONS": "detect_leaks=0:exitcode=99", "UBSAN_OPTIONS": "halt_on_error=1:exitcode=99",
@@ -109,7 +111,7 @@ class Folder:
         return process.returncode, errors.decode(errors="replace"), trace.read_text() if trace.exists() else ""
 
     def capture_paths(self):
-        """Possible names of a capture taken in the next seconds, for strace: relative and absolute."""
+        """Yields possible names of a capture taken in the next seconds, relative and absolute, for strace."""
         now = int(time.time())
         for second in range(now, now + 15):
             stamp = time.strftime("%Y%m%d-%H%M%S", time.gmtime(second))
@@ -119,7 +121,7 @@ class Folder:
                 yield str(self.home / name)
 
 
-# --- the calls on our files ---
+# --- calls on the program's files ---
 
 CALL_LINE = re.compile(r"^\d+ +(\w+)\((.*)")
 FIRST_DESCRIPTOR = re.compile(r"^\d+<([^>]*)>")
@@ -128,7 +130,7 @@ WORKING_FOLDER = re.compile(r"^AT_FDCWD<[^>]*>, ")
 
 
 def own_file(folder, text):
-    """The path below the folder if it is one of the program's own files, else None."""
+    """Returns the path relative to the folder if it is one of the program's own files, else None."""
     if not text or re.match(r"\w+:", text):  # "socket:[1]", "pipe:[2]"
         return None
     path = os.path.relpath(os.path.join(folder, text), folder)
@@ -138,8 +140,8 @@ def own_file(folder, text):
 
 
 def list_calls(folder, trace):
-    """All calls on our files, and the spellings of each path. A descriptor is written "3</path>"; the second line of a
-    call interrupted by another thread's is not counted."""
+    """Returns all calls on the program's files, and the spellings of each path. A descriptor is traced as "3</path>"; the
+    second line of a call that was interrupted by another thread is not counted."""
     counts = collections.Counter()
     spellings = collections.defaultdict(set)
     for line in trace.splitlines():
@@ -165,7 +167,7 @@ PATH_CALLS = frozenset(
 
 
 def settings(text):
-    """The text's settings by section and key."""
+    """Parses settings; returns the values by section and key."""
     section, found = "", {}
     for line in text.splitlines():
         if line.startswith("["):
@@ -180,14 +182,16 @@ def check_files(folder, saved):
     present = folder.settings.read_text() if folder.settings.is_file() else None
     if present is None or (present != folder.before and settings(present) != settings(saved)):
         raise Finding("the settings are neither as before nor as saved")
-    beside = {PROGRAM.file, "assets", "data", "trace", f"{PROGRAM.id}.log"}  # there where its home cannot be made
-    known = {"captures", "config", f"{PROGRAM.id}.log"}
-    places = {folder.path: beside, folder.home: known, folder.home / "config": {folder.settings.name, "gamecontrollerdb.txt"}}
+    # The log is in the run folder if its home cannot be created.
+    run_files = {PROGRAM.file, "assets", "data", "trace", f"{PROGRAM.id}.log"}
+    home_files = {"captures", "config", f"{PROGRAM.id}.log"}
+    config_files = {folder.settings.name, "gamecontrollerdb.txt"}
+    allowed = {folder.path: run_files, folder.home: home_files, folder.home / "config": config_files}
     if folder.home == folder.path:
-        places[folder.path] = beside | known
-    for place, names in places.items():
+        allowed[folder.path] = run_files | home_files
+    for place, names in allowed.items():
         for extra in {entry.name for entry in place.iterdir()} - names:
-            raise Finding(f"a file was left: {place}/{extra}")
+            raise Finding(f"a file was left behind: {place}/{extra}")
 
 
 def check_capture(folder, errors):
@@ -195,7 +199,7 @@ def check_capture(folder, errors):
         picture = folder.path / name  # which may be absolute
         end = picture.read_bytes()[-12:] if picture.is_file() else b""
         if b"IEND" not in end and not end.endswith(b"\xff\xd9"):
-            raise Finding(f"called saved, but not whole: {name}")
+            raise Finding(f"a truncated capture was reported as saved: {name}")
 
 
 def check_run(folder, saved, code, errors):
@@ -207,7 +211,7 @@ def check_run(folder, saved, code, errors):
         if line.startswith("ERROR: ") and line.endswith(": "):
             raise Finding(f"an error without a reason: {line}")
     if code == 1 and not re.search(r"^ERROR: \[", errors, re.MULTILINE):
-        raise Finding("it did not start and gave no reason")
+        raise Finding("the start failed without a reason in the log")
     check_files(folder, saved)
     check_capture(folder, errors)
 
@@ -225,7 +229,7 @@ class Screen:
         folder = self.folders.get()
         code, errors, trace = folder.run(name, [])
         if code != 0:
-            raise SystemExit(f"faults: {name} does not even run without a fault: {errors}")
+            raise SystemExit(f"faults: {name} fails without a fault: {errors}")
         self.saved = folder.settings.read_text()
         self.calls, self.spellings = list_calls(folder.path, trace)
         self.folders.put(folder)
@@ -236,7 +240,7 @@ class Screen:
         paths = {path.replace(FOLDER, str(folder.path)) for path in self.spellings[call.path]}
         if call.path == CAPTURE:
             paths = folder.capture_paths()
-        # Traces only the call that is to fail: a kernel filter keeps all others at full speed.
+        # Traces only the failing call: a kernel filter lets all others run at full speed.
         options = ["--seccomp-bpf", f"--trace={call.name}", f"--inject={call.name}:error={error}:when={call.number}"]
         options += [f"--trace-path={path}" for path in paths]
         try:
@@ -244,7 +248,7 @@ class Screen:
             self.codes[code] += 1
             check_run(folder, self.saved, code, errors)
             if "(INJECTED)" not in trace:
-                raise Finding("the call did not come up again")
+                raise Finding("the call did not occur again")
         except Finding as finding:
             self.findings.append(f"  {error} of {call.name} {call.number} on {call.path}: {finding}")
         finally:
@@ -271,7 +275,7 @@ def may_trace():
 
 
 def main():
-    global PROGRAM  # one of them for the whole run
+    global PROGRAM  # constant from here on
     arguments = sys.argv[1:]
     if arguments[0] == "--game":
         name = arguments[1].split("/")[1]

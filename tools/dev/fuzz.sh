@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Runs fuzz targets: fuzz.sh SECONDS [target ...], by default all. Called by ./dev fuzz, inside the build environment,
+# Runs fuzz targets, by default all: fuzz.sh SECONDS [target ...]. Called by ./dev fuzz, inside the build environment,
 # with the fuzz preset built. Exits with an error if there are findings.
 set -eu
 cd "$(dirname "$0")/../.."
-top=$PWD # the fuzzer changes its directory: every path it gets is absolute
+top=$PWD # the fuzzer changes its directory, so all its paths are absolute
 build=$top/build/fuzz
 seconds=$1
 shift
@@ -12,14 +12,14 @@ export SDL_VIDEO_DRIVER=dummy SDL_AUDIO_DRIVER=dummy SDL_RENDER_DRIVER=software
 export LSAN_OPTIONS="suppressions=$top/tests/leaks.supp:print_suppressions=0"
 export ASAN_OPTIONS=external_symbolizer_path=/usr/bin/addr2line UBSAN_OPTIONS=print_stacktrace=1
 mkdir -p "$build/logs"
-# In memory if possible: some targets write a file in each run. A crashing fuzzer leaves its folder behind.
+# In memory if possible, because some targets write a file in each run. A crashing fuzzer leaves its folder behind.
 TMPDIR=$(mktemp -d -p /dev/shm 2>/dev/null || mktemp -d)
 export TMPDIR
 trap 'rm -rf "$TMPDIR"' EXIT
 
 row() { awk -v target="$1" '$1 == target' fuzz/targets.list; }
 
-fuzz() { # fuzz TARGET: its log is build/fuzz/logs/TARGET.log; a finding ends the run
+fuzz() { # fuzz TARGET: logs to build/fuzz/logs/TARGET.log; a finding ends the run
     local target=$1 name length folders folder options=()
     read -r name length folders < <(row "$target")
     mkdir -p "$build/corpus/$name" "$build/findings/$name"
@@ -37,7 +37,7 @@ report() { # report TARGET: prints one line, then the findings
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
     rate=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")
     coverage=$(grep -o 'cov: [0-9]*' "$log" | tail -n 1)
-    printf '%-14s %10s runs %8s a second  %-10s %s findings\n' \
+    printf '%-14s %10s runs %8s per second  %-10s %s findings\n' \
         "$1" "${runs:-?}" "${rate:-?}" "${coverage:-cov: ?}" "$(findings "$1" | wc -l)"
     findings "$1"
     [ ! -e "$build/logs/$1.failed" ] || { printf '%s failed, see %s\n' "$1" "$log"; return 1; }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Converts a folder of BMP pictures for docs/gallery: a PNG of each, overview.png with all of them at half size, three
+"""Converts a folder of BMP pictures to docs/gallery: a PNG of each, overview.png with all of them at half size, three
 per row, and animations of the pictures named play-* and keep-*."""
 
 import sys

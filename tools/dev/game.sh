@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# The commands of a game's ./dev, which calls this:
+# The commands of a game's ./dev, which calls this script:
 #   game.sh FOLDER PROGRAM command ...
-# FOLDER holds the game, PROGRAM is the executable its presets build.
+# FOLDER is the game's, PROGRAM is the executable built by its presets.
 set -euo pipefail
 
 engine=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd -P)
@@ -17,13 +17,13 @@ usage() {
     cat <<'TXT'
 Usage: ./dev [--yes] command
 
-  run [options]    build the release preset and run the game; without a display: under Xvfb
+  run [options]    build the release preset and run the game; without a display under Xvfb
   test             build the debug preset and run the game without a window, for 120 frames
   build [preset]   build release (default) or debug
   package          make a Debian package and a portable archive of the game in build/packages
-  shell [command]  a shell, or one command text, inside the build environment
+  shell [command]  open a shell, or run one command string, inside the build environment
 
---yes answers the question before packages are installed on this machine.
+--yes confirms the installation of packages on this machine.
 TXT
 }
 
@@ -43,7 +43,7 @@ run() {
     inside "exec $start $(quote "build/release/$program" "$@")"
 }
 
-run_tests() { # keeps a test's user files in build
+run_tests() { # user files are stored in build/test
     build debug
     inside "SDL_VIDEO_DRIVER=dummy SDL_AUDIO_DRIVER=dummy SDL_RENDER_DRIVER=software XDG_DATA_HOME=$(quote "$top/build/test") \
         exec $(quote "build/debug/$program") --quit-at 120 $(quote "$@")"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a command with its own X display and returns its exit code:
+# Runs a command on a separate Xvfb display and returns its exit code:
 #   with_xvfb.sh [--screen WxH] [--answer-boxes] command [argument ...]
 # --answer-boxes: presses Return in message boxes, such as that of a failed start.
 set -u
@@ -17,7 +17,7 @@ done
 command -v Xvfb >/dev/null 2>&1 || { echo "with_xvfb: Xvfb not found; install it or set DISPLAY" >&2; exit 1; }
 
 number_file=$(mktemp)
-# -noreset: a server that resets when its last client disconnects would lose the next one's first events.
+# -noreset: a server reset when the last client disconnects would lose the first events of the next client.
 Xvfb -displayfd 3 -screen 0 "${size}x24" -noreset -nolisten tcp >/dev/null 2>&1 3>"$number_file" &
 server=$!
 watcher=''
@@ -38,7 +38,7 @@ DISPLAY=:$(cat "$number_file")
 export DISPLAY
 unset WAYLAND_DISPLAY
 
-# Unlike SDL's windows, its message boxes have no class, nor a name readable by xdotool.
+# Unlike SDL's windows, its message boxes have neither a class nor a name that xdotool can read.
 answer() {
     local all classed box
     while sleep 0.5; do

@@ -1,4 +1,4 @@
-// Takes the place of version 3's header.
+// Replaces the header of Box2D 3.
 #pragma once
 
 #include "version3.h"

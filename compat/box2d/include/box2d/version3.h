@@ -1,9 +1,9 @@
-// version3: the part of Box2D's version 3 interface used by this project, in its own namespace, because version 2.4
-// uses the same names for different types. Units are metres, kilograms, seconds and radians. Main thread only.
+// version3: the part of the Box2D 3 interface used by this project, in its own namespace, because version 2.4 uses the
+// same names for different types. Units are metres, kilograms, seconds and radians. Main thread only.
 //
-// Names, fields and meanings are version 3.2's, so that code using this header also builds with the real one. Records
-// have only the fields that can be implemented on version 2.4: setting any other is a compile error.
-// Ids are checked by assertions; passing an invalid id is a programming error.
+// Names, fields and meanings are those of version 3.2, so that code using this header also builds with the real one.
+// Records have only the fields that can be implemented on version 2.4: setting any other is a compile error.
+// Passing an invalid id is a programming error, caught by an assertion.
 #pragma once
 
 #include <math.h>
@@ -65,7 +65,7 @@ inline constexpr b2JointId b2_nullJointId = {};
 
 // --- worlds ---
 
-// Definitions must come from their b2Default function, which sets the internal value, and may then be modified.
+// Definitions must be initialised by their b2Default function, which sets internalValue. Comments give other defaults.
 struct b2WorldDef {
     b2Vec2 gravity; // (0, -10)
     bool enableSleep, enableContinuous;
@@ -85,7 +85,7 @@ void b2World_Step(b2WorldId world, float seconds, int sub_steps);
 enum b2BodyType { b2_staticBody = 0, b2_kinematicBody = 1, b2_dynamicBody = 2 };
 
 struct b2BodyDef {
-    b2BodyType type; // static
+    b2BodyType type; // b2_staticBody
     b2Vec2 position;
     b2Rot rotation;
     b2Vec2 linearVelocity;

@@ -1,5 +1,5 @@
-// Version 3.1 with the joint definitions of 3.2, which the project uses: 3.2 moved the common part of joints to a
-// record of its own and replaced anchors by frames. Found before the real header, which it includes.
+// Box2D 3.1 with the joint definitions of 3.2, which the project uses: 3.2 moved the common part of joint definitions
+// to a separate record and replaced anchors by frames. Precedes the real header on the include path and includes it.
 #pragma once
 
 #include_next <box2d/box2d.h>
@@ -21,13 +21,13 @@ inline RevoluteJointDef default_revolute_joint_def() {
 }
 
 inline b2JointId create_revolute_joint(b2WorldId world, const RevoluteJointDef *def) {
-    b2RevoluteJointDef wanted = b2DefaultRevoluteJointDef();
-    wanted.bodyIdA = def->base.bodyIdA;
-    wanted.bodyIdB = def->base.bodyIdB;
-    wanted.localAnchorA = def->base.localFrameA.p;
-    wanted.localAnchorB = def->base.localFrameB.p;
-    wanted.collideConnected = def->base.collideConnected;
-    return b2CreateRevoluteJoint(world, &wanted);
+    b2RevoluteJointDef native = b2DefaultRevoluteJointDef();
+    native.bodyIdA = def->base.bodyIdA;
+    native.bodyIdB = def->base.bodyIdB;
+    native.localAnchorA = def->base.localFrameA.p;
+    native.localAnchorB = def->base.localFrameB.p;
+    native.collideConnected = def->base.collideConnected;
+    return b2CreateRevoluteJoint(world, &native);
 }
 
 } // namespace box2d_version32
