@@ -323,7 +323,7 @@ static void _set_reload(void *owner, const char *path) {
     const bool enough =
         fresh->clip_count >= made->set.clip_count ||
         engine_error(
-            "[ANIMATION_SET] %s: %d clips, but %d are in use: put them back, or start the program again", path,
+            "[ANIMATION_SET] %s: %d clips, but %d are in use: restore them, or restart the program", path,
             fresh->clip_count, made->set.clip_count);
     const bool fits = enough && _sprite_sheets_prepare(&made->set, fresh);
     if (fits) std::swap(*made, *reinterpret_cast<LoadedSet *>(fresh));

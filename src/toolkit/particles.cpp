@@ -2,10 +2,11 @@
 
 #include "lumarind/toolkit/primitives.h"
 
-static constexpr float SPREAD = 3;     // px around a burst's position
-static constexpr float SLOWEST = 0.2f; // fractions of the kind's values, as are the following
+static constexpr float SPREAD = 3; // px around a burst's position
+// Fractions of the kind's values:
+static constexpr float SLOWEST = 0.2f;
 static constexpr float SHORTEST = 0.5f;
-static constexpr float OLD_FROM = 0.4f;
+static constexpr float OLD_FROM = 0.4f; // remaining life at which the colour changes
 
 void particles_burst(Particles *particles, const ParticleKind *kind, SDL_FPoint at, int count, SDL_FPoint drift) {
     Random *random = &particles->random;

@@ -94,7 +94,7 @@ static SpriteSheet *_sprite_sheet_load(SDL_Renderer *renderer, const AnimationSe
     return nullptr;
 }
 
-// --- hot reload: on failure the old content stays ---
+// --- hot reload: on failure the old content is kept ---
 
 static void _sprite_sheet_take(SpriteSheet *sheet, const AnimationSet *set) {
     SpriteSheet *fresh = sheet->fresh;
@@ -239,8 +239,8 @@ static SDL_Texture *_make_preview(SDL_Renderer *renderer, const SpriteSheet *she
     return preview;
 }
 
-// Scaling down millions of texels takes the software renderer milliseconds per frame (tens of them while the texture is
-// also drawn unscaled, for which it keeps it compressed), so the result is cached.
+// Scaling down millions of texels takes the software renderer milliseconds per frame, and tens of milliseconds if the
+// texture is also drawn unscaled, because it then stores it compressed. Therefore the result is cached.
 static bool _draw_preview(SDL_Renderer *renderer, const SpriteSheet *sheet, const SDL_FRect *whole) {
     SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
     SDL_FPoint scale = {1, 1};

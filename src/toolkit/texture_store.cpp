@@ -4,7 +4,7 @@
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_surface.h>
 
-static SharedTexture *g_texture_store; // the first of a list
+static SharedTexture *g_texture_store; // head of a linked list
 
 static SharedTexture *_texture_store_find(const SDL_Renderer *renderer, const char *path, Sint32 transparent) {
     for (SharedTexture *shared = g_texture_store; shared; shared = shared->next) {

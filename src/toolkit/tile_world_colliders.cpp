@@ -306,7 +306,7 @@ static bool _solid_check_kind(const SolidSets *sets, const SolidShape *shape) {
         "is a capsule: only rectangles and polygons are solid",
         nullptr,
         "is a polyline: only rectangles and polygons are solid",
-        "is a picture: only rectangles and polygons are solid",
+        "is a tile object: only rectangles and polygons are solid",
         nullptr,
     };
     static_assert(std::size(NO_BODY) == TILE_OBJECT_TEXT + 1, "one row per shape");

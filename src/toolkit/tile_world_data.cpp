@@ -25,7 +25,7 @@ static bool _tile_data_error(const TileData *data, const char *what) {
 
 static bool _tile_data_count_error(const TileData *data, const char *how, size_t count) {
     return engine_error(
-        "[TILE_WORLD] %s: layer '%s' holds %s%zu cells, but its size says %zu", data->load->path, data->layer, how,
+        "[TILE_WORLD] %s: layer '%s' has %s%zu cells, but its size requires %zu", data->load->path, data->layer, how,
         count, data->count);
 }
 
@@ -62,7 +62,7 @@ static bool _tile_read_csv(TileData *data, const char *text) {
         if (!*at) return _tile_data_count_error(data, "", i);
         at = _tile_read_cell(at, &data->cells[i]);
         if (!at)
-            return _tile_data_error(data, "its CSV contains something that is not a tile number: save the map again");
+            return _tile_data_error(data, "its CSV contains an invalid tile number: save the map again");
         if (*at != ',') at = _tile_skip_blanks(at);
         if (*at == ',') {
             at = _tile_skip_blanks(at + 1);
@@ -215,8 +215,7 @@ static bool _tile_read_chunk(TileData *data, const pugi::xml_node &node, TileChu
     if (!_tile_chunk_in_reach(chunk)) {
         return engine_error(
             "[TILE_WORLD] %s: layer '%s' has %dx%d cells from %d, %d on: at least 1x1 and at most %d cells within %d "
-            "of "
-            "the origin can be loaded",
+            "of the origin can be loaded",
             data->load->path, data->layer, chunk->cols, chunk->rows, chunk->left, chunk->top,
             static_cast<int>(TILE_WORLD_CELLS_MAX), TILE_WORLD_COORDINATE_MAX);
     }

@@ -75,7 +75,7 @@ struct TileLayerParts {
 struct TileSourceFile {
     TileSourceFile *next;
     const char *path;
-    bool is_picture; // path relative to the current folder; otherwise a game file
+    bool is_picture; // an asset's path; otherwise a game file's
     FileStamp stamp; // taken before reading; updated only with hot reload
 };
 
@@ -143,8 +143,8 @@ template <typename T> T *_tile_load_new(TileLoad *load, size_t count = 1) {
 const char *_tile_load_text(TileLoad *load, const char *text); // a copy
 // Resolves a path in the file being read to one relative to the game's files. Reports errors.
 const char *_tile_load_resolve(TileLoad *load, const char *element, const char *path);
-// Parses a file and calls `read` with its root element, which must have this name; load->path is the file meanwhile.
-// Reports errors.
+// Parses a file and calls `read` with its root element, which must have this name; load->path names the file during the
+// call. Reports errors.
 using TileXmlReader = bool (*)(TileLoad *load, const pugi::xml_node &root, void *result);
 bool _tile_load_xml(TileLoad *load, const char *path, const char *root, TileXmlReader read, void *result);
 FileStamp _tile_file_stamp(const TileSourceFile *file); // current stamp

@@ -27,7 +27,8 @@ const char *_tile_load_text(TileLoad *load, const char *text) {
 
 // --- paths ---
 
-// Appends a path's names to `out`, which has room for them; ".." removes one. False: ".." without a name to remove.
+// Appends a path's components to `out`, which has room for them; ".." removes one. Returns false if there is none to
+// remove.
 static bool _tile_append_path(const char *path, size_t length, char *out) {
     const char *end = path + length;
     while (path < end) {
@@ -449,8 +450,7 @@ static bool _tile_read_map_head(TileLoad *load, const pugi::xml_node &map) {
     if (!tiles_usable || (!usable && !load->content->infinite)) {
         return engine_error(
             "[TILE_WORLD] %s: map: %dx%d tiles of %dx%d px: at least 1x1 of each, and tiles of at most %dx%d px, can "
-            "be "
-            "loaded",
+            "be loaded",
             load->path, world->cols, world->rows, world->tile_w, world->tile_h, TILE_WORLD_TILE_SIZE_MAX,
             TILE_WORLD_TILE_SIZE_MAX);
     }

@@ -25,10 +25,10 @@ static bool _tile_measure_sheet(TileLoad *load, const pugi::xml_node &node, Tile
     const int columns = (set->texture->width - set->margin + set->spacing) / (set->tile_w + set->spacing);
     const int rows = (set->texture->height - set->margin + set->spacing) / (set->tile_h + set->spacing);
     const int said = node.attribute("columns").as_int(columns);
-    if (columns < 1 || rows < 1) return _tile_set_error(load, set, "its picture is smaller than one of its tiles");
+    if (columns < 1 || rows < 1) return _tile_set_error(load, set, "its image is smaller than one tile");
     if (said != columns) {
         return engine_error(
-            "[TILE_WORLD] %s: tileset '%s' has %d columns, but its picture, %d px wide, has %d: save the tileset again",
+            "[TILE_WORLD] %s: tileset '%s' has %d columns, but its image, %d px wide, has %d: save the tileset again",
             load->path, set->name, said, set->texture->width, columns);
     }
     if (columns > TILE_WORLD_TILES_MAX / rows) {
@@ -62,20 +62,19 @@ static bool _tile_measure_pictures(TileLoad *load, const pugi::xml_node &node, T
         const int id = tile.attribute("id").as_int(-1);
         if (id < 0 || id >= TILE_WORLD_TILES_MAX) {
             return engine_error(
-                "[TILE_WORLD] %s: tileset '%s' has a tile with the id '%s': 0 to %d can be loaded, create the tileset "
-                "again",
+                "[TILE_WORLD] %s: tileset '%s' has a tile with the id '%s': ids must be 0 to %d, create the tileset again",
                 load->path, set->name, tile.attribute("id").value(), TILE_WORLD_TILES_MAX - 1);
         }
         set->id_count = SDL_max(set->id_count, id + 1);
     }
-    if (set->id_count == 0) return _tile_set_error(load, set, "it has neither a picture nor tiles: remove it");
+    if (set->id_count == 0) return _tile_set_error(load, set, "it has neither an image nor tiles: remove it");
     set->kinds = _tile_load_new<Uint8>(load, static_cast<size_t>(set->id_count));
     return set->kinds != nullptr;
 }
 
 static bool _tile_read_picture(TileLoad *load, const pugi::xml_node &tile, TileSet *set, TileInfo *info) {
     const pugi::xml_node image = tile.child("image");
-    if (!image) return _tile_set_error(load, set, "a tile has no picture: add one, or remove the tile");
+    if (!image) return _tile_set_error(load, set, "a tile has no image: add one, or remove the tile");
     info->texture = _tile_load_picture(load, image, set->name);
     if (!info->texture) return false;
     const SDL_Rect whole = {0, 0, info->texture->width, info->texture->height};
@@ -83,7 +82,7 @@ static bool _tile_read_picture(TileLoad *load, const pugi::xml_node &tile, TileS
         tile.attribute("x").as_int(), tile.attribute("y").as_int(), tile.attribute("width").as_int(whole.w),
         tile.attribute("height").as_int(whole.h)};
     if (!SDL_GetRectIntersection(&whole, &part, &info->src)) {
-        return _tile_set_error(load, set, "a tile lies outside its picture: save the tileset again");
+        return _tile_set_error(load, set, "a tile is outside its image: save the tileset again");
     }
     set->max_w = SDL_max(set->max_w, info->src.w);
     set->max_h = SDL_max(set->max_h, info->src.h);
@@ -143,8 +142,7 @@ static bool _tile_check_frames(const TileLoad *load, const TileSet *set) {
             if (id >= 0 && id < set->id_count && set->kinds[id] & TILE_IS_THERE) continue;
             return engine_error(
                 "[TILE_WORLD] %s: tileset '%s': the animation of tile %d shows tile %d, which does not exist: remove "
-                "that "
-                "frame",
+                "that frame",
                 load->path, set->name, info->id, id);
         }
     }

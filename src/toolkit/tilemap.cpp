@@ -67,7 +67,7 @@ void tilemap_cleanup(Tilemap **map) {
     *map = nullptr;
 }
 
-// --- hot reload: on failure the old part stays ---
+// --- hot reload: on failure the old part is kept ---
 
 static void _tilemap_reload_tileset(void *owner, const char *path) {
     auto *map = static_cast<Tilemap *>(owner);

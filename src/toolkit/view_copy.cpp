@@ -8,8 +8,8 @@ struct Span { // along one axis
 
 static bool _is_whole(float number) { return number == SDL_floorf(number); }
 
-// Clips a span to the texels visible in the view, 0 to `view`. Only if texels cover whole units and start on one:
-// otherwise clipping could move the sampling. Returns false if nothing is visible.
+// Clips a span to the texels visible in the view, 0 to `view`, but only if texels cover whole units and start on one:
+// otherwise clipping could shift the sampling. Returns false if nothing is visible.
 static bool _cut_to_view(Span *span, float view, bool mirrored) {
     const float texel = span->dst_length / span->src_length;
     if (!(texel >= 1) || !_is_whole(texel) || !_is_whole(span->dst) || !_is_whole(span->src_length)) return true;
