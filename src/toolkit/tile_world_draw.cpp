@@ -364,12 +364,12 @@ static ChunkContent _chunk_content(const TileWorld *world, ChunkPlace place) {
         _summarize_cell(world, set, gid, &summary);
         return true;
     });
-    const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
+    const bool confined = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
     if (summary.tiles == 0) return CHUNK_EMPTY;
     if (_layer_tint(world, place.layer).a < 1 || summary.blended) return CHUNK_BLENDED;
     const int cells = raster.tiles_x * raster.tiles_y;
-    if (alone && summary.tiles * SPARSE <= cells) return CHUNK_SPARSE;
-    return alone && summary.filled == cells ? CHUNK_OPAQUE : CHUNK_CUTOUT;
+    if (confined && summary.tiles * SPARSE <= cells) return CHUNK_SPARSE;
+    return confined && summary.filled == cells ? CHUNK_OPAQUE : CHUNK_CUTOUT;
 }
 
 static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, TileRange cols) {
@@ -468,8 +468,8 @@ static bool _draw_unbaked(const TilePainter *painter, ChunkPlace place, const SD
     const SDL_Rect reach = painter->world->parts->content.reach;
     TileRange rows = {}, cols = {};
     _chunk_cells(painter->world, place.col, place.row, &rows, &cols);
-    const bool alone = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
-    if (alone) return _paint_cells(painter, place.layer, rows, cols);
+    const bool confined = reach.x == 0 && reach.y == 0 && reach.w == 0 && reach.h == 0;
+    if (confined) return _paint_cells(painter, place.layer, rows, cols);
     const int left = static_cast<int>(SDL_roundf(dst->x)), top = static_cast<int>(SDL_roundf(dst->y));
     SDL_Rect clip = {
         left, top, static_cast<int>(SDL_roundf(dst->x + dst->w)) - left,

@@ -32,7 +32,7 @@ struct TileInfo {
 };
 
 // Per tile: its ImageAlpha and these flags.
-constexpr Uint8 TILE_IS_THERE = 0x80, TILE_IS_ANIMATED = 0x40, TILE_HAS_SHAPES = 0x20, TILE_ALPHA = 0x03;
+constexpr Uint8 TILE_EXISTS = 0x80, TILE_IS_ANIMATED = 0x40, TILE_HAS_SHAPES = 0x20, TILE_ALPHA = 0x03;
 
 struct TileSet {
     Uint32 first_gid;
@@ -79,14 +79,14 @@ struct TileSourceFile {
     FileStamp stamp; // taken before reading; updated only with hot reload
 };
 
-struct TileHeldTexture {
-    TileHeldTexture *next;
+struct TileTextureRef {
+    TileTextureRef *next;
     SharedTexture *texture;
 };
 
 struct TileContent {
     Arena arena;
-    TileHeldTexture *held;
+    TileTextureRef *textures;
     TileSourceFile *files;
     const TileSet **tilesets; // in ascending order of first_gid
     Sint32 tileset_count;
@@ -104,7 +104,7 @@ struct TileWorldParts {
     SDL_Renderer *renderer;
     char *path; // owned
     double clock_ms;
-    Uint64 looked_ms; // time of the last check for changed files
+    Uint64 checked_ms; // time of the last check for changed files
     TileChunkCache *cache;
 };
 

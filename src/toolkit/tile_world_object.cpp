@@ -153,7 +153,7 @@ static bool _tile_load_object(TileLoad *load, const pugi::xml_node &node, bool m
     const Uint32 id = object->gid & TILE_ID_MASK;
     if (!may_be_tiles) return _tile_object_error(load, object, "a collision shape cannot be a tile: draw a shape");
     const TileSet *set = _tile_world_tileset(load->content, id);
-    if (set && set->kinds[id - set->first_gid] & TILE_IS_THERE) return true;
+    if (set && set->kinds[id - set->first_gid] & TILE_EXISTS) return true;
     return _tile_object_error(load, object, "its tile is in none of the map's tilesets: choose another tile");
 }
 
