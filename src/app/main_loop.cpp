@@ -62,7 +62,7 @@ static bool shared_fonts_setup() {
     return font_set_size(heading, game->heading_font_size);
 }
 
-// Starts recording or opens a replay if the environment asks for it.
+// Starts recording or opens a replay if an environment variable requests it.
 static bool _main_take_recording() {
     if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
     const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");

@@ -110,7 +110,7 @@ static void platformer_demo_respawn() {
     platformer_demo->camera_ready = false;
 }
 
-// Hot reload: if the file cannot be read, the old colliders stay.
+// Hot reload: if the file cannot be read, the old colliders are kept.
 static void _platformer_demo_reload_colliders(void *, const char *path) {
     ColliderRects rects = {};
     ColliderTris tris = {};
