@@ -90,7 +90,7 @@ bool ghost_at(const Ghost *ghost, double seconds, GhostSample *sample) {
     const GhostSample *a = &ghost->samples[index], *b = a + 1;
     *sample = *a;
     const double t = at - index;
-    if (SDL_abs(b->x - a->x) > 40 || SDL_abs(b->y - a->y) > 40) return true; // the hero was moved: do not interpolate
+    if (SDL_abs(b->x - a->x) > 40 || SDL_abs(b->y - a->y) > 40) return true; // the hero respawned: do not interpolate
     sample->x = static_cast<Sint16>(SDL_lround(a->x + (b->x - a->x) * t));
     sample->y = static_cast<Sint16>(SDL_lround(a->y + (b->y - a->y) * t));
     return true;

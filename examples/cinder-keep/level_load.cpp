@@ -20,7 +20,7 @@ static bool level_add_object(Level *level, const TileObject *object) {
         !things_add(&level->things, object) &&
         !enemies_add(&level->enemies, &level->art, object->type, {object->x, object->y}, facing)) {
         return engine_error(
-            "[LEVEL] %s: object %d is of no kind known here: \"%s\"", PATHS[level->number], object->id, object->type);
+            "[LEVEL] %s: object %d has an unknown type: \"%s\"", PATHS[level->number], object->id, object->type);
     }
     return true;
 }

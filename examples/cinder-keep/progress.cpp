@@ -81,7 +81,7 @@ static ProgressLoad progress_load_file() {
     unreadable = !text && info.size > 0;
     if (text) storage_write_user_file(ASIDE, text, SDL_strlen(text));
     SDL_free(text);
-    SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[PROGRESS] Damaged, set aside as %s: %s", ASIDE, PATH);
+    SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[PROGRESS] Damaged, copied to %s: %s", ASIDE, PATH);
     return PROGRESS_DAMAGED;
 }
 

@@ -35,7 +35,7 @@ struct Things {
 bool things_add(Things *things, const TileObject *object); // false: unknown type, or full
 int things_at(
     const Things *things, const SDL_FRect *box, int from);         // index of the next one touched and not done, or -1
-int things_find(const Things *things, ThingKind kind, int number); // index of the number-th of a kind, or -1
+int things_find(const Things *things, ThingKind kind, int number); // index of the nth of a kind, or -1
 int things_number(const Things *things, int index);                // the inverse: its number within its kind
 const Animation *thing_look(const Thing *thing, const Art *art);
 
