@@ -89,14 +89,14 @@ TEST_F(CastleLevelTest, BothRoutesReachThroneByDifferentWays) {
 
 // --- search ---
 
-// Breadth-first search of all places the player can reach with ten decisions per second. Places within a few pixels
-// count as one: the times are those of good players, not of perfect ones.
+// Breadth-first search of all positions the player can reach with ten decisions per second. Positions within a few
+// pixels are merged, so the times are those of good players, not of perfect ones.
 class CastleSearchTest : public CastleLevelTest {
 protected:
     struct Place {
         Player player;
         std::vector<int> before; // predecessors
-        bool leads_on = false;   // the throne can be reached from it
+        bool leads_on = false;   // the throne can be reached from here
     };
     static constexpr const char *LETTERS = "l.rLJR<o>";
     static constexpr int SECONDS_MAX = 60;
@@ -160,10 +160,10 @@ protected:
 
 TEST_F(CastleSearchTest, ShortestRouteTakes18SecondsAndThroneIsReachableFromEverywhere) {
     const double seconds = search() * ROUTE_STEPS_PER_LETTER * DT;
-    std::printf("%zu places, the throne after %.1f s\n", places.size(), seconds);
+    std::printf("%zu positions, the throne is reached after %.1f s\n", places.size(), seconds);
     EXPECT_GE(seconds, SHORTEST_WAY);
     mark_what_leads_on();
-    std::map<std::pair<int, int>, bool> floors; // cells stood in, and whether the throne can be reached from there
+    std::map<std::pair<int, int>, bool> floors; // cells with a standing position, and whether the throne can be reached from there
     for (const Place &place : places) {
         const PlayerBody &body = place.player.body;
         if (!body.grounded) continue;

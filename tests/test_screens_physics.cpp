@@ -60,7 +60,7 @@ TEST_F(PhysicsDemoTest, SimulationIsDeterministicAlsoAfterRebuild) {
     EXPECT_EQ(places(), after);
     const b2WorldId world = physics_demo->world;
     stop();
-    EXPECT_FALSE(b2World_IsValid(world)) << "destroyed with its screen";
+    EXPECT_FALSE(b2World_IsValid(world)) << "the screen's cleanup destroys its world";
 }
 
 TEST_F(PhysicsDemoTest, WallSleepsUntilHitAndChainHolds) {

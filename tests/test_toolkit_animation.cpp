@@ -1,4 +1,4 @@
-// Animation clips, and sprite sheets that match their set or not.
+// Playback of animation clips, and sprite sheets that do or do not match their set.
 
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sprite_sheet.h"

@@ -1,5 +1,5 @@
-// Sprite sheets exported by a sprite editor: supported features, errors, and that trimmed frames are drawn like whole
-// ones.
+// Sprite sheets exported by a sprite editor: supported features, errors, and trimmed frames, which must be drawn like
+// untrimmed ones.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/animation_set.h"
@@ -137,7 +137,7 @@ TEST_F(AnimationSetTest, TagsBecomeClipsWithDirectionAndRepeats) {
         std::vector<int> order;
         for (int i = 0; i < animation_clip(&anim)->frame_count; i++, animation_next_frame(&anim)) {
             order.push_back(animation_sheet_frame(&anim));
-            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "each with its own duration";
+            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "frames keep their durations";
             EXPECT_EQ(animation_frame_rect(&anim).x, static_cast<float>(4 * order.back()));
         }
         EXPECT_EQ(order, c.order) << c.tag;
@@ -237,7 +237,7 @@ TEST_F(AnimationSetTest, SetAndSheetAreHotReloadedTogether) {
         EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
     }
     animation_advance(&anim, 0);
-    EXPECT_EQ(anim.frame, 0) << "restarted: the clip is shorter now";
+    EXPECT_EQ(anim.frame, 0) << "a clip that became shorter restarts";
     animation_set_cleanup(&set);
     reload_set(false);
 }

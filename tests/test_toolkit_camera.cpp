@@ -15,7 +15,7 @@ TEST(Camera, TargetStaysInDeadZoneAndViewInBounds) {
     for (int round = 0; round < 200; round++) {
         const float left = random_float(&random, -500, 500), top = random_float(&random, -500, 500);
         const SDL_FRect bounds = {
-            left, top, 2000, round % 4 ? 1500.0f : 0.0f}; // every fourth is not limited vertically
+            left, top, 2000, round % 4 ? 1500.0f : 0.0f}; // every fourth has no vertical limit
         Camera camera = camera_make(random_between(&random, 1, 4), bounds);
         const auto zoom = static_cast<float>(camera.zoom);
         SDL_FPoint target = {left + 1000, top + 700};
@@ -37,7 +37,7 @@ TEST(Camera, TargetStaysInDeadZoneAndViewInBounds) {
             const bool inside =
                 (target.x - before.x) * zoom / 801 > 0.35f && (target.x - before.x) * zoom / 801 < 0.65f;
             EXPECT_TRUE(!inside || camera.position.x == before.x)
-                << "does not move while the target is in the dead zone";
+                << "moved although the target is in the dead zone";
             const SDL_FPoint origin = camera_origin(&camera),
                              back = camera_to_world(&camera, camera_to_view(&camera, target));
             EXPECT_TRUE(origin.x == std::round(origin.x) && origin.y == std::round(origin.y));

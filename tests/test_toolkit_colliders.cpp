@@ -35,7 +35,7 @@ protected:
         return colliders_load_csv(rects, tris, circles, points, "level.csv", scale);
     }
     std::vector<int> counts() const { return {points->count, circles->count, rects->count, tris->count}; }
-    // Results of all hit tests at a point, within 5 px of it, and for a box of 2 px. All are recorded.
+    // Results of the first-hit tests at a point, within 5 px of it, and for a box of 2 px. Adds all hits to the hash.
     std::vector<int> ask(SDL_FPoint p) {
         const SDL_FRect box = {p.x, p.y, 2, 2};
         keep(colliders_point_near_points(&p, points, found_points, 5), found_points);
@@ -100,7 +100,7 @@ TEST_F(CollidersTest, FieldCountSelectsShapeAndWordsAreZero) {
     EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1}));
     EXPECT_TRUE(rects->items[0].w == 48 && rects->items[0].h == 48 && circles->items[0].r == 9);
     EXPECT_TRUE(rects->items[1].x == 0 && rects->items[1].y == 0 && rects->items[1].w == 6 && rects->items[1].h == 0);
-    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "several commas separate once";
+    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "repeated commas are one separator";
     EXPECT_TRUE(points->items[3].x == 15 && points->items[3].y == 180 && tris->items[0].c.y == 3);
     EXPECT_TRUE(points->items[4].x == -COLLIDERS_REACH && points->items[4].y == COLLIDERS_REACH);
     ASSERT_TRUE(colliders_load_csv(rects, nullptr, nullptr, nullptr, "level.csv", 2));

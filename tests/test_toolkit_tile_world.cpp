@@ -1,5 +1,5 @@
-// Tile worlds: supported features, errors and their messages, collision shapes, and drawing, with the same pixels from
-// baked chunks and single tiles.
+// Tile worlds: supported features, error messages, collision shapes, and drawing, where baked chunks and single tiles
+// must give the same pixels.
 
 #include "lumarind/core/error.h"
 #include "lumarind/engine/engine.h"
@@ -304,7 +304,7 @@ TEST_F(TileWorldTest, EveryEncodingGivesSameCells) {
         ASSERT_TRUE(load(map_of(13, 9, TILES + "<layer name='l' width='13' height='9'>" + data + "</layer>"))) << data;
         EXPECT_EQ(cells(), wanted) << data;
     }
-    // An infinite map stores them in chunks at any position.
+    // An infinite map stores the same cells in chunks at any position.
     std::string chunks;
     for (int row = 0; row < 9; row += 3) {
         for (int col = 0; col < 13; col += 13 - row) {
@@ -494,7 +494,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         return load(map_of(100, 20, layer)) && tile_world_colliders(world, "solid", &rects, &tris);
     };
     const std::string floor = "<object id='1' x='0' y='100' width='200' height='20'/>";
-    // A hill with a dent, wound in both orders, on the floor: its triangles have the same area.
+    // A hill with a dent on the floor, in both winding orders: the triangles have the same area.
     for (const char *points : {"0,0 20,-30 40,-10 60,-30 80,0", "80,0 60,-30 40,-10 20,-30 0,0"}) {
         ASSERT_TRUE(collide(floor + "<object id='2' x='10' y='100'><polygon points='" + points + "'/></object>"));
         float area = 0;
@@ -505,7 +505,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         const SDL_FPoint dent = {150, 85}, hill = {130, 75};
         EXPECT_EQ(area, 300 + 400 + 400 + 300);
         EXPECT_TRUE(colliders_point_inside_tri(&dent, &tris) == -1 && colliders_point_inside_tri(&hill, &tris) != -1);
-        EXPECT_TRUE(rects.count == 1 && rects.items[0].x == 100) << "the layer's offset counts";
+        EXPECT_TRUE(rects.count == 1 && rects.items[0].x == 100) << "the layer's offset is applied";
     }
     // A rotated polygon on the map's lower edge.
     ASSERT_TRUE(collide("<object x='50' y='160' rotation='180'><polygon points='0,0 30,0 0,10'/></object>"));
@@ -534,7 +534,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         EXPECT_TRUE(named(c.message)) << c.object << (log.errors().empty() ? "" : log.errors().front());
         EXPECT_TRUE(rects.count == 0 && tris.count == 0) << "nothing is added";
     }
-    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>")) << "without a body";
+    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>")) << "points and text have no collision shape";
     EXPECT_FALSE(tile_world_colliders(world, "none", &rects, &tris));
     colliders_rects_cleanup(&rects);
     colliders_tris_cleanup(&tris);
@@ -836,7 +836,7 @@ TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
         write_file("game/maps/a.tmx", broken);
         for (int i = 0; i < 3; i++) EXPECT_EQ(follow(), 0u);
         EXPECT_EQ(log.errors().size(), 1u) << "reported once";
-        EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content stays";
+        EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content is kept";
     }
     std::filesystem::remove("game/maps/a.tmx");
     EXPECT_EQ(follow(), 0u);
@@ -865,7 +865,7 @@ TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
     EXPECT_EQ(allocation_faults_live(), live) << "no leak";
     reload_set(false);
     write_file("game/maps/a.tmx", map(9));
-    EXPECT_EQ(follow(), 0u) << "off";
+    EXPECT_EQ(follow(), 0u) << "hot reload is disabled";
 }
 
 TEST_F(TileWorldTest, TexturesAreSharedAndReferenceCounted) {
@@ -891,7 +891,7 @@ TEST_F(TileWorldTest, LoadingDrawingAndCollidersSurviveAllocationFaults) {
         "game/maps/set.tsx",
         "<tileset name='s' tilewidth='12' tileheight='20'><tile id='0'><image source='tall.png'/></tile></tileset>");
     const Cells cells = {1, 2};
-    const std::string part(1 << 20, 'c'); // large enough for a block of its own
+    const std::string part(1 << 20, 'c'); // large enough for an arena block of its own
     ASSERT_TRUE(load(map_of(
         2, 1,
         "<properties><property name='a' type='class'><properties><property name='b' value='" + part +

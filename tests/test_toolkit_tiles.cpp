@@ -194,7 +194,7 @@ TEST_F(TilemapTest, FlipsAreDrawnAndChunksMatchTiles) {
         const TileRange xs = render_grid_visible_cols(grid, 0, VIEW_W, origin, size);
         const Picture visible = drawn([&] { return render_grid_draw_range(renderer, grid, ys, xs, origin, size); });
         EXPECT_TRUE(same_pixels(visible, tiles));
-        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H) << "no invisible chunk";
+        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H) << "no chunk outside the view";
     }
 }
 
@@ -207,10 +207,10 @@ TEST_F(TilemapTest, InvalidInputIsReportedByName) {
     EXPECT_FALSE(map->tileset || tilemap_draw(renderer, map, {0, 0}) || tilemap_to_render_grid(renderer, map, 16));
     EXPECT_EQ(tilemap_width(map) + tilemap_height(map), 0);
     EXPECT_FALSE(load("1,9"));
-    EXPECT_TRUE(tilemap_width(map) == 16 && load("1,9", 2)) << "the layer stays";
+    EXPECT_TRUE(tilemap_width(map) == 16 && load("1,9", 2)) << "the layer is kept";
     write_file("layer.csv", "1,x");
     EXPECT_FALSE(tilemap_load_csv(map, "layer.csv"));
-    EXPECT_EQ(map->layer->cols, 2) << "the old layer stays";
+    EXPECT_EQ(map->layer->cols, 2) << "the old layer is kept";
     for (const float scale : {0.0f, -2.0f, NAN}) tilemap_set_scale(map, scale);
     EXPECT_TRUE(map->scale == 1.0f && !tilemap_to_render_grid(renderer, map, 0));
     EXPECT_FALSE(render_grid_new(renderer, 0, 1, 8, 8) || render_grid_new(renderer, 1, 0, 8, 8));
@@ -240,7 +240,7 @@ TEST_F(TilemapTest, InvalidInputIsReportedByName) {
 TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     reload_set(true, 0);
     EXPECT_TRUE(load("1,2"));
-    std::filesystem::create_directory("elsewhere"); // images are read in the current folder, other files beside it
+    std::filesystem::create_directory("elsewhere"); // images are read from the current folder, other files from its parent
     std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
     std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);
@@ -255,7 +255,7 @@ TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
         write_file("../layer.csv", broken);
         EXPECT_EQ(follow() + follow(), 0u);
         EXPECT_GE(log.errors().size(), 1u) << broken;
-        EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer stays after " << broken;
+        EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer is kept after " << broken;
     }
     write_file("../layer.csv", "3,4,1\n");
     EXPECT_EQ(follow(), 1u);
@@ -272,7 +272,7 @@ TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     EXPECT_EQ(map->columns, 6);
     tilemap_cleanup(&map);
     write_file("../layer.csv", "1");
-    reload_tick(); // nothing is watched any more
+    reload_tick(); // no file is watched after cleanup
     reload_set(false);
     map = tilemap_new();
 }

@@ -1,4 +1,4 @@
-// Cinder Keep from title to credits: menus, checkpoints, ghost, saves and damaged saves.
+// Cinder Keep from title to credits: menus, checkpoints, ghost, and saves, also damaged ones.
 
 #include "game.h"
 #include "hud.h"
@@ -25,7 +25,7 @@ protected:
     }
     bool begin_title() { return start({"--screen", "title", "--window-size", "64x36"}) && frame(); }
     static Level *level() { return const_cast<Level *>(play_level()); }
-    void put(SDL_FPoint feet) { // as if the hero had walked there
+    void put(SDL_FPoint feet) { // teleports the hero, who then touches what is there
         hero_place(&level()->hero, &level()->art, feet);
         step(3);
     }
@@ -107,7 +107,7 @@ TEST_F(KeepGame, SavedRunContinuesAtCheckpointWithItsItems) {
     EXPECT_EQ(level()->embers, 1);
     const double time = level()->time;
     stop();
-    progress = {}; // as after a program start
+    progress = {}; // as after a restart of the program
     ASSERT_TRUE(begin_title());
     ASSERT_EQ(progress_load_again(), PROGRESS_READ);
     engine_restart_state();
