@@ -85,7 +85,7 @@ TEST_F(ProgramTest, MouseAndKeysOpenScreensQuitAndSizeIsSaved) {
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("width = 611\nheight = 377\n"), std::string::npos);
 }
 
-TEST_F(ProgramTest, HelpFailedStartAndSignalsGiveExitCodes) {
+TEST_F(ProgramTest, HelpFailedStartAndSignalsSetExitCode) {
     launch({"--help"});
     int code = -1;
     const std::shared_ptr<void> output(SDL_ReadProcess(process.get(), nullptr, &code), SDL_free);

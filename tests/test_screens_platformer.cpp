@@ -76,7 +76,7 @@ TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     reload_set(false);
 }
 
-TEST_F(PlatformerTest, SpawnInsideColliderIsRefused) {
+TEST_F(PlatformerTest, SpawnInsideColliderIsRejected) {
     ASSERT_TRUE(start({"--screen", "text-demo"}));
     const Screen *screen = screen_for(GAME_STATE_PLATFORMER_DEMO);
     use_own_level("0,416,200,16\n95,380,4,4\n");

@@ -84,13 +84,13 @@ TEST_F(AnimationSetTest, ExportedKnightDrawsSamePixelsAsItsTable) {
     ASSERT_EQ(set->clip_count, FIREKNIGHT_CLIP_COUNT);
     int frames = 0;
     for (int clip = 0; clip < set->clip_count; clip++) {
-        const AnimationClip *row = &set->clips[clip], *wanted = &fireknight_animations.clips[clip];
-        EXPECT_STREQ(row->name, wanted->name);
-        ASSERT_EQ(row->frame_count, wanted->frame_count);
-        EXPECT_EQ(row->loop, wanted->loop);
+        const AnimationClip *row = &set->clips[clip], *expected = &fireknight_animations.clips[clip];
+        EXPECT_STREQ(row->name, expected->name);
+        ASSERT_EQ(row->frame_count, expected->frame_count);
+        EXPECT_EQ(row->loop, expected->loop);
         for (int i = 0; i < row->frame_count; i++, frames++) {
             Animation loaded = {}, constant = {};
-            EXPECT_EQ(row->frame_ms[i], wanted->frame_ms[i]);
+            EXPECT_EQ(row->frame_ms[i], expected->frame_ms[i]);
             ASSERT_TRUE(animation_init(&loaded, set, clip) && animation_init(&constant, &fireknight_animations, clip));
             animation_set_frame(&loaded, i);
             animation_set_frame(&constant, i);

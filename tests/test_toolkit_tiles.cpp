@@ -86,14 +86,14 @@ TEST(TileRanges, DecodeClampAndCover) {
         {tile_range_covering(0, 9, 0, 16, 0, 9), {0, 0}},
         {tile_range_covering(0, 9, 0, 16, NAN, 9), {0, 0}},
         {tile_range_covering(0, 1e30f, -1e30f, 16, 1, 9), {9, 9}}}; // far beyond any cell index
-    for (const auto &[is, wanted] : ranges) EXPECT_TRUE(is.first == wanted.first && is.end == wanted.end) << &is;
+    for (const auto &[actual, expected] : ranges) EXPECT_TRUE(actual.first == expected.first && actual.end == expected.end) << &actual;
     const std::pair<TileCoord, TileCoord> cells[] = {
         {tile_coord_at(-1, 33, 0, 0, 16, 16, 2), {1, -1}},
         {tile_coord_at(70, 90, 20, 10, 10, 20, 2), {2, 2}},
         {tile_coord_at(5, 5, 0, 0, 0, 1, 1), {0, 0}},
         {tile_coord_at(5, 5, 0, 0, 1, 0, 1), {0, 0}},
         {tile_coord_at(1e30f, -1e30f, 0, 0, 1, 1, 1), {-(1 << 30), 1 << 30}}};
-    for (const auto &[is, wanted] : cells) EXPECT_TRUE(is.row == wanted.row && is.col == wanted.col) << is.row;
+    for (const auto &[actual, expected] : cells) EXPECT_TRUE(actual.row == expected.row && actual.col == expected.col) << actual.row;
 }
 
 // --- maps ---
@@ -244,31 +244,31 @@ TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
     std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);
-    const auto follow = [this] {
+    const auto reloads = [this] {
         const Uint32 generation = map->generation;
         reload_tick();
         return map->generation - generation;
     };
-    EXPECT_EQ(follow(), 0u);
+    EXPECT_EQ(reloads(), 0u);
     for (const char *broken : {"1,x", "1,9", ""}) {
         log.lines.clear();
         write_file("../layer.csv", broken);
-        EXPECT_EQ(follow() + follow(), 0u);
+        EXPECT_EQ(reloads() + reloads(), 0u);
         EXPECT_GE(log.errors().size(), 1u) << broken;
         EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer is kept after " << broken;
     }
     write_file("../layer.csv", "3,4,1\n");
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_TRUE(tile_grid_gid(map->layer, 0, 1) == 4 && tilemap_grid_is_stale(map, grid));
     render_grid_cleanup(&grid);
     grid = tilemap_to_render_grid(renderer, map, 4);
     EXPECT_FALSE(tilemap_grid_is_stale(map, grid));
     write_file("tiles.png", "no picture");
-    EXPECT_EQ(follow(), 0u);
+    EXPECT_EQ(reloads(), 0u);
     EXPECT_TRUE(map->columns == 4 && tilemap_draw(renderer, map, {0, 0}));
     const Picture wide(SDL_CreateSurface(6 * TILE, TILE, SDL_PIXELFORMAT_RGBA32));
     ASSERT_TRUE(IMG_SavePNG(wide.get(), "tiles.png"));
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_EQ(map->columns, 6);
     tilemap_cleanup(&map);
     write_file("../layer.csv", "1");
