@@ -55,7 +55,7 @@ static void level_restore_run(Level *level) {
     level->whole_run = false;
 }
 
-bool level_load(Level *level, int number, bool go_on) {
+bool level_load(Level *level, int number, bool from_checkpoint) {
     level->number = number;
     level->checkpoint = -1;
     level->whole_run = true;
@@ -71,7 +71,7 @@ bool level_load(Level *level, int number, bool go_on) {
     level->layer_hazards = tile_world_find_layer(world, "hazards");
     level->seconds_to_beat = tile_property_float(&world->properties, "seconds", 0);
     ghost_load(&level->best, number);
-    if (go_on && progress.run.level == number) level_restore_run(level);
+    if (from_checkpoint && progress.run.level == number) level_restore_run(level);
     view_reset(
         &level->view,
         {0, 0, static_cast<float>(world->cols * world->tile_w), static_cast<float>(world->rows * world->tile_h)});

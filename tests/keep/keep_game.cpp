@@ -128,11 +128,11 @@ TEST_F(KeepGame, LosingAllHeartsRespawnsAtCheckpoint) {
     ASSERT_TRUE(start_level(1));
     move_hero(position_of(THING_CHECKPOINT, 0));
     for (int i = 0; i < HERO_HEARTS; i++) {
-        level()->hero.safe = 0;
+        level()->hero.invulnerable = 0;
         level_hurt_hero(level(), 0);
         step(30);
     }
-    EXPECT_EQ(level()->phase, LEVEL_FALLEN);
+    EXPECT_EQ(level()->phase, LEVEL_DEAD);
     step(120);
     EXPECT_EQ(level()->phase, LEVEL_PLAYING);
     EXPECT_EQ(level()->hero.hearts, HERO_HEARTS);
