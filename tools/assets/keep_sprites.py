@@ -39,7 +39,7 @@ def whiten(frame: np.ndarray) -> None:
 # --- enemies ---
 
 def walker(frame: np.ndarray, n: int, raised: float = 0.0) -> None:
-    """The walker: an empty armour with a glow in place of its face."""
+    """The walker: an empty suit of armour with glowing eyes."""
     swing = math.sin(n * math.pi / 3)
     bob = 1 if n % 3 == 1 else 0
     far, near = Part(), Part()
@@ -97,7 +97,7 @@ def hopper(frame: np.ndarray, pose: str, n: int) -> None:
 
 
 def watcher(frame: np.ndarray, heat: int, n: int) -> None:
-    """The watcher: a gargoyle on a post that spits fire; its mouth glows first."""
+    """The watcher: a gargoyle on a post that spits fire; before that its mouth glows."""
     post = Part()
     post.polygon([(-7, -1), (7, -1), (5, -9), (-5, -9)], "sandstone", -0.1)
     post.onto(frame)

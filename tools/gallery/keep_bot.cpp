@@ -50,7 +50,7 @@ std::string KeepBot::where(const Level &level) const {
     return text.str();
 }
 
-// Attacks an enemy in reach, or keeps its distance.
+// Attacks an enemy within reach, or keeps its distance.
 bool KeepBot::fights(const Level &level, KeepKeys *keys) {
     const PlayerBody &body = level.hero.body;
     for (int i = 0; i < level.enemies.count; i++) {
