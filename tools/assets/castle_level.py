@@ -270,20 +270,20 @@ def standing_cells(grid: list[str]) -> list[tuple[int, int]]:
 
 def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
     """Fails if picture and colliders differ or the level is not playable."""
-    wanted = solid_mask(grid)
-    covered = np.zeros(wanted.shape, np.int32)
+    expected = solid_mask(grid)
+    covered = np.zeros(expected.shape, np.int32)
     for x, y, w, h in rects:
         assert w > 0 and h > 0
         covered[y : y + h, x : x + w] += 1
     assert covered.max() == 1, "rectangles overlap"
-    assert np.array_equal((covered > 0) | triangle_mask(tris), wanted), "colliders differ from the solid cells"
+    assert np.array_equal((covered > 0) | triangle_mask(tris), expected), "colliders differ from the solid cells"
     assert not ((covered > 0) & triangle_mask(tris)).any(), "a triangle overlaps a rectangle"
     assert len(rects) < 160, f"{len(rects)} rectangles are too many to scan"
 
     x, y = SPAWN
-    assert not wanted[y - BODY_H : y, x - BODY_W // 2 : x + BODY_W // 2].any(), "the spawn is blocked"
-    assert wanted[y, x - BODY_W // 2 : x + BODY_W // 2].all(), "no floor under the spawn"
-    assert wanted[:, :TILE].all() and wanted[:, -TILE:].all(), "the level is open at a side"
+    assert not expected[y - BODY_H : y, x - BODY_W // 2 : x + BODY_W // 2].any(), "the spawn is blocked"
+    assert expected[y, x - BODY_W // 2 : x + BODY_W // 2].all(), "no floor under the spawn"
+    assert expected[:, :TILE].all() and expected[:, -TILE:].all(), "the level is open at a side"
 
     for run in slope_runs(grid):
         left, top, right, bottom, rises = run

@@ -668,11 +668,11 @@ def make(out_dir: Path | str) -> None:
     tileset = sheet(tiles)
     assert len(layer) == level.ROWS and all(len(row) == level.COLS for row in layer)
     assert all(1 <= gid & 0x0FFFFFFF <= len(tiles) for row in layer for gid in row)
-    drawn, wanted = draw_layer(tileset, layer), np.array(COLOURS, np.uint8)[picture]
+    drawn, expected = draw_layer(tileset, layer), np.array(COLOURS, np.uint8)[picture]
     for row in range(0, H, TILE):
         for col in range(0, W, TILE):
             area = np.s_[row : row + TILE, col : col + TILE]
-            assert unlike(drawn[area], wanted[area]) <= 1, f"the layer does not show the picture at {col}, {row}"
+            assert unlike(drawn[area], expected[area]) <= 1, f"the layer does not show the picture at {col}, {row}"
 
     folder = Path(out_dir) / FOLDER
     folder.mkdir(parents=True, exist_ok=True)

@@ -108,11 +108,11 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
     steps = 900
     path = [joints_of(clip.pose(smear.start + (smear.end - smear.start) * i / steps)) for i in range(steps + 1)]
     # Age by the distance the tip has moved, not by time: a cut that slows down would leave only a thin hot edge.
-    way = [0.0]
+    travelled = [0.0]
     for last, joints in zip(path, path[1:]):
-        way.append(way[-1] + math.dist(last.points["tip"], joints.points["tip"]))
-    for joints, gone in zip(path, way):
-        age = 1 - gone / max(way[-1], 1e-6)  # 1 is the oldest
+        travelled.append(travelled[-1] + math.dist(last.points["tip"], joints.points["tip"]))
+    for joints, distance in zip(path, travelled):
+        age = 1 - distance / max(travelled[-1], 1e-6)  # 1 is the oldest
         (ax, ay), (dx, dy) = joints.points["blade"], joints.sword
         tip = joints.points["tip"]
         length = math.hypot(tip[0] - ax, tip[1] - ay) * smear.reach
@@ -126,7 +126,7 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         rim = (along - inner) / max(length - inner, 1e-6)
         value = smear.fade * (1.16 - 0.85 * age) * (0.5 + 0.5 * np.sqrt(rim))
         # Streaks along the cut, with larger gaps where it is old or fading.
-        streaks = _noise(along / 2.2, along * 0 + gone / 26, 77)
+        streaks = _noise(along / 2.2, along * 0 + distance / 26, 77)
         value -= streaks * (0.12 + 0.3 * age + 0.5 * (1 - smear.fade))
         inside = (px >= EDGE) & (px < FRAME_W - EDGE) & (py >= EDGE) & (py < FRAME_H)
         np.maximum.at(heat, (py[inside], px[inside]), value[inside])

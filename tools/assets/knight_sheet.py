@@ -58,12 +58,12 @@ class Chain:
             # Pull towards the rest shape, which is given in the joint's directions.
             back, rise = self.rest[min(i - 1, len(self.rest) - 1)]
             above = self.points[i - 1]
-            wanted = (
+            target = (
                 above[0] + (forward[0] * back + up[0] * rise) * self.length,
                 above[1] + (forward[1] * back + up[1] * rise) * self.length,
             )
-            now[0] += (wanted[0] - now[0]) * self.stiff
-            now[1] += (wanted[1] - now[1]) * self.stiff
+            now[0] += (target[0] - now[0]) * self.stiff
+            now[1] += (target[1] - now[1]) * self.stiff
             if self.root == "cape":
                 self._keep_behind(now, joints.points["hip"], joints.forward, 2.5 + 0.7 * i)
             dx, dy = now[0] - above[0], now[1] - above[1]

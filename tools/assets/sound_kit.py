@@ -99,7 +99,7 @@ def write_mp3_loop(path: Path, loop: np.ndarray, kbps: int) -> None:
     around = np.concatenate([loop[:, -MP3_FRAME:], loop, loop[:, :MP3_FRAME]], axis=1)
     encode(around, ["lame", "--quiet", "-q", "2", "-m", "j", "--cbr", "-b", str(kbps), "--resample", "44.1",
                     "{in}", "{out}"], path)
-    path.write_bytes(cut_more(path.read_bytes(), MP3_FRAME))
+    path.write_bytes(trim_more(path.read_bytes(), MP3_FRAME))
 
 
 def crc16(data: bytes) -> int:
@@ -111,7 +111,7 @@ def crc16(data: bytes) -> int:
     return crc
 
 
-def cut_more(mp3: bytes, samples: int) -> bytes:
+def trim_more(mp3: bytes, samples: int) -> bytes:
     """Increases the info frame's encoder delay and padding, the samples to trim at start and end: 12 bits each."""
     tag = mp3.index(b"Info") + 120
     counts = int.from_bytes(mp3[tag + 21:tag + 24], "big")

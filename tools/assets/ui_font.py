@@ -22,7 +22,7 @@ from ui_font_stroke import CAP, XH, Affine, Contour, contours
 FILE_NAME = "EuroStyle Normal.ttf"
 ASCENT, DESCENT = 860, 230  # a line is 1.09 em high
 GAP = 22  # between a capital and its mark
-BORN = 3_800_000_000  # seconds since 1904; fixed, so that the output is bit-identical
+CREATED = 3_800_000_000  # seconds since 1904; fixed, so that the output is bit-identical
 COMBINING = {
     "\u0300": "_grave", "\u0301": "_acute", "\u0302": "_hat",
     "\u0303": "_wave", "\u0308": "_dots", "\u030a": "_ring",
@@ -267,7 +267,7 @@ def setup_names(builder: FontBuilder) -> None:
     )
     builder.setupPost(underlinePosition=-100, underlineThickness=84)
     head = builder.font["head"]
-    head.created = head.modified = BORN
+    head.created = head.modified = CREATED
     head.fontRevision = 1.0
     builder.font.recalcTimestamp = False
     gasp = builder.font["gasp"] = newTable("gasp")

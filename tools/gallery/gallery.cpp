@@ -32,9 +32,9 @@ std::string route(const std::string &letters) {
 class Gallery : public EngineTest {
 protected:
     void SetUp() override {
-        const char *wanted = std::getenv("LUMARIND_GALLERY");
-        if (!wanted) GTEST_SKIP() << "LUMARIND_GALLERY is not set";
-        folder_ = std::filesystem::absolute(wanted);
+        const char *folder = std::getenv("LUMARIND_GALLERY");
+        if (!folder) GTEST_SKIP() << "LUMARIND_GALLERY is not set";
+        folder_ = std::filesystem::absolute(folder);
         EngineTest::SetUp();
     }
     void save(const std::string &name) const {
