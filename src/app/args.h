@@ -26,7 +26,7 @@ int args_capture_every();
 int args_quit_at();
 int args_ui_scale();
 
-// Overrides the options with a recording's values and disables saving the configuration. The string is borrowed.
+// Overrides the options by a recording's values; nothing is saved. The string is borrowed.
 void args_take_recorded(const char *screen, int window_width, int window_height, int ui_scale);
 
 bool args_window_size(int *width, int *height); // false, writing nothing, if not given; outputs may be null

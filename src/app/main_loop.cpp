@@ -33,11 +33,11 @@ static int startup_failed() {
     const Game *game = engine_game();
     FilePath log = {};
     SDL_snprintf(log.text, sizeof log.text, "%s.log", game->id);
-    const bool in_current_folder = game->files == GAME_FILES_CURRENT_FOLDER;
+    const bool here = game->files == GAME_FILES_CURRENT_FOLDER;
     char text[2 * FILE_PATH_SIZE];
     SDL_snprintf(
         text, sizeof text, "%s could not start. See %s%s for the reason.", game->name,
-        in_current_folder ? log.text : files_user(log.text).text, in_current_folder ? " in this folder" : "");
+        here ? log.text : files_user(log.text).text, here ? " in this folder" : "");
     SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_ERROR, game->title, text, nullptr);
     replay_stop();
     log_cleanup();
@@ -62,8 +62,8 @@ static bool shared_fonts_setup() {
     return font_set_size(heading, game->heading_font_size);
 }
 
-// Starts recording or opens a replay if an environment variable requests it.
-static bool _main_setup_replay() {
+// Starts recording or opens a replay if the environment asks for it.
+static bool _main_take_recording() {
     if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
     const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");
     if (!path) return true;
@@ -136,7 +136,7 @@ MainStart main_loop_start(const Game *game, int argc, char *argv[]) {
     const ArgsResult result = args_parse(argc, argv);
     if (result == ARGS_HELP) return MAIN_START_HELP;
     if (result == ARGS_FAILED) return MAIN_START_FAILED;
-    if (!_main_setup_replay()) return MAIN_START_FAILED;
+    if (!_main_take_recording()) return MAIN_START_FAILED;
     const GameState start = resolve_start_screen();
     if (start == GAME_STATE_NONE) return MAIN_START_FAILED;
     if (!engine_start(game->title)) return MAIN_START_FAILED;

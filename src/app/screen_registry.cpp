@@ -55,13 +55,13 @@ void screen_cleanup() {
 }
 
 GameState resolve_start_screen() {
-    const char *name = args_start_screen();
-    if (!name) return GAME_STATE_FIRST_SCREEN;
+    const char *wanted = args_start_screen();
+    if (!wanted) return GAME_STATE_FIRST_SCREEN;
     const Game *game = engine_game();
     for (int i = 0; i < game->screen_count; i++) {
-        if (SDL_strcmp(game->screens[i].name, name) == 0) return GAME_STATE_FIRST_SCREEN + i;
+        if (SDL_strcmp(game->screens[i].name, wanted) == 0) return GAME_STATE_FIRST_SCREEN + i;
     }
-    SDL_LogError(SDL_LOG_CATEGORY_APPLICATION, "[MAIN] Unknown screen: %s", name);
+    SDL_LogError(SDL_LOG_CATEGORY_APPLICATION, "[MAIN] Unknown screen: %s", wanted);
     SDL_Log("Valid --screen names:");
     for (int i = 0; i < game->screen_count; i++) SDL_Log("  %s", game->screens[i].name);
     return GAME_STATE_NONE;

@@ -18,6 +18,6 @@ void screen_fixed_update(GameState state, double dt);
 void screen_tick(GameState state);
 void screen_cleanup();
 
-// Returns the state of the screen given by --screen, by default the first screen. Reports an unknown name with the valid
-// ones and returns GAME_STATE_NONE.
+// The state of the screen given on the command line, or of the home screen. 0: unknown name, logged with the valid
+// ones.
 GameState resolve_start_screen();
