@@ -96,7 +96,7 @@ protected:
     struct Node {
         Player player;
         std::vector<int> predecessors;
-        bool reaches_throne = false;   // the throne can be reached from here
+        bool reaches_throne = false; // the throne can be reached from here
     };
     static constexpr const char *LETTERS = "l.rLJR<o>";
     static constexpr int SECONDS_MAX = 60;
@@ -163,7 +163,8 @@ TEST_F(CastleSearchTest, ShortestRouteTakes18SecondsAndThroneIsReachableFromEver
     std::printf("%zu positions, the throne is reached after %.1f s\n", nodes.size(), seconds);
     EXPECT_GE(seconds, SHORTEST_TIME);
     mark_nodes_reaching_throne();
-    std::map<std::pair<int, int>, bool> floors; // cells with a standing position, and whether the throne can be reached from there
+    std::map<std::pair<int, int>, bool>
+        floors; // cells with a standing position, and whether the throne can be reached from there
     for (const Node &node : nodes) {
         const PlayerBody &body = node.player.body;
         if (!body.grounded) continue;

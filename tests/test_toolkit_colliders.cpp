@@ -79,7 +79,8 @@ TEST_F(CollidersTest, HitTestsOnRandomLevelsMatchRecordedHash) {
         }
         ASSERT_TRUE(load(text, level % 2 ? 1 : 0.5f));
         for (int i = 0; i < 144; i++) {
-            for (const int hit : hit_tests({float(i % 12 * 2 - 1), float(i / 12 * 2 - 1)})) add_to_hash(static_cast<float>(hit));
+            for (const int hit : hit_tests({float(i % 12 * 2 - 1), float(i / 12 * 2 - 1)}))
+                add_to_hash(static_cast<float>(hit));
         }
         for (int i = 0; i < tris->count; i++) {
             const SDL_FPoint top = colliders_tri_top_point(&tris->items[i]);

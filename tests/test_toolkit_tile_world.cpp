@@ -375,9 +375,9 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
         {data("encoding='base64'", base64("1234")), "layer 'l' has 1 cells, but its size requires 2"},
         {data("encoding='base64'", base64(std::string(12, '\0'))), "layer 'l' has 3 cells, but its size requires 2"},
         {data("encoding='base64' compression='zlib'", base64("12345678")), "its compressed data is corrupt"},
-        {data("encoding='base64' compression='zlib'", base64(packed(std::string(9, '\0'), false))),
-         "has more than 2"},
-        {data("encoding='base64' compression='zlib'", bomb), "layer 'l' has more than 2 cells, but its size requires 2"},
+        {data("encoding='base64' compression='zlib'", base64(packed(std::string(9, '\0'), false))), "has more than 2"},
+        {data("encoding='base64' compression='zlib'", bomb),
+         "layer 'l' has more than 2 cells, but its size requires 2"},
         {data("encoding='base64' compression='zlib'", base64(packed(std::string(4, '\0'), true))), "has 1 cells"},
         {map_of(
              1, 1, "<layer name='l'><data encoding='csv'><chunk width='1' height='1'>x</chunk></data></layer>",
@@ -402,8 +402,7 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
         {tileset("", ""), "it has neither an image nor tiles"},
         {tileset("", "<tile id='1'/>"), "a tile has no image"},
         {tileset("", "<tile id='99999999'>" + SHEET + "</tile>"), "has a tile with the id '99999999'"},
-        {tileset("", "<tile id='0' x='50' width='3' height='3'>" + SHEET + "</tile>"),
-         "a tile is outside its image"},
+        {tileset("", "<tile id='0' x='50' width='3' height='3'>" + SHEET + "</tile>"), "a tile is outside its image"},
         {tileset("", SHEET + "<tile id='4'/>"), "refers to a tile with the id '4', but has 4 tiles"},
         {tileset("", SHEET + "<tile id='0'><animation><frame tileid='7' duration='1'/></animation></tile>"),
          "of tile 0 shows tile 7"},
@@ -534,7 +533,8 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         EXPECT_TRUE(named(c.message)) << c.object << (log.errors().empty() ? "" : log.errors().front());
         EXPECT_TRUE(rects.count == 0 && tris.count == 0) << "nothing is added";
     }
-    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>")) << "points and text have no collision shape";
+    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>"))
+        << "points and text have no collision shape";
     EXPECT_FALSE(tile_world_colliders(world, "none", &rects, &tris));
     colliders_rects_cleanup(&rects);
     colliders_tris_cleanup(&tris);

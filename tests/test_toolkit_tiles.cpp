@@ -86,14 +86,16 @@ TEST(TileRanges, DecodeClampAndCover) {
         {tile_range_covering(0, 9, 0, 16, 0, 9), {0, 0}},
         {tile_range_covering(0, 9, 0, 16, NAN, 9), {0, 0}},
         {tile_range_covering(0, 1e30f, -1e30f, 16, 1, 9), {9, 9}}}; // far beyond any cell index
-    for (const auto &[actual, expected] : ranges) EXPECT_TRUE(actual.first == expected.first && actual.end == expected.end) << &actual;
+    for (const auto &[actual, expected] : ranges)
+        EXPECT_TRUE(actual.first == expected.first && actual.end == expected.end) << &actual;
     const std::pair<TileCoord, TileCoord> cells[] = {
         {tile_coord_at(-1, 33, 0, 0, 16, 16, 2), {1, -1}},
         {tile_coord_at(70, 90, 20, 10, 10, 20, 2), {2, 2}},
         {tile_coord_at(5, 5, 0, 0, 0, 1, 1), {0, 0}},
         {tile_coord_at(5, 5, 0, 0, 1, 0, 1), {0, 0}},
         {tile_coord_at(1e30f, -1e30f, 0, 0, 1, 1, 1), {-(1 << 30), 1 << 30}}};
-    for (const auto &[actual, expected] : cells) EXPECT_TRUE(actual.row == expected.row && actual.col == expected.col) << actual.row;
+    for (const auto &[actual, expected] : cells)
+        EXPECT_TRUE(actual.row == expected.row && actual.col == expected.col) << actual.row;
 }
 
 // --- maps ---
@@ -194,7 +196,8 @@ TEST_F(TilemapTest, FlipsAreDrawnAndChunksMatchTiles) {
         const TileRange xs = render_grid_visible_cols(grid, 0, VIEW_W, origin, size);
         const Picture visible = drawn([&] { return render_grid_draw_range(renderer, grid, ys, xs, origin, size); });
         EXPECT_TRUE(same_pixels(visible, tiles));
-        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H) << "no chunk outside the view";
+        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H)
+            << "no chunk outside the view";
     }
 }
 
@@ -240,7 +243,8 @@ TEST_F(TilemapTest, InvalidInputIsReportedByName) {
 TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     reload_set(true, 0);
     EXPECT_TRUE(load("1,2"));
-    std::filesystem::create_directory("elsewhere"); // images are read from the current folder, other files from its parent
+    std::filesystem::create_directory(
+        "elsewhere"); // images are read from the current folder, other files from its parent
     std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
     std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);

@@ -4,7 +4,7 @@ struct KindRow {
     const char *type = ""; // of the map objects
     float w = 0, h = 0;    // px
     int hits = 1;
-    float speed = 0, sight = 0;               // px/s, px
+    float speed = 0, sight = 0;              // px/s, px
     double idle = 0, windup = 0, attack = 0; // s
     int idle_clip = 0, windup_clip = 0, attack_clip = 0, hit_clip = 0;
 };

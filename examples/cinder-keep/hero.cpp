@@ -4,23 +4,23 @@
 
 // --- tuning ---
 
-static constexpr float BODY_W = 16, BODY_H = 36;                      // px
-static constexpr float RUN = 150, RUN_ACCEL = 1500, AIR_ACCEL = 1100; // px/s, px/s²
-static constexpr float JUMP = 374, GRAVITY = 1000, FALL_MAX = 430;    // a jump is 70 px high, over four tiles
-static constexpr float JUMP_CUT = 130;                                // px/s upwards after an early release
-static constexpr double COYOTE = 0.09, INPUT_BUFFER = 0.13;                   // s
-static constexpr float ROLL = 235;                                    // px/s
-static constexpr double ROLL_TIME = 0.42, ROLL_AGAIN = 0.55;          // s
-static constexpr float HURT_X = 130, HURT_Y = -190;                   // px/s
-static constexpr double HURT_TIME = 0.35, INVULNERABLE_AFTER_HURT = 1.3;      // s
-static constexpr double STRIKE_CANCEL = 0.24;                         // s until another move may cancel it
+static constexpr float BODY_W = 16, BODY_H = 36;                         // px
+static constexpr float RUN = 150, RUN_ACCEL = 1500, AIR_ACCEL = 1100;    // px/s, px/s²
+static constexpr float JUMP = 374, GRAVITY = 1000, FALL_MAX = 430;       // a jump is 70 px high, over four tiles
+static constexpr float JUMP_CUT = 130;                                   // px/s upwards after an early release
+static constexpr double COYOTE = 0.09, INPUT_BUFFER = 0.13;              // s
+static constexpr float ROLL = 235;                                       // px/s
+static constexpr double ROLL_TIME = 0.42, ROLL_AGAIN = 0.55;             // s
+static constexpr float HURT_X = 130, HURT_Y = -190;                      // px/s
+static constexpr double HURT_TIME = 0.35, INVULNERABLE_AFTER_HURT = 1.3; // s
+static constexpr double STRIKE_CANCEL = 0.24;                            // s until another move may cancel it
 
 // Clip, playback rate and hit box of each state.
 struct StateRow {
     int clip = 0;
     double speed = 1;
     double active_from = 0, active_to = 0; // s, active time of the hit box
-    SDL_FRect hit_box = {};                    // relative to the feet, facing right
+    SDL_FRect hit_box = {};                // relative to the feet, facing right
 };
 static constexpr StateRow ROWS[] = {
     {.clip = KNIGHT_IDLE},
@@ -60,7 +60,8 @@ void hero_buffer_presses(Hero *hero, const HeroIntent &intent) {
 }
 
 static void hero_run_timers(Hero *hero, double dt) {
-    for (double *left : {&hero->jump_buffer, &hero->attack_buffer, &hero->roll_buffer, &hero->special_buffer, &hero->invulnerable})
+    for (double *left :
+         {&hero->jump_buffer, &hero->attack_buffer, &hero->roll_buffer, &hero->special_buffer, &hero->invulnerable})
         *left = SDL_max(*left - dt, 0);
     hero->coyote = hero->body.grounded ? COYOTE : SDL_max(hero->coyote - dt, 0);
     hero->state_time += dt;

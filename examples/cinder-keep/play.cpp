@@ -122,8 +122,8 @@ static void play_draw_knights(SDL_FPoint origin, float zoom, SDL_FPoint feet) {
         const SDL_FPoint at = {static_cast<float>(sample.x), static_cast<float>(sample.y)};
         art_draw_knight(art, &anim, to_view(origin, zoom, at), zoom, sample.facing, true);
     }
-    const bool hidden =
-        hero.state != HERO_ROLL && hero.state != HERO_SPECIAL && hero.invulnerable > 0 && SDL_fmod(hero.invulnerable, 0.16) < 0.07;
+    const bool hidden = hero.state != HERO_ROLL && hero.state != HERO_SPECIAL && hero.invulnerable > 0 &&
+                        SDL_fmod(hero.invulnerable, 0.16) < 0.07;
     if (hidden && level->phase == LEVEL_PLAYING) return; // blinks while invulnerable
     art_draw_knight(art, &hero.anim, to_view(origin, zoom, feet), zoom, hero.body.facing);
 }

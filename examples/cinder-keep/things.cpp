@@ -105,7 +105,8 @@ static bool platform_carries(const Platform *platform, const Hero *hero) {
 static SDL_FPoint platform_position(const Platform *platform, double time) {
     const float progress = static_cast<float>(0.5 - 0.5 * SDL_cos(time / platform->cycle * 2 * SDL_PI_D));
     return {
-        SDL_roundf(platform->from.x + platform->travel.x * progress), SDL_roundf(platform->from.y + platform->travel.y * progress)};
+        SDL_roundf(platform->from.x + platform->travel.x * progress),
+        SDL_roundf(platform->from.y + platform->travel.y * progress)};
 }
 
 void platforms_step(Things *things, Hero *hero, ColliderRects *solids, int first, double dt) {

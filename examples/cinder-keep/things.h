@@ -21,7 +21,7 @@ struct Platform {
     SDL_FRect box;      // current; world px
     SDL_FPoint prev;    // top-left corner before the step
     SDL_FPoint from;    // top-left corner at one end of the path
-    SDL_FPoint travel;     // offset of the other end, px
+    SDL_FPoint travel;  // offset of the other end, px
     double time, cycle; // s; a cycle is there and back
 };
 

@@ -298,7 +298,8 @@ Uint64 physics_demo_state_hash() {
         const b2Vec2 position = b2Body_GetPosition(body), velocity = b2Body_GetLinearVelocity(body);
         const b2Rot rotation = b2Body_GetRotation(body);
         hash = state_hash_of(
-            hash, position.x, position.y, rotation.c, rotation.s, velocity.x, velocity.y, b2Body_GetAngularVelocity(body));
+            hash, position.x, position.y, rotation.c, rotation.s, velocity.x, velocity.y,
+            b2Body_GetAngularVelocity(body));
     }
     return hash;
 }

@@ -320,11 +320,10 @@ static void _set_reload(void *owner, const char *path) {
     auto *loaded = static_cast<LoadedSet *>(owner);
     AnimationSet *fresh = _set_load(path);
     if (!fresh) return;
-    const bool enough =
-        fresh->clip_count >= loaded->set.clip_count ||
-        engine_error(
-            "[ANIMATION_SET] %s: %d clips, but %d are in use: restore them, or restart the program", path,
-            fresh->clip_count, loaded->set.clip_count);
+    const bool enough = fresh->clip_count >= loaded->set.clip_count ||
+                        engine_error(
+                            "[ANIMATION_SET] %s: %d clips, but %d are in use: restore them, or restart the program",
+                            path, fresh->clip_count, loaded->set.clip_count);
     const bool fits = enough && _sprite_sheets_prepare(&loaded->set, fresh);
     if (fits) std::swap(*loaded, *reinterpret_cast<LoadedSet *>(fresh));
     _sprite_sheets_finish(&loaded->set, fits);

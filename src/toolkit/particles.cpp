@@ -39,6 +39,7 @@ void particles_draw(SDL_Renderer *renderer, const Particles *particles, SDL_FPoi
         const float size = particle.kind->size * scale;
         const SDL_FRect box = {
             origin.x + SDL_floorf(particle.pos.x) * scale, origin.y + SDL_floorf(particle.pos.y) * scale, size, size};
-        fill_rect(renderer, &box, particle.life > particle.kind->life * OLD_FROM ? particle.kind->young : particle.kind->old);
+        fill_rect(
+            renderer, &box, particle.life > particle.kind->life * OLD_FROM ? particle.kind->young : particle.kind->old);
     }
 }

@@ -167,6 +167,6 @@ const char *tile_world_tile_type(const TileWorld *world, Uint32 gid);           
 // polygons as triangles, whose upper outline is a slope. Tile layers contribute the shapes drawn on tiles in the
 // tileset, with flips applied; touching rectangles are merged. Null for `layer`: all tile layers, visible or not.
 // Because slopes lift anything below them, a polygon with open space right below it is an error; the ground below may
-// be in the sets, in the layer, or be the map's lower edge. Rotated rectangles, ellipses, capsules and polylines are errors too; points
-// and text are ignored. Reports errors and then leaves the sets unchanged.
+// be in the sets, in the layer, or be the map's lower edge. Rotated rectangles, ellipses, capsules and polylines are
+// errors too; points and text are ignored. Reports errors and then leaves the sets unchanged.
 bool tile_world_colliders(const TileWorld *world, const char *layer, ColliderRects *rects, ColliderTris *tris);

@@ -61,8 +61,7 @@ static bool _tile_read_csv(TileData *data, const char *text) {
     for (size_t i = 0; i < data->count; i++) {
         if (!*at) return _tile_data_count_error(data, "", i);
         at = _tile_read_cell(at, &data->cells[i]);
-        if (!at)
-            return _tile_data_error(data, "its CSV contains an invalid tile number: save the map again");
+        if (!at) return _tile_data_error(data, "its CSV contains an invalid tile number: save the map again");
         if (*at != ',') at = _tile_skip_blanks(at);
         if (*at == ',') {
             at = _tile_skip_blanks(at + 1);

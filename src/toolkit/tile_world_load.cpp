@@ -138,7 +138,8 @@ SharedTexture *_tile_load_picture(TileLoad *load, const pugi::xml_node &image, c
         return nullptr;
     }
     const char *path = _tile_load_resolve(load, "image", source.value());
-    TileTextureRef *ref = path && _tile_add_source_file(load, path, true) ? _tile_load_new<TileTextureRef>(load) : nullptr;
+    TileTextureRef *ref =
+        path && _tile_add_source_file(load, path, true) ? _tile_load_new<TileTextureRef>(load) : nullptr;
     if (!ref) return nullptr;
     ref->texture = texture_store_get(load->renderer, path, transparent);
     if (!ref->texture) {

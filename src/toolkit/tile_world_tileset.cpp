@@ -62,7 +62,8 @@ static bool _tile_measure_pictures(TileLoad *load, const pugi::xml_node &node, T
         const int id = tile.attribute("id").as_int(-1);
         if (id < 0 || id >= TILE_WORLD_TILES_MAX) {
             return engine_error(
-                "[TILE_WORLD] %s: tileset '%s' has a tile with the id '%s': ids must be 0 to %d, create the tileset again",
+                "[TILE_WORLD] %s: tileset '%s' has a tile with the id '%s': ids must be 0 to %d, create the tileset "
+                "again",
                 load->path, set->name, tile.attribute("id").value(), TILE_WORLD_TILES_MAX - 1);
         }
         set->id_count = SDL_max(set->id_count, id + 1);

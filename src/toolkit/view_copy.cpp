@@ -53,8 +53,8 @@ static ViewState g_view_state;
 
 void view_copy_new_frame() { g_view_state.renderer = nullptr; }
 
-[[gnu::noinline]] static bool
-_copy_clipped(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
+[[gnu::noinline]] static bool _copy_clipped(
+    SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     SDL_FRect whole = {};
     SDL_Rect view = {};
     if (!SDL_GetTextureSize(texture, &whole.w, &whole.h) || !SDL_GetRenderViewport(renderer, &view)) return false;

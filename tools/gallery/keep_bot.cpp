@@ -7,7 +7,7 @@
 namespace {
 
 constexpr float TILE = 16, TOLERANCE = 4, REACH = 42, RESPAWN_DISTANCE = 36; // px
-constexpr int ATTACK_INTERVAL = 13;                                        // steps between two attacks
+constexpr int ATTACK_INTERVAL = 13;                                          // steps between two attacks
 
 } // namespace
 
@@ -44,9 +44,9 @@ KeepBot::KeepBot(const char *route) {
 
 std::string KeepBot::where(const Level &level) const {
     std::ostringstream text;
-    text << "command " << at_ << (done() ? "" : " " + commands_[at_].name + " " + std::to_string(commands_[at_].x)) << " at "
-         << level.hero.body.pos.x / TILE << ", " << level.hero.body.pos.y / TILE << ", hearts " << level.hero.hearts
-         << ", time " << level.time;
+    text << "command " << at_ << (done() ? "" : " " + commands_[at_].name + " " + std::to_string(commands_[at_].x))
+         << " at " << level.hero.body.pos.x / TILE << ", " << level.hero.body.pos.y / TILE << ", hearts "
+         << level.hero.hearts << ", time " << level.time;
     return text.str();
 }
 
@@ -95,7 +95,8 @@ void KeepBot::attack_in_the_air(const Level &level, KeepKeys *keys) {
 KeepKeys KeepBot::play(const Level &level) {
     KeepKeys keys = {};
     const PlayerBody &body = level.hero.body;
-    if (steps_ + static_cast<int>(at_) > 0 && std::hypot(body.pos.x - previous_.x, body.pos.y - previous_.y) > RESPAWN_DISTANCE) {
+    if (steps_ + static_cast<int>(at_) > 0 &&
+        std::hypot(body.pos.x - previous_.x, body.pos.y - previous_.y) > RESPAWN_DISTANCE) {
         resume_nearest(body.pos, commands_.size());
     }
     previous_ = body.pos;
@@ -114,7 +115,8 @@ KeepKeys KeepBot::play(const Level &level) {
         attack_nearby(level, &keys);
         if (keys.left || keys.right) keys.left = keys.right = false;
     } else if (command.name == "go") {
-        if (!body.grounded || !attack_nearby(level, &keys)) (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > TOLERANCE;
+        if (!body.grounded || !attack_nearby(level, &keys))
+            (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > TOLERANCE;
         reached = std::fabs(dx) <= TOLERANCE + 2 && body.grounded;
         if (!reached && steps_ > 200) return resume_nearest(body.pos, at_), keys;
     } else {
