@@ -71,7 +71,7 @@ protected:
 };
 
 TEST_F(PlayerBodyTest, MovesUntilBlockedAndNeverOverlapsRectangles) {
-    Uint64 hash = 0; // hash of all positions and remainders; the expected one is from a debug build
+    Uint64 hash = 0; // of all positions and remainders; the expected value is from a debug build
     for (int level = 0; level < 2000; level++) {
         make_level();
         const ColliderTris *slopes = tris.count ? &tris : nullptr;

@@ -163,8 +163,7 @@ TEST_F(CastleSearchTest, ShortestRouteTakes18SecondsAndThroneIsReachableFromEver
     std::printf("%zu positions, the throne is reached after %.1f s\n", nodes.size(), seconds);
     EXPECT_GE(seconds, SHORTEST_TIME);
     mark_nodes_reaching_throne();
-    std::map<std::pair<int, int>, bool>
-        floors; // cells with a standing position, and whether the throne can be reached from there
+    std::map<std::pair<int, int>, bool> floors; // standing cells: whether the throne can be reached from there
     for (const Node &node : nodes) {
         const PlayerBody &body = node.player.body;
         if (!body.grounded) continue;

@@ -197,7 +197,7 @@ TEST_F(TilemapTest, FlipsAreDrawnAndChunksMatchTiles) {
         const Picture visible = drawn([&] { return render_grid_draw_range(renderer, grid, ys, xs, origin, size); });
         EXPECT_TRUE(same_pixels(visible, tiles));
         EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H)
-            << "no chunk outside the view";
+            << "a chunk outside the view is drawn";
     }
 }
 
@@ -243,8 +243,7 @@ TEST_F(TilemapTest, InvalidInputIsReportedByName) {
 TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     reload_set(true, 0);
     EXPECT_TRUE(load("1,2"));
-    std::filesystem::create_directory(
-        "elsewhere"); // images are read from the current folder, other files from its parent
+    std::filesystem::create_directory("elsewhere"); // images are read from here, other files from its parent
     std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
     std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);

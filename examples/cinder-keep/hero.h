@@ -45,7 +45,7 @@ struct Hero {
 enum HeroEvent { HERO_JUMPED = 1, HERO_LANDED = 2, HERO_ROLLED = 4, HERO_SWUNG = 8, HERO_FLAMED = 16 };
 
 void hero_place(Hero *hero, const Art *art, SDL_FPoint feet);   // at rest; keeps hearts and key
-void hero_buffer_presses(Hero *hero, const HeroIntent &intent); // buffers presses; also during a hit stop
+void hero_buffer_presses(Hero *hero, const HeroIntent &intent); // also during a hit stop
 unsigned hero_step(Hero *hero, const Art *art, const HeroIntent &intent, const ColliderRects *solids, double dt);
 bool hero_hurt(Hero *hero, const Art *art, float from_x); // takes a heart; false if invulnerable
 SDL_FRect hero_hurt_box(const Hero *hero);

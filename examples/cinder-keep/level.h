@@ -45,8 +45,8 @@ struct Level {
     int embers, deaths;
 };
 
-bool level_load(
-    Level *level, int number, bool from_checkpoint); // from_checkpoint: continues the saved run. Reports errors
+// Loads the map and creates the objects; `from_checkpoint` continues the saved run. Reports errors.
+bool level_load(Level *level, int number, bool from_checkpoint);
 void level_cleanup(Level *level);
 void level_step(Level *level, const HeroIntent &intent, double dt);
 void level_back_to_checkpoint(Level *level); // with full health; respawns all enemies
