@@ -183,8 +183,8 @@ TEST_F(AnimationSetTest, ReportsErrorsByNameAndSurvivesAllocationFaults) {
         {"{" + frames_json(1) + "}", "meta.image '' is not an image beside the file"},
         {"{" + frames_json(1) + R"(,"meta":{"image":"../x.png"}})", "meta.image '../x.png' is not an image beside"},
         {"{" + frames_json(1) + R"(,"meta":{"image":"C:\\x.png"}})", "is not an image beside the file"},
-        {tag(R"("from":0,"to":3)"), "tag 't' goes from frame 0 to 3, but there are 3"},
-        {tag(R"("from":2,"to":1)"), "tag 't' goes from frame 2 to 1"},
+        {tag(R"("from":0,"to":3)"), "tag 't' spans frames 0 to 3, but the sheet has 3"},
+        {tag(R"("from":2,"to":1)"), "tag 't' spans frames 2 to 1"},
         {tag(R"("from":0,"to":1,"direction":"sideways")"), "tag 't' has an unknown direction"},
         {tag(R"("from":0,"to":2,"repeat":99999999999999)"), "tag 't' plays 3000000000 frames with its repeats"},
     };

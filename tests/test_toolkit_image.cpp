@@ -1,4 +1,4 @@
-// Image files of each format, and those that declare too large a size.
+// Image files of each format, and files that declare too large a size.
 
 #include "lumarind/toolkit/image.h"
 #include "support/picture.h"

@@ -184,7 +184,7 @@ static bool _set_read_tag(SetLoad *load, yyjson_val *tag, AnimationClip *clip) {
     if (!clip->name) return false;
     if (!(from >= 0) || !(to >= from) || !(to < load->frame_count)) {
         return engine_error(
-            "[ANIMATION_SET] %s: tag '%s' goes from frame %g to %g, but there are %d: export the sheet again",
+            "[ANIMATION_SET] %s: tag '%s' spans frames %g to %g, but the sheet has %d: export the sheet again",
             load->path, clip->name, from, to, load->frame_count);
     }
     if (!direction) {

@@ -6,7 +6,7 @@
 void KeepTest::SetUp() {
     EngineTest::SetUp();
     played = &cinder_keep;
-    progress = {}; // resets what an earlier test has left
+    progress = {}; // left over from an earlier test
     config = "";
     set_environment("XDG_DATA_HOME", std::filesystem::current_path().c_str());
     write_file(user_file("config/cinder-keep.ini"), "[graphics]\nvsync_enable = false\nui_scale = 1\n");
