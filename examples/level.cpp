@@ -1,4 +1,4 @@
-// level: a body that runs and jumps through a level of the game's own. Left, Right, jump (Space), or a gamepad.
+// level: a body that runs and jumps through a level made of characters. Left, Right, jump (Space), or a gamepad.
 
 #include "lumarind/lumarind.h"
 

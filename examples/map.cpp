@@ -1,4 +1,4 @@
-// map: a map editor's level under a camera that follows a firefly. The four directions, or a gamepad's stick.
+// map: a level from a map editor, with a camera that follows a firefly. Arrow keys, or a gamepad.
 
 #include "lumarind/lumarind.h"
 

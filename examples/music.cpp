@@ -3,7 +3,7 @@
 #include "lumarind/lumarind.h"
 
 static MIX_Audio *music;
-static SharedSound *chime;           // follows its file with LUMARIND_RELOAD=1
+static SharedSound *chime;           // cached; with LUMARIND_RELOAD=1 reloaded when its file changes
 static float last_x, last_y, ripple; // of the last click
 static bool paused;
 
@@ -36,7 +36,7 @@ static void tick() {
     fill_rect(renderer, nullptr, rgba(20, 26, 44, 255));
     float width = 0, height = 0;
     engine_view_size(&width, &height);
-    for (int line = 1; line < 8; line++) { // a stave: higher is higher
+    for (int line = 1; line < 8; line++) { // a stave: the pitch rises towards the top
         const SDL_FRect stave = {0, height * static_cast<float>(line) / 8, width, line == 4 ? 2.0f : 1.0f};
         fill_rect(renderer, &stave, rgba(52, 62, 96, 255));
     }

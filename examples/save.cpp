@@ -1,4 +1,4 @@
-// save: a game that continues where it was left. Jump (Space) finds a coin; Escape quits; then start again.
+// save: a number saved between runs. Jump (Space) finds a coin; quit with Escape and start again.
 
 #include "lumarind/lumarind.h"
 
@@ -11,7 +11,7 @@ static bool setup() {
     coins = 21;
     if (!SDL_GetStoragePathInfo(storage_user(), SAVE, nullptr)) return true; // the first time
     char *text = storage_read_user_file(SAVE);
-    if (!text) return false; // reported; the start fails rather than overwrite the old save
+    if (!text) return false; // reported; startup fails, so that the old save is not overwritten
     coins = SDL_max(SDL_atoi(text), 0);
     SDL_free(text);
     return true;
@@ -42,7 +42,7 @@ static void tick() {
     engine_draw_text(engine_get_font_by_index(SHARED_FONT_UI), text, 34, 30, {255, 222, 120, 255});
 }
 
-static void cleanup() {} // nothing is held
+static void cleanup() {} // nothing to free
 
 static constexpr GameScreen SCREENS[] = {{"purse", {.setup = setup, .tick = tick, .cleanup = cleanup}}};
 

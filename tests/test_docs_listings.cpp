@@ -1,6 +1,6 @@
-// The listings of docs/maps-and-sprites.md: each stands here verbatim between a pair of marks, and is run. Those of
-// docs/first-game.md are in the template, except the screen at its end, which the package test adds to the template and
-// runs.
+// The listings of docs/maps-and-sprites.md: each is copied here verbatim between a pair of markers, and is run. Those
+// of docs/first-game.md are in the template, except the screen at its end, which the package test adds to the template
+// and runs.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/input/input.h"
@@ -100,7 +100,7 @@ void hero_cleanup(Hero *hero) {
 void crowd_draw(SpriteBatch *batch, const SpriteSheet *sheet, const Animation *crowd, const SDL_FPoint *at, int count) {
     sprite_batch_begin(batch, sheet);
     for (int i = 0; i < count; i++) sprite_batch_add(batch, &crowd[i], at[i], 1, SDL_FLIP_NONE);
-    sprite_batch_draw(engine_renderer(), batch); // one call, however many they are
+    sprite_batch_draw(engine_renderer(), batch); // one render call for all sprites
 }
 // [end]
 
@@ -128,7 +128,7 @@ TEST_F(DocsListings, LevelListingDrawsAndWalks) {
         frame(1 / 60.0);
         level_fixed_update(&level, 1 / 60.0);
     }
-    EXPECT_NEAR(level.body.pos.x, x + 120, 2) << "walks";
+    EXPECT_NEAR(level.body.pos.x, x + 120, 2) << "walks while the key is held";
     clear();
     level_draw(&level, 400, 300, 2);
     const Picture drawn = picture();

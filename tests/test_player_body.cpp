@@ -53,13 +53,13 @@ protected:
     void move(bool along_x, float by) {
         const SDL_FPoint old = body.pos;
         const bool was_grounded = body.grounded;
-        const float owed = along_x ? body.remainder_x : body.remainder_y, sign = by + owed > 0 ? 1.0f : -1.0f;
+        const float carried = along_x ? body.remainder_x : body.remainder_y, sign = by + carried > 0 ? 1.0f : -1.0f;
         const bool stopped = along_x ? player_body_move_x(&body, by, &rects) : player_body_move_y(&body, by, &rects);
         const float done = along_x ? body.pos.x - old.x : body.pos.y - old.y;
         const float left = along_x ? body.remainder_x : body.remainder_y;
         EXPECT_TRUE(
             stopped ? left == 0 && (along_x ? blocked(sign) : blocked(0, sign) && body.vel.y == 0)
-                    : done + left == owed + by && std::abs(left) <= 0.5f);
+                    : done + left == carried + by && std::abs(left) <= 0.5f);
         EXPECT_TRUE(!along_x || body.pos.y == old.y || (was_grounded && body.pos.y < old.y))
             << "ledges are climbed upwards";
     }
@@ -71,7 +71,7 @@ protected:
 };
 
 TEST_F(PlayerBodyTest, MovesUntilBlockedAndNeverOverlapsRectangles) {
-    Uint64 record = 0; // hash of all positions and remainders; the expected one is from a debug build
+    Uint64 hash = 0; // of all positions and remainders; the expected value is from a debug build
     for (int level = 0; level < 2000; level++) {
         make_level();
         const ColliderTris *slopes = tris.count ? &tris : nullptr;
@@ -88,12 +88,12 @@ TEST_F(PlayerBodyTest, MovesUntilBlockedAndNeverOverlapsRectangles) {
             EXPECT_FALSE(was_free && blocked());
             ASSERT_FALSE(HasFailure()) << "level " << level << ", step " << i;
             for (const float part : {body.pos.x, body.pos.y, body.vel.y, body.remainder_x, body.remainder_y}) {
-                record = (record ^ std::bit_cast<Uint32>(part)) * 1099511628211u;
+                hash = (hash ^ std::bit_cast<Uint32>(part)) * 1099511628211u;
             }
-            record += body.grounded;
+            hash += body.grounded;
         }
     }
-    EXPECT_EQ(record, 0x4b5a28e8a5f58759u) << std::hex << "0x" << record;
+    EXPECT_EQ(hash, 0x4b5a28e8a5f58759u) << std::hex << "0x" << hash;
 }
 
 TEST_F(PlayerBodyTest, SlopeDoesNotLiftIntoCeiling) {

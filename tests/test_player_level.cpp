@@ -20,9 +20,9 @@
 namespace {
 
 constexpr SDL_FPoint SPAWN = {100, 416};
-constexpr float FALLEN_OUT = 544; // y of the feet
+constexpr float FALL_OUT_Y = 544; // y of the feet
 constexpr double DT = 1.0 / 60;
-constexpr double SHORTEST_WAY = 18; // s
+constexpr double SHORTEST_TIME = 18; // s
 
 bool at_throne(const PlayerBody &body) { return body.grounded && body.pos.x >= 1800 && body.pos.y >= 480; }
 
@@ -50,7 +50,7 @@ protected:
         for (int i = 0; i < ROUTE_STEPS_PER_LETTER; i++) {
             step(intent);
             intent.jump = intent.roll = false;
-            if (player.body.pos.y > FALLEN_OUT) return false;
+            if (player.body.pos.y > FALL_OUT_Y) return false;
         }
         return true;
     }
@@ -68,7 +68,7 @@ protected:
 
 // --- routes ---
 
-TEST_F(CastleLevelTest, BothRoutesReachThroneByDifferentWays) {
+TEST_F(CastleLevelTest, BothRoutesReachThroneOnSeparatePaths) {
     constexpr SDL_FRect TOWER = {1136, 48, 192, 280}, CRYPT = {464, 440, 560, 80}, CISTERN = {1136, 368, 384, 152};
     for (const char *route : {ROUTE_BY_THE_TOWER, ROUTE_BY_THE_CRYPTS}) {
         spawn();
@@ -83,20 +83,20 @@ TEST_F(CastleLevelTest, BothRoutesReachThroneByDifferentWays) {
         EXPECT_TRUE(at_throne(player.body)) << player.body.pos.x << ", " << player.body.pos.y;
         const bool high = route == ROUTE_BY_THE_TOWER;
         EXPECT_TRUE(tower == high && crypt != high && cistern != high);
-        EXPECT_GE(letters * ROUTE_STEPS_PER_LETTER * DT, SHORTEST_WAY);
+        EXPECT_GE(letters * ROUTE_STEPS_PER_LETTER * DT, SHORTEST_TIME);
     }
 }
 
 // --- search ---
 
-// Breadth-first search of all places the player can reach with ten decisions per second. Places within a few pixels
-// count as one: the times are those of good players, not of perfect ones.
+// Breadth-first search of all positions the player can reach with ten decisions per second. Positions within a few
+// pixels are merged, so the times are those of good players, not of perfect ones.
 class CastleSearchTest : public CastleLevelTest {
 protected:
-    struct Place {
+    struct Node {
         Player player;
-        std::vector<int> before; // predecessors
-        bool leads_on = false;   // the throne can be reached from it
+        std::vector<int> predecessors;
+        bool reaches_throne = false; // the throne can be reached from here
     };
     static constexpr const char *LETTERS = "l.rLJR<o>";
     static constexpr int SECONDS_MAX = 60;
@@ -119,59 +119,59 @@ protected:
     int search() {
         int first = 0;
         size_t done = 0;
-        places.push_back({player, {}});
+        nodes.push_back({player, {}});
         std::unordered_map<Uint64, int> known = {{key_of(player), 0}};
-        for (int letters = 1; letters < SECONDS_MAX * 10 && done < places.size(); letters++) {
-            for (const size_t end = places.size(); done < end; done++) {
+        for (int letters = 1; letters < SECONDS_MAX * 10 && done < nodes.size(); letters++) {
+            for (const size_t end = nodes.size(); done < end; done++) {
                 for (const char *letter = LETTERS; *letter; letter++) {
-                    player = places[done].player;
+                    player = nodes[done].player;
                     if (!worth_trying(player, *letter) || at_throne(player.body) || !play(*letter)) continue;
                     EXPECT_FALSE(overlaps()) << player.body.pos.x << ", " << player.body.pos.y;
-                    const auto [at, added] = known.try_emplace(key_of(player), static_cast<int>(places.size()));
-                    if (added) places.push_back({player, {}});
-                    places[static_cast<size_t>(at->second)].before.push_back(static_cast<int>(done));
+                    const auto [at, added] = known.try_emplace(key_of(player), static_cast<int>(nodes.size()));
+                    if (added) nodes.push_back({player, {}});
+                    nodes[static_cast<size_t>(at->second)].predecessors.push_back(static_cast<int>(done));
                     if (at_throne(player.body) && first == 0) first = letters;
                 }
             }
         }
         return first;
     }
-    void mark_what_leads_on() {
-        std::vector<size_t> ahead;
-        for (size_t i = 0; i < places.size(); i++) {
-            if (at_throne(places[i].player.body)) ahead.push_back(i);
+    void mark_nodes_reaching_throne() {
+        std::vector<size_t> open;
+        for (size_t i = 0; i < nodes.size(); i++) {
+            if (at_throne(nodes[i].player.body)) open.push_back(i);
         }
-        for (const size_t i : ahead) places[i].leads_on = true;
-        while (!ahead.empty()) {
-            const size_t at = ahead.back();
-            ahead.pop_back();
-            for (const int from : places[at].before) {
-                Place &place = places[static_cast<size_t>(from)];
-                if (place.leads_on) continue;
-                place.leads_on = true;
-                ahead.push_back(static_cast<size_t>(from));
+        for (const size_t i : open) nodes[i].reaches_throne = true;
+        while (!open.empty()) {
+            const size_t at = open.back();
+            open.pop_back();
+            for (const int from : nodes[at].predecessors) {
+                Node &node = nodes[static_cast<size_t>(from)];
+                if (node.reaches_throne) continue;
+                node.reaches_throne = true;
+                open.push_back(static_cast<size_t>(from));
             }
         }
     }
 
     static constexpr float PIXELS = 6;
-    std::vector<Place> places;
+    std::vector<Node> nodes;
 };
 
 TEST_F(CastleSearchTest, ShortestRouteTakes18SecondsAndThroneIsReachableFromEverywhere) {
     const double seconds = search() * ROUTE_STEPS_PER_LETTER * DT;
-    std::printf("%zu places, the throne after %.1f s\n", places.size(), seconds);
-    EXPECT_GE(seconds, SHORTEST_WAY);
-    mark_what_leads_on();
-    std::map<std::pair<int, int>, bool> floors; // cells stood in, and whether the throne can be reached from there
-    for (const Place &place : places) {
-        const PlayerBody &body = place.player.body;
+    std::printf("%zu positions, the throne is reached after %.1f s\n", nodes.size(), seconds);
+    EXPECT_GE(seconds, SHORTEST_TIME);
+    mark_nodes_reaching_throne();
+    std::map<std::pair<int, int>, bool> floors; // standing cells: whether the throne can be reached from there
+    for (const Node &node : nodes) {
+        const PlayerBody &body = node.player.body;
         if (!body.grounded) continue;
-        floors[{static_cast<int>(body.pos.x) / 16, static_cast<int>(body.pos.y) / 16}] |= place.leads_on;
+        floors[{static_cast<int>(body.pos.x) / 16, static_cast<int>(body.pos.y) / 16}] |= node.reaches_throne;
     }
     EXPECT_GT(floors.size(), 300U);
-    for (const auto &[cell, leads_on] : floors) {
-        EXPECT_TRUE(leads_on) << "no way out at column " << cell.first << ", row " << cell.second;
+    for (const auto &[cell, reaches_throne] : floors) {
+        EXPECT_TRUE(reaches_throne) << "no way out at column " << cell.first << ", row " << cell.second;
     }
 }
 

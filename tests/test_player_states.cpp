@@ -1,4 +1,4 @@
-// The player's state machine: transitions and their order of precedence. Times and positions: the stored recordings.
+// The player's state machine: transitions and their order of precedence. Stored recordings cover times and positions.
 
 #include "player/player.h"
 #include "support/log_capture.h"

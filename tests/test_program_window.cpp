@@ -35,7 +35,7 @@ protected:
         ASSERT_NE(process, nullptr) << SDL_GetError();
     }
 
-    // Waits for the exit, repeating an action meanwhile: input may come before the window is ready.
+    // Waits for the exit and repeats an action until then, because input may arrive before the window is ready.
     // Returns -255 on a timeout, the negative signal number if killed.
     int exit_code(const std::function<void()> &meanwhile = [] {}) {
         int code = -255;
@@ -85,7 +85,7 @@ TEST_F(ProgramTest, MouseAndKeysOpenScreensQuitAndSizeIsSaved) {
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("width = 611\nheight = 377\n"), std::string::npos);
 }
 
-TEST_F(ProgramTest, HelpFailedStartAndSignalsGiveExitCodes) {
+TEST_F(ProgramTest, HelpFailedStartAndSignalsSetExitCode) {
     launch({"--help"});
     int code = -1;
     const std::shared_ptr<void> output(SDL_ReadProcess(process.get(), nullptr, &code), SDL_free);

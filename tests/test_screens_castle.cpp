@@ -27,7 +27,7 @@ TEST_F(CastleTest, LostRenderTargetsAreBakedAgain) {
     EXPECT_TRUE(same_pixels(before, picture()));
     castle_cleanup(&castle);
     castle_cleanup(&castle);
-    push_event(SDL_EVENT_RENDER_TARGETS_RESET); // not watched any more
+    push_event(SDL_EVENT_RENDER_TARGETS_RESET); // no longer watched
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-// Each asset in turn removed, truncated or corrupted: every screen that uses it reports the error and fails or copes,
-// and no other screen is affected.
-// Seed and extent: support/damage.h.
+// Removes, truncates or corrupts each asset in turn: every screen that uses it reports the error and either fails or
+// runs, and no other screen is affected. For the seed and the extent see support/damage.h.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/tile_world.h"
@@ -78,14 +77,14 @@ protected:
         bool survived = true;
         for (int i = 0; i < 4 && survived; i++) survived = frame(1 / 60.0);
         expect_log_of(survived);
-        EXPECT_TRUE(survived || error_of_missing) << "fails although it does not use the file";
+        EXPECT_TRUE(survived || error_of_missing) << "the screen fails although it does not use the file";
         if (error_of_missing && !damage) {
             EXPECT_FALSE(survived);
             EXPECT_TRUE(matches(log.errors().at(0), error_of_missing)) << log.errors().at(0);
         }
         if (survived) return;
         stop();
-        ASSERT_TRUE(start_on_damaged()) << "the menu does not start any more";
+        ASSERT_TRUE(start_on_damaged()) << "the menu no longer starts";
     }
 
     // The castle as a tile world, with a camera that moves across it.

@@ -14,23 +14,23 @@ namespace {
 constexpr double STEP = 1.0 / 60;
 constexpr int FIRST_LINK = 3, LINKS = 12, BALL = FIRST_LINK + LINKS, FIRST_BRICK = BALL + 1, SCENE_PROPS = 56;
 
-using Place = std::array<float, 4>; // x, y, cosine and sine of the rotation
+using Pose = std::array<float, 4>; // x, y, cosine and sine of the rotation
 
 const PhysicsProp &prop(int index) { return physics_demo->props->items[index]; }
 const PhysicsProp &newest() { return prop(physics_demo->props->count - 1); }
 b2Vec2 position(int index) { return b2Body_GetPosition(prop(index).body); }
 bool awake(int index) { return b2Body_IsAwake(prop(index).body); }
-Place place(int index) {
+Pose pose(int index) {
     const b2Rot rotation = b2Body_GetRotation(prop(index).body);
     return {position(index).x, position(index).y, rotation.c, rotation.s};
 }
-std::vector<Place> places() {
-    std::vector<Place> all;
-    for (int i = 0; i < physics_demo->props->count; i++) all.push_back(place(i));
+std::vector<Pose> poses() {
+    std::vector<Pose> all;
+    for (int i = 0; i < physics_demo->props->count; i++) all.push_back(pose(i));
     return all;
 }
 b2Vec2 world_point(int index, b2Vec2 p) {
-    const auto [x, y, c, s] = place(index);
+    const auto [x, y, c, s] = pose(index);
     return {c * p.x - s * p.y + x, s * p.x + c * p.y + y};
 }
 
@@ -45,30 +45,30 @@ protected:
     }
 };
 
-TEST_F(PhysicsDemoTest, SimulationIsDeterministicAlsoAfterRebuild) {
-    const std::vector<Place> at_start = places();
+TEST_F(PhysicsDemoTest, SimulationIsDeterministicAndRepeatsAfterRebuild) {
+    const std::vector<Pose> at_start = poses();
     ASSERT_EQ(at_start.size(), static_cast<size_t>(SCENE_PROPS));
     steps(600);
-    const std::vector<Place> after = places();
+    const std::vector<Pose> after = poses();
     physics_demo_fire_cannonball();
-    const b2WorldId gone = physics_demo->world;
+    const b2WorldId old_world = physics_demo->world;
     play("R 0.01");
-    EXPECT_FALSE(b2World_IsValid(gone));
+    EXPECT_FALSE(b2World_IsValid(old_world));
     EXPECT_EQ(physics_demo->spawned, 0);
-    EXPECT_EQ(places(), at_start);
+    EXPECT_EQ(poses(), at_start);
     steps(600);
-    EXPECT_EQ(places(), after);
+    EXPECT_EQ(poses(), after);
     const b2WorldId world = physics_demo->world;
     stop();
-    EXPECT_FALSE(b2World_IsValid(world)) << "destroyed with its screen";
+    EXPECT_FALSE(b2World_IsValid(world)) << "the screen's cleanup destroys its world";
 }
 
 TEST_F(PhysicsDemoTest, WallSleepsUntilHitAndChainHolds) {
-    const std::vector<Place> at_start = places();
+    const std::vector<Pose> at_start = poses();
     steps(60); // the ball is swinging towards the wall
     for (int i = FIRST_BRICK; i < SCENE_PROPS; i++) {
         EXPECT_FALSE(awake(i)) << i;
-        const Place was = at_start[static_cast<size_t>(i)], is = place(i);
+        const Pose was = at_start[static_cast<size_t>(i)], is = pose(i);
         EXPECT_NEAR(std::hypot(is[0] - was[0], is[1] - was[1]), 0, 0.005) << i;
     }
     steps(60);

@@ -44,7 +44,7 @@ TEST_F(PlatformerTest, CameraFollowsOutsideDeadZoneAndClampsToWorld) {
     play("7s -Right 6");
     EXPECT_EQ(body().right, 1250) << "the camera stops at the world's edge, ten pixels beyond the wall";
     play("+Left 1.5s");
-    EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "at the other edge on the way back";
+    EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "at the dead zone's other edge on the way back";
 }
 
 TEST_F(PlatformerTest, PressesAreLatchedForOneStepAndAutoRepeatIsIgnored) {
@@ -66,7 +66,7 @@ TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     EXPECT_GT(body().left, 500);
     play("-Right 1.25s");
     EXPECT_EQ(body().left, 270);
-    write_file(COLLISIONS, ""); // invalid: the old floor stays
+    write_file(COLLISIONS, ""); // invalid: the old floor is kept
     play("2 1s");
     EXPECT_EQ(log.errors().size(), 1u);
     EXPECT_EQ(body().bottom, 360);
@@ -76,7 +76,7 @@ TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     reload_set(false);
 }
 
-TEST_F(PlatformerTest, SpawnInsideColliderIsRefused) {
+TEST_F(PlatformerTest, SpawnInsideColliderIsRejected) {
     ASSERT_TRUE(start({"--screen", "text-demo"}));
     const Screen *screen = screen_for(GAME_STATE_PLATFORMER_DEMO);
     use_own_level("0,416,200,16\n95,380,4,4\n");

@@ -1,4 +1,4 @@
-// Animation clips, and sprite sheets that match their set or not.
+// Playback of animation clips, and sprite sheets that do or do not match their set.
 
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sprite_sheet.h"
@@ -37,10 +37,10 @@ Animation playing(const AnimationSet *set, int clip) {
 
 TEST(AnimationTest, RandomOperationsMatchRecordedHash) {
     const LogCapture log;
-    constexpr Uint64 RECORDS[] = {0x97d41f7023364b8b, 0x5d93ce09b74b6823};
+    constexpr Uint64 HASHES[] = {0x97d41f7023364b8b, 0x5d93ce09b74b6823};
     for (const AnimationSet *set : {&SET, &fireknight_animations}) {
         std::mt19937 random(3);
-        Uint64 record = 0;
+        Uint64 hash = 0;
         Animation anim = playing(set, 0);
         int number = 0;
         const auto advance = [&] { animation_advance(&anim, number < 0 ? double(NAN) : number * 0.025); };
@@ -62,15 +62,15 @@ TEST(AnimationTest, RandomOperationsMatchRecordedHash) {
                  {double(anim.clip), double(anim.frame), std::round(anim.elapsed_ms), double(anim.playing),
                   double(anim.finished), double(animation_sheet_frame(&anim)), double(rect.x), double(rect.y),
                   double(rect.w), double(rect.h)}) {
-                record = (record ^ static_cast<Uint64>(part)) * 1099511628211u;
+                hash = (hash ^ static_cast<Uint64>(part)) * 1099511628211u;
             }
         }
-        EXPECT_EQ(record, RECORDS[set != &SET]) << std::hex << "0x" << record;
+        EXPECT_EQ(hash, HASHES[set != &SET]) << std::hex << "0x" << hash;
         for (int i = 0; i < set->clip_count; i++) EXPECT_EQ(animation_find_clip(set, set->clips[i].name), i);
     }
 }
 
-TEST(AnimationTest, InvalidAnimationsAreRefusedOrIgnored) {
+TEST(AnimationTest, InvalidAnimationsAreRejectedOrIgnored) {
     const LogCapture log;
     Animation anim = {};
     const AnimationSet no_clips = {nullptr, 8, 4, 2, 3, nullptr, 4}, no_cells = {"flat", 8, 0, 2, 3, CLIPS, 4};
@@ -96,7 +96,7 @@ TEST(AnimationTest, InvalidAnimationsAreRefusedOrIgnored) {
 
 // --- sheets ---
 
-TEST(SpriteSheetTest, RefusesMismatchedImageAndAnimationOfOtherSet) {
+TEST(SpriteSheetTest, RejectsMismatchedImageAndAnimationOfOtherSet) {
     const TemporaryDirectory directory;
     const LogCapture log;
     const Picture target(SDL_CreateSurface(64, 64, SDL_PIXELFORMAT_RGB24));

@@ -1,5 +1,5 @@
-// Sprite sheets exported by a sprite editor: supported features, errors, and that trimmed frames are drawn like whole
-// ones.
+// Sprite sheets exported by a sprite editor: supported features, errors, and trimmed frames, which must be drawn like
+// untrimmed ones.
 
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/animation_set.h"
@@ -84,13 +84,13 @@ TEST_F(AnimationSetTest, ExportedKnightDrawsSamePixelsAsItsTable) {
     ASSERT_EQ(set->clip_count, FIREKNIGHT_CLIP_COUNT);
     int frames = 0;
     for (int clip = 0; clip < set->clip_count; clip++) {
-        const AnimationClip *row = &set->clips[clip], *wanted = &fireknight_animations.clips[clip];
-        EXPECT_STREQ(row->name, wanted->name);
-        ASSERT_EQ(row->frame_count, wanted->frame_count);
-        EXPECT_EQ(row->loop, wanted->loop);
+        const AnimationClip *row = &set->clips[clip], *expected = &fireknight_animations.clips[clip];
+        EXPECT_STREQ(row->name, expected->name);
+        ASSERT_EQ(row->frame_count, expected->frame_count);
+        EXPECT_EQ(row->loop, expected->loop);
         for (int i = 0; i < row->frame_count; i++, frames++) {
             Animation loaded = {}, constant = {};
-            EXPECT_EQ(row->frame_ms[i], wanted->frame_ms[i]);
+            EXPECT_EQ(row->frame_ms[i], expected->frame_ms[i]);
             ASSERT_TRUE(animation_init(&loaded, set, clip) && animation_init(&constant, &fireknight_animations, clip));
             animation_set_frame(&loaded, i);
             animation_set_frame(&constant, i);
@@ -138,7 +138,7 @@ TEST_F(AnimationSetTest, TagsBecomeClipsWithDirectionAndRepeats) {
         std::vector<int> order;
         for (int i = 0; i < animation_clip(&anim)->frame_count; i++, animation_next_frame(&anim)) {
             order.push_back(animation_sheet_frame(&anim));
-            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "each with its own duration";
+            EXPECT_EQ(animation_clip(&anim)->frame_ms[i], 10 * (order.back() + 1)) << "frames keep their durations";
             EXPECT_EQ(animation_frame_rect(&anim).x, static_cast<float>(4 * order.back()));
         }
         EXPECT_EQ(order, c.order) << c.tag;
@@ -184,8 +184,8 @@ TEST_F(AnimationSetTest, ReportsErrorsByNameAndSurvivesAllocationFaults) {
         {"{" + frames_json(1) + "}", "meta.image '' is not an image beside the file"},
         {"{" + frames_json(1) + R"(,"meta":{"image":"../x.png"}})", "meta.image '../x.png' is not an image beside"},
         {"{" + frames_json(1) + R"(,"meta":{"image":"C:\\x.png"}})", "is not an image beside the file"},
-        {tag(R"("from":0,"to":3)"), "tag 't' goes from frame 0 to 3, but there are 3"},
-        {tag(R"("from":2,"to":1)"), "tag 't' goes from frame 2 to 1"},
+        {tag(R"("from":0,"to":3)"), "tag 't' spans frames 0 to 3, but the sheet has 3"},
+        {tag(R"("from":2,"to":1)"), "tag 't' spans frames 2 to 1"},
         {tag(R"("from":0,"to":1,"direction":"sideways")"), "tag 't' has an unknown direction"},
         {tag(R"("from":0,"to":2,"repeat":99999999999999)"), "tag 't' plays 3000000000 frames with its repeats"},
     };
@@ -238,7 +238,7 @@ TEST_F(AnimationSetTest, SetAndSheetAreHotReloadedTogether) {
         EXPECT_TRUE(sprite_sheet_draw(engine_renderer(), sheet, &anim, {0, 0}, 1, SDL_FLIP_NONE));
     }
     animation_advance(&anim, 0);
-    EXPECT_EQ(anim.frame, 0) << "restarted: the clip is shorter now";
+    EXPECT_EQ(anim.frame, 0) << "a clip that became shorter restarts";
     animation_set_cleanup(&set);
     reload_set(false);
 }

@@ -14,8 +14,7 @@ TEST(Camera, TargetStaysInDeadZoneAndViewInBounds) {
     Random random = random_make(3);
     for (int round = 0; round < 200; round++) {
         const float left = random_float(&random, -500, 500), top = random_float(&random, -500, 500);
-        const SDL_FRect bounds = {
-            left, top, 2000, round % 4 ? 1500.0f : 0.0f}; // every fourth is not limited vertically
+        const SDL_FRect bounds = {left, top, 2000, round % 4 ? 1500.0f : 0.0f}; // every fourth has no vertical limit
         Camera camera = camera_make(random_between(&random, 1, 4), bounds);
         const auto zoom = static_cast<float>(camera.zoom);
         SDL_FPoint target = {left + 1000, top + 700};
@@ -36,8 +35,7 @@ TEST(Camera, TargetStaysInDeadZoneAndViewInBounds) {
             EXPECT_TRUE(round % 4 || (at.y > 0.3999f && at.y < 0.6001f)) << at.y;
             const bool inside =
                 (target.x - before.x) * zoom / 801 > 0.35f && (target.x - before.x) * zoom / 801 < 0.65f;
-            EXPECT_TRUE(!inside || camera.position.x == before.x)
-                << "does not move while the target is in the dead zone";
+            EXPECT_TRUE(!inside || camera.position.x == before.x) << "moved although the target is in the dead zone";
             const SDL_FPoint origin = camera_origin(&camera),
                              back = camera_to_world(&camera, camera_to_view(&camera, target));
             EXPECT_TRUE(origin.x == std::round(origin.x) && origin.y == std::round(origin.y));

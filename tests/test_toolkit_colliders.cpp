@@ -35,28 +35,28 @@ protected:
         return colliders_load_csv(rects, tris, circles, points, "level.csv", scale);
     }
     std::vector<int> counts() const { return {points->count, circles->count, rects->count, tris->count}; }
-    // Results of all hit tests at a point, within 5 px of it, and for a box of 2 px. All are recorded.
-    std::vector<int> ask(SDL_FPoint p) {
+    // Results of the first-hit tests at a point, within 5 px of it, and for a box of 2 px. Adds all hits to the hash.
+    std::vector<int> hit_tests(SDL_FPoint p) {
         const SDL_FRect box = {p.x, p.y, 2, 2};
-        keep(colliders_point_near_points(&p, points, found_points, 5), found_points);
-        keep(colliders_point_inside_circles(&p, circles, found_circles), found_circles);
-        keep(colliders_point_inside_tris(&p, tris, found_tris), found_tris);
-        keep(colliders_point_inside_rects(&p, rects, found_rects), found_rects);
-        keep(colliders_rect_inside_rects(&box, rects, found_rects), found_rects);
+        add_to_hash(colliders_point_near_points(&p, points, found_points, 5), found_points);
+        add_to_hash(colliders_point_inside_circles(&p, circles, found_circles), found_circles);
+        add_to_hash(colliders_point_inside_tris(&p, tris, found_tris), found_tris);
+        add_to_hash(colliders_point_inside_rects(&p, rects, found_rects), found_rects);
+        add_to_hash(colliders_rect_inside_rects(&box, rects, found_rects), found_rects);
         return {
             colliders_point_near_point(&p, points, 5), colliders_point_inside_circle(&p, circles),
             colliders_point_inside_rect(&p, rects), colliders_point_inside_tri(&p, tris),
             colliders_rect_inside_rect(&box, rects)};
     }
-    void keep(float number) { record = (record ^ std::bit_cast<Uint32>(number)) * 1099511628211u; }
-    template <typename Set> void keep(int hits, const Set *found) { // a shape consists only of floats
+    void add_to_hash(float number) { hash = (hash ^ std::bit_cast<Uint32>(number)) * 1099511628211u; }
+    template <typename Set> void add_to_hash(int hits, const Set *found) { // a shape consists only of floats
         const auto *numbers = reinterpret_cast<const float *>(found->items);
-        keep(static_cast<float>(hits));
+        add_to_hash(static_cast<float>(hits));
         for (size_t i = 0; i < static_cast<size_t>(hits) * sizeof *found->items / sizeof *numbers; i++)
-            keep(numbers[i]);
+            add_to_hash(numbers[i]);
     }
 
-    Uint64 record = 0;
+    Uint64 hash = 0;
     TemporaryDirectory directory;
     LogCapture log;
     ColliderRects *rects = colliders_new_rects(), *found_rects = colliders_new_rects();
@@ -79,20 +79,21 @@ TEST_F(CollidersTest, HitTestsOnRandomLevelsMatchRecordedHash) {
         }
         ASSERT_TRUE(load(text, level % 2 ? 1 : 0.5f));
         for (int i = 0; i < 144; i++) {
-            for (const int hit : ask({float(i % 12 * 2 - 1), float(i / 12 * 2 - 1)})) keep(static_cast<float>(hit));
+            for (const int hit : hit_tests({float(i % 12 * 2 - 1), float(i / 12 * 2 - 1)}))
+                add_to_hash(static_cast<float>(hit));
         }
         for (int i = 0; i < tris->count; i++) {
             const SDL_FPoint top = colliders_tri_top_point(&tris->items[i]);
             const SDL_FPoint low = colliders_tri_bottom_point(&tris->items[i]);
-            for (const float part : {top.x, top.y, low.x, low.y}) keep(part);
+            for (const float part : {top.x, top.y, low.x, low.y}) add_to_hash(part);
         }
     }
-    EXPECT_EQ(record, 0x9db66c71d2000000u) << std::hex << "0x" << record;
+    EXPECT_EQ(hash, 0x9db66c71d2000000u) << std::hex << "0x" << hash;
 }
 
 // --- the collision file ---
 
-TEST_F(CollidersTest, FieldCountSelectsShapeAndWordsAreZero) {
+TEST_F(CollidersTest, FieldCountSelectsShapeAndInvalidNumbersAreZero) {
     ASSERT_TRUE(load(
         "0,0,16,16\r\n1,2\n1,2,3\n0,0,1,0,0,1\n1\n1,2,3,4,5\n1,2,3,4,5,6,7\n1,,2\n,3,4,\n\n  5\t, 6e1 \n"
         "x,info,2px,0x\n-9e9,9e9\n",
@@ -100,7 +101,7 @@ TEST_F(CollidersTest, FieldCountSelectsShapeAndWordsAreZero) {
     EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1}));
     EXPECT_TRUE(rects->items[0].w == 48 && rects->items[0].h == 48 && circles->items[0].r == 9);
     EXPECT_TRUE(rects->items[1].x == 0 && rects->items[1].y == 0 && rects->items[1].w == 6 && rects->items[1].h == 0);
-    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "several commas separate once";
+    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "repeated commas are one separator";
     EXPECT_TRUE(points->items[3].x == 15 && points->items[3].y == 180 && tris->items[0].c.y == 3);
     EXPECT_TRUE(points->items[4].x == -COLLIDERS_REACH && points->items[4].y == COLLIDERS_REACH);
     ASSERT_TRUE(colliders_load_csv(rects, nullptr, nullptr, nullptr, "level.csv", 2));

@@ -1,4 +1,4 @@
-// Image files of each format, and those that declare too large a size.
+// Image files of each format, and files that declare too large a size.
 
 #include "lumarind/toolkit/image.h"
 #include "support/picture.h"
@@ -23,7 +23,7 @@ std::string load(SDL_Renderer *renderer, const std::string &content) {
     return error.substr(9);
 }
 
-TEST(ImageTest, RefusesTooLargeAndUnsupportedImagesBeforeDecoding) {
+TEST(ImageTest, RejectsTooLargeAndUnsupportedImagesBeforeDecoding) {
     const TemporaryDirectory directory;
     const Picture surface(SDL_CreateSurface(64, 32, SDL_PIXELFORMAT_RGB24));
     SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(surface.get());
@@ -35,7 +35,7 @@ TEST(ImageTest, RefusesTooLargeAndUnsupportedImagesBeforeDecoding) {
     };
     const struct {
         const char *file;
-        std::string before, part, told; // `part` is overwritten after `before`
+        std::string before, part, error; // `part` is overwritten after `before`
     } cases[] = {
         {"png", "IHDR", {"\0\0\x75\x30\0\0\x75\x30", 8}, too_large("30000x30000")},
         {"png", "IHDR", {"\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 8}, too_large("4294967295x4294967295")},
@@ -54,7 +54,7 @@ TEST(ImageTest, RefusesTooLargeAndUnsupportedImagesBeforeDecoding) {
         const size_t at = content.find(c.before);
         ASSERT_NE(at, content.npos) << c.file;
         content.replace(at + c.before.size(), c.part.size(), c.part);
-        EXPECT_EQ(load(renderer, content), c.told);
+        EXPECT_EQ(load(renderer, content), c.error);
         content.resize(at + c.before.size() + 1);
         EXPECT_NE(load(renderer, content), "") << c.file << " truncated";
     }

@@ -1,5 +1,5 @@
-// Tile worlds: supported features, errors and their messages, collision shapes, and drawing, with the same pixels from
-// baked chunks and single tiles.
+// Tile worlds: supported features, error messages, collision shapes, and drawing, where baked chunks and single tiles
+// must give the same pixels.
 
 #include "lumarind/core/error.h"
 #include "lumarind/engine/engine.h"
@@ -159,16 +159,16 @@ TEST_F(TileWorldCastle, CellsAndCollidersMatchCsv) {
         const int col = i % world->cols, row = i / world->cols;
         ASSERT_EQ(tile_world_gid(world, 0, col, row), tile_grid_gid(map->layer, row, col)) << row << ", " << col;
     }
-    ColliderRects rects = {}, wanted_rects = {};
-    ColliderTris tris = {}, wanted_tris = {};
+    ColliderRects rects = {}, expected_rects = {};
+    ColliderTris tris = {}, expected_tris = {};
     EXPECT_TRUE(tile_world_colliders(world, "collisions", &rects, &tris));
     const std::string csv = path + "-collisions.csv";
-    EXPECT_TRUE(colliders_load_csv(&wanted_rects, &wanted_tris, nullptr, nullptr, csv.c_str(), 1));
-    ASSERT_TRUE(rects.count == wanted_rects.count && tris.count == wanted_tris.count && tris.count > 0);
-    EXPECT_EQ(SDL_memcmp(rects.items, wanted_rects.items, sizeof(SDL_FRect) * static_cast<size_t>(rects.count)), 0);
-    EXPECT_EQ(SDL_memcmp(tris.items, wanted_tris.items, sizeof(Tri) * static_cast<size_t>(tris.count)), 0);
-    for (ColliderRects *set : {&rects, &wanted_rects}) colliders_rects_cleanup(set);
-    for (ColliderTris *set : {&tris, &wanted_tris}) colliders_tris_cleanup(set);
+    EXPECT_TRUE(colliders_load_csv(&expected_rects, &expected_tris, nullptr, nullptr, csv.c_str(), 1));
+    ASSERT_TRUE(rects.count == expected_rects.count && tris.count == expected_tris.count && tris.count > 0);
+    EXPECT_EQ(SDL_memcmp(rects.items, expected_rects.items, sizeof(SDL_FRect) * static_cast<size_t>(rects.count)), 0);
+    EXPECT_EQ(SDL_memcmp(tris.items, expected_tris.items, sizeof(Tri) * static_cast<size_t>(tris.count)), 0);
+    for (ColliderRects *set : {&rects, &expected_rects}) colliders_rects_cleanup(set);
+    for (ColliderTris *set : {&tris, &expected_tris}) colliders_tris_cleanup(set);
     EXPECT_STREQ(tile_world_tile_type(world, 1), "floor");
     tile_world_cleanup(&world);
     tilemap_cleanup(&map);
@@ -284,34 +284,34 @@ lines &amp; more</property>
     EXPECT_EQ(_tile_set_info(pictures, 2)->texture, _tile_set_info(pictures, 5)->texture) << "loaded once";
 }
 
-TEST_F(TileWorldTest, EveryEncodingGivesSameCells) {
+TEST_F(TileWorldTest, EveryEncodingDecodesToSameCells) {
     Random random = {std::mt19937(5)};
-    Cells wanted(13 * 9);
-    for (Uint32 &cell : wanted) cell = random() % 5 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 4);
+    Cells expected(13 * 9);
+    for (Uint32 &cell : expected) cell = random() % 5 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 4);
     std::string elements;
-    for (const Uint32 cell : wanted) elements += cell ? "<tile gid='" + std::to_string(cell) + "'/>" : "<tile/>";
-    const std::string bytes = bytes_of(wanted);
-    std::string broken_up = base64(bytes);
-    for (size_t i = 70; i < broken_up.size(); i += 71) broken_up.insert(i, "\n");
+    for (const Uint32 cell : expected) elements += cell ? "<tile gid='" + std::to_string(cell) + "'/>" : "<tile/>";
+    const std::string bytes = bytes_of(expected);
+    std::string wrapped = base64(bytes);
+    for (size_t i = 70; i < wrapped.size(); i += 71) wrapped.insert(i, "\n");
     const std::string datas[] = {
-        "<data encoding='csv'>" + csv_of(wanted) + "</data>",
-        "<data encoding='csv'>\r\n " + csv_of(wanted) + " ,\n</data>",
+        "<data encoding='csv'>" + csv_of(expected) + "</data>",
+        "<data encoding='csv'>\r\n " + csv_of(expected) + " ,\n</data>",
         "<data>" + elements + "</data>",
-        "<data encoding='base64'>\n  " + broken_up + "\n</data>",
+        "<data encoding='base64'>\n  " + wrapped + "\n</data>",
         "<data encoding='base64' compression='zlib'>" + base64(packed(bytes, false)) + "</data>",
         "<data encoding='base64' compression='gzip'>" + base64(packed(bytes, true)) + "</data>"};
     for (const std::string &data : datas) {
         ASSERT_TRUE(load(map_of(13, 9, TILES + "<layer name='l' width='13' height='9'>" + data + "</layer>"))) << data;
-        EXPECT_EQ(cells(), wanted) << data;
+        EXPECT_EQ(cells(), expected) << data;
     }
-    // An infinite map stores them in chunks at any position.
+    // An infinite map stores the same cells in chunks at any position.
     std::string chunks;
     for (int row = 0; row < 9; row += 3) {
         for (int col = 0; col < 13; col += 13 - row) {
             const int width = col == 0 ? 13 - row : row;
             Cells piece;
             for (int y = row; y < row + 3; y++) {
-                for (int x = col; x < col + width; x++) piece.push_back(wanted[static_cast<size_t>(y * 13 + x)]);
+                for (int x = col; x < col + width; x++) piece.push_back(expected[static_cast<size_t>(y * 13 + x)]);
             }
             chunks.insert(
                 0, "<chunk x='" + std::to_string(col - 40) + "' y='" + std::to_string(row - 5) + "' width='" +
@@ -324,7 +324,7 @@ TEST_F(TileWorldTest, EveryEncodingGivesSameCells) {
             "</data></layer><layer name='empty'><data encoding='csv'/></layer>",
         "infinite='1'")));
     EXPECT_TRUE(world->left == -40 && world->top == -5 && world->cols == 13 && world->rows == 9);
-    EXPECT_EQ(cells(), wanted);
+    EXPECT_EQ(cells(), expected);
 }
 
 // --- errors ---
@@ -359,32 +359,32 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
         {"<map orientation='isometric' width='1' height='1'/>", "map: its orientation is isometric: only orthogonal"},
         {"<map width='1' height='1' tilewidth='8'/>", "map: 1x1 tiles of 8x0 px"},
         {"<map width='0' height='1' tilewidth='8' tileheight='8'/>", "map: 0x1 tiles of 8x8 px"},
-        {data("encoding='csv'", "1"), "layer 'l' holds at most 1 cells, but its size says 2"},
-        {data("encoding='csv'", "1,   "), "layer 'l' holds 1 cells, but its size says 2"},
-        {data("encoding='csv'", "1,2,3"), "layer 'l' holds more than 2 cells, but its size says 2"},
+        {data("encoding='csv'", "1"), "layer 'l' has at most 1 cells, but its size requires 2"},
+        {data("encoding='csv'", "1,   "), "layer 'l' has 1 cells, but its size requires 2"},
+        {data("encoding='csv'", "1,2,3"), "layer 'l' has more than 2 cells, but its size requires 2"},
         {data("encoding='csv'", "1 2"), "a comma is missing in its CSV"},
-        {data("encoding='csv'", "1,x"), "something that is not a tile number"},
-        {data("encoding='csv'", "1,4294967296"), "something that is not a tile number"},
+        {data("encoding='csv'", "1,x"), "its CSV contains an invalid tile number"},
+        {data("encoding='csv'", "1,4294967296"), "its CSV contains an invalid tile number"},
         {data("encoding='csv'", "1,5"),
          "layer 'l' has tile 5 at column 1, row 0, which is in none of the map's tilesets"},
-        {data("", "<tile gid='1'/>"), "layer 'l' holds 1 cells"},
+        {data("", "<tile gid='1'/>"), "layer 'l' has 1 cells"},
         {data("encoding='json'", "[]"), "layer 'l' is encoded as json: choose CSV or base64"},
         {data("encoding='base64' compression='zstd'", ""), "layer 'l' is compressed with zstd: choose zlib"},
         {data("encoding='base64'", "AA*A"), "its base64 text is invalid"},
         {data("encoding='base64'", "AAAA=A"), "its base64 text is invalid"},
-        {data("encoding='base64'", base64("1234")), "layer 'l' holds 1 cells, but its size says 2"},
-        {data("encoding='base64'", base64(std::string(12, '\0'))), "layer 'l' holds 3 cells, but its size says 2"},
+        {data("encoding='base64'", base64("1234")), "layer 'l' has 1 cells, but its size requires 2"},
+        {data("encoding='base64'", base64(std::string(12, '\0'))), "layer 'l' has 3 cells, but its size requires 2"},
         {data("encoding='base64' compression='zlib'", base64("12345678")), "its compressed data is corrupt"},
-        {data("encoding='base64' compression='zlib'", base64(packed(std::string(9, '\0'), false))),
-         "holds more than 2"},
-        {data("encoding='base64' compression='zlib'", bomb), "layer 'l' holds more than 2 cells, but its size says 2"},
-        {data("encoding='base64' compression='zlib'", base64(packed(std::string(4, '\0'), true))), "holds 1 cells"},
+        {data("encoding='base64' compression='zlib'", base64(packed(std::string(9, '\0'), false))), "has more than 2"},
+        {data("encoding='base64' compression='zlib'", bomb),
+         "layer 'l' has more than 2 cells, but its size requires 2"},
+        {data("encoding='base64' compression='zlib'", base64(packed(std::string(4, '\0'), true))), "has 1 cells"},
         {map_of(
              1, 1, "<layer name='l'><data encoding='csv'><chunk width='1' height='1'>x</chunk></data></layer>",
              "infinite='1'"),
-         "is not a tile number"},
+         "its CSV contains an invalid tile number"},
         {map_of(9000, 9000, TILES + layer_of(9000, 9000, {1})), "layer 'ground' has 9000x9000 cells from 0, 0 on"},
-        {map_of(4000, 4000, TILES + layer_of(4000, 4000, {1})), "holds at most 1 cells, but its size says 16000000"},
+        {map_of(4000, 4000, TILES + layer_of(4000, 4000, {1})), "has at most 1 cells, but its size requires 16000000"},
         {map_of(1, 1, nested), "is nested more than 32 levels deep"},
         {map_of(1, 1, "<layer name='l' mode='multiply'/>"), "layer 'l' has the blend mode multiply: only normal"},
         {map_of(1, 1, TILES + TILES), "tileset: its firstgid '1' is not in ascending order"},
@@ -397,13 +397,12 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
         {tileset("", "<image source='none.png'/>"), "'t': cannot load maps/none.png, error: "},
         {tileset("", "<image source='cut.png'/>"), "'t': cannot load maps/cut.png, error: "},
         {tileset("", "<image format='png'><data/></image>"), "'t' has an embedded image"},
-        {tileset("columns='5'", SHEET), "tileset 't' has 5 columns, but its picture, 32 px wide, has 4"},
-        {tileset("margin='30'", SHEET), "its picture is smaller than one of its tiles"},
-        {tileset("", ""), "it has neither a picture nor tiles"},
-        {tileset("", "<tile id='1'/>"), "a tile has no picture"},
+        {tileset("columns='5'", SHEET), "tileset 't' has 5 columns, but its image, 32 px wide, has 4"},
+        {tileset("margin='30'", SHEET), "its image is smaller than one tile"},
+        {tileset("", ""), "it has neither an image nor tiles"},
+        {tileset("", "<tile id='1'/>"), "a tile has no image"},
         {tileset("", "<tile id='99999999'>" + SHEET + "</tile>"), "has a tile with the id '99999999'"},
-        {tileset("", "<tile id='0' x='50' width='3' height='3'>" + SHEET + "</tile>"),
-         "a tile lies outside its picture"},
+        {tileset("", "<tile id='0' x='50' width='3' height='3'>" + SHEET + "</tile>"), "a tile is outside its image"},
         {tileset("", SHEET + "<tile id='4'/>"), "refers to a tile with the id '4', but has 4 tiles"},
         {tileset("", SHEET + "<tile id='0'><animation><frame tileid='7' duration='1'/></animation></tile>"),
          "of tile 0 shows tile 7"},
@@ -413,7 +412,7 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
          "object 3 'n': its points are not a list"},
         {object("<object id='3'><polygon points='0,0 nan,1'/></object>"), "object 3 '': its points are not a list"},
         {object("<object id='3' gid='9'/>"), "object 3 '': its tile is in none of the map's tilesets"},
-        {object("<object template='loop.tx'/>"), "maps/loop.tx: a template cannot be made from another"},
+        {object("<object template='loop.tx'/>"), "maps/loop.tx: a template cannot use another template"},
         {object("<object template='none.tx'/>"), "[STORAGE] Error reading file: maps/none.tx"},
     };
     for (const auto &c : cases) {
@@ -454,12 +453,12 @@ TEST_F(TileWorldTest, TileShapesMatchOpaquePixelsWithEveryFlip) {
         "8,-8'/></object></objectgroup></tile>"
         "</tileset>";
     Random random = {std::mt19937(11)};
-    Cells wanted(20 * 14);
-    for (Uint32 &cell : wanted) cell = random() % 3 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 3);
+    Cells expected(20 * 14);
+    for (Uint32 &cell : expected) cell = random() % 3 == 0 ? 0 : (random() & 0xE0000000u) | (1 + random() % 3);
     // Slopes in both directions, on the lower edge of the map.
-    wanted.resize(20 * 16, 0);
-    for (size_t col = 0; col < 20; col += 2) wanted[15 * 20 + col] = col % 4 == 0 ? 4 : TILE_FLIP_H | 4;
-    ASSERT_TRUE(load(map_of(20, 16, tiles + layer_of(20, 16, wanted))));
+    expected.resize(20 * 16, 0);
+    for (size_t col = 0; col < 20; col += 2) expected[15 * 20 + col] = col % 4 == 0 ? 4 : TILE_FLIP_H | 4;
+    ASSERT_TRUE(load(map_of(20, 16, tiles + layer_of(20, 16, expected))));
     ColliderRects rects = {};
     ColliderTris tris = {};
     ASSERT_TRUE(tile_world_colliders(world, nullptr, &rects, &tris));
@@ -494,7 +493,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         return load(map_of(100, 20, layer)) && tile_world_colliders(world, "solid", &rects, &tris);
     };
     const std::string floor = "<object id='1' x='0' y='100' width='200' height='20'/>";
-    // A hill with a dent, wound in both orders, on the floor: its triangles have the same area.
+    // A hill with a dent on the floor, in both winding orders: the triangles have the same area.
     for (const char *points : {"0,0 20,-30 40,-10 60,-30 80,0", "80,0 60,-30 40,-10 20,-30 0,0"}) {
         ASSERT_TRUE(collide(floor + "<object id='2' x='10' y='100'><polygon points='" + points + "'/></object>"));
         float area = 0;
@@ -505,7 +504,7 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         const SDL_FPoint dent = {150, 85}, hill = {130, 75};
         EXPECT_EQ(area, 300 + 400 + 400 + 300);
         EXPECT_TRUE(colliders_point_inside_tri(&dent, &tris) == -1 && colliders_point_inside_tri(&hill, &tris) != -1);
-        EXPECT_TRUE(rects.count == 1 && rects.items[0].x == 100) << "the layer's offset counts";
+        EXPECT_TRUE(rects.count == 1 && rects.items[0].x == 100) << "the layer's offset is applied";
     }
     // A rotated polygon on the map's lower edge.
     ASSERT_TRUE(collide("<object x='50' y='160' rotation='180'><polygon points='0,0 30,0 0,10'/></object>"));
@@ -534,7 +533,8 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
         EXPECT_TRUE(named(c.message)) << c.object << (log.errors().empty() ? "" : log.errors().front());
         EXPECT_TRUE(rects.count == 0 && tris.count == 0) << "nothing is added";
     }
-    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>")) << "without a body";
+    EXPECT_TRUE(collide(floor + "<object x='4'><point/></object><object><text>x</text></object>"))
+        << "points and text have no collision shape";
     EXPECT_FALSE(tile_world_colliders(world, "none", &rects, &tris));
     colliders_rects_cleanup(&rects);
     colliders_tris_cleanup(&tris);
@@ -704,7 +704,7 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
                 set.offset.y, alone ? "<tile id='0'>" : "", name, set.trans, alone ? "</tile>" : "", more);
             sets.push_back(std::move(set));
         }
-        const auto look = [&] {
+        const auto attributes = [&] {
             return std::format(
                 " offsetx='{}' offsety='{}' parallaxx='{}' parallaxy='{}' opacity='{}' {} {}", pick({0, 0, -13}),
                 pick({0, 0, 21}), pick({1, 1, 2}) / 2.0, pick({2, 2, 1}) / 2.0, pick({10, 10, 6}) / 10.0,
@@ -718,7 +718,7 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
                 const bool empty = (details || !full) && random() % 4 == 0;
                 cell = empty ? 0 : (random() & 0xE0000000u) | (set.first + random() % set.count);
             }
-            std::string layer = layer_of(70, 50, cells, look());
+            std::string layer = layer_of(70, 50, cells, attributes());
             if (infinite) {
                 layer.replace(layer.find("csv'>") + 5, 0, "<chunk x='-7' y='-4' width='70' height='50'>");
                 layer.replace(layer.find("</data>"), 0, "</chunk>");
@@ -726,7 +726,7 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
             content += layer;
         }
         const bool by_index = random() % 2, repeat_x = random() % 2, repeat_y = random() % 2;
-        content += std::format("<objectgroup draworder='{}' {}>", by_index ? "index" : "topdown", look());
+        content += std::format("<objectgroup draworder='{}' {}>", by_index ? "index" : "topdown", attributes());
         for (int i = 0; i < (large ? 1 : 40); i++) {
             const PaintedSet &set = sets[random() % 3];
             const bool thin = scale == 2 && random() % 8 == 0; // one pixel wide: otherwise sampling is ambiguous
@@ -745,7 +745,7 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
         content += std::format(
             "</objectgroup><imagelayer {} repeatx='{:d}' repeaty='{:d}'><image source='s0.png' "
             "trans='{}'/></imagelayer>",
-            look(), repeat_x, repeat_y, sets[0].trans);
+            attributes(), repeat_x, repeat_y, sets[0].trans);
         const int order = pick({0, 1, 2, 3}), ms = pick({1, 69, 71, 99, 101, 168, 171});
         ASSERT_TRUE(load(map_of(
             70, 50, content,
@@ -775,12 +775,12 @@ TEST_F(TileWorldTest, ChunksStayWithinBudgetAndAreBakedAgainWhenLost) {
     constexpr size_t CHUNK = 256 * 256 * 4;
     tile_world_set_chunk_budget(world, 0, 0);
     const auto at = [](float x) { return TileWorldView{{x, 120, 200, 150}, 1}; };
-    const Picture wanted = drawn(at(0));
+    const Picture expected = drawn(at(0));
     tile_world_set_chunk_budget(world, 5 * CHUNK, 1);
     for (int step = 0; step < 40; step++) {
         tile_world_advance(world, 0.01);
         const size_t before = tile_world_chunk_bytes(world);
-        EXPECT_TRUE(same_pixels(drawn(at(static_cast<float>(step) * 72)), wanted)) << step;
+        EXPECT_TRUE(same_pixels(drawn(at(static_cast<float>(step) * 72)), expected)) << step;
         EXPECT_LE(tile_world_chunk_bytes(world), SDL_min(5 * CHUNK, before + CHUNK)) << "one bake per frame";
     }
     EXPECT_EQ(tile_world_chunk_bytes(world), 5 * CHUNK);
@@ -788,7 +788,7 @@ TEST_F(TileWorldTest, ChunksStayWithinBudgetAndAreBakedAgainWhenLost) {
     event.type = SDL_EVENT_RENDER_TARGETS_RESET;
     SDL_PushEvent(&event);
     tile_world_set_chunk_budget(world, 5 * CHUNK, 0);
-    EXPECT_TRUE(same_pixels(drawn(at(0)), wanted));
+    EXPECT_TRUE(same_pixels(drawn(at(0)), expected));
     EXPECT_EQ(tile_world_chunk_bytes(world), 0u) << "lost chunks are freed";
     EXPECT_EQ(SDL_GetRenderTarget(engine_renderer()), nullptr);
     // More chunks are visible than slots exist, nearly all of them empty.
@@ -817,16 +817,16 @@ TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
     reload_set(true, 0);
     ASSERT_TRUE(load(map(1)));
     const TileWorld *before = world;
-    const auto follow = [&] {
+    const auto reloads = [&] {
         const Uint32 generation = world->generation;
         tile_world_advance(world, 0.01);
         EXPECT_EQ(world, before);
         return world->generation - generation;
     };
-    EXPECT_EQ(follow(), 0u) << "nothing has changed";
+    EXPECT_EQ(reloads(), 0u) << "nothing has changed";
     const Picture first = drawn(view);
     write_file("game/maps/a.tmx", map(3));
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_EQ(cells(), (Cells{2, 2, 2}));
     const Picture three = drawn(view);
     EXPECT_FALSE(same_pixels(three, first));
@@ -834,38 +834,38 @@ TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
          {std::string(), map(4).substr(0, 200), map(5, "<layer name='x' width='1' height='1'/>")}) {
         log.lines.clear();
         write_file("game/maps/a.tmx", broken);
-        for (int i = 0; i < 3; i++) EXPECT_EQ(follow(), 0u);
+        for (int i = 0; i < 3; i++) EXPECT_EQ(reloads(), 0u);
         EXPECT_EQ(log.errors().size(), 1u) << "reported once";
-        EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content stays";
+        EXPECT_TRUE(same_pixels(drawn(view), three)) << "the old content is kept";
     }
     std::filesystem::remove("game/maps/a.tmx");
-    EXPECT_EQ(follow(), 0u);
+    EXPECT_EQ(reloads(), 0u);
     write_file("game/maps/new.tmx", map(1));
     std::filesystem::rename("game/maps/new.tmx", "game/maps/a.tmx"); // as editors do
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_TRUE(same_pixels(drawn(view), first));
     write_file("game/maps/set.tsx", set("<tile id='1' type='wood'/>"));
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_STREQ(tile_world_tile_type(world, 2), "wood");
     save_noise("maps/tiles.png", 4 * TILE, TILE, [](int x, int) { return x % 3 ? 255 : 0; });
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_FALSE(same_pixels(drawn(view), first)) << "the image has changed";
     write_file("game/maps/a.tmx", map(2));
-    follow();
+    reloads();
     engine_clear_error();
     const int live = allocation_faults_live();
     for (int i = 0; i < 100; i++) {
         write_file("game/maps/a.tmx", map(1 + i % 2, i % 10 ? "" : "<broken"));
-        follow();
+        reloads();
         drawn(view);
     }
     write_file("game/maps/a.tmx", map(2) + "\n");
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     engine_clear_error();
     EXPECT_EQ(allocation_faults_live(), live) << "no leak";
     reload_set(false);
     write_file("game/maps/a.tmx", map(9));
-    EXPECT_EQ(follow(), 0u) << "off";
+    EXPECT_EQ(reloads(), 0u) << "hot reload is disabled";
 }
 
 TEST_F(TileWorldTest, TexturesAreSharedAndReferenceCounted) {
@@ -891,7 +891,7 @@ TEST_F(TileWorldTest, LoadingDrawingAndCollidersSurviveAllocationFaults) {
         "game/maps/set.tsx",
         "<tileset name='s' tilewidth='12' tileheight='20'><tile id='0'><image source='tall.png'/></tile></tileset>");
     const Cells cells = {1, 2};
-    const std::string part(1 << 20, 'c'); // large enough for a block of its own
+    const std::string part(1 << 20, 'c'); // large enough for an arena block of its own
     ASSERT_TRUE(load(map_of(
         2, 1,
         "<properties><property name='a' type='class'><properties><property name='b' value='" + part +

@@ -86,14 +86,16 @@ TEST(TileRanges, DecodeClampAndCover) {
         {tile_range_covering(0, 9, 0, 16, 0, 9), {0, 0}},
         {tile_range_covering(0, 9, 0, 16, NAN, 9), {0, 0}},
         {tile_range_covering(0, 1e30f, -1e30f, 16, 1, 9), {9, 9}}}; // far beyond any cell index
-    for (const auto &[is, wanted] : ranges) EXPECT_TRUE(is.first == wanted.first && is.end == wanted.end) << &is;
+    for (const auto &[actual, expected] : ranges)
+        EXPECT_TRUE(actual.first == expected.first && actual.end == expected.end) << &actual;
     const std::pair<TileCoord, TileCoord> cells[] = {
         {tile_coord_at(-1, 33, 0, 0, 16, 16, 2), {1, -1}},
         {tile_coord_at(70, 90, 20, 10, 10, 20, 2), {2, 2}},
         {tile_coord_at(5, 5, 0, 0, 0, 1, 1), {0, 0}},
         {tile_coord_at(5, 5, 0, 0, 1, 0, 1), {0, 0}},
         {tile_coord_at(1e30f, -1e30f, 0, 0, 1, 1, 1), {-(1 << 30), 1 << 30}}};
-    for (const auto &[is, wanted] : cells) EXPECT_TRUE(is.row == wanted.row && is.col == wanted.col) << is.row;
+    for (const auto &[actual, expected] : cells)
+        EXPECT_TRUE(actual.row == expected.row && actual.col == expected.col) << actual.row;
 }
 
 // --- maps ---
@@ -194,7 +196,8 @@ TEST_F(TilemapTest, FlipsAreDrawnAndChunksMatchTiles) {
         const TileRange xs = render_grid_visible_cols(grid, 0, VIEW_W, origin, size);
         const Picture visible = drawn([&] { return render_grid_draw_range(renderer, grid, ys, xs, origin, size); });
         EXPECT_TRUE(same_pixels(visible, tiles));
-        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H) << "no invisible chunk";
+        EXPECT_TRUE(ys.first == ys.end || top + (ys.end - 1) * grid->chunk_h * scale < VIEW_H)
+            << "a chunk outside the view is drawn";
     }
 }
 
@@ -207,10 +210,10 @@ TEST_F(TilemapTest, InvalidInputIsReportedByName) {
     EXPECT_FALSE(map->tileset || tilemap_draw(renderer, map, {0, 0}) || tilemap_to_render_grid(renderer, map, 16));
     EXPECT_EQ(tilemap_width(map) + tilemap_height(map), 0);
     EXPECT_FALSE(load("1,9"));
-    EXPECT_TRUE(tilemap_width(map) == 16 && load("1,9", 2)) << "the layer stays";
+    EXPECT_TRUE(tilemap_width(map) == 16 && load("1,9", 2)) << "the layer is kept";
     write_file("layer.csv", "1,x");
     EXPECT_FALSE(tilemap_load_csv(map, "layer.csv"));
-    EXPECT_EQ(map->layer->cols, 2) << "the old layer stays";
+    EXPECT_EQ(map->layer->cols, 2) << "the old layer is kept";
     for (const float scale : {0.0f, -2.0f, NAN}) tilemap_set_scale(map, scale);
     EXPECT_TRUE(map->scale == 1.0f && !tilemap_to_render_grid(renderer, map, 0));
     EXPECT_FALSE(render_grid_new(renderer, 0, 1, 8, 8) || render_grid_new(renderer, 1, 0, 8, 8));
@@ -240,39 +243,39 @@ TEST_F(TilemapTest, InvalidInputIsReportedByName) {
 TEST_F(TilemapTest, HotReloadReplacesMapsAndIgnoresInvalidFiles) {
     reload_set(true, 0);
     EXPECT_TRUE(load("1,2"));
-    std::filesystem::create_directory("elsewhere"); // images are read in the current folder, other files beside it
+    std::filesystem::create_directory("elsewhere"); // images are read from here, other files from its parent
     std::filesystem::rename("tiles.png", "elsewhere/tiles.png");
     std::filesystem::current_path("elsewhere");
     grid = tilemap_to_render_grid(renderer, map, 4);
-    const auto follow = [this] {
+    const auto reloads = [this] {
         const Uint32 generation = map->generation;
         reload_tick();
         return map->generation - generation;
     };
-    EXPECT_EQ(follow(), 0u);
+    EXPECT_EQ(reloads(), 0u);
     for (const char *broken : {"1,x", "1,9", ""}) {
         log.lines.clear();
         write_file("../layer.csv", broken);
-        EXPECT_EQ(follow() + follow(), 0u);
+        EXPECT_EQ(reloads() + reloads(), 0u);
         EXPECT_GE(log.errors().size(), 1u) << broken;
-        EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer stays after " << broken;
+        EXPECT_EQ(tile_grid_gid(map->layer, 0, 1), 2u) << "the old layer is kept after " << broken;
     }
     write_file("../layer.csv", "3,4,1\n");
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_TRUE(tile_grid_gid(map->layer, 0, 1) == 4 && tilemap_grid_is_stale(map, grid));
     render_grid_cleanup(&grid);
     grid = tilemap_to_render_grid(renderer, map, 4);
     EXPECT_FALSE(tilemap_grid_is_stale(map, grid));
     write_file("tiles.png", "no picture");
-    EXPECT_EQ(follow(), 0u);
+    EXPECT_EQ(reloads(), 0u);
     EXPECT_TRUE(map->columns == 4 && tilemap_draw(renderer, map, {0, 0}));
     const Picture wide(SDL_CreateSurface(6 * TILE, TILE, SDL_PIXELFORMAT_RGBA32));
     ASSERT_TRUE(IMG_SavePNG(wide.get(), "tiles.png"));
-    EXPECT_EQ(follow(), 1u);
+    EXPECT_EQ(reloads(), 1u);
     EXPECT_EQ(map->columns, 6);
     tilemap_cleanup(&map);
     write_file("../layer.csv", "1");
-    reload_tick(); // nothing is watched any more
+    reload_tick(); // no file is watched after cleanup
     reload_set(false);
     map = tilemap_new();
 }

@@ -52,11 +52,11 @@ TEST_F(ViewCopyTest, ClippedCopyMatchesWholeCopyAtAnyPosition) {
             number(-static_cast<int>(w) - 9, 180) + fraction, number(-static_cast<int>(h) - 9, 100), w, h};
         const auto mode = static_cast<SDL_FlipMode>(i % 3); // none, horizontal, vertical
         const float render_scale = i % 5 ? 1 : number(2, 4);
-        const Picture cut =
+        const Picture clipped =
             drawn([&] { EXPECT_TRUE(copy_texture_in_view(renderer, sheet->texture, &src, &dst, mode)); }, render_scale);
         const Picture whole = drawn(
             [&] { SDL_RenderTextureRotated(renderer, sheet->texture, &src, &dst, 0, nullptr, mode); }, render_scale);
-        EXPECT_TRUE(same_pixels(cut, whole)) << "round " << i;
+        EXPECT_TRUE(same_pixels(clipped, whole)) << "round " << i;
     }
 }
 

@@ -20,7 +20,7 @@ static constexpr const char *KNIGHT_NAMES[] = {"idle", "run",   "j_up",   "j_dow
 static_assert(SDL_arraysize(KNIGHT_NAMES) == KNIGHT_COUNT, "one name per clip");
 
 // Checks that the clips of a loaded file match its enum.
-static bool names_fit(const AnimationSet *set, const char *const *names, int count) {
+static bool clip_names_match(const AnimationSet *set, const char *const *names, int count) {
     for (int i = 0; i < count; i++) {
         if (i >= set->clip_count || SDL_strcmp(set->clips[i].name, names[i]) != 0)
             return engine_error("[ART] %s: clip %d should be \"%s\"", set->path, i, names[i]);
@@ -31,8 +31,8 @@ static bool names_fit(const AnimationSet *set, const char *const *names, int cou
 bool art_load(Art *art) {
     art->things = animation_set_load("assets/sprites.json");
     art->knight = animation_set_load("assets/knight.json");
-    if (!art->things || !art->knight || !names_fit(art->things, THING_NAMES, CLIP_COUNT)) return false;
-    if (!names_fit(art->knight, KNIGHT_NAMES, KNIGHT_COUNT)) return false;
+    if (!art->things || !art->knight || !clip_names_match(art->things, THING_NAMES, CLIP_COUNT)) return false;
+    if (!clip_names_match(art->knight, KNIGHT_NAMES, KNIGHT_COUNT)) return false;
     art->things_sheet = sprite_sheet_new(engine_renderer(), art->things);
     art->knight_sheet = sprite_sheet_new(engine_renderer(), art->knight);
     for (int clip = 0; clip < CLIP_COUNT; clip++) art->clips[clip] = art_thing(art, clip);

@@ -57,10 +57,9 @@ void credits_cleanup() {
 void credits_fixed_update(double dt) {
     time_before = time_now;
     time_now += dt;
-    const bool asked = input_pressed(ACTION_MENU_TAKE) || input_pressed(ACTION_MENU_BACK) || input_pressed(ACTION_JUMP);
+    const bool skip = input_pressed(ACTION_MENU_TAKE) || input_pressed(ACTION_MENU_BACK) || input_pressed(ACTION_JUMP);
     const double all = 900 / PX_A_SECOND + 12;
-    if ((asked && time_now > BEFORE_LEAVING) || time_now > all)
-        transition_fade_to(state_of(SCREEN_TITLE), FADE_SECONDS);
+    if ((skip && time_now > BEFORE_LEAVING) || time_now > all) transition_fade_to(state_of(SCREEN_TITLE), FADE_SECONDS);
 }
 
 void credits_tick() {

@@ -4,9 +4,9 @@ struct KindRow {
     const char *type = ""; // of the map objects
     float w = 0, h = 0;    // px
     int hits = 1;
-    float speed = 0, sight = 0;               // px/s, px
-    double calm = 0, warning = 0, acting = 0; // s
-    int calm_clip = 0, warning_clip = 0, acting_clip = 0, struck_clip = 0;
+    float speed = 0, sight = 0;              // px/s, px
+    double idle = 0, windup = 0, attack = 0; // s
+    int idle_clip = 0, windup_clip = 0, attack_clip = 0, hit_clip = 0;
 };
 static constexpr KindRow KINDS[] = {
     {.type = "walker",
@@ -14,36 +14,36 @@ static constexpr KindRow KINDS[] = {
      .h = 34,
      .hits = 2,
      .speed = 42,
-     .calm_clip = CLIP_WALKER,
-     .warning_clip = CLIP_WALKER,
-     .acting_clip = CLIP_WALKER,
-     .struck_clip = CLIP_WALKER_HIT},
+     .idle_clip = CLIP_WALKER,
+     .windup_clip = CLIP_WALKER,
+     .attack_clip = CLIP_WALKER,
+     .hit_clip = CLIP_WALKER_HIT},
     {.type = "hopper",
      .w = 20,
      .h = 18,
      .hits = 2,
      .speed = 105,
      .sight = 170,
-     .calm = 0.75,
-     .warning = 0.38,
-     .acting = 3,
-     .calm_clip = CLIP_HOPPER_SIT,
-     .warning_clip = CLIP_HOPPER_CROUCH,
-     .acting_clip = CLIP_HOPPER_AIR,
-     .struck_clip = CLIP_HOPPER_HIT},
+     .idle = 0.75,
+     .windup = 0.38,
+     .attack = 3,
+     .idle_clip = CLIP_HOPPER_SIT,
+     .windup_clip = CLIP_HOPPER_CROUCH,
+     .attack_clip = CLIP_HOPPER_AIR,
+     .hit_clip = CLIP_HOPPER_HIT},
     {.type = "watcher",
      .w = 18,
      .h = 34,
      .hits = 2,
      .speed = 125,
      .sight = 180,
-     .calm = 1.7,
-     .warning = 0.6,
-     .acting = 0.3,
-     .calm_clip = CLIP_WATCHER,
-     .warning_clip = CLIP_WATCHER_CHARGE,
-     .acting_clip = CLIP_WATCHER,
-     .struck_clip = CLIP_WATCHER_HIT},
+     .idle = 1.7,
+     .windup = 0.6,
+     .attack = 0.3,
+     .idle_clip = CLIP_WATCHER,
+     .windup_clip = CLIP_WATCHER_CHARGE,
+     .attack_clip = CLIP_WATCHER,
+     .hit_clip = CLIP_WATCHER_HIT},
 };
 static_assert(SDL_arraysize(KINDS) == ENEMY_KIND_COUNT, "one row per kind");
 
@@ -51,11 +51,11 @@ static constexpr float GRAVITY = 900, FALL_MAX = 420, HOP = 300; // px/s², px/s
 static constexpr float MOUTH_X = 11, MOUTH_Y = -25;              // of a watcher, relative to its feet
 static constexpr double FIREBALL_LIFE = 3, FLASH = 0.14;         // s
 
-static void enemy_set_mood(Enemy *enemy, const Art *art, EnemyMood mood) {
+static void enemy_set_state(Enemy *enemy, const Art *art, EnemyState state) {
     const KindRow &row = KINDS[enemy->kind];
-    const int clip = mood == MOOD_CALM ? row.calm_clip : mood == MOOD_WARNING ? row.warning_clip : row.acting_clip;
-    enemy->mood = mood;
-    enemy->mood_time = 0;
+    const int clip = state == ENEMY_IDLE ? row.idle_clip : state == ENEMY_WINDUP ? row.windup_clip : row.attack_clip;
+    enemy->state = state;
+    enemy->state_time = 0;
     enemy->anim = art_thing(art, clip);
 }
 
@@ -65,10 +65,10 @@ static void enemy_place(Enemy *enemy, const Art *art) {
     enemy->body.prev_pos = enemy->home;
     enemy->body.facing = enemy->home_facing;
     enemy->hits = row.hits;
-    enemy->struck = -1;
+    enemy->last_swing = -1;
     enemy->flash = 0;
     enemy->alive = true;
-    enemy_set_mood(enemy, art, MOOD_CALM);
+    enemy_set_state(enemy, art, ENEMY_IDLE);
 }
 
 bool enemies_add(Enemies *enemies, const Art *art, const char *type, SDL_FPoint feet, int facing) {
@@ -104,9 +104,9 @@ static void enemy_move(Enemy *enemy, const ColliderRects *solids, double dt) {
 // Turns round at walls and ledges.
 static void walker_step(Enemy *enemy, const ColliderRects *solids) {
     PlayerBody *body = &enemy->body;
-    const float way = static_cast<float>(body->facing);
-    const SDL_FRect floor = {body->pos.x + way * 12 - 2, body->pos.y, 4, 4};
-    const SDL_FRect wall = {body->pos.x + way * 10 - 2, body->pos.y - body->h, 4, body->h - 12};
+    const float direction = static_cast<float>(body->facing);
+    const SDL_FRect floor = {body->pos.x + direction * 12 - 2, body->pos.y, 4, 4};
+    const SDL_FRect wall = {body->pos.x + direction * 10 - 2, body->pos.y - body->h, 4, body->h - 12};
     if (body->grounded &&
         (colliders_rect_inside_rect(&floor, solids) < 0 || colliders_rect_inside_rect(&wall, solids) >= 0))
         body->facing = -body->facing;
@@ -116,43 +116,43 @@ static void walker_step(Enemy *enemy, const ColliderRects *solids) {
 static unsigned hopper_step(Enemy *enemy, const Art *art, const Hero *hero, bool sees) {
     const KindRow &row = KINDS[ENEMY_HOPPER];
     PlayerBody *body = &enemy->body;
-    if (enemy->mood == MOOD_CALM) {
+    if (enemy->state == ENEMY_IDLE) {
         body->vel.x = 0;
         if (sees) body->facing = hero->body.pos.x < body->pos.x ? -1 : 1;
-        if (sees && enemy->mood_time > row.calm) enemy_set_mood(enemy, art, MOOD_WARNING);
-    } else if (enemy->mood == MOOD_WARNING && enemy->mood_time > row.warning) {
-        enemy_set_mood(enemy, art, MOOD_ACTING);
+        if (sees && enemy->state_time > row.idle) enemy_set_state(enemy, art, ENEMY_WINDUP);
+    } else if (enemy->state == ENEMY_WINDUP && enemy->state_time > row.windup) {
+        enemy_set_state(enemy, art, ENEMY_ATTACKING);
         body->vel = {row.speed * static_cast<float>(body->facing), -HOP};
         return ENEMY_HOPPED;
-    } else if (enemy->mood == MOOD_ACTING && body->grounded && enemy->mood_time > 0.1) {
-        enemy_set_mood(enemy, art, MOOD_CALM);
+    } else if (enemy->state == ENEMY_ATTACKING && body->grounded && enemy->state_time > 0.1) {
+        enemy_set_state(enemy, art, ENEMY_IDLE);
     }
     return 0;
 }
 
-static void enemies_spit(Enemies *enemies, const Enemy *from, const Hero *hero) {
+static void enemies_spawn_fireball(Enemies *enemies, const Enemy *from, const Hero *hero) {
     const SDL_FPoint mouth = {
         from->body.pos.x + MOUTH_X * static_cast<float>(from->body.facing), from->body.pos.y + MOUTH_Y};
     const float dx = hero->body.pos.x - mouth.x, dy = hero->body.pos.y - hero->body.h / 2 - mouth.y;
-    const float far = SDL_max(SDL_sqrtf(dx * dx + dy * dy), 1), speed = KINDS[ENEMY_WATCHER].speed;
+    const float distance = SDL_max(SDL_sqrtf(dx * dx + dy * dy), 1), speed = KINDS[ENEMY_WATCHER].speed;
     for (Fireball &fireball : enemies->fireballs) {
         if (fireball.life > 0) continue;
-        fireball = {mouth, mouth, {dx / far * speed, dy / far * speed}, FIREBALL_LIFE};
+        fireball = {mouth, mouth, {dx / distance * speed, dy / distance * speed}, FIREBALL_LIFE};
         return;
     }
 }
 
 static unsigned watcher_step(Enemies *enemies, Enemy *enemy, const Art *art, const Hero *hero, bool sees) {
     const KindRow &row = KINDS[ENEMY_WATCHER];
-    if (sees && enemy->mood == MOOD_CALM) enemy->body.facing = hero->body.pos.x < enemy->body.pos.x ? -1 : 1;
-    if (enemy->mood == MOOD_CALM && sees && enemy->mood_time > row.calm) {
-        enemy_set_mood(enemy, art, MOOD_WARNING);
-    } else if (enemy->mood == MOOD_WARNING && enemy->mood_time > row.warning) {
-        enemies_spit(enemies, enemy, hero);
-        enemy_set_mood(enemy, art, MOOD_ACTING);
+    if (sees && enemy->state == ENEMY_IDLE) enemy->body.facing = hero->body.pos.x < enemy->body.pos.x ? -1 : 1;
+    if (enemy->state == ENEMY_IDLE && sees && enemy->state_time > row.idle) {
+        enemy_set_state(enemy, art, ENEMY_WINDUP);
+    } else if (enemy->state == ENEMY_WINDUP && enemy->state_time > row.windup) {
+        enemies_spawn_fireball(enemies, enemy, hero);
+        enemy_set_state(enemy, art, ENEMY_ATTACKING);
         return ENEMY_SPAT;
-    } else if (enemy->mood == MOOD_ACTING && enemy->mood_time > row.acting) {
-        enemy_set_mood(enemy, art, MOOD_CALM);
+    } else if (enemy->state == ENEMY_ATTACKING && enemy->state_time > row.attack) {
+        enemy_set_state(enemy, art, ENEMY_IDLE);
     }
     return 0;
 }
@@ -172,7 +172,7 @@ unsigned enemies_step(Enemies *enemies, const Art *art, const Hero *hero, const 
         if (!enemy->alive) continue;
         const float dx = SDL_fabsf(hero->body.pos.x - enemy->body.pos.x), dy = hero->body.pos.y - enemy->body.pos.y;
         const bool sees = hero->state != HERO_DEAD && dx < KINDS[enemy->kind].sight && SDL_fabsf(dy) < 90;
-        enemy->mood_time += dt;
+        enemy->state_time += dt;
         enemy->flash = SDL_max(enemy->flash - dt, 0);
         if (enemy->kind == ENEMY_WALKER && enemy->flash <= 0) walker_step(enemy, solids);
         if (enemy->kind == ENEMY_HOPPER) events |= hopper_step(enemy, art, hero, sees);
@@ -185,8 +185,8 @@ unsigned enemies_step(Enemies *enemies, const Art *art, const Hero *hero, const 
 }
 
 bool enemy_strike(Enemy *enemy, int swing, int strength, float from_x) {
-    if (!enemy->alive || enemy->struck == swing) return false;
-    enemy->struck = swing;
+    if (!enemy->alive || enemy->last_swing == swing) return false;
+    enemy->last_swing = swing;
     enemy->hits -= strength;
     enemy->flash = FLASH;
     enemy->alive = enemy->hits > 0;
@@ -194,8 +194,8 @@ bool enemy_strike(Enemy *enemy, int swing, int strength, float from_x) {
     return true;
 }
 
-const Animation *enemy_look(const Enemy *enemy, const Art *art) {
-    return enemy->flash > 0 ? &art->clips[KINDS[enemy->kind].struck_clip] : &enemy->anim;
+const Animation *enemy_animation(const Enemy *enemy, const Art *art) {
+    return enemy->flash > 0 ? &art->clips[KINDS[enemy->kind].hit_clip] : &enemy->anim;
 }
 
 SDL_FRect enemy_box(const Enemy *enemy) { return player_body_rect(&enemy->body); }

@@ -6,7 +6,7 @@
 #include "hero.h"
 
 enum EnemyKind { ENEMY_WALKER, ENEMY_HOPPER, ENEMY_WATCHER, ENEMY_KIND_COUNT };
-enum EnemyMood { MOOD_CALM, MOOD_WARNING, MOOD_ACTING };
+enum EnemyState { ENEMY_IDLE, ENEMY_WINDUP, ENEMY_ATTACKING };
 
 inline constexpr int ENEMIES_MAX = 40, FIREBALLS_MAX = 16;
 
@@ -16,11 +16,11 @@ struct Enemy {
     Animation anim;
     SDL_FPoint home; // spawn position
     int home_facing;
-    int hits;   // hits left
-    int struck; // number of the hero's swing that hit it last
-    EnemyMood mood;
-    double mood_time; // s
-    double flash;     // s left of the hit animation
+    int hits;       // hits left
+    int last_swing; // number of the hero's swing that hit it last
+    EnemyState state;
+    double state_time; // s
+    double flash;      // s left of the hit animation
     bool alive;
 };
 
@@ -43,6 +43,6 @@ bool enemies_add(
 void enemies_revive(Enemies *enemies, const Art *art);                                // respawns all at home
 unsigned enemies_step(Enemies *enemies, const Art *art, const Hero *hero, const ColliderRects *solids, double dt);
 bool enemy_strike(Enemy *enemy, int swing, int strength, float from_x); // true: hit; check `alive` afterwards
-const Animation *enemy_look(const Enemy *enemy, const Art *art);        // current animation
+const Animation *enemy_animation(const Enemy *enemy, const Art *art);   // current animation
 SDL_FRect enemy_box(const Enemy *enemy);
 SDL_FRect fireball_box(const Fireball *fireball);

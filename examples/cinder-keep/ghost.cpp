@@ -59,9 +59,9 @@ void ghost_load(Ghost *ghost, int level) {
     const size_t size = static_cast<size_t>(info.size);
     if (size >= sizeof header) SDL_memcpy(&header, bytes, sizeof header);
     const size_t length = size_t{header.count} * sizeof(GhostSample);
-    const bool whole = SDL_memcmp(header.magic, MAGIC, sizeof MAGIC) == 0 && header.count <= GHOST_SAMPLES_MAX &&
+    const bool valid = SDL_memcmp(header.magic, MAGIC, sizeof MAGIC) == 0 && header.count <= GHOST_SAMPLES_MAX &&
                        size == sizeof header + length && SDL_crc32(0, bytes + sizeof header, length) == header.crc;
-    if (whole) {
+    if (valid) {
         SDL_memcpy(ghost->samples, bytes + sizeof header, length);
         ghost->count = static_cast<int>(header.count);
     } else {
@@ -90,7 +90,7 @@ bool ghost_at(const Ghost *ghost, double seconds, GhostSample *sample) {
     const GhostSample *a = &ghost->samples[index], *b = a + 1;
     *sample = *a;
     const double t = at - index;
-    if (SDL_abs(b->x - a->x) > 40 || SDL_abs(b->y - a->y) > 40) return true; // the hero was moved: do not interpolate
+    if (SDL_abs(b->x - a->x) > 40 || SDL_abs(b->y - a->y) > 40) return true; // the hero respawned: do not interpolate
     sample->x = static_cast<Sint16>(SDL_lround(a->x + (b->x - a->x) * t));
     sample->y = static_cast<Sint16>(SDL_lround(a->y + (b->y - a->y) * t));
     return true;

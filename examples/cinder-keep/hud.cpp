@@ -31,21 +31,21 @@ HudTime hud_time(double seconds) {
 
 // --- signs: {name} is replaced by the binding of an action ---
 
-static constexpr const char *SIGN_WORDS[] = {"{left}", "{right}", "{jump}", "{roll}", "{attack}", "{special}"};
-static_assert(SDL_arraysize(SIGN_WORDS) == ACTION_PAUSE, "in the order of the actions");
+static constexpr const char *SIGN_PLACEHOLDERS[] = {"{left}", "{right}", "{jump}", "{roll}", "{attack}", "{special}"};
+static_assert(SDL_arraysize(SIGN_PLACEHOLDERS) == ACTION_PAUSE, "in the order of the actions");
 
 void hud_sign_text(const char *text, char *out, size_t size) {
     size_t used = 0;
     while (*text && used + 1 < size) {
         int action = -1;
         for (int i = 0; i < ACTION_PAUSE; i++) {
-            if (SDL_strncmp(text, SIGN_WORDS[i], SDL_strlen(SIGN_WORDS[i])) == 0) action = i;
+            if (SDL_strncmp(text, SIGN_PLACEHOLDERS[i], SDL_strlen(SIGN_PLACEHOLDERS[i])) == 0) action = i;
         }
         if (action < 0) {
             out[used++] = *text++;
             continue;
         }
-        text += SDL_strlen(SIGN_WORDS[action]);
+        text += SDL_strlen(SIGN_PLACEHOLDERS[action]);
         SettingsText name = settings_action_text(action, gamepad_connected());
         if (!name.text[0]) name = settings_action_text(action, !gamepad_connected());
         used += SDL_strlcpy(out + used, name.text, size - used);
@@ -70,7 +70,7 @@ static void hud_draw_sign(const Level *level, float width, float height) {
 }
 
 static void hud_draw_won(const Level *level, float width, float height) {
-    const LevelProgress &kept = progress.levels[level->number];
+    const LevelProgress &saved = progress.levels[level->number];
     char line[96];
     SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_BLEND);
     const SDL_FRect band = {0, height / 2 - 74, width, 148};
@@ -79,7 +79,7 @@ static void hud_draw_won(const Level *level, float width, float height) {
     hud_text(SHARED_FONT_UI_HEADING, title, width / 2, height / 2 - 66, COLOR_BRIGHT, TEXT_CENTER);
     SDL_snprintf(
         line, sizeof line, "Time %s     Best %s", hud_time(level->time).text,
-        hud_time(static_cast<double>(kept.best_ms) / 1000).text);
+        hud_time(static_cast<double>(saved.best_ms) / 1000).text);
     hud_text(SHARED_FONT_UI, line, width / 2, height / 2 - 8, COLOR_PLAIN, TEXT_CENTER);
     SDL_snprintf(
         line, sizeof line, "Embers %d of %d     Fallen %d", level->embers, level->things.embers, level->deaths);

@@ -6,7 +6,7 @@
 
 #include <SDL3/SDL_log.h>
 
-static constexpr double FALLEN_SECONDS = 1.6;
+static constexpr double DEATH_SECONDS = 1.6;
 static constexpr float HAZARD_MARGIN = 40; // px; the hero does not respawn closer to a hazard
 
 // --- checkpoints ---
@@ -17,7 +17,7 @@ void level_back_to_checkpoint(Level *level) {
     level->hero.hearts = HERO_HEARTS;
     hero_place(&level->hero, &level->art, lit ? level->things.items[level->checkpoint].feet : level->spawn);
     enemies_revive(&level->enemies, &level->art);
-    level->view.placed = false;
+    level->view.centered = false;
 }
 
 static void level_save_run(const Level *level) {
@@ -41,16 +41,16 @@ static void level_save_run(const Level *level) {
 }
 
 static void level_win(Level *level) {
-    LevelProgress *kept = &progress.levels[level->number];
+    LevelProgress *saved = &progress.levels[level->number];
     const Sint64 ms = static_cast<Sint64>(level->time * 1000);
     level->phase = LEVEL_WON;
     level->phase_time = 0;
-    if (level->whole_run && (kept->best_ms == 0 || ms < kept->best_ms)) {
-        kept->best_ms = ms;
+    if (level->whole_run && (saved->best_ms == 0 || ms < saved->best_ms)) {
+        saved->best_ms = ms;
         ghost_save(&level->ghost, level->number);
     }
-    kept->embers = SDL_max(kept->embers, level->embers);
-    kept->deaths += level->deaths;
+    saved->embers = SDL_max(saved->embers, level->embers);
+    saved->deaths += level->deaths;
     progress.reached = SDL_clamp(level->number + 2, progress.reached, LEVEL_COUNT);
     progress.finished = progress.finished || level->number + 1 == LEVEL_COUNT;
     progress_forget_run();
@@ -105,23 +105,23 @@ static void level_touch(Level *level, int index) {
     thing->done = true;
 }
 
-static void level_step_fallen(Level *level, double dt) {
+static void level_step_death(Level *level, double dt) {
     animation_advance(&level->hero.anim, dt);
-    if (level->phase_time < FALLEN_SECONDS) return;
+    if (level->phase_time < DEATH_SECONDS) return;
     level->deaths++;
     level_back_to_checkpoint(level);
 }
 
 // Updates the respawn position after hazards: on the map's floor (no platform), away from hazards.
-static void level_keep_firm_place(Level *level) {
+static void level_update_safe_position(Level *level) {
     Hero *hero = &level->hero;
-    if (hero->firm < 0.2 || hero->state == HERO_HURT) return;
+    if (hero->ground_time < 0.2 || hero->state == HERO_HURT) return;
     const SDL_FPoint feet = hero->body.pos;
     const SDL_FRect under = {feet.x - 6, feet.y, 12, 3},
                     around = {feet.x - HAZARD_MARGIN, feet.y - 30, 2 * HAZARD_MARGIN, 80};
     const int on = colliders_rect_inside_rect(&under, &level->solids);
     if (on >= 0 && on < level->map_solids && colliders_rect_inside_rect(&around, &level->hazards) < 0)
-        hero->firm_place = feet;
+        hero->safe_position = feet;
 }
 
 static void level_hero_events(Level *level, unsigned events) {
@@ -138,7 +138,7 @@ static void level_hero_events(Level *level, unsigned events) {
 }
 
 // Stores the positions before the step, for interpolation; also during a hit stop, when nothing moves.
-static void level_keep_places(Level *level) {
+static void level_store_positions(Level *level) {
     level->hero.body.prev_pos = level->hero.body.pos;
     for (int i = 0; i < level->enemies.count; i++)
         level->enemies.items[i].body.prev_pos = level->enemies.items[i].body.pos;
@@ -151,8 +151,8 @@ static void level_keep_places(Level *level) {
 
 void level_step(Level *level, const HeroIntent &intent, double dt) {
     Hero *hero = &level->hero;
-    level_keep_places(level);
-    hero_want(hero, intent);
+    level_store_positions(level);
+    hero_buffer_presses(hero, intent);
     view_step(&level->view, intent.move_x, dt);
     particles_step(&level->particles, dt);
     level->phase_time += dt;
@@ -161,14 +161,14 @@ void level_step(Level *level, const HeroIntent &intent, double dt) {
         return;
     }
     art_advance(&level->art, dt);
-    if (level->phase == LEVEL_FALLEN) level_step_fallen(level, dt);
+    if (level->phase == LEVEL_DEAD) level_step_death(level, dt);
     if (level->phase == LEVEL_WON) animation_advance(&hero->anim, dt);
     if (level->phase != LEVEL_PLAYING) return;
 
     level->time += dt;
     platforms_step(&level->things, hero, &level->solids, level->map_solids, dt);
     level_hero_events(level, hero_step(hero, &level->art, intent, &level->solids, dt));
-    level_keep_firm_place(level);
+    level_update_safe_position(level);
     const unsigned events = enemies_step(&level->enemies, &level->art, hero, &level->solids, dt);
     if (events & ENEMY_HOPPED) sounds_play(SOUND_HOP);
     if (events & ENEMY_SPAT) sounds_play(SOUND_SPIT);
@@ -187,7 +187,7 @@ Uint64 level_hash(const Level *level) {
         hero.flames, hero.has_key, level->phase, level->time, level->embers, level->deaths, level->checkpoint);
     for (int i = 0; i < level->enemies.count; i++) {
         const Enemy &enemy = level->enemies.items[i];
-        hash = state_hash_of(hash, enemy.body.pos.x, enemy.body.pos.y, enemy.mood, enemy.mood_time, enemy.hits);
+        hash = state_hash_of(hash, enemy.body.pos.x, enemy.body.pos.y, enemy.state, enemy.state_time, enemy.hits);
     }
     for (const Fireball &fireball : level->enemies.fireballs) hash = state_hash_of(hash, fireball.pos.x, fireball.life);
     for (int i = 0; i < level->things.platform_count; i++) hash = state_hash_add(hash, level->things.platforms[i].time);

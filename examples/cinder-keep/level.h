@@ -8,7 +8,7 @@
 #include "things.h"
 #include "view.h"
 
-enum LevelPhase { LEVEL_PLAYING, LEVEL_FALLEN, LEVEL_WON };
+enum LevelPhase { LEVEL_PLAYING, LEVEL_DEAD, LEVEL_WON };
 
 inline constexpr int SIGNS_MAX = 16;
 
@@ -45,7 +45,8 @@ struct Level {
     int embers, deaths;
 };
 
-bool level_load(Level *level, int number, bool go_on); // go_on: from the saved checkpoint. Reports errors
+// Loads the map and creates the objects; `from_checkpoint` continues the saved run. Reports errors.
+bool level_load(Level *level, int number, bool from_checkpoint);
 void level_cleanup(Level *level);
 void level_step(Level *level, const HeroIntent &intent, double dt);
 void level_back_to_checkpoint(Level *level); // with full health; respawns all enemies

@@ -20,7 +20,7 @@ static bool level_add_object(Level *level, const TileObject *object) {
         !things_add(&level->things, object) &&
         !enemies_add(&level->enemies, &level->art, object->type, {object->x, object->y}, facing)) {
         return engine_error(
-            "[LEVEL] %s: object %d is of no kind known here: \"%s\"", PATHS[level->number], object->id, object->type);
+            "[LEVEL] %s: object %d has an unknown type: \"%s\"", PATHS[level->number], object->id, object->type);
     }
     return true;
 }
@@ -55,7 +55,7 @@ static void level_restore_run(Level *level) {
     level->whole_run = false;
 }
 
-bool level_load(Level *level, int number, bool go_on) {
+bool level_load(Level *level, int number, bool from_checkpoint) {
     level->number = number;
     level->checkpoint = -1;
     level->whole_run = true;
@@ -71,7 +71,7 @@ bool level_load(Level *level, int number, bool go_on) {
     level->layer_hazards = tile_world_find_layer(world, "hazards");
     level->seconds_to_beat = tile_property_float(&world->properties, "seconds", 0);
     ghost_load(&level->best, number);
-    if (go_on && progress.run.level == number) level_restore_run(level);
+    if (from_checkpoint && progress.run.level == number) level_restore_run(level);
     view_reset(
         &level->view,
         {0, 0, static_cast<float>(world->cols * world->tile_w), static_cast<float>(world->rows * world->tile_h)});

@@ -41,7 +41,7 @@ MenuAnswer menus_tick(Menu *menu, const MenuLine *lines, int count, const SDL_FR
 
 bool menus_settings_tick() {
     MenuAnswer answer = {};
-    const bool stays = settings_menu_tick(&answer);
+    const bool open = settings_menu_tick(&answer);
     menus_sound(answer);
-    return stays;
+    return open;
 }

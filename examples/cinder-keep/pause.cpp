@@ -15,12 +15,12 @@ static constexpr MenuLine LINES[] = {{"Go on"}, {"Back to the last fire"}, {"Set
 static_assert(SDL_arraysize(LINES) == LINE_COUNT, "one row per line");
 
 static Menu menu;
-static bool in_settings, fresh;
+static bool in_settings, just_opened;
 
 void pause_open() {
     menu = {};
     in_settings = false;
-    fresh = true; // the menu ignores the press that opened it
+    just_opened = true; // the menu ignores the press that opened it
 }
 
 PauseChoice pause_tick() {
@@ -36,9 +36,9 @@ PauseChoice pause_tick() {
         engine_get_font_by_index(SHARED_FONT_UI_HEADING), "Pause", width / 2, height / 2 - lines / 2 - 62, COLOR_BRIGHT,
         TEXT_CENTER);
     const SDL_FRect area = {width / 2 - wide / 2, height / 2 - lines / 2, wide, lines};
-    const MenuAnswer answer = menus_tick(&menu, LINES, LINE_COUNT, area, !fresh);
-    const bool again = input_pressed(ACTION_PAUSE) && !fresh;
-    fresh = false;
+    const MenuAnswer answer = menus_tick(&menu, LINES, LINE_COUNT, area, !just_opened);
+    const bool again = input_pressed(ACTION_PAUSE) && !just_opened;
+    just_opened = false;
     if (answer.taken == LINE_SETTINGS) {
         settings_menu_open();
         in_settings = true;

@@ -20,9 +20,9 @@
 static constexpr double WON_SECONDS = 1.5; // before a press continues
 
 static Level *level;
-static bool go_on, pausing;
+static bool continue_next, pausing;
 
-void play_continue_next() { go_on = true; }
+void play_continue_next() { continue_next = true; }
 const Level *play_level() { return level; }
 
 static bool play_setup(int number) {
@@ -30,8 +30,8 @@ static bool play_setup(int number) {
     if (!level) return engine_error("[PLAY] Memory allocation failed, error: %s", SDL_GetError());
     progress_load();
     pausing = false;
-    const bool from_save = go_on;
-    go_on = false;
+    const bool from_save = continue_next;
+    continue_next = false;
     if (!menus_setup() || !level_load(level, number, from_save)) return false;
     return sounds_setup(tile_property_string(&level->world->properties, "music", "title"));
 }
@@ -61,8 +61,8 @@ static HeroIntent play_read_controls() {
 
 void play_fixed_update(double dt) {
     level_step(level, level->phase == LEVEL_PLAYING ? play_read_controls() : HeroIntent{}, dt);
-    const bool asked = input_pressed(ACTION_JUMP) || input_pressed(ACTION_MENU_TAKE);
-    if (level->phase == LEVEL_WON && level->phase_time > WON_SECONDS && asked)
+    const bool confirmed = input_pressed(ACTION_JUMP) || input_pressed(ACTION_MENU_TAKE);
+    if (level->phase == LEVEL_WON && level->phase_time > WON_SECONDS && confirmed)
         transition_fade_to(state_of(SCREEN_LEVEL_1 + level->number + 1), FADE_SECONDS); // or the credits
 }
 
@@ -82,10 +82,10 @@ static void play_draw_things(SDL_FPoint origin, float zoom) {
     const Art *art = &level->art;
     for (int i = 0; i < level->things.count; i++) {
         const Thing *thing = &level->things.items[i];
-        const Animation *look = thing_look(thing, art);
-        if (look) art_draw_thing(art, look, to_view(origin, zoom, thing->feet), zoom);
-        if (look && thing->kind == THING_DOOR) // draw the door again, higher: its top fills the opening
-            art_draw_thing(art, look, to_view(origin, zoom, {thing->feet.x, thing->feet.y - 16}), zoom);
+        const Animation *anim = thing_animation(thing, art);
+        if (anim) art_draw_thing(art, anim, to_view(origin, zoom, thing->feet), zoom);
+        if (anim && thing->kind == THING_DOOR) // draw the door again, higher: its top fills the opening
+            art_draw_thing(art, anim, to_view(origin, zoom, {thing->feet.x, thing->feet.y - 16}), zoom);
     }
     for (int i = 0; i < level->things.platform_count; i++) {
         const Platform *platform = &level->things.platforms[i];
@@ -101,7 +101,7 @@ static void play_draw_enemies(SDL_FPoint origin, float zoom) {
         const Enemy *enemy = &level->enemies.items[i];
         if (!enemy->alive) continue;
         const SDL_FPoint feet = between(enemy->body.prev_pos, enemy->body.pos);
-        art_draw_thing(art, enemy_look(enemy, art), to_view(origin, zoom, feet), zoom, enemy->body.facing);
+        art_draw_thing(art, enemy_animation(enemy, art), to_view(origin, zoom, feet), zoom, enemy->body.facing);
     }
     for (const Fireball &fireball : level->enemies.fireballs) {
         if (fireball.life <= 0) continue;
@@ -122,8 +122,8 @@ static void play_draw_knights(SDL_FPoint origin, float zoom, SDL_FPoint feet) {
         const SDL_FPoint at = {static_cast<float>(sample.x), static_cast<float>(sample.y)};
         art_draw_knight(art, &anim, to_view(origin, zoom, at), zoom, sample.facing, true);
     }
-    const bool hidden =
-        hero.state != HERO_ROLL && hero.state != HERO_SPECIAL && hero.safe > 0 && SDL_fmod(hero.safe, 0.16) < 0.07;
+    const bool hidden = hero.state != HERO_ROLL && hero.state != HERO_SPECIAL && hero.invulnerable > 0 &&
+                        SDL_fmod(hero.invulnerable, 0.16) < 0.07;
     if (hidden && level->phase == LEVEL_PLAYING) return; // blinks while invulnerable
     art_draw_knight(art, &hero.anim, to_view(origin, zoom, feet), zoom, hero.body.facing);
 }

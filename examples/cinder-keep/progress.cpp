@@ -9,12 +9,12 @@
 #include <cinttypes>
 #include <cstdio>
 
-static constexpr char PATH[] = "saves/progress.txt", ASIDE[] = "saves/progress.damaged.txt"; // user files
+static constexpr char PATH[] = "saves/progress.txt", BACKUP_PATH[] = "saves/progress.damaged.txt"; // user files
 static constexpr int VERSION = 2;
 
 Progress progress;
-static bool loaded, unreadable; // unreadable: the file may be intact, so it is not overwritten
-static ProgressLoad loaded_as;
+static bool loaded, read_failed; // read_failed: the file may be intact, so it is not overwritten
+static ProgressLoad load_result;
 
 // Version 1 had best times in whole seconds, but neither embers nor runs.
 static bool progress_read_1(const char *text, Progress *into) {
@@ -78,23 +78,23 @@ static ProgressLoad progress_load_file() {
         SDL_free(text);
         return PROGRESS_READ;
     }
-    unreadable = !text && info.size > 0;
-    if (text) storage_write_user_file(ASIDE, text, SDL_strlen(text));
+    read_failed = !text && info.size > 0;
+    if (text) storage_write_user_file(BACKUP_PATH, text, SDL_strlen(text));
     SDL_free(text);
-    SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[PROGRESS] Damaged, set aside as %s: %s", ASIDE, PATH);
+    SDL_LogWarn(SDL_LOG_CATEGORY_APPLICATION, "[PROGRESS] Damaged, copied to %s: %s", BACKUP_PATH, PATH);
     return PROGRESS_DAMAGED;
 }
 
-ProgressLoad progress_load() { return loaded ? loaded_as : progress_load_again(); }
+ProgressLoad progress_load() { return loaded ? load_result : progress_load_again(); }
 
 ProgressLoad progress_load_again() {
     progress = {};
     loaded = true;
-    return loaded_as = progress_load_file();
+    return load_result = progress_load_file();
 }
 
 bool progress_save() {
-    if (unreadable) return false;
+    if (read_failed) return false;
     char text[1024];
     const RunProgress &run = progress.run;
     int used = SDL_snprintf(

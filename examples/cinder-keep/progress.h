@@ -33,7 +33,7 @@ struct Progress {
 
 extern Progress progress;
 
-enum ProgressLoad { PROGRESS_NEW, PROGRESS_READ, PROGRESS_DAMAGED }; // damaged: copied aside, then reset
+enum ProgressLoad { PROGRESS_NEW, PROGRESS_READ, PROGRESS_DAMAGED }; // damaged: copied, then reset
 ProgressLoad progress_load();                                        // loads once; later calls return the same result
 ProgressLoad progress_load_again();                                  // discards the progress and loads the file
 bool progress_save();                                                // reports errors

@@ -7,8 +7,8 @@ enum Sound {
     SOUND_ROLL,
     SOUND_SWING,
     SOUND_FLAME,
-    SOUND_STRUCK, // an enemy was hit
-    SOUND_FELLED,
+    SOUND_HIT, // an enemy was hit
+    SOUND_DEFEATED,
     SOUND_HURT,
     SOUND_DIE,
     SOUND_EMBER,

@@ -34,7 +34,7 @@ static bool platform_add(Things *things, const TileObject *object) {
         .box = {from.x, from.y, PLATFORM_W, PLATFORM_H},
         .prev = from,
         .from = from,
-        .way =
+        .travel =
             {static_cast<float>(tile_property_float(&object->properties, "dx", 0)),
              static_cast<float>(tile_property_float(&object->properties, "dy", 0))},
         .time = 0,
@@ -74,7 +74,7 @@ int things_number(const Things *things, int index) {
     return number;
 }
 
-const Animation *thing_look(const Thing *thing, const Art *art) {
+const Animation *thing_animation(const Thing *thing, const Art *art) {
     const KindRow &row = KINDS[thing->kind];
     const int clip = thing->done ? row.done_clip : row.clip;
     return clip < 0 ? nullptr : &art->clips[clip];
@@ -102,16 +102,17 @@ static bool platform_carries(const Platform *platform, const Hero *hero) {
 }
 
 // Position at a time: eases in and out; rounded to whole pixels, so that a carried hero does not jitter.
-static SDL_FPoint platform_place(const Platform *platform, double time) {
-    const float share = static_cast<float>(0.5 - 0.5 * SDL_cos(time / platform->cycle * 2 * SDL_PI_D));
+static SDL_FPoint platform_position(const Platform *platform, double time) {
+    const float progress = static_cast<float>(0.5 - 0.5 * SDL_cos(time / platform->cycle * 2 * SDL_PI_D));
     return {
-        SDL_roundf(platform->from.x + platform->way.x * share), SDL_roundf(platform->from.y + platform->way.y * share)};
+        SDL_roundf(platform->from.x + platform->travel.x * progress),
+        SDL_roundf(platform->from.y + platform->travel.y * progress)};
 }
 
 void platforms_step(Things *things, Hero *hero, ColliderRects *solids, int first, double dt) {
     for (int i = 0; i < things->platform_count; i++) {
         Platform *platform = &things->platforms[i];
-        const SDL_FPoint to = platform_place(platform, platform->time + dt);
+        const SDL_FPoint to = platform_position(platform, platform->time + dt);
         const float dx = to.x - platform->box.x, dy = to.y - platform->box.y;
         const bool carries = platform_carries(platform, hero);
         const SDL_FRect moved = {to.x, to.y, platform->box.w, platform->box.h};

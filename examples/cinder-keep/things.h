@@ -21,7 +21,7 @@ struct Platform {
     SDL_FRect box;      // current; world px
     SDL_FPoint prev;    // top-left corner before the step
     SDL_FPoint from;    // top-left corner at one end of the path
-    SDL_FPoint way;     // offset of the other end, px
+    SDL_FPoint travel;  // offset of the other end, px
     double time, cycle; // s; a cycle is there and back
 };
 
@@ -35,9 +35,9 @@ struct Things {
 bool things_add(Things *things, const TileObject *object); // false: unknown type, or full
 int things_at(
     const Things *things, const SDL_FRect *box, int from);         // index of the next one touched and not done, or -1
-int things_find(const Things *things, ThingKind kind, int number); // index of the number-th of a kind, or -1
+int things_find(const Things *things, ThingKind kind, int number); // index of the nth of a kind, or -1
 int things_number(const Things *things, int index);                // the inverse: its number within its kind
-const Animation *thing_look(const Thing *thing, const Art *art);
+const Animation *thing_animation(const Thing *thing, const Art *art);
 
 // Replaces the rectangles from `first` on with the platforms and closed doors. Reports errors.
 bool things_add_solids(const Things *things, ColliderRects *solids, int first);

@@ -19,7 +19,7 @@
 #include <SDL3/SDL_error.h>
 #include <SDL3/SDL_render.h>
 
-static constexpr float SEEN_H = 240, SWAY = 70; // world px
+static constexpr float VIEW_H = 240, SWAY = 70; // world px
 static constexpr SDL_FPoint KNIGHT = {584, 224}, FIRE = {616, 224};
 
 enum Line { LINE_CONTINUE, LINE_NEW, LINE_LEVEL_2, LINE_SETTINGS, LINE_QUIT, LINE_COUNT };
@@ -74,7 +74,7 @@ static void title_draw_back() {
     SDL_Renderer *renderer = engine_renderer();
     float width = 0, height = 0;
     engine_view_size(&width, &height);
-    const float zoom = SDL_max(SDL_floorf(height / SEEN_H + 0.5f), 1);
+    const float zoom = SDL_max(SDL_floorf(height / VIEW_H + 0.5f), 1);
     const double sway =
         SDL_sin((title->time + engine_fixed_alpha() * engine_fixed_delta()) * 0.12) * static_cast<double>(SWAY);
     const SDL_FRect area = {
@@ -92,7 +92,7 @@ static void title_draw_back() {
     particles_draw(renderer, &title->particles, origin, zoom);
 }
 
-static void title_take(int line) {
+static void title_activate(int line) {
     const int level = progress.run.level >= 0 ? progress.run.level : progress.reached - 1;
     switch (line) {
     case LINE_CONTINUE:
@@ -114,9 +114,9 @@ static void title_take(int line) {
 }
 
 static const char *title_best(int level, char *text, size_t size) {
-    const LevelProgress &kept = progress.levels[level];
-    if (kept.best_ms == 0) return "";
-    SDL_snprintf(text, size, "best %s", hud_time(static_cast<double>(kept.best_ms) / 1000).text);
+    const LevelProgress &saved = progress.levels[level];
+    if (saved.best_ms == 0) return "";
+    SDL_snprintf(text, size, "best %s", hud_time(static_cast<double>(saved.best_ms) / 1000).text);
     return text;
 }
 
@@ -148,7 +148,7 @@ void title_tick() {
     fill_rect(engine_renderer(), &back, rgba(12, 8, 20, 150));
     const MenuAnswer answer =
         menus_tick(&title->menu, lines, LINE_COUNT, {left, top + 84, 300, line * static_cast<float>(LINE_COUNT)});
-    if (answer.taken >= 0) title_take(answer.taken);
+    if (answer.taken >= 0) title_activate(answer.taken);
     const char *warning = title->damaged ? "The save was damaged: it is set aside as progress.damaged.txt" : "";
     engine_draw_text(font, warning, left, height - 30, COLOR_WARNING);
 }

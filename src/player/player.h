@@ -6,7 +6,7 @@
 #include "lumarind/toolkit/animation.h"
 
 enum PlayerState : Sint32 {
-    PLAYER_STATE_NONE, // returned by a state's update to stay
+    PLAYER_STATE_NONE, // returned by a state's update for no transition
     PLAYER_STATE_IDLE,
     PLAYER_STATE_RUN,
     PLAYER_STATE_JUMP,

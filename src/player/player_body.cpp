@@ -41,7 +41,7 @@ static bool _player_body_step_up(PlayerBody *body, float dx, const ColliderRects
 
 // Returns whether the whole move is free, with one query instead of one per pixel. The swept box extends one pixel
 // further, so that rounding cannot hide a collision that the per-pixel move would find.
-static bool _player_body_way_is_free(PlayerBody *body, float *axis, float move, const ColliderRects *rects) {
+static bool _player_body_path_is_free(PlayerBody *body, float *axis, float move, const ColliderRects *rects) {
     SDL_FRect swept = player_body_rect(body);
     const float start = *axis;
     *axis += move + (move > 0 ? 1.0f : -1.0f);
@@ -63,10 +63,10 @@ static bool _player_body_move_axis(
     *remainder -= move;
     const float sign = move > 0 ? 1.0f : -1.0f;
     int steps = static_cast<int>(SDL_fabsf(move));
-    const bool way_is_free = steps > 1 && _player_body_way_is_free(body, axis, move, rects);
+    const bool path_is_free = steps > 1 && _player_body_path_is_free(body, axis, move, rects);
     for (; steps > 0; steps--) {
         *axis += sign;
-        if (way_is_free || !_player_body_blocked(body, rects)) continue;
+        if (path_is_free || !_player_body_blocked(body, rects)) continue;
         *axis -= sign;
         if (allow_step_up && body->grounded && _player_body_step_up(body, sign, rects)) continue;
         *remainder = 0;

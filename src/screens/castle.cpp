@@ -32,7 +32,7 @@ void castle_cleanup(Castle *castle) {
 void castle_refresh(Castle *castle) {
     if (!render_grid_is_lost(castle->grid) && !tilemap_grid_is_stale(castle->map, castle->grid)) return;
     RenderGrid *fresh = tilemap_to_render_grid(engine_renderer(), castle->map, CHUNK_TILES);
-    if (!fresh) return; // the error was reported; the old chunks stay in use
+    if (!fresh) return; // the error was reported; the old chunks are kept
     render_grid_cleanup(&castle->grid);
     castle->grid = fresh;
 }

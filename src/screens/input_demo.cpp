@@ -89,12 +89,12 @@ static float _input_demo_axis(InputAction negative, InputAction positive) {
 }
 
 static void _input_demo_move_marker(float dt) {
-    const float way = dt * INPUT_DEMO_SPEED * (input_held(INPUT_ACTION_RUN) ? RUN_FACTOR : 1);
+    const float distance = dt * INPUT_DEMO_SPEED * (input_held(INPUT_ACTION_RUN) ? RUN_FACTOR : 1);
     SDL_FRect arena = {};
     input_demo_arena(&arena);
     SDL_FPoint *marker = &input_demo->marker;
-    marker->x += way * _input_demo_axis(INPUT_ACTION_LEFT, INPUT_ACTION_RIGHT);
-    marker->y += way * _input_demo_axis(INPUT_ACTION_UP, INPUT_ACTION_DOWN);
+    marker->x += distance * _input_demo_axis(INPUT_ACTION_LEFT, INPUT_ACTION_RIGHT);
+    marker->y += distance * _input_demo_axis(INPUT_ACTION_UP, INPUT_ACTION_DOWN);
     marker->x = SDL_clamp(marker->x, 0, arena.w - INPUT_DEMO_MARKER_SIZE);
     marker->y = SDL_clamp(marker->y, 0, arena.h - INPUT_DEMO_MARKER_SIZE);
 }

@@ -113,8 +113,8 @@ static void main_menu_select_column(int delta) {
 }
 
 static void main_menu_update_cursor(int hovered) {
-    const SDL_SystemCursor wanted = hovered == -1 ? SDL_SYSTEM_CURSOR_DEFAULT : SDL_SYSTEM_CURSOR_POINTER;
-    if (wanted != engine_get_system_cursor_type()) engine_set_system_cursor(wanted);
+    const SDL_SystemCursor cursor = hovered == -1 ? SDL_SYSTEM_CURSOR_DEFAULT : SDL_SYSTEM_CURSOR_POINTER;
+    if (cursor != engine_get_system_cursor_type()) engine_set_system_cursor(cursor);
 }
 
 static void main_menu_execute_action() {

@@ -295,10 +295,11 @@ Uint64 physics_demo_state_hash() {
     Uint64 hash = state_hash_of(STATE_HASH_START, physics_demo->spawned, physics_demo->props->count);
     for (int i = 0; i < physics_demo->props->count; i++) {
         const b2BodyId body = physics_demo->props->items[i].body;
-        const b2Vec2 place = b2Body_GetPosition(body), velocity = b2Body_GetLinearVelocity(body);
-        const b2Rot turn = b2Body_GetRotation(body);
+        const b2Vec2 position = b2Body_GetPosition(body), velocity = b2Body_GetLinearVelocity(body);
+        const b2Rot rotation = b2Body_GetRotation(body);
         hash = state_hash_of(
-            hash, place.x, place.y, turn.c, turn.s, velocity.x, velocity.y, b2Body_GetAngularVelocity(body));
+            hash, position.x, position.y, rotation.c, rotation.s, velocity.x, velocity.y,
+            b2Body_GetAngularVelocity(body));
     }
     return hash;
 }

@@ -76,7 +76,7 @@ SDL_FPoint physics_view_to_world(const PhysicsView *view, float sx, float sy);
 float physics_view_to_pixels(const PhysicsView *view, float length);
 PhysicsView physics_demo_view(); // for the current view size
 
-// --- scene: returning false stops building ---
+// --- scene: building stops at the first function that returns false ---
 // Creates the body of a prop whose shape and size are set, and adds it. Exactly one of polygon and circle is not null.
 bool physics_demo_add_prop(
     const PhysicsProp *prop_template, const b2BodyDef *body_def, const PhysicsPropSpec *spec, const b2Polygon *polygon,

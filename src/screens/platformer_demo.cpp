@@ -110,7 +110,7 @@ static void platformer_demo_respawn() {
     platformer_demo->camera_ready = false;
 }
 
-// Hot reload: if the file cannot be read, the old colliders stay.
+// Hot reload: if the file cannot be read, the old colliders are kept.
 static void _platformer_demo_reload_colliders(void *, const char *path) {
     ColliderRects rects = {};
     ColliderTris tris = {};
@@ -287,15 +287,15 @@ static void platformer_demo_draw_body(SDL_Renderer *renderer, SDL_FPoint feet, S
 // Lists the last states entered, oldest first, as many as fit.
 static void platformer_demo_history_text(char *buffer, size_t size) {
     const Player *player = &platformer_demo->player;
-    const int kept = static_cast<int>(SDL_arraysize(player->history));
-    const int shown = SDL_min(player->history_count, kept);
+    const int capacity = static_cast<int>(SDL_arraysize(player->history));
+    const int shown = SDL_min(player->history_count, capacity);
     size_t used = 0;
     buffer[0] = '\0';
     for (int i = player->history_count - shown; i < player->history_count; i++) {
         const char *separator = used > 0 ? " > " : "";
         const int length = SDL_snprintf(
             buffer + used, size - used, "%s%s", separator,
-            player_state_name(static_cast<PlayerState>(player->history[i % kept])));
+            player_state_name(static_cast<PlayerState>(player->history[i % capacity])));
         if (length < 0 || static_cast<size_t>(length) >= size - used) return;
         used += static_cast<size_t>(length);
     }

@@ -17,7 +17,7 @@ static constexpr SDL_Color TEXT_COLOR = {0, 128, 255, 255};
 
 struct TextDemo {
     TTF_Font *font; // owned, as is the text
-    TTF_Text *text; // null if preparing it failed: the screen stays black
+    TTF_Text *text; // null if preparing it failed: the screen is then black
     float x, y;     // where it was last drawn
 };
 static TextDemo *text_demo;

@@ -1,5 +1,5 @@
-// Images that move in fixed steps and are drawn interpolated, so that motion is smooth at any frame rate: the screen
-// keeps the previous and the current value and draws the one between them.
+// Images that move in fixed steps and are drawn interpolated between the previous and the current step, so that motion
+// is smooth at any frame rate.
 
 #include "screens/texture_demo.h"
 

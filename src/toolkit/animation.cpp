@@ -101,14 +101,14 @@ void animation_set_frame(Animation *anim, int frame) {
     anim->frame = frame;
 }
 
-static void _animation_turn(Animation *anim, int frames) {
+static void _animation_skip(Animation *anim, int frames) {
     const AnimationClip *clip = animation_clip(anim);
     if (!clip || clip->frame_count <= 0) return;
     animation_set_frame(anim, (clip->frame_count + anim->frame + frames) % clip->frame_count);
 }
 
-void animation_next_frame(Animation *anim) { _animation_turn(anim, 1); }
-void animation_prev_frame(Animation *anim) { _animation_turn(anim, -1); }
+void animation_next_frame(Animation *anim) { _animation_skip(anim, 1); }
+void animation_prev_frame(Animation *anim) { _animation_skip(anim, -1); }
 
 // --- queries ---
 

@@ -15,7 +15,7 @@ struct AnimationClip {
     const char *name;
     Sint32 first_frame; // on the sheet
     Sint32 frame_count;
-    const Sint32 *frame_ms;        // frame_count durations; a frame of 0 or less is held for ever
+    const Sint32 *frame_ms;        // frame_count durations; a frame of 0 or less is held forever
     bool loop;                     // if false, it stops on its last frame
     const Sint32 *order = nullptr; // frame_count sheet frames in playing order; null: consecutive from first_frame
 };

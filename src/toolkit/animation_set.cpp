@@ -25,7 +25,7 @@ struct LoadedSet {
 
 struct SetLoad {
     const char *path;
-    LoadedSet *made;
+    LoadedSet *result;
     AnimationFrame *frames;
     Sint32 *frame_ms;
     Sint32 frame_count;
@@ -36,7 +36,7 @@ static bool _set_error(const SetLoad *load, const char *what) {
 }
 
 template <typename T> static T *_set_new(SetLoad *load, size_t count) {
-    T *memory = arena_new<T>(&load->made->arena, count);
+    T *memory = arena_new<T>(&load->result->arena, count);
     if (!memory) engine_error("[ANIMATION_SET] Memory allocation failed while loading %s", load->path);
     return memory;
 }
@@ -79,7 +79,7 @@ static bool _set_read_frame(SetLoad *load, yyjson_val *value, int index) {
     }
     frame->offset = {source.x, source.y};
     load->frame_ms[index] = _set_int(value, "duration", 0, DURATION_MAX);
-    AnimationSet *set = &load->made->set;
+    AnimationSet *set = &load->result->set;
     const int w = size ? _set_int(size, "w", 1, LENGTH_MAX) : frame->src.w;
     const int h = size ? _set_int(size, "h", 1, LENGTH_MAX) : frame->src.h;
     set->frame_w = SDL_max(set->frame_w, w);
@@ -110,8 +110,8 @@ static bool _set_read_frames(SetLoad *load, yyjson_val *frames) {
             if (!_set_read_frame(load, value, load->frame_count++)) return false;
         }
     }
-    load->made->set.frames = load->frames;
-    load->made->set.rows = load->frame_count;
+    load->result->set.frames = load->frames;
+    load->result->set.rows = load->frame_count;
     return true;
 }
 
@@ -119,7 +119,7 @@ static bool _set_read_frames(SetLoad *load, yyjson_val *frames) {
 
 struct TagDirection {
     const char *name;
-    bool backwards, to_and_fro;
+    bool backwards, ping_pong;
 };
 static constexpr TagDirection DIRECTIONS[] = {
     {"forward", false, false},
@@ -140,13 +140,13 @@ static const TagDirection *_set_direction(yyjson_val *value) {
 // nor, if `closed`, its first. Returns their number, and stores them unless `order` is null.
 static Sint64 _set_order(const TagDirection *direction, int from, int to, Sint64 passes, bool closed, Sint32 *order) {
     const Sint64 length = to - from + 1;
-    const Sint64 skipped = direction->to_and_fro && length > 1 ? 1 : 0; // per pass, except the first
+    const Sint64 skipped = direction->ping_pong && length > 1 ? 1 : 0; // per pass, except the first
     const Sint64 count = SDL_max(length + (passes - 1) * (length - skipped) - (closed ? skipped : 0), 1);
     for (Sint64 i = 0; order && i < count; i++) {
         const Sint64 step = length - skipped;
         const Sint64 pass = i < length ? 0 : 1 + (i - length) / step;
         const Sint64 within = i < length ? i : (i - length) % step + skipped;
-        const bool backwards = direction->backwards != (direction->to_and_fro && pass % 2 == 1);
+        const bool backwards = direction->backwards != (direction->ping_pong && pass % 2 == 1);
         order[i] = static_cast<Sint32>(backwards ? to - within : from + within);
     }
     return count;
@@ -155,7 +155,7 @@ static Sint64 _set_order(const TagDirection *direction, int from, int to, Sint64
 static bool
 _set_fill_clip(SetLoad *load, const TagDirection *direction, int from, int to, Sint64 repeat, AnimationClip *clip) {
     const bool endless = repeat <= 0;
-    const Sint64 passes = !endless ? repeat : direction->to_and_fro && to > from ? 2 : 1;
+    const Sint64 passes = !endless ? repeat : direction->ping_pong && to > from ? 2 : 1;
     const Sint64 count = _set_order(direction, from, to, passes, endless, nullptr);
     if (count > FRAMES_MAX) {
         return engine_error(
@@ -184,7 +184,7 @@ static bool _set_read_tag(SetLoad *load, yyjson_val *tag, AnimationClip *clip) {
     if (!clip->name) return false;
     if (!(from >= 0) || !(to >= from) || !(to < load->frame_count)) {
         return engine_error(
-            "[ANIMATION_SET] %s: tag '%s' goes from frame %g to %g, but there are %d: export the sheet again",
+            "[ANIMATION_SET] %s: tag '%s' spans frames %g to %g, but the sheet has %d: export the sheet again",
             load->path, clip->name, from, to, load->frame_count);
     }
     if (!direction) {
@@ -199,7 +199,7 @@ static bool _set_read_tag(SetLoad *load, yyjson_val *tag, AnimationClip *clip) {
 static bool _set_read_tags(SetLoad *load, yyjson_val *tags) {
     const size_t count = SDL_max(yyjson_arr_size(tags), size_t{1});
     AnimationClip *clips = _set_new<AnimationClip>(load, count);
-    AnimationSet *set = &load->made->set;
+    AnimationSet *set = &load->result->set;
     if (!clips) return false;
     set->clips = clips;
     size_t i = 0, max = 0;
@@ -218,14 +218,14 @@ static bool _set_read_slice(SetLoad *load, yyjson_val *value, AnimationSlice *sl
     yyjson_val *keys = yyjson_obj_get(value, "keys");
     slice->name = _set_text(load, yyjson_obj_get(value, "name"));
     slice->data = _set_text(load, yyjson_obj_get(value, "data"));
-    AnimationSliceKey *made = _set_new<AnimationSliceKey>(load, yyjson_arr_size(keys) + 1);
-    if (!slice->name || !slice->data || !made) return false;
-    slice->keys = made;
+    AnimationSliceKey *slice_keys = _set_new<AnimationSliceKey>(load, yyjson_arr_size(keys) + 1);
+    if (!slice->name || !slice->data || !slice_keys) return false;
+    slice->keys = slice_keys;
     size_t i = 0, max = 0;
     yyjson_val *key = nullptr;
     yyjson_arr_foreach(keys, i, max, key) { // missing values are 0
         yyjson_val *pivot = yyjson_obj_get(key, "pivot");
-        made[slice->key_count++] = {
+        slice_keys[slice->key_count++] = {
             .frame = _set_int(key, "frame", 0, FRAMES_MAX),
             .bounds = _set_rect(yyjson_obj_get(key, "bounds")),
             .center = _set_rect(yyjson_obj_get(key, "center")),
@@ -238,13 +238,13 @@ static bool _set_read_slice(SetLoad *load, yyjson_val *value, AnimationSlice *sl
 static bool _set_read_slices(SetLoad *load, yyjson_val *slices) {
     const size_t count = yyjson_arr_size(slices);
     if (count == 0) return true;
-    AnimationSlice *made = _set_new<AnimationSlice>(load, count);
-    if (!made) return false;
-    load->made->slices = made;
+    AnimationSlice *items = _set_new<AnimationSlice>(load, count);
+    if (!items) return false;
+    load->result->slices = items;
     size_t i = 0, max = 0;
     yyjson_val *slice = nullptr;
     yyjson_arr_foreach(slices, i, max, slice) {
-        if (!_set_read_slice(load, slice, &made[load->made->slice_count++])) return false;
+        if (!_set_read_slice(load, slice, &items[load->result->slice_count++])) return false;
     }
     return true;
 }
@@ -265,13 +265,13 @@ static bool _set_read_image(SetLoad *load, yyjson_val *image) {
     if (!path) return false;
     SDL_memcpy(path, load->path, folder);
     SDL_memcpy(path + folder, name, size - folder);
-    load->made->set.path = path;
+    load->result->set.path = path;
     return true;
 }
 
 static bool _set_read(SetLoad *load, yyjson_val *root) {
     yyjson_val *meta = yyjson_obj_get(root, "meta");
-    load->made->set.columns = 1;
+    load->result->set.columns = 1;
     return _set_read_frames(load, yyjson_obj_get(root, "frames")) &&
            _set_read_image(load, yyjson_obj_get(meta, "image")) &&
            _set_read_tags(load, yyjson_obj_get(meta, "frameTags")) &&
@@ -299,35 +299,34 @@ static bool _set_parse(SetLoad *load, char *text) {
 }
 
 static AnimationSet *_set_load(const char *path) {
-    auto *made = static_cast<LoadedSet *>(SDL_calloc(1, sizeof(LoadedSet)));
-    if (!made) {
+    auto *result = static_cast<LoadedSet *>(SDL_calloc(1, sizeof(LoadedSet)));
+    if (!result) {
         engine_error("[ANIMATION_SET] Memory allocation failed while loading %s", path);
         return nullptr;
     }
     SetLoad load = {};
     load.path = path;
-    load.made = made;
+    load.result = result;
     char *text = storage_read_game_file(path);
     const bool loaded = text && _set_parse(&load, text);
     SDL_free(text);
-    AnimationSet *set = &made->set;
+    AnimationSet *set = &result->set;
     if (!loaded) animation_set_cleanup(&set);
     return set;
 }
 
 // The set and its sheets are replaced together or not at all.
 static void _set_reload(void *owner, const char *path) {
-    auto *made = static_cast<LoadedSet *>(owner);
+    auto *loaded = static_cast<LoadedSet *>(owner);
     AnimationSet *fresh = _set_load(path);
     if (!fresh) return;
-    const bool enough =
-        fresh->clip_count >= made->set.clip_count ||
-        engine_error(
-            "[ANIMATION_SET] %s: %d clips, but %d are in use: put them back, or start the program again", path,
-            fresh->clip_count, made->set.clip_count);
-    const bool fits = enough && _sprite_sheets_prepare(&made->set, fresh);
-    if (fits) std::swap(*made, *reinterpret_cast<LoadedSet *>(fresh));
-    _sprite_sheets_finish(&made->set, fits);
+    const bool enough = fresh->clip_count >= loaded->set.clip_count ||
+                        engine_error(
+                            "[ANIMATION_SET] %s: %d clips, but %d are in use: restore them, or restart the program",
+                            path, fresh->clip_count, loaded->set.clip_count);
+    const bool fits = enough && _sprite_sheets_prepare(&loaded->set, fresh);
+    if (fits) std::swap(*loaded, *reinterpret_cast<LoadedSet *>(fresh));
+    _sprite_sheets_finish(&loaded->set, fits);
     animation_set_cleanup(&fresh);
     if (fits) SDL_Log("[ANIMATION_SET] Reloaded: %s", path);
 }
@@ -342,18 +341,18 @@ AnimationSet *animation_set_load(const char *path) {
 void animation_set_cleanup(AnimationSet **set) {
     if (!set || !*set) return;
     reload_forget(*set);
-    auto *made = reinterpret_cast<LoadedSet *>(*set);
-    arena_free(&made->arena);
-    SDL_free(made);
+    auto *loaded = reinterpret_cast<LoadedSet *>(*set);
+    arena_free(&loaded->arena);
+    SDL_free(loaded);
     *set = nullptr;
 }
 
 // --- slices ---
 
 const AnimationSlice *animation_set_find_slice(const AnimationSet *set, const char *name) {
-    const auto *made = reinterpret_cast<const LoadedSet *>(set);
-    for (int i = 0; i < made->slice_count; i++) {
-        if (SDL_strcmp(made->slices[i].name, name) == 0) return &made->slices[i];
+    const auto *loaded = reinterpret_cast<const LoadedSet *>(set);
+    for (int i = 0; i < loaded->slice_count; i++) {
+        if (SDL_strcmp(loaded->slices[i].name, name) == 0) return &loaded->slices[i];
     }
     return nullptr;
 }

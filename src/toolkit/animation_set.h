@@ -22,9 +22,9 @@ struct AnimationSlice {
 // Loads a game file; the image path in it is relative to it. A tag's clip loops unless it has a repeat count; reverse
 // and ping-pong clips list their frames in playing order. Without tags all frames are one clip, "all". The caller owns
 // the set, which must outlive its sheets and animations. Reports errors with file, key and remedy.
-// With hot reload (toolkit/reload.h), a changed file replaces the set's contents once all sheets of the set fit: the
-// set's address stays, pointers to its clips, frames and slices become invalid. An invalid file, or one with fewer
-// clips or a wrong image, is reported once and changes nothing.
+// With hot reload (toolkit/reload.h), a changed file replaces the set's contents once all its sheets match: the set
+// keeps its address, but pointers to its clips, frames and slices become invalid. An invalid file, or one with fewer
+// clips or an image that does not match, is reported once and changes nothing.
 AnimationSet *animation_set_load(const char *path);
 void animation_set_cleanup(AnimationSet **set); // loaded sets only; sets the pointer to null; null is ignored
 

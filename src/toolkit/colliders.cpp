@@ -20,7 +20,7 @@ ColliderPoints *colliders_new_points() { return colliders_points_new(INITIAL_CAP
 static constexpr int FIELDS_MAX = 6; // a triangle has the most
 static constexpr int FIELDS_TOO_MANY = FIELDS_MAX + 1;
 
-// Parses a number; 0 if there is none or it is not finite: the words "nano" and "info" start like numbers.
+// Parses a number. Returns 0 if there is none or it is not finite: the parser accepts "nan" and "inf".
 static float _colliders_parse_field(const char *field, float scale) {
     const float number = static_cast<float>(SDL_atof(field)) * scale;
     return std::isfinite(number) ? SDL_clamp(number, -COLLIDERS_REACH, COLLIDERS_REACH) : 0;

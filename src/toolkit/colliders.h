@@ -46,8 +46,8 @@ inline constexpr float COLLIDERS_REACH = 1 << 24; // px
 
 // Fills the given sets from a game file of comma-separated numbers, one shape per line: 2 a point (x, y), 3 a circle
 // (x, y, r), 4 a rectangle (x, y, w, h), 6 a triangle (three corners); other lines are ignored. Numbers are multiplied
-// by `scale` and clamped to COLLIDERS_REACH; anything but a finite number is 0. Null sets are skipped. Reports an error
-// if the file cannot be read; the sets are then empty.
+// by `scale` and clamped to COLLIDERS_REACH; fields that are not finite numbers become 0. Null sets are skipped.
+// Reports an error if the file cannot be read; the sets are then empty.
 bool colliders_load_csv(
     ColliderRects *rects, ColliderTris *tris, ColliderCircles *circles, ColliderPoints *points, const char *path,
     float scale);

@@ -17,7 +17,7 @@ bool point_near_point(const SDL_FPoint *p, const SDL_FPoint *q, float distance) 
     return _distance_squared(p->x, p->y, q->x, q->y) <= distance * distance;
 }
 
-// On which side of the line through u and v the point lies, as the result's sign; 0 on the line.
+// Returns which side of the line through u and v the point is on, as a sign; 0 on the line.
 static float _side(const SDL_FPoint *p, const SDL_FPoint *u, const SDL_FPoint *v) {
     return (p->x - v->x) * (u->y - v->y) - (u->x - v->x) * (p->y - v->y);
 }

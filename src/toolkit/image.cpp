@@ -15,7 +15,7 @@ struct ImageSize {
     Uint32 width, height; // px
 };
 
-// --- image size from the file header, read before decoding allocates memory. False: the file is truncated ---
+// --- image size from the file header, read before decoding allocates memory; false if the file is truncated ---
 
 static bool _image_seek(SDL_IOStream *file, Sint64 at) { return SDL_SeekIO(file, at, SDL_IO_SEEK_SET) == at; }
 

@@ -3,7 +3,7 @@
 
 #include <SDL3/SDL_atomic.h>
 
-// Sets `lost` to 1 whenever that happens, until it is unwatched; its address must stay valid. Returns false with SDL's
-// error set.
+// Sets `lost` to 1 whenever contents are lost, until it is unwatched; its address must stay valid. Returns false with
+// SDL's error set.
 bool lost_targets_watch(SDL_AtomicInt *lost);
-void lost_targets_unwatch(SDL_AtomicInt *lost); // ignored if it is not watched
+void lost_targets_unwatch(SDL_AtomicInt *lost); // does nothing if it is not watched

@@ -33,7 +33,7 @@ struct Particles { // zero-initialised: empty
     Random random;
 };
 
-// Spawns `count` particles. `kind` is borrowed as long as they live. `drift`, in px/s, is added to their velocities.
+// Spawns `count` particles. `kind` is borrowed until they expire. `drift`, in px/s, is added to their velocities.
 void particles_burst(
     Particles *particles, const ParticleKind *kind, SDL_FPoint at, int count, SDL_FPoint drift = {0, 0});
 void particles_step(Particles *particles, double dt); // seconds

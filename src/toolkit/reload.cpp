@@ -22,8 +22,8 @@ void reload_set(bool enabled, int interval_ms) {
 
 bool reload_is_enabled() {
     if (!g_reload.known) {
-        const char *wish = SDL_getenv("LUMARIND_RELOAD");
-        reload_set(wish ? SDL_strcmp(wish, "1") == 0 : engine_game()->reload);
+        const char *setting = SDL_getenv("LUMARIND_RELOAD");
+        reload_set(setting ? SDL_strcmp(setting, "1") == 0 : engine_game()->reload);
     }
     return g_reload.enabled;
 }
@@ -63,7 +63,7 @@ struct ReloadEntry {
     FileStamp stamp;
 };
 static ReloadEntry *g_reload_entries;
-static Uint64 g_reload_looked_ms;
+static Uint64 g_reload_checked_ms;
 
 FileStamp reload_stamp(const char *path, bool is_game_file) {
     if (!reload_is_enabled()) return {};
@@ -138,7 +138,7 @@ void reload_each_owner(ReloadChanged changed, void (*visit)(void *owner, void *c
 }
 
 void reload_tick() {
-    if (!reload_is_due(&g_reload_looked_ms)) return;
+    if (!reload_is_due(&g_reload_checked_ms)) return;
     for (ReloadEntry *entry = g_reload_entries; entry; entry = entry->next) {
         const FileStamp now = reload_stamp(entry->path, entry->is_game_file);
         if (file_stamp_same(now, entry->stamp)) continue;

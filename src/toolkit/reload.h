@@ -24,9 +24,10 @@ bool file_stamp_same(FileStamp a, FileStamp b);
 // path. Does nothing when disabled.
 using ReloadChanged = void (*)(void *owner, const char *path);
 void reload_follow(void *owner, ReloadChanged changed, const char *path, bool is_game_file, FileStamp stamp);
-void reload_forget(const void *owner);                       // unwatches all files of an owner; call before freeing it
-FileStamp reload_stamp(const char *path, bool is_game_file); // to be taken before reading; empty when disabled
-// For owners that are reloaded together: calls the owner's callbacks as if its files had changed. False: it has none.
+void reload_forget(const void *owner);                       // stops watching an owner's files; call before freeing it
+FileStamp reload_stamp(const char *path, bool is_game_file); // call before reading the file; all 0 when disabled
+// For owners that are reloaded together: calls the owner's callbacks as if its files had changed. Returns false if it
+// has none.
 bool reload_now(const void *owner);
 void reload_each_owner(ReloadChanged changed, void (*visit)(void *owner, void *context), void *context);
 void reload_tick(); // called by the engine once per frame: checks the files when due

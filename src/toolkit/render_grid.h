@@ -17,7 +17,7 @@ struct RenderGrid {
     Sint32 chunk_w, chunk_h; // px
     SDL_Texture **chunks;    // owned, as are the textures; row by row
     Uint32 generation;       // of the content drawn; for use by the caller
-    SDL_AtomicInt lost;      // set by SDL's events
+    SDL_AtomicInt lost;      // set to 1 by an event watch
 };
 
 // Limits memory: a map file of a few hundred kilobytes can declare more than there is. Enough for 2^29 pixels, such as
@@ -32,7 +32,7 @@ void render_grid_cleanup(RenderGrid **grid); // sets the pointer to null; null i
 bool render_grid_begin_chunk(SDL_Renderer *renderer, RenderGrid *grid, int row, int col, SDL_Texture **saved_target);
 bool render_grid_end_chunk(SDL_Renderer *renderer, SDL_Texture *saved_target);
 
-// --- drawing, with the first chunk's corner at `origin`. Both report errors and stop at the first ---
+// --- drawing, with the first chunk's corner at `origin`; both stop at the first error and report it ---
 bool render_grid_draw_range(
     SDL_Renderer *renderer, const RenderGrid *grid, TileRange rows, TileRange cols, SDL_FPoint origin, float scale);
 bool render_grid_draw(SDL_Renderer *renderer, const RenderGrid *grid, SDL_FPoint origin, float scale);

@@ -5,12 +5,12 @@
 
 #include <SDL3/SDL_log.h>
 
-static SharedSound *g_sound_store; // the first of a list
+static SharedSound *g_sound_store; // head of a linked list
 
 static void _sound_store_reload(void *owner, const char *path) {
     auto *shared = static_cast<SharedSound *>(owner);
     MIX_Audio *fresh = audio_load(path, shared->predecoded);
-    if (!fresh) return;         // the old sound stays
+    if (!fresh) return;         // the old sound is kept
     audio_free(&shared->audio); // tracks playing it hold a reference until they end
     shared->audio = fresh;
     SDL_Log("[AUDIO] Reloaded: %s", path);

@@ -11,7 +11,7 @@
 
 #include <utility>
 
-static constexpr int FRAMES_KEPT_MAX = 1 << 16; // precomputed frames, 2.5 MB
+static constexpr int FRAMES_PRECOMPUTED_MAX = 1 << 16; // 2.5 MB
 
 // --- lifetime ---
 
@@ -33,12 +33,12 @@ static bool _sprite_sheet_check_size(SDL_Texture *texture, const AnimationSet *s
     }
     const int w = static_cast<int>(width), h = static_cast<int>(height);
     if (set->frames) return _sprite_sheet_check_frames(w, h, set);
-    const int wanted_w = set->frame_w * set->columns, wanted_h = set->frame_h * set->rows;
-    if (w == wanted_w && h == wanted_h) return true;
+    const int expected_w = set->frame_w * set->columns, expected_h = set->frame_h * set->rows;
+    if (w == expected_w && h == expected_h) return true;
     return engine_error(
         "[SPRITE_SHEET] %s is %dx%d, but its set describes a %dx%d grid of %dx%d frames, which is %dx%d. Regenerate it "
         "with tools/aseprite_json_to_c",
-        set->path, w, h, set->columns, set->rows, set->frame_w, set->frame_h, wanted_w, wanted_h);
+        set->path, w, h, set->columns, set->rows, set->frame_w, set->frame_h, expected_w, expected_h);
 }
 
 SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index) {
@@ -65,7 +65,7 @@ static bool _sprite_sheet_fill(SpriteSheet *sheet) {
     SDL_SetTextureScaleMode(sheet->texture, SDL_SCALEMODE_NEAREST);
     sheet->width = static_cast<float>(sheet->texture->w);
     sheet->height = static_cast<float>(sheet->texture->h);
-    sheet->frame_count = SDL_min(set->columns * set->rows, FRAMES_KEPT_MAX);
+    sheet->frame_count = SDL_min(set->columns * set->rows, FRAMES_PRECOMPUTED_MAX);
     sheet->frames =
         static_cast<SpriteFrame *>(SDL_calloc(static_cast<size_t>(sheet->frame_count), sizeof(SpriteFrame)));
     if (!sheet->frames) return engine_error("[SPRITE_SHEET] Memory allocation failed, error: %s", SDL_GetError());
@@ -94,9 +94,9 @@ static SpriteSheet *_sprite_sheet_load(SDL_Renderer *renderer, const AnimationSe
     return nullptr;
 }
 
-// --- hot reload: on failure the old content stays ---
+// --- hot reload: on failure the old content is kept ---
 
-static void _sprite_sheet_take(SpriteSheet *sheet, const AnimationSet *set) {
+static void _sprite_sheet_commit(SpriteSheet *sheet, const AnimationSet *set) {
     SpriteSheet *fresh = sheet->fresh;
     sheet->fresh = nullptr;
     std::swap(*sheet, *fresh);
@@ -109,18 +109,18 @@ static void _sprite_sheet_reload(void *owner, const char *) {
     auto *sheet = static_cast<SpriteSheet *>(owner);
     if (reload_now(sheet->set)) return;
     sheet->fresh = _sprite_sheet_load(SDL_GetRendererFromTexture(sheet->texture), sheet->set);
-    if (sheet->fresh) _sprite_sheet_take(sheet, sheet->set);
+    if (sheet->fresh) _sprite_sheet_commit(sheet, sheet->set);
 }
 
-struct SheetsToChange {
+struct SheetReload {
     const AnimationSet *set, *fresh;
     bool fit;
 };
 
 bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh) {
-    SheetsToChange sheets = {set, fresh, true};
+    SheetReload sheets = {set, fresh, true};
     const auto prepare = [](void *owner, void *context) {
-        auto *to = static_cast<SheetsToChange *>(context);
+        auto *to = static_cast<SheetReload *>(context);
         auto *sheet = static_cast<SpriteSheet *>(owner);
         if (sheet->set != to->set || !to->fit) return;
         reload_follow(sheet, _sprite_sheet_reload, to->fresh->path, false, reload_stamp(to->fresh->path, false));
@@ -131,17 +131,17 @@ bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh) 
     return sheets.fit;
 }
 
-void _sprite_sheets_finish(const AnimationSet *set, bool take) {
-    SheetsToChange sheets = {set, nullptr, take};
+void _sprite_sheets_finish(const AnimationSet *set, bool commit) {
+    SheetReload sheets = {set, nullptr, commit};
     const auto finish = [](void *owner, void *context) {
-        const auto *to = static_cast<SheetsToChange *>(context);
+        const auto *to = static_cast<SheetReload *>(context);
         auto *sheet = static_cast<SpriteSheet *>(owner);
         if (sheet->set != to->set || !sheet->fresh) return;
         if (!to->fit) {
             sprite_sheet_cleanup(&sheet->fresh);
             return;
         }
-        _sprite_sheet_take(sheet, to->set);
+        _sprite_sheet_commit(sheet, to->set);
     };
     reload_each_owner(_sprite_sheet_reload, finish, &sheets);
 }
@@ -239,8 +239,8 @@ static SDL_Texture *_make_preview(SDL_Renderer *renderer, const SpriteSheet *she
     return preview;
 }
 
-// Scaling down millions of texels takes the software renderer milliseconds per frame (tens of them while the texture is
-// also drawn unscaled, for which it keeps it compressed), so the result is cached.
+// Scaling down millions of texels takes the software renderer milliseconds per frame, and tens of milliseconds if the
+// texture is also drawn unscaled, because it then stores it compressed. Therefore the result is cached.
 static bool _draw_preview(SDL_Renderer *renderer, const SpriteSheet *sheet, const SDL_FRect *whole) {
     SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
     SDL_FPoint scale = {1, 1};

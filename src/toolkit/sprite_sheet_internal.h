@@ -9,7 +9,7 @@ SpriteFrame _sprite_sheet_measure(const SpriteSheet *sheet, int index); // any i
 // Prepares hot reload of a set from `fresh`: loads a new version of each of its sheets.
 // Reports an error if a sheet does not fit.
 bool _sprite_sheets_prepare(const AnimationSet *set, const AnimationSet *fresh);
-void _sprite_sheets_finish(const AnimationSet *set, bool take); // commits the new versions or discards them
+void _sprite_sheets_finish(const AnimationSet *set, bool commit); // commits the new versions or discards them
 
 // animation_sheet_frame without its function calls.
 inline Sint32 _sprite_sheet_frame(const AnimationSet *set, const Animation *anim) {
@@ -46,9 +46,9 @@ _sprite_sheet_dest(const SpriteSheet *sheet, const SpriteFrame *frame, SDL_FPoin
         return false;
     }
     const Sint32 frame = _sprite_sheet_frame(sheet->set, anim);
-    const bool kept = frame < sheet->frame_count;
-    if (!kept) sheet->beyond = _sprite_sheet_measure(sheet, frame);
-    if (frame >= 0) place->frame = kept ? &sheet->frames[frame] : &sheet->beyond;
+    const bool precomputed = frame < sheet->frame_count;
+    if (!precomputed) sheet->beyond = _sprite_sheet_measure(sheet, frame);
+    if (frame >= 0) place->frame = precomputed ? &sheet->frames[frame] : &sheet->beyond;
     if (frame < 0 || place->frame->src.w <= 0) {
         engine_error("[SPRITE_SHEET] The animation has no current frame");
         return false;

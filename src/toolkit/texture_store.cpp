@@ -4,7 +4,7 @@
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_surface.h>
 
-static SharedTexture *g_texture_store; // the first of a list
+static SharedTexture *g_texture_store; // head of a linked list
 
 static SharedTexture *_texture_store_find(const SDL_Renderer *renderer, const char *path, Sint32 transparent) {
     for (SharedTexture *shared = g_texture_store; shared; shared = shared->next) {
@@ -16,7 +16,7 @@ static SharedTexture *_texture_store_find(const SDL_Renderer *renderer, const ch
 }
 
 // Returns a copy with pixels of the colour made transparent; destroys `surface`.
-static SDL_Surface *_texture_store_cut_out(SDL_Surface *surface, Sint32 transparent) {
+static SDL_Surface *_texture_store_apply_color_key(SDL_Surface *surface, Sint32 transparent) {
     const auto part = [transparent](int shift) { return static_cast<Uint8>(transparent >> shift & 255); };
     SDL_SetSurfaceColorKey(surface, true, SDL_MapSurfaceRGB(surface, part(16), part(8), part(0)));
     SDL_Surface *cut = SDL_ConvertSurface(surface, SDL_PIXELFORMAT_RGBA32);
@@ -27,7 +27,7 @@ static SDL_Surface *_texture_store_cut_out(SDL_Surface *surface, Sint32 transpar
 static bool _texture_store_fill(SharedTexture *shared, const char *path) {
     SDL_Surface *surface = image_load_surface(path);
     if (surface && shared->transparent != TEXTURE_STORE_NO_COLOR) {
-        surface = _texture_store_cut_out(surface, shared->transparent);
+        surface = _texture_store_apply_color_key(surface, shared->transparent);
     }
     if (!surface) return false;
     shared->width = surface->w;

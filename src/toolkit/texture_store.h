@@ -21,7 +21,7 @@ struct SharedTexture {
 
 inline constexpr Sint32 TEXTURE_STORE_NO_COLOR = -1;
 
-// Loads the image or reuses it; with hot reload a changed file gives a new entry. Pixels of colour `transparent`
+// Loads the image or reuses it; with hot reload, a changed file gets a new entry. Pixels of colour `transparent`
 // (0xRRGGBB, or TEXTURE_STORE_NO_COLOR) become transparent. Each get needs a release. Returns null with SDL's error
 // set.
 SharedTexture *texture_store_get(SDL_Renderer *renderer, const char *path, Sint32 transparent);

@@ -64,7 +64,7 @@ static bool _tile_world_files_changed(TileContent *content) {
 
 void _tile_world_follow_files(TileWorld *world) {
     TileWorldParts *parts = world->parts;
-    if (!reload_is_due(&parts->looked_ms) || !_tile_world_files_changed(&parts->content)) return;
+    if (!reload_is_due(&parts->checked_ms) || !_tile_world_files_changed(&parts->content)) return;
     TileWorldParts fresh_parts = {};
     TileWorld fresh = {};
     fresh.parts = &fresh_parts;

@@ -117,10 +117,10 @@ struct TileWorld {
 TileWorld *tile_world_load(SDL_Renderer *renderer, const char *path);
 void tile_world_cleanup(TileWorld **world); // sets the pointer to null; null is ignored
 
-// Called once per frame, before drawing: advances the clock of animated tiles and renews the number of chunks that may
-// be baked. With hot reload (toolkit/reload.h) changed files replace the content: the world's address stays, pointers
-// to its layers, objects and strings become invalid, and its generation is incremented. An invalid file is reported
-// once and changes nothing.
+// Called once per frame, before drawing: advances the clock of animated tiles and resets the frame's bake budget. With
+// hot reload (toolkit/reload.h) changed files replace the content: the world keeps its address, but pointers to its
+// layers, objects and strings become invalid, and its generation is incremented. An invalid file is reported once and
+// changes nothing.
 void tile_world_advance(TileWorld *world, double seconds);
 
 // --- drawing ---
@@ -163,10 +163,10 @@ const char *tile_world_tile_type(const TileWorld *world, Uint32 gid);           
 
 // --- collision ---
 
-// Appends a layer's collision shapes to the sets; null sets are skipped. Object layers give their rectangles, and
-// polygons as triangles, whose upper outline is a slope. Tile layers give the shapes drawn on tiles in the tileset,
-// with flips applied; touching rectangles are merged. Null for `layer`: all tile layers, visible or not. Because slopes
-// lift anything below them, a polygon with open space right below it is an error; solid ground may be in the sets, in
-// the layer, or be the map's lower edge. Rotated rectangles, ellipses, capsules and polylines are errors too; points
-// and text are ignored. Reports errors and then leaves the sets unchanged.
+// Appends a layer's collision shapes to the sets; null sets are skipped. Object layers contribute their rectangles, and
+// polygons as triangles, whose upper outline is a slope. Tile layers contribute the shapes drawn on tiles in the
+// tileset, with flips applied; touching rectangles are merged. Null for `layer`: all tile layers, visible or not.
+// Because slopes lift anything below them, a polygon with open space right below it is an error; the ground below may
+// be in the sets, in the layer, or be the map's lower edge. Rotated rectangles, ellipses, capsules and polylines are
+// errors too; points and text are ignored. Reports errors and then leaves the sets unchanged.
 bool tile_world_colliders(const TileWorld *world, const char *layer, ColliderRects *rects, ColliderTris *tris);

@@ -133,7 +133,7 @@ static bool _solid_visit_tiles(const TileWorld *world, int index, SolidShape *sh
     return true;
 }
 
-static bool _solid_is_wanted(const TileLayer *layer, const char *name) {
+static bool _solid_selects(const TileLayer *layer, const char *name) {
     return name ? SDL_strcmp(layer->name, name) == 0 : layer->kind == TILE_LAYER_TILES;
 }
 
@@ -141,7 +141,7 @@ template <typename Visit> static bool _solid_visit(const TileWorld *world, const
     SolidShape shape = {};
     for (int i = 0; i < world->layer_count; i++) {
         const TileLayer *layer = &world->layers[i];
-        if (!_solid_is_wanted(layer, name)) continue;
+        if (!_solid_selects(layer, name)) continue;
         if (!_solid_visit_objects(layer, &shape, visit) || !_solid_visit_tiles(world, i, &shape, visit)) return false;
     }
     return true;
@@ -190,7 +190,7 @@ static bool _solid_is_ear(const SDL_FPoint *points, int count, int i, float area
 
 // Triangulates a copy of the outline by ear clipping. A simple polygon always has an ear; one that touches itself may
 // not.
-static bool _solid_cut_up(SolidSets *sets, const SolidShape *shape, float area) {
+static bool _solid_triangulate(SolidSets *sets, const SolidShape *shape, float area) {
     SDL_FPoint points[CORNERS_MAX];
     int count = shape->count;
     for (int i = 0; i < count; i++) points[i] = shape->points[i];
@@ -216,7 +216,7 @@ static bool _solid_add_polygon(SolidSets *sets, const SolidShape *shape) {
         return _solid_error(sets, shape, "crosses itself: draw it again");
     }
     if (area == 0) return _solid_error(sets, shape, "is a polygon without an area: draw it again");
-    return _solid_cut_up(sets, shape, area);
+    return _solid_triangulate(sets, shape, area);
 }
 
 // --- support below a polygon ---
@@ -231,9 +231,9 @@ static bool _solid_at(const SolidSets *sets, SDL_FPoint p) {
 // Probes along one edge of the lower outline.
 static bool _solid_is_supported(const SolidSets *sets, SDL_FPoint a, SDL_FPoint b) {
     const float width = SDL_fabsf(b.x - a.x);
-    const int looks = 1 + static_cast<int>(SDL_min(width / PROBE_SPACING, 1000.0f));
-    for (int i = 0; i < looks; i++) {
-        const float t = (static_cast<float>(i) + 0.5f) / static_cast<float>(looks);
+    const int probes = 1 + static_cast<int>(SDL_min(width / PROBE_SPACING, 1000.0f));
+    for (int i = 0; i < probes; i++) {
+        const float t = (static_cast<float>(i) + 0.5f) / static_cast<float>(probes);
         const SDL_FPoint below = {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t + PROBE_DEPTH};
         if (!_solid_at(sets, below)) return false;
     }
@@ -306,7 +306,7 @@ static bool _solid_check_kind(const SolidSets *sets, const SolidShape *shape) {
         "is a capsule: only rectangles and polygons are solid",
         nullptr,
         "is a polyline: only rectangles and polygons are solid",
-        "is a picture: only rectangles and polygons are solid",
+        "is a tile object: only rectangles and polygons are solid",
         nullptr,
     };
     static_assert(std::size(NO_BODY) == TILE_OBJECT_TEXT + 1, "one row per shape");

@@ -25,7 +25,7 @@ static bool _tile_data_error(const TileData *data, const char *what) {
 
 static bool _tile_data_count_error(const TileData *data, const char *how, size_t count) {
     return engine_error(
-        "[TILE_WORLD] %s: layer '%s' holds %s%zu cells, but its size says %zu", data->load->path, data->layer, how,
+        "[TILE_WORLD] %s: layer '%s' has %s%zu cells, but its size requires %zu", data->load->path, data->layer, how,
         count, data->count);
 }
 
@@ -61,8 +61,7 @@ static bool _tile_read_csv(TileData *data, const char *text) {
     for (size_t i = 0; i < data->count; i++) {
         if (!*at) return _tile_data_count_error(data, "", i);
         at = _tile_read_cell(at, &data->cells[i]);
-        if (!at)
-            return _tile_data_error(data, "its CSV contains something that is not a tile number: save the map again");
+        if (!at) return _tile_data_error(data, "its CSV contains an invalid tile number: save the map again");
         if (*at != ',') at = _tile_skip_blanks(at);
         if (*at == ',') {
             at = _tile_skip_blanks(at + 1);
@@ -124,7 +123,7 @@ static void _tile_zlib_free(void *, void *memory) { SDL_free(memory); }
 
 // Never writes more than the layer's size, whatever the size of the decompressed data.
 static bool _tile_inflate(const TileData *data, Uint8 *bytes, size_t count) {
-    constexpr int EITHER_HEAD = 15 + 32; // accepts zlib and gzip headers, with the largest window
+    constexpr int ANY_HEADER = 15 + 32; // accepts zlib and gzip headers, with the largest window
     const size_t size = data->count * sizeof(Uint32);
     z_stream stream = {};
     stream.zalloc = _tile_zlib_alloc;
@@ -133,7 +132,7 @@ static bool _tile_inflate(const TileData *data, Uint8 *bytes, size_t count) {
     stream.avail_in = static_cast<uInt>(count);
     stream.next_out = reinterpret_cast<Bytef *>(data->cells);
     stream.avail_out = static_cast<uInt>(size);
-    if (inflateInit2(&stream, EITHER_HEAD) != Z_OK) {
+    if (inflateInit2(&stream, ANY_HEADER) != Z_OK) {
         return engine_error("[TILE_WORLD] Memory allocation failed while loading %s", data->load->path);
     }
     int result = inflate(&stream, Z_FINISH);
@@ -157,9 +156,9 @@ static bool _tile_inflate(const TileData *data, Uint8 *bytes, size_t count) {
 static bool _tile_unpack(TileData *data, Uint8 *bytes, size_t count) {
     constexpr size_t DEFLATE_MAX = 1032; // maximum compression ratio
     const size_t size = data->count * sizeof(Uint32);
-    const size_t held = data->compressed ? count * DEFLATE_MAX : count;
-    if (held < size || (!data->compressed && held > size)) {
-        return _tile_data_count_error(data, data->compressed ? "at most " : "", held / sizeof(Uint32));
+    const size_t available = data->compressed ? count * DEFLATE_MAX : count;
+    if (available < size || (!data->compressed && available > size)) {
+        return _tile_data_count_error(data, data->compressed ? "at most " : "", available / sizeof(Uint32));
     }
     if (!_tile_data_alloc(data)) return false;
     if (data->compressed) {
@@ -201,7 +200,7 @@ static bool _tile_data_form(TileData *data, const pugi::xml_node &node) {
         data->load->path, data->layer, compression);
 }
 
-static bool _tile_chunk_in_reach(const TileChunk *chunk) {
+static bool _tile_chunk_in_range(const TileChunk *chunk) {
     const auto is = [](Sint32 at, Sint32 length) {
         return length > 0 && at >= -TILE_WORLD_COORDINATE_MAX && at <= TILE_WORLD_COORDINATE_MAX - length;
     };
@@ -212,11 +211,10 @@ static bool _tile_chunk_in_reach(const TileChunk *chunk) {
 
 // Decodes a chunk, whose position and size are set.
 static bool _tile_read_chunk(TileData *data, const pugi::xml_node &node, TileChunk *chunk) {
-    if (!_tile_chunk_in_reach(chunk)) {
+    if (!_tile_chunk_in_range(chunk)) {
         return engine_error(
             "[TILE_WORLD] %s: layer '%s' has %dx%d cells from %d, %d on: at least 1x1 and at most %d cells within %d "
-            "of "
-            "the origin can be loaded",
+            "of the origin can be loaded",
             data->load->path, data->layer, chunk->cols, chunk->rows, chunk->left, chunk->top,
             static_cast<int>(TILE_WORLD_CELLS_MAX), TILE_WORLD_COORDINATE_MAX);
     }

@@ -191,9 +191,9 @@ struct TilePainter {
 
 static bool _is_white(SDL_FColor c) { return c.r == 1 && c.g == 1 && c.b == 1 && c.a == 1; }
 
-// The software renderer magnifies a whole copy before clipping it: for an object of a thousand screens that is
-// gigabytes. Triangles are clipped first. Four around the centre, because it turns two that form a rectangle into a
-// copy.
+// The software renderer magnifies a whole copy before clipping it, which takes gigabytes for an object a thousand
+// screens wide, but clips triangles first. There are four, around the centre, because it turns two triangles that form
+// a rectangle back into a copy.
 static bool _paint_large(
     const TilePainter *painter, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, double angle,
     const SDL_FPoint *center, SDL_FlipMode flip) {
@@ -356,7 +356,7 @@ static ChunkRaster _chunk_raster(const TileWorld *world) {
 
 static int _floor_div(int a, int b) { return a / b - (a % b < 0 ? 1 : 0); }
 
-// The cells whose tiles may show in a chunk, including neighbouring cells whose tiles extend into it.
+// The cells whose tiles may be visible in a chunk, including neighbouring cells whose tiles extend into it.
 static void _chunk_cells(const TileWorld *world, int chunk_col, int chunk_row, TileRange *rows, TileRange *cols) {
     const ChunkRaster raster = _chunk_raster(world);
     const SDL_Rect reach = world->parts->content.reach;
@@ -384,12 +384,12 @@ static ChunkContent _chunk_content(const TileWorld *world, ChunkPlace place) {
         _summarize_cell(world, set, gid, &summary);
         return true;
     });
-    const bool alone = _tiles_fit_cells(world);
+    const bool confined = _tiles_fit_cells(world);
     if (summary.tiles == 0) return CHUNK_EMPTY;
     if (_layer_tint(world, place.layer).a < 1 || summary.blended) return CHUNK_BLENDED;
     const int cells = raster.tiles_x * raster.tiles_y;
-    if (alone && summary.tiles * SPARSE <= cells) return CHUNK_SPARSE;
-    return alone && summary.filled == cells ? CHUNK_OPAQUE : CHUNK_CUTOUT;
+    if (confined && summary.tiles * SPARSE <= cells) return CHUNK_SPARSE;
+    return confined && summary.filled == cells ? CHUNK_OPAQUE : CHUNK_CUTOUT;
 }
 
 static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, TileRange cols) {

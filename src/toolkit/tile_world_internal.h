@@ -32,7 +32,7 @@ struct TileInfo {
 };
 
 // Per tile: its ImageAlpha and these flags.
-constexpr Uint8 TILE_IS_THERE = 0x80, TILE_IS_ANIMATED = 0x40, TILE_HAS_SHAPES = 0x20, TILE_ALPHA = 0x03;
+constexpr Uint8 TILE_EXISTS = 0x80, TILE_IS_ANIMATED = 0x40, TILE_HAS_SHAPES = 0x20, TILE_ALPHA = 0x03;
 
 struct TileSet {
     Uint32 first_gid;
@@ -75,18 +75,18 @@ struct TileLayerParts {
 struct TileSourceFile {
     TileSourceFile *next;
     const char *path;
-    bool is_picture; // path relative to the current folder; otherwise a game file
+    bool is_picture; // an asset's path; otherwise a game file's
     FileStamp stamp; // taken before reading; updated only with hot reload
 };
 
-struct TileHeldTexture {
-    TileHeldTexture *next;
+struct TileTextureRef {
+    TileTextureRef *next;
     SharedTexture *texture;
 };
 
 struct TileContent {
     Arena arena;
-    TileHeldTexture *held;
+    TileTextureRef *textures;
     TileSourceFile *files;
     const TileSet **tilesets; // in ascending order of first_gid
     Sint32 tileset_count;
@@ -104,7 +104,7 @@ struct TileWorldParts {
     SDL_Renderer *renderer;
     char *path; // owned
     double clock_ms;
-    Uint64 looked_ms; // time of the last check for changed files
+    Uint64 checked_ms; // time of the last check for changed files
     TileChunkCache *cache;
 };
 
@@ -143,8 +143,8 @@ template <typename T> T *_tile_load_new(TileLoad *load, size_t count = 1) {
 const char *_tile_load_text(TileLoad *load, const char *text); // a copy
 // Resolves a path in the file being read to one relative to the game's files. Reports errors.
 const char *_tile_load_resolve(TileLoad *load, const char *element, const char *path);
-// Parses a file and calls `read` with its root element, which must have this name; load->path is the file meanwhile.
-// Reports errors.
+// Parses a file and calls `read` with its root element, which must have this name; load->path names the file during the
+// call. Reports errors.
 using TileXmlReader = bool (*)(TileLoad *load, const pugi::xml_node &root, void *result);
 bool _tile_load_xml(TileLoad *load, const char *path, const char *root, TileXmlReader read, void *result);
 FileStamp _tile_file_stamp(const TileSourceFile *file); // current stamp

@@ -27,7 +27,8 @@ const char *_tile_load_text(TileLoad *load, const char *text) {
 
 // --- paths ---
 
-// Appends a path's names to `out`, which has room for them; ".." removes one. False: ".." without a name to remove.
+// Appends a path's components to `out`, which has room for them; ".." removes one. Returns false if there is none to
+// remove.
 static bool _tile_append_path(const char *path, size_t length, char *out) {
     const char *end = path + length;
     while (path < end) {
@@ -75,7 +76,7 @@ FileStamp _tile_file_stamp(const TileSourceFile *file) {
     return file->is_picture ? file_stamp_of_path(file->path) : file_stamp_of_game_file(file->path);
 }
 
-static bool _tile_note_file(TileLoad *load, const char *path, bool is_picture) {
+static bool _tile_add_source_file(TileLoad *load, const char *path, bool is_picture) {
     TileSourceFile *file = _tile_load_new<TileSourceFile>(load);
     if (!file) return false;
     *file = {.next = load->content->files, .path = path, .is_picture = is_picture, .stamp = {}};
@@ -110,7 +111,7 @@ static bool _tile_parse_xml(TileLoad *load, char *text, const char *root, TileXm
 }
 
 bool _tile_load_xml(TileLoad *load, const char *path, const char *root, TileXmlReader read, void *result) {
-    if (!_tile_note_file(load, path, false)) return false;
+    if (!_tile_add_source_file(load, path, false)) return false;
     char *text = storage_read_game_file(path);
     if (!text) return false;
     const char *outer = load->path;
@@ -137,20 +138,21 @@ SharedTexture *_tile_load_picture(TileLoad *load, const pugi::xml_node &image, c
         return nullptr;
     }
     const char *path = _tile_load_resolve(load, "image", source.value());
-    TileHeldTexture *held = path && _tile_note_file(load, path, true) ? _tile_load_new<TileHeldTexture>(load) : nullptr;
-    if (!held) return nullptr;
-    held->texture = texture_store_get(load->renderer, path, transparent);
-    if (!held->texture) {
+    TileTextureRef *ref =
+        path && _tile_add_source_file(load, path, true) ? _tile_load_new<TileTextureRef>(load) : nullptr;
+    if (!ref) return nullptr;
+    ref->texture = texture_store_get(load->renderer, path, transparent);
+    if (!ref->texture) {
         engine_error("[TILE_WORLD] %s: '%s': cannot load %s, error: %s", load->path, owner, path, SDL_GetError());
         return nullptr;
     }
-    held->next = load->content->held;
-    load->content->held = held;
-    return held->texture;
+    ref->next = load->content->textures;
+    load->content->textures = ref;
+    return ref->texture;
 }
 
 void _tile_content_cleanup(TileContent *content) {
-    for (const TileHeldTexture *held = content->held; held; held = held->next) texture_store_release(held->texture);
+    for (const TileTextureRef *ref = content->textures; ref; ref = ref->next) texture_store_release(ref->texture);
     arena_free(&content->arena);
     *content = {};
 }
@@ -207,7 +209,7 @@ Uint32 _tile_world_next_gid(const TileContent *content) {
 
 // --- layers ---
 
-static const TileLayer OUTERMOST = {
+static const TileLayer ROOT_GROUP = {
     .kind = TILE_LAYER_TILES,
     .id = 0,
     .name = "",
@@ -323,7 +325,7 @@ static bool _tile_read_all_layers(TileLoad *load, const pugi::xml_node &map) {
     TileLayer *layers = _tile_load_new<TileLayer>(load, count);
     load->content->layers = _tile_load_new<TileLayerParts>(load, count);
     load->world->layers = layers;
-    return layers && load->content->layers && _tile_read_layers(load, map, &OUTERMOST, layers);
+    return layers && load->content->layers && _tile_read_layers(load, map, &ROOT_GROUP, layers);
 }
 
 // --- cells, once all tilesets are known ---
@@ -353,7 +355,7 @@ static int _tile_walk_chunk(const TileLoad *load, const char *layer, const TileC
         const Uint8 kind = set ? set->kinds[id - set->first_gid] : Uint8{0};
         const int col = chunk->left + static_cast<int>(i % static_cast<size_t>(chunk->cols));
         const int row = chunk->top + static_cast<int>(i / static_cast<size_t>(chunk->cols));
-        if (!(kind & TILE_IS_THERE)) {
+        if (!(kind & TILE_EXISTS)) {
             engine_error(
                 "[TILE_WORLD] %s: layer '%s' has tile %u at column %d, row %d, which is in none of the map's tilesets: "
                 "erase it",
@@ -449,8 +451,7 @@ static bool _tile_read_map_head(TileLoad *load, const pugi::xml_node &map) {
     if (!tiles_usable || (!usable && !load->content->infinite)) {
         return engine_error(
             "[TILE_WORLD] %s: map: %dx%d tiles of %dx%d px: at least 1x1 of each, and tiles of at most %dx%d px, can "
-            "be "
-            "loaded",
+            "be loaded",
             load->path, world->cols, world->rows, world->tile_w, world->tile_h, TILE_WORLD_TILE_SIZE_MAX,
             TILE_WORLD_TILE_SIZE_MAX);
     }

@@ -91,7 +91,7 @@ static bool _tile_add_properties(TileLoad *load, const TileProperties *more, Til
 
 static const char *_tile_class(const pugi::xml_node &node) {
     const pugi::xml_attribute type = node.attribute("type");
-    return type ? type.value() : node.attribute("class").value(); // the name in one version of the editor
+    return type ? type.value() : node.attribute("class").value(); // one version of the editor writes `class`
 }
 
 static bool _tile_read_texts(TileLoad *load, const pugi::xml_node &node, TileObject *object) {
@@ -101,7 +101,7 @@ static bool _tile_read_texts(TileLoad *load, const pugi::xml_node &node, TileObj
     return object->name && object->type && object->text;
 }
 
-// Reads into an object that holds the defaults.
+// Reads an object that already contains its defaults.
 static bool _tile_read_object(TileLoad *load, const pugi::xml_node &node, TileObject *object) {
     object->id = node.attribute("id").as_int(object->id);
     object->x = _tile_xml_number(node, "x", object->x);
@@ -153,8 +153,8 @@ static bool _tile_load_object(TileLoad *load, const pugi::xml_node &node, bool m
     const Uint32 id = object->gid & TILE_ID_MASK;
     if (!may_be_tiles) return _tile_object_error(load, object, "a collision shape cannot be a tile: draw a shape");
     const TileSet *set = _tile_world_tileset(load->content, id);
-    if (set && set->kinds[id - set->first_gid] & TILE_IS_THERE) return true;
-    return _tile_object_error(load, object, "its tile is in none of the map's tilesets: give it another one");
+    if (set && set->kinds[id - set->first_gid] & TILE_EXISTS) return true;
+    return _tile_object_error(load, object, "its tile is in none of the map's tilesets: choose another tile");
 }
 
 bool _tile_load_objects(
@@ -211,7 +211,7 @@ static bool _tile_adopt_tileset(TileLoad *load, const pugi::xml_node &node, Tile
     const Uint32 id = object->gid & TILE_ID_MASK, first = node.attribute("firstgid").as_uint(1);
     const Uint32 flags = object->gid & ~TILE_ID_MASK;
     if (id < first || id - first >= static_cast<Uint32>(set->id_count)) {
-        return _tile_object_error(load, object, "its tile is not in the template's tileset: give it another one");
+        return _tile_object_error(load, object, "its tile is not in the template's tileset: choose another tile");
     }
     object->gid = flags | (set->first_gid + (id - first));
     return true;
@@ -222,7 +222,7 @@ static bool _tile_read_template(TileLoad *load, const pugi::xml_node &root, void
     const pugi::xml_node node = root.child("object");
     made->object = PLAIN_OBJECT;
     if (node.attribute("template")) {
-        return engine_error("[TILE_WORLD] %s: a template cannot be made from another: detach its object", load->path);
+        return engine_error("[TILE_WORLD] %s: a template cannot use another template: detach its object", load->path);
     }
     if (!_tile_read_object(load, node, &made->object)) return false;
     return made->object.shape != TILE_OBJECT_TILE || _tile_adopt_tileset(load, root.child("tileset"), &made->object);

@@ -24,12 +24,12 @@ static SDL_Rect _tile_sheet_rect(const TileSet *set, int id) {
 static bool _tile_measure_sheet(TileLoad *load, const pugi::xml_node &node, TileSet *set) {
     const int columns = (set->texture->width - set->margin + set->spacing) / (set->tile_w + set->spacing);
     const int rows = (set->texture->height - set->margin + set->spacing) / (set->tile_h + set->spacing);
-    const int said = node.attribute("columns").as_int(columns);
-    if (columns < 1 || rows < 1) return _tile_set_error(load, set, "its picture is smaller than one of its tiles");
-    if (said != columns) {
+    const int declared = node.attribute("columns").as_int(columns);
+    if (columns < 1 || rows < 1) return _tile_set_error(load, set, "its image is smaller than one tile");
+    if (declared != columns) {
         return engine_error(
-            "[TILE_WORLD] %s: tileset '%s' has %d columns, but its picture, %d px wide, has %d: save the tileset again",
-            load->path, set->name, said, set->texture->width, columns);
+            "[TILE_WORLD] %s: tileset '%s' has %d columns, but its image, %d px wide, has %d: save the tileset again",
+            load->path, set->name, declared, set->texture->width, columns);
     }
     if (columns > TILE_WORLD_TILES_MAX / rows) {
         return engine_error(
@@ -50,7 +50,7 @@ static bool _tile_read_sheet(TileLoad *load, const pugi::xml_node &node, TileSet
     if (!set->kinds) return false;
     for (int id = 0; id < set->id_count; id++) {
         const ImageAlpha alpha = image_alpha_of(&set->texture->alpha, _tile_sheet_rect(set, id));
-        set->kinds[id] = static_cast<Uint8>(TILE_IS_THERE | alpha);
+        set->kinds[id] = static_cast<Uint8>(TILE_EXISTS | alpha);
     }
     return true;
 }
@@ -62,20 +62,20 @@ static bool _tile_measure_pictures(TileLoad *load, const pugi::xml_node &node, T
         const int id = tile.attribute("id").as_int(-1);
         if (id < 0 || id >= TILE_WORLD_TILES_MAX) {
             return engine_error(
-                "[TILE_WORLD] %s: tileset '%s' has a tile with the id '%s': 0 to %d can be loaded, create the tileset "
+                "[TILE_WORLD] %s: tileset '%s' has a tile with the id '%s': ids must be 0 to %d, create the tileset "
                 "again",
                 load->path, set->name, tile.attribute("id").value(), TILE_WORLD_TILES_MAX - 1);
         }
         set->id_count = SDL_max(set->id_count, id + 1);
     }
-    if (set->id_count == 0) return _tile_set_error(load, set, "it has neither a picture nor tiles: remove it");
+    if (set->id_count == 0) return _tile_set_error(load, set, "it has neither an image nor tiles: remove it");
     set->kinds = _tile_load_new<Uint8>(load, static_cast<size_t>(set->id_count));
     return set->kinds != nullptr;
 }
 
 static bool _tile_read_picture(TileLoad *load, const pugi::xml_node &tile, TileSet *set, TileInfo *info) {
     const pugi::xml_node image = tile.child("image");
-    if (!image) return _tile_set_error(load, set, "a tile has no picture: add one, or remove the tile");
+    if (!image) return _tile_set_error(load, set, "a tile has no image: add one, or remove the tile");
     info->texture = _tile_load_picture(load, image, set->name);
     if (!info->texture) return false;
     const SDL_Rect whole = {0, 0, info->texture->width, info->texture->height};
@@ -83,11 +83,11 @@ static bool _tile_read_picture(TileLoad *load, const pugi::xml_node &tile, TileS
         tile.attribute("x").as_int(), tile.attribute("y").as_int(), tile.attribute("width").as_int(whole.w),
         tile.attribute("height").as_int(whole.h)};
     if (!SDL_GetRectIntersection(&whole, &part, &info->src)) {
-        return _tile_set_error(load, set, "a tile lies outside its picture: save the tileset again");
+        return _tile_set_error(load, set, "a tile is outside its image: save the tileset again");
     }
     set->max_w = SDL_max(set->max_w, info->src.w);
     set->max_h = SDL_max(set->max_h, info->src.h);
-    set->kinds[info->id] = static_cast<Uint8>(TILE_IS_THERE | image_alpha_of(&info->texture->alpha, info->src));
+    set->kinds[info->id] = static_cast<Uint8>(TILE_EXISTS | image_alpha_of(&info->texture->alpha, info->src));
     return true;
 }
 
@@ -124,7 +124,7 @@ static bool _tile_read_info(TileLoad *load, const pugi::xml_node &tile, TileSet 
            _tile_read_frames(load, tile.child("animation"), info);
 }
 
-static bool _tile_read_said(TileLoad *load, const pugi::xml_node &tile, TileSet *set, TileInfo *info) {
+static bool _tile_read_tile(TileLoad *load, const pugi::xml_node &tile, TileSet *set, TileInfo *info) {
     if (!_tile_read_info(load, tile, set, info)) return false;
     if (info->shape_count > 0) set->kinds[info->id] |= TILE_HAS_SHAPES;
     if (info->frame_count > 0) set->kinds[info->id] |= TILE_IS_ANIMATED;
@@ -140,11 +140,10 @@ static bool _tile_check_frames(const TileLoad *load, const TileSet *set) {
         const TileInfo *info = &set->infos[i];
         for (int k = 0; k < info->frame_count; k++) {
             const int id = info->frames[k].id;
-            if (id >= 0 && id < set->id_count && set->kinds[id] & TILE_IS_THERE) continue;
+            if (id >= 0 && id < set->id_count && set->kinds[id] & TILE_EXISTS) continue;
             return engine_error(
                 "[TILE_WORLD] %s: tileset '%s': the animation of tile %d shows tile %d, which does not exist: remove "
-                "that "
-                "frame",
+                "that frame",
                 load->path, set->name, info->id, id);
         }
     }
@@ -159,18 +158,18 @@ static bool _tile_read_infos(TileLoad *load, const pugi::xml_node &node, TileSet
     if (!infos) return false;
     set->infos = infos;
     for (const pugi::xml_node &tile : node.children("tile")) {
-        if (!_tile_read_said(load, tile, set, &infos[set->info_count++])) return false;
+        if (!_tile_read_tile(load, tile, set, &infos[set->info_count++])) return false;
     }
     SDL_qsort(infos, count, sizeof *infos, _tile_compare_infos);
     return _tile_check_frames(load, set);
 }
 
 const TileInfo *_tile_set_info(const TileSet *set, int id) {
-    TileInfo wanted = {};
-    wanted.id = id;
+    TileInfo key = {};
+    key.id = id;
     if (set->info_count == 0) return nullptr;
     return static_cast<const TileInfo *>(
-        SDL_bsearch(&wanted, set->infos, static_cast<size_t>(set->info_count), sizeof wanted, _tile_compare_infos));
+        SDL_bsearch(&key, set->infos, static_cast<size_t>(set->info_count), sizeof key, _tile_compare_infos));
 }
 
 SDL_Point _tile_size(const TileSet *set, const TileInfo *info) {

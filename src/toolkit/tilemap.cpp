@@ -67,7 +67,7 @@ void tilemap_cleanup(Tilemap **map) {
     *map = nullptr;
 }
 
-// --- hot reload: on failure the old part stays ---
+// --- hot reload: on failure the old part is kept ---
 
 static void _tilemap_reload_tileset(void *owner, const char *path) {
     auto *map = static_cast<Tilemap *>(owner);
@@ -76,9 +76,9 @@ static void _tilemap_reload_tileset(void *owner, const char *path) {
     map->opaque = nullptr;
     SDL_Renderer *renderer = SDL_GetRendererFromTexture(old.tileset);
     const bool loaded = tilemap_load_tileset(map, renderer, path, old.tile_w, old.tile_h, old.first_gid);
-    const Tilemap gone = loaded ? old : *map;
-    if (gone.tileset) SDL_DestroyTexture(gone.tileset);
-    SDL_free(gone.opaque);
+    const Tilemap discarded = loaded ? old : *map;
+    if (discarded.tileset) SDL_DestroyTexture(discarded.tileset);
+    SDL_free(discarded.opaque);
     if (!loaded) *map = old;
     if (loaded) map->generation++;
 }
@@ -88,9 +88,9 @@ static void _tilemap_reload_csv(void *owner, const char *path) {
     TileGrid *old = map->layer;
     map->layer = nullptr;
     const bool loaded = tilemap_load_csv(map, path);
-    TileGrid *gone = loaded ? old : map->layer;
-    tile_grid_cleanup(gone);
-    SDL_free(gone);
+    TileGrid *discarded = loaded ? old : map->layer;
+    tile_grid_cleanup(discarded);
+    SDL_free(discarded);
     if (!loaded) map->layer = old;
     if (loaded) map->generation++;
 }

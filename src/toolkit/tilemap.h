@@ -1,5 +1,5 @@
-// tilemap: a tile layer with its tileset image. Draws any range of tiles directly, or bakes into a render grid, which
-// is what a screen draws each frame. Main thread only.
+// tilemap: a tile layer with its tileset image. Draws a range of tiles directly, or bakes the layer into a render grid,
+// which is faster to draw each frame. Main thread only.
 #pragma once
 
 #include "lumarind/toolkit/tile_grid.h"
@@ -35,15 +35,15 @@ struct Tilemap {
 Tilemap *tilemap_new();              // reports errors
 void tilemap_cleanup(Tilemap **map); // sets the pointer to null; null is ignored
 
-// --- loading, in either order, also repeatedly. Both report errors. After a failed load the old part stays; if the
-// new part is loaded, but the layer has GIDs outside the tileset, it stays ---
+// --- loading, in either order, also repeatedly. Both report errors. A failed load keeps the old part; a loaded part is
+// kept even if the layer has GIDs outside the tileset, which is an error ---
 bool tilemap_load_tileset(
     Tilemap *map, SDL_Renderer *renderer, const char *path, int tile_w, int tile_h, Uint32 first_gid);
 bool tilemap_load_csv(Tilemap *map, const char *path);
-bool tilemap_check_gid_bounds(const Tilemap *map); // whether the tileset contains every GID of the layer
+bool tilemap_check_gid_bounds(const Tilemap *map); // reports an error if the layer has GIDs outside the tileset
 void tilemap_set_scale(Tilemap *map, float scale); // ignored unless above 0
 
-// --- drawing, with the layer's corner at `origin`. Both report errors and stop at the first ---
+// --- drawing, with the layer's corner at `origin`; both stop at the first error and report it ---
 bool tilemap_draw_range(
     SDL_Renderer *renderer, const Tilemap *map, TileRange rows, TileRange cols, SDL_FPoint origin, float scale);
 bool tilemap_draw(SDL_Renderer *renderer, const Tilemap *map, SDL_FPoint origin); // the whole layer, at the map's scale

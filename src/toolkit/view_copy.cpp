@@ -8,9 +8,9 @@ struct Span { // along one axis
 
 static bool _is_whole(float number) { return number == SDL_floorf(number); }
 
-// Clips a span to the texels visible in the view, 0 to `view`. Only if texels cover whole units and start on one:
-// otherwise clipping could move the sampling. Returns false if nothing is visible.
-static bool _cut_to_view(Span *span, float view, bool mirrored) {
+// Clips a span to the texels visible in the view, 0 to `view`, but only if texels cover whole units and start on one:
+// otherwise clipping could shift the sampling. Returns false if nothing is visible.
+static bool _clip_to_view(Span *span, float view, bool mirrored) {
     const float texel = span->dst_length / span->src_length;
     if (!(texel >= 1) || !_is_whole(texel) || !_is_whole(span->dst) || !_is_whole(span->src_length)) return true;
     const float first = SDL_max(SDL_floorf(-span->dst / texel), 0);
@@ -31,13 +31,13 @@ _copy(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const 
 
 // Renderer state that decides whether clipping pays. Each query costs a good part of a copy's time, so the results are
 // cached for a frame; stale ones cost time, but never change a pixel.
-struct ViewAnswers {
+struct ViewState {
     const SDL_Renderer *renderer; // null: not queried in this frame
     bool software;                // other renderers clip by themselves
     bool plain;                   // one unit is one pixel
 };
 
-[[gnu::noinline]] static ViewAnswers _ask(SDL_Renderer *renderer) {
+[[gnu::noinline]] static ViewState _query_view(SDL_Renderer *renderer) {
     SDL_RendererLogicalPresentation presentation = SDL_LOGICAL_PRESENTATION_DISABLED;
     SDL_FPoint scale = {1, 1};
     const char *name = SDL_GetRendererName(renderer);
@@ -49,19 +49,19 @@ struct ViewAnswers {
         .plain = presentation == SDL_LOGICAL_PRESENTATION_DISABLED && scale.x == 1 && scale.y == 1};
 }
 
-static ViewAnswers g_view_answers;
+static ViewState g_view_state;
 
-void view_copy_new_frame() { g_view_answers.renderer = nullptr; }
+void view_copy_new_frame() { g_view_state.renderer = nullptr; }
 
-[[gnu::noinline]] static bool
-_copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
+[[gnu::noinline]] static bool _copy_clipped(
+    SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     SDL_FRect whole = {};
     SDL_Rect view = {};
     if (!SDL_GetTextureSize(texture, &whole.w, &whole.h) || !SDL_GetRenderViewport(renderer, &view)) return false;
     if (!src) src = &whole;
     Span x = {src->x, src->w, dst->x, dst->w}, y = {src->y, src->h, dst->y, dst->h};
-    if (!_cut_to_view(&x, static_cast<float>(view.w), (flip & SDL_FLIP_HORIZONTAL) != 0)) return true;
-    if (!_cut_to_view(&y, static_cast<float>(view.h), (flip & SDL_FLIP_VERTICAL) != 0)) return true;
+    if (!_clip_to_view(&x, static_cast<float>(view.w), (flip & SDL_FLIP_HORIZONTAL) != 0)) return true;
+    if (!_clip_to_view(&y, static_cast<float>(view.h), (flip & SDL_FLIP_VERTICAL) != 0)) return true;
     const SDL_FRect from = {x.src, y.src, x.src_length, y.src_length};
     const SDL_FRect to = {x.dst, y.dst, x.dst_length, y.dst_length};
     return _copy(renderer, texture, &from, &to, flip);
@@ -70,9 +70,9 @@ _copy_cut(SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, co
 bool copy_texture_in_view(
     SDL_Renderer *renderer, SDL_Texture *texture, const SDL_FRect *src, const SDL_FRect *dst, SDL_FlipMode flip) {
     constexpr float SMALL = 512; // units; for larger copies clipping is always considered
-    if (g_view_answers.renderer != renderer) g_view_answers = _ask(renderer);
-    if (!g_view_answers.software) return _copy(renderer, texture, src, dst, flip);
+    if (g_view_state.renderer != renderer) g_view_state = _query_view(renderer);
+    if (!g_view_state.software) return _copy(renderer, texture, src, dst, flip);
     const bool small = src && dst->w <= SMALL && dst->h <= SMALL && dst->w <= src->w && dst->h <= src->h;
-    if (small && g_view_answers.plain) return _copy(renderer, texture, src, dst, flip);
-    return _copy_cut(renderer, texture, src, dst, flip);
+    if (small && g_view_state.plain) return _copy(renderer, texture, src, dst, flip);
+    return _copy_clipped(renderer, texture, src, dst, flip);
 }

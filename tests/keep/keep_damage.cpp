@@ -1,6 +1,5 @@
-// Each of Cinder Keep's assets removed, truncated, replaced by noise and with flipped bits, one at a time: every screen
-// either starts without errors, or fails and reports why.
-// Seed and extent: support/damage.h.
+// Removes, truncates, overwrites with noise or flips bits in each asset of Cinder Keep, one at a time: every screen
+// either starts without errors, or fails and reports why. For the seed and the extent see support/damage.h.
 
 #include "game.h"
 #include "keep/keep_fixture.h"
@@ -33,7 +32,7 @@ protected:
     void visit(int screen) {
         log.lines.clear();
         if (!start({"--screen", "credits", "--window-size", "320x180", "--no-config-save"})) {
-            EXPECT_FALSE(log.errors().empty()) << "the start fails without an error";
+            EXPECT_FALSE(log.errors().empty()) << "startup fails without an error";
             return;
         }
         directory.use_as_game_files();

@@ -1,4 +1,4 @@
-// Cinder Keep from title to credits: menus, checkpoints, ghost, saves and damaged saves.
+// Cinder Keep from title to credits: menus, checkpoints, ghost, and saves, also damaged ones.
 
 #include "game.h"
 #include "hud.h"
@@ -18,44 +18,44 @@ protected:
 
     void step(int count) { frames(count, 1.0 / 60); }
     // Plays the script and returns the state after the fade.
-    GameState taken(const std::string &script) {
+    GameState state_after(const std::string &script) {
         play(script);
         step(80);
         return engine_get_state();
     }
-    bool begin_title() { return start({"--screen", "title", "--window-size", "64x36"}) && frame(); }
+    bool start_title() { return start({"--screen", "title", "--window-size", "64x36"}) && frame(); }
     static Level *level() { return const_cast<Level *>(play_level()); }
-    void put(SDL_FPoint feet) { // as if the hero had walked there
+    void move_hero(SDL_FPoint feet) { // teleports the hero, who then touches what is there
         hero_place(&level()->hero, &level()->art, feet);
         step(3);
     }
-    static SDL_FPoint place_of(ThingKind kind, int number) {
+    static SDL_FPoint position_of(ThingKind kind, int number) {
         return level()->things.items[things_find(&level()->things, kind, number)].feet;
     }
     void win_level() {
-        put(place_of(THING_EXIT, 0));
+        move_hero(position_of(THING_EXIT, 0));
         EXPECT_EQ(level()->phase, LEVEL_WON);
     }
 };
 
 TEST_F(KeepGame, ScreensFollowFromTitleThroughBothLevelsToCreditsAndBack) {
-    ASSERT_TRUE(begin_title());
-    EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "a new game";
+    ASSERT_TRUE(start_title());
+    EXPECT_EQ(state_after("Return"), state_of(SCREEN_LEVEL_1)) << "a new game";
     win_level();
-    EXPECT_EQ(taken("60 60 Space"), state_of(SCREEN_LEVEL_2));
+    EXPECT_EQ(state_after("60 60 Space"), state_of(SCREEN_LEVEL_2));
     EXPECT_EQ(progress.reached, 2);
     EXPECT_GT(progress.levels[0].best_ms, 0);
     win_level();
-    EXPECT_EQ(taken("60 60 pad:a"), state_of(SCREEN_CREDITS)); // by a controller button
+    EXPECT_EQ(state_after("60 60 pad:a"), state_of(SCREEN_CREDITS)); // by a controller button
     EXPECT_TRUE(progress.finished);
-    EXPECT_EQ(taken("60 60 Escape"), state_of(SCREEN_TITLE));
+    EXPECT_EQ(state_after("60 60 Escape"), state_of(SCREEN_TITLE));
     EXPECT_EQ(log.errors(), std::vector<std::string>());
 }
 
 TEST_F(KeepGame, IsPlayableWithControllerOnly) {
-    ASSERT_TRUE(begin_title());
+    ASSERT_TRUE(start_title());
     play("pad:plug 2 pad:dpdown=1 2 pad:dpdown=0 2 pad:dpup=1 2 pad:dpup=0 2"); // to the settings and back
-    ASSERT_EQ(taken("pad:a=1 2 pad:a=0"), state_of(SCREEN_LEVEL_1));
+    ASSERT_EQ(state_after("pad:a=1 2 pad:a=0"), state_of(SCREEN_LEVEL_1));
     char text[64];
     hud_sign_text("{jump}, {left}", text, sizeof text);
     EXPECT_STREQ(text, "A, D-pad left") << "the controller's label";
@@ -77,9 +77,9 @@ TEST_F(KeepGame, IsPlayableWithControllerOnly) {
 
 TEST_F(KeepGame, MenusAreUsableWithMouseOnly) {
     ASSERT_TRUE(start({"--screen", "title", "--window-size", "800x450"}) && frame());
-    EXPECT_EQ(taken("move:150,180 2 drop:150,180"), state_of(SCREEN_LEVEL_1)); // the second line
+    EXPECT_EQ(state_after("move:150,180 2 drop:150,180"), state_of(SCREEN_LEVEL_1)); // the second line
     play("Escape 3");
-    EXPECT_EQ(taken("move:400,270 2 drop:400,270"), state_of(SCREEN_TITLE)); // the last one
+    EXPECT_EQ(state_after("move:400,270 2 drop:400,270"), state_of(SCREEN_TITLE)); // the last one
 }
 
 TEST_F(KeepGame, PauseStopsLevelAndReturnsToTitle) {
@@ -95,30 +95,30 @@ TEST_F(KeepGame, PauseStopsLevelAndReturnsToTitle) {
     play("pad:start");
     step(2);
     EXPECT_TRUE(engine_is_paused());
-    EXPECT_EQ(taken("Up 2 Return"), state_of(SCREEN_TITLE)); // the last line
+    EXPECT_EQ(state_after("Up 2 Return"), state_of(SCREEN_TITLE)); // the last line
 }
 
 TEST_F(KeepGame, SavedRunContinuesAtCheckpointWithItsItems) {
-    ASSERT_TRUE(begin_title());
-    ASSERT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1));
-    put(place_of(THING_EMBER, 3));
-    put(place_of(THING_KEY, 0));
-    put(place_of(THING_CHECKPOINT, 1));
+    ASSERT_TRUE(start_title());
+    ASSERT_EQ(state_after("Return"), state_of(SCREEN_LEVEL_1));
+    move_hero(position_of(THING_EMBER, 3));
+    move_hero(position_of(THING_KEY, 0));
+    move_hero(position_of(THING_CHECKPOINT, 1));
     EXPECT_EQ(level()->embers, 1);
     const double time = level()->time;
     stop();
-    progress = {}; // as after a program start
-    ASSERT_TRUE(begin_title());
+    progress = {}; // as after a restart of the program
+    ASSERT_TRUE(start_title());
     ASSERT_EQ(progress_load_again(), PROGRESS_READ);
     engine_restart_state();
     step(2);
-    EXPECT_EQ(taken("Return"), state_of(SCREEN_LEVEL_1)) << "Continue is selected";
+    EXPECT_EQ(state_after("Return"), state_of(SCREEN_LEVEL_1)) << "Continue is selected";
     EXPECT_EQ(level()->embers, 1);
     EXPECT_TRUE(level()->hero.has_key);
     EXPECT_FALSE(level()->whole_run);
     EXPECT_EQ(level()->checkpoint, things_find(&level()->things, THING_CHECKPOINT, 1));
     EXPECT_NEAR(level()->time, time, 2);
-    put(place_of(THING_DOOR, 0));
+    move_hero(position_of(THING_DOOR, 0));
     EXPECT_FALSE(level()->hero.has_key);
     win_level();
     EXPECT_EQ(progress.levels[0].best_ms, 0) << "a continued run sets no best time";
@@ -126,18 +126,18 @@ TEST_F(KeepGame, SavedRunContinuesAtCheckpointWithItsItems) {
 
 TEST_F(KeepGame, LosingAllHeartsRespawnsAtCheckpoint) {
     ASSERT_TRUE(start_level(1));
-    put(place_of(THING_CHECKPOINT, 0));
+    move_hero(position_of(THING_CHECKPOINT, 0));
     for (int i = 0; i < HERO_HEARTS; i++) {
-        level()->hero.safe = 0;
+        level()->hero.invulnerable = 0;
         level_hurt_hero(level(), 0);
         step(30);
     }
-    EXPECT_EQ(level()->phase, LEVEL_FALLEN);
+    EXPECT_EQ(level()->phase, LEVEL_DEAD);
     step(120);
     EXPECT_EQ(level()->phase, LEVEL_PLAYING);
     EXPECT_EQ(level()->hero.hearts, HERO_HEARTS);
     EXPECT_EQ(level()->deaths, 1);
-    EXPECT_NEAR(level()->hero.body.pos.x, place_of(THING_CHECKPOINT, 0).x, 1);
+    EXPECT_NEAR(level()->hero.body.pos.x, position_of(THING_CHECKPOINT, 0).x, 1);
 }
 
 TEST_F(KeepGame, GhostReplaysBestRunAndDamagedGhostIsIgnored) {
@@ -163,43 +163,43 @@ TEST_F(KeepGame, GhostReplaysBestRunAndDamagedGhostIsIgnored) {
     EXPECT_EQ(log.errors(), std::vector<std::string>{"[GHOST] Damaged, not shown: saves/ghost-1.bin"});
 }
 
-TEST_F(KeepGame, ReadsSavesOfBothVersionsAndCopiesDamagedOnesAside) {
-    ASSERT_TRUE(begin_title());
+TEST_F(KeepGame, ReadsSavesOfBothVersionsAndBacksUpDamagedOnes) {
+    ASSERT_TRUE(start_title());
     progress = {.reached = 2, .finished = true, .levels = {{61230, 40, 3}, {0, 5, 9}}, .run = {}};
     progress.run.level = 1;
     progress.run.embers[1] = 0x8000000000000001u;
     ASSERT_TRUE(progress_save());
-    const std::string whole = read_file(save);
-    const Progress kept = progress;
+    const std::string intact = read_file(save);
+    const Progress saved = progress;
     EXPECT_EQ(progress_load_again(), PROGRESS_READ);
-    EXPECT_EQ(SDL_memcmp(&kept, &progress, sizeof kept), 0);
+    EXPECT_EQ(SDL_memcmp(&saved, &progress, sizeof saved), 0);
     write_file(save, "cinder-keep 1\nreached 2\nbest 83 0\n");
     EXPECT_EQ(progress_load_again(), PROGRESS_READ);
     EXPECT_EQ(progress.levels[0].best_ms, 83000);
     EXPECT_EQ(progress.reached, 2);
 
-    int set_aside = 0; // every damage is detected, except for the letter case of the checksum
-    for (size_t cut = 1; cut < whole.size() - 1; cut += 7) {
-        std::string scratched = whole;
+    int backed_up = 0; // every damage is detected, except for the letter case of the checksum
+    for (size_t cut = 1; cut < intact.size() - 1; cut += 7) {
+        std::string scratched = intact;
         scratched[cut] ^= 1;
-        for (const std::string &damaged : {whole.substr(0, cut), scratched}) {
+        for (const std::string &damaged : {intact.substr(0, cut), scratched}) {
             write_file(save, damaged);
             progress_load_again();
             const bool new_game = progress.reached == 1 && progress.run.level == -1;
             EXPECT_TRUE(new_game) << damaged;
-            set_aside += new_game && read_file(user_file("saves/progress.damaged.txt")) == damaged;
+            backed_up += new_game && read_file(user_file("saves/progress.damaged.txt")) == damaged;
         }
     }
-    EXPECT_GT(set_aside, 50);
+    EXPECT_GT(backed_up, 50);
     write_file(save, "cinder-keep 3\n");
     EXPECT_EQ(progress_load_again(), PROGRESS_DAMAGED) << "saved by a later version";
 }
 
 TEST_F(KeepGame, SaveIsAtomicIfProgramIsKilled) {
-    ASSERT_TRUE(begin_title());
+    ASSERT_TRUE(start_title());
     progress.levels[0].best_ms = 1;
     ASSERT_TRUE(progress_save());
-    Sint64 most = 1;
+    Sint64 max_saved = 1;
     for (int i = 0; i < 40; i++) {
         const pid_t child = fork();
         if (child == 0) {
@@ -210,9 +210,9 @@ TEST_F(KeepGame, SaveIsAtomicIfProgramIsKilled) {
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
         ASSERT_EQ(progress_load_again(), PROGRESS_READ) << "kill " << i;
-        most = SDL_max(most, progress.levels[0].best_ms);
+        max_saved = SDL_max(max_saved, progress.levels[0].best_ms);
     }
-    EXPECT_GT(most, 40) << "hardly anything was saved before the kills";
+    EXPECT_GT(max_saved, 40) << "hardly anything was saved before the kills";
 }
 
 TEST_F(KeepGame, BackgroundIsDrawnOnlyWhereCastleIsNotOpaque) {

@@ -23,7 +23,7 @@ protected:
     int below(int limit) { return SDL_rand_r(&random, limit); }
     bool one_in(int odds) { return below(odds) == 0; }
 
-    void let_something_happen() {
+    void apply_random_input() {
         constexpr const char *KEYS[] = {"Left", "Right",  "Up",     "Down",      "Space",  "J", "K",  "Left_Shift",
                                         "P",    "Return", "Escape", "Backspace", "Delete", "W", "F3", "F12"};
         constexpr SDL_Scancode HELD[] = {SDL_SCANCODE_LEFT, SDL_SCANCODE_RIGHT, SDL_SCANCODE_RIGHT, SDL_SCANCODE_SPACE};
@@ -54,7 +54,7 @@ protected:
     }
 
     // Teleports the hero now and then: random input alone would not leave the first rooms.
-    void go_somewhere() {
+    void teleport_hero() {
         auto *level = const_cast<Level *>(play_level());
         if (!level || !one_in(600)) return;
         const Thing &thing = level->things.items[below(level->things.count)];
@@ -74,10 +74,10 @@ TEST_F(KeepSoak, SurvivesRandomInput) {
     int runs = 0;
     for (; done < frames && !HasFailure(); runs++) {
         ASSERT_TRUE(start({"--window-size", "480x270", "--screen", runs % 2 ? "level-2" : "level-1"}));
-        for (bool goes_on = true; goes_on && done < frames && !HasFailure(); done++) {
-            for (int i = below(3); i > 0; i--) let_something_happen();
-            go_somewhere();
-            goes_on = frame(one_in(300) ? SDL_randf_r(&random) : one_in(3) ? 0 : SDL_randf_r(&random) / 30);
+        for (bool running = true; running && done < frames && !HasFailure(); done++) {
+            for (int i = below(3); i > 0; i--) apply_random_input();
+            teleport_hero();
+            running = frame(one_in(300) ? SDL_randf_r(&random) : one_in(3) ? 0 : SDL_randf_r(&random) / 30);
             check_log();
         }
         hold({});

@@ -3,10 +3,10 @@
 The text grid in castle_level.txt has one symbol for each 16 px tile:
 
     .  open           #  solid          -  thin ledge (upper half)    =  half step (lower half)
-    ,  open to the eye only: cells and attics behind walls, which nobody gets into
+    ,  visible but inaccessible: cells and attics behind walls
     /  slope 1:1 up   \\  slope 1:1 down  a b  slope 1:2 up             c d  slope 1:2 down   (seen from left to right)
 
-Picture and colliders both come from this grid, so that they cannot disagree.
+Picture and colliders are both generated from this grid, so that they always match.
 """
 
 from __future__ import annotations
@@ -18,7 +18,7 @@ import numpy as np
 
 Rect = tuple[int, int, int, int]
 Tri = tuple[int, int, int, int, int, int]
-Mask = np.ndarray  # bool, one element a pixel, [y, x]
+Mask = np.ndarray  # bool, one element per pixel, [y, x]
 
 TILE = 16
 HALF = TILE // 2
@@ -39,9 +39,9 @@ def load() -> list[str]:
     """Reads the grid."""
     rows = Path(__file__).with_name("castle_level.txt").read_text(encoding="utf-8").split("\n")[:-1]
     if len(rows) != ROWS or any(len(row) != COLS for row in rows):
-        raise ValueError(f"the castle level has to be {COLS} by {ROWS} symbols")
+        raise ValueError(f"the castle level must be {COLS} by {ROWS} symbols")
     if set("".join(rows)) - set(SYMBOLS):
-        raise ValueError("the castle level holds an unknown symbol")
+        raise ValueError("the castle level contains an unknown symbol")
     return rows
 
 
@@ -93,8 +93,8 @@ def cap_cell(run: tuple[int, int, int, int, bool]) -> tuple[int, int]:
 def triangles(grid: list[str]) -> list[Tri]:
     """One triangle for each slope, and two that fill the floor cell at its high end.
 
-    The body's corner is half a body ahead of its feet. Were that cell a rectangle, the corner would meet it while
-    the feet are still below its top, and the body would be jolted up the last pixels of every slope.
+    The body's corner is half a body ahead of its feet. If that cell were a rectangle, the corner would hit it while
+    the feet are still below its top, and the body would jump up the last pixels of every slope.
     """
     found: list[Tri] = []
     for run in slope_runs(grid):
@@ -108,7 +108,7 @@ def triangles(grid: list[str]) -> list[Tri]:
 
 
 def triangle_mask(tris: list[Tri]) -> Mask:
-    """The pixels whose centres lie in a triangle or on its edge."""
+    """The pixels whose centres are in a triangle or on its edge."""
     mask = np.zeros((ROWS * TILE, COLS * TILE), bool)
     y, x = np.mgrid[0 : ROWS * TILE, 0 : COLS * TILE] + 0.5
     for ax, ay, bx, by, cx, cy in tris:
@@ -123,13 +123,13 @@ def triangle_mask(tris: list[Tri]) -> Mask:
 def rectangles(grid: list[str]) -> list[Rect]:
     """The solid cells not covered by triangles, as strips.
 
-    Each reaches from a surface down to the next free room below it and is as wide as both stay level. Drawn as
-    outlines they follow floors, stairs and ceilings, and their upright lines start at corners that one sees.
+    Each strip extends from a surface down to the next open space and is as wide as both stay level. Drawn as outlines,
+    the strips follow floors, stairs and ceilings, and their vertical lines start at visible corners.
     """
     left_over = solid_mask(grid) & ~triangle_mask(triangles(grid))
     cells = left_over[::HALF, ::HALF]
     rects: list[Rect] = []
-    open_strips: dict[tuple[int, int], int] = {}  # (top, bottom) -> the column it began in
+    open_strips: dict[tuple[int, int], int] = {}  # (top, bottom) -> first column
     for x in range(cells.shape[1] + 1):
         column = cells[:, x] if x < cells.shape[1] else np.zeros(cells.shape[0], bool)
         edges = np.flatnonzero(np.diff(np.concatenate([[0], column.astype(np.int8), [0]])))
@@ -143,7 +143,7 @@ def rectangles(grid: list[str]) -> list[Rect]:
 
 
 class Body:
-    """The player's box with the game's movement, on tables precomputed for a level."""
+    """The player's box with the game's movement, using tables precomputed for a level."""
 
     def __init__(self, rects: list[Rect], tris: list[Tri]) -> None:
         self.width, self.height = COLS * TILE, ROWS * TILE
@@ -175,9 +175,9 @@ class Body:
         return self.blocked(x, y + 1) or (surface is not None and y >= surface - 0.5)
 
     def run(self, x: int, y: int, jump: bool, moves: list[tuple[int, int]]) -> list[tuple[int, int]]:
-        """Plays moves of (direction, steps) from a standing place; the last direction is held until landing.
+        """Simulates moves of (direction, steps) from a standing position; the last direction is held until landing.
 
-        Returns the landing place, or nothing when the body falls out of the level.
+        Returns the landing position, or an empty list if the body falls out of the level.
         """
         vel_y, rem_x, rem_y = (-JUMP if jump else 0.0), 0.0, 0.0
         on_ground = True
@@ -224,7 +224,7 @@ class Body:
         return [(x, y)] if on_ground else []
 
 
-# What the search tries from each standing place: (jump, moves). Times in steps of 1/60 s; d is the direction.
+# Moves that the search tries from each standing position: (jump, moves). Times in steps of 1/60 s; d is the direction.
 TRIES: list[tuple[bool, list[tuple[int, int]]]] = [
     (jump, [(d * way, steps) for way, steps in moves])
     for d in (-1, 1)
@@ -240,7 +240,7 @@ Node = tuple[int, int]
 
 
 def flood(body: Body) -> dict[Node, set[Node]]:
-    """All standing places reachable from the spawn, with their successors; x in whole tiles."""
+    """All standing positions reachable from the spawn, with their successors; x in whole tiles."""
     def node(place: tuple[int, int]) -> Node:
         return place[0] // TILE, place[1]
 
@@ -270,20 +270,20 @@ def standing_cells(grid: list[str]) -> list[tuple[int, int]]:
 
 def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
     """Fails if picture and colliders differ or the level is not playable."""
-    wanted = solid_mask(grid)
-    covered = np.zeros(wanted.shape, np.int32)
+    expected = solid_mask(grid)
+    covered = np.zeros(expected.shape, np.int32)
     for x, y, w, h in rects:
         assert w > 0 and h > 0
         covered[y : y + h, x : x + w] += 1
     assert covered.max() == 1, "rectangles overlap"
-    assert np.array_equal((covered > 0) | triangle_mask(tris), wanted), "colliders differ from the solid cells"
+    assert np.array_equal((covered > 0) | triangle_mask(tris), expected), "colliders differ from the solid cells"
     assert not ((covered > 0) & triangle_mask(tris)).any(), "a triangle overlaps a rectangle"
     assert len(rects) < 160, f"{len(rects)} rectangles are too many to scan"
 
     x, y = SPAWN
-    assert not wanted[y - BODY_H : y, x - BODY_W // 2 : x + BODY_W // 2].any(), "the spawn is blocked"
-    assert wanted[y, x - BODY_W // 2 : x + BODY_W // 2].all(), "no floor under the spawn"
-    assert wanted[:, :TILE].all() and wanted[:, -TILE:].all(), "the level is open at a side"
+    assert not expected[y - BODY_H : y, x - BODY_W // 2 : x + BODY_W // 2].any(), "the spawn is blocked"
+    assert expected[y, x - BODY_W // 2 : x + BODY_W // 2].all(), "no floor under the spawn"
+    assert expected[:, :TILE].all() and expected[:, -TILE:].all(), "the level is open at a side"
 
     for run in slope_runs(grid):
         left, top, right, bottom, rises = run
@@ -291,7 +291,7 @@ def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
         low = left - 1 if rises else right
         assert grid[cap_row][cap_col] == "#" and grid[cap_row - 1][cap_col] == ".", f"slope {run}: high end"
         assert grid[bottom][low] == "#" and grid[bottom - 1][low] == ".", f"slope {run}: low end"
-        # A body anywhere below a slope is lifted onto it, so nothing may be open there.
+        # A slope lifts any body below it, so there must be no open space.
         for col in range(min(left, cap_col), max(right, cap_col + 1)):
             column = "".join(row[col] for row in grid)
             surface = cap_row if col == cap_col else max(column.rfind(symbol) for symbol in SLOPES)
@@ -301,7 +301,7 @@ def check(grid: list[str], rects: list[Rect], tris: list[Tri]) -> None:
     goals = {place for place in edges if place[0] >= GOAL_X // TILE and place[1] >= GOAL_Y}
     assert goals, "the throne cannot be reached"
     hidden = {place for place in edges if grid[(place[1] - 1) // TILE][place[0]] == ","}
-    assert not hidden, f"somebody gets into {sorted(hidden)}"
+    assert not hidden, f"inaccessible cells can be reached: {sorted(hidden)}"
     back: dict[Node, set[Node]] = {}
     for start, ends in edges.items():
         for end in ends:

@@ -174,7 +174,7 @@ def fill(to: Picture, x0: int, y0: int, x1: int, y1: int, name: str) -> None:
 
 
 def arch_half(y: int, half: float, radius: float) -> float:
-    """Half the width of a pointed arch y px below its tip; the sides stand at `half`."""
+    """Half the width of a pointed arch y px below its tip; `half` is that of its straight sides."""
     if y >= radius:
         return half
     reach = 2 * half
@@ -185,13 +185,13 @@ def arch_half(y: int, half: float, radius: float) -> float:
 SKY = [index(f"night.{n}") for n in (1, 2, 3)]
 
 
-CRATERS = ((-3, 2, 2.4), (3, -4, 1.8), (4, 4, 1.3))  # of the moon: from its middle, and their radius
+CRATERS = ((-3, 2, 2.4), (3, -4, 1.8), (4, 4, 1.3))  # of the moon: offset from its centre, radius
 
 
 def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> np.ndarray:
     """An arched window of whole tiles: dressed stone frame, lead, and a night sky with the motif `view`.
 
-    Returns the mask of the pixels that show the outside.
+    Returns the mask of the panes' pixels.
     """
     outside = np.zeros(to.shape, bool)
     rng = random.Random(width * 100 + height * 10 + x)
@@ -273,7 +273,7 @@ def window(to: Picture, x: int, y: int, width: int, height: int, view: str) -> n
 
 
 def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
-    """A half column of the wall, one tile wide with base and capital; light from the left. All of whole tiles."""
+    """A half column on the wall, one tile wide with base and capital, lit from the left."""
     def course(y0: int, y1: int, names: str) -> None:
         """Rows of one profile, given as a character for each pixel."""
         for dx, mark in enumerate(names):
@@ -295,7 +295,7 @@ def pillar(to: Picture, x: int, top: int, bottom: int) -> None:
 
 def arch(to: Picture, x: int, y: int, width: int, height: int, walled: bool = True) -> None:
     """A blind arch in the wall: a ring of wedge stones around a niche, which is walled up, so that it does not look
-    like an exit, or left open for bars."""
+    like an exit, or left open to be filled with bars."""
     centre = x + width / 2
     for dy in range(height):
         for dx in range(width):
@@ -319,7 +319,7 @@ def arch(to: Picture, x: int, y: int, width: int, height: int, walled: bool = Tr
 
 
 def niche(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> None:
-    """A burial place in a crypt's wall: sill, dark, and somebody's bones."""
+    """A burial niche in a crypt's wall: sill, dark interior, and bones."""
     fill(to, x, y, x + width, y + height, "night.0")
     fill(to, x, y, x + width, y + 1, "shade.1")
     fill(to, x, y + height, x + width, y + height + 2, "stone.1")
@@ -327,7 +327,7 @@ def niche(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> No
     fill(to, x + 2, y + 3, x + width - 2, y + height, "shade.0")
     fill(to, x + 2, y + 3, x + width - 2, y + 5, "night.0")
     floor = y + height
-    if seed % 4 == 3:  # empty but for a web
+    if seed % 4 == 3:  # empty except for a web
         cobweb(to, x + 2, y + 3, False)
         return
     fill(to, x + 12, floor - 3, x + width - 5, floor - 2, "stone.1")
@@ -343,7 +343,7 @@ def niche(to: Picture, x: int, y: int, width: int, height: int, seed: int) -> No
 
 
 def bars(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
-    """An iron grating before a cell."""
+    """An iron grating in front of a cell."""
     for bar in range(x0 + 6, x1 - 2, 9):
         fill(to, bar, y0, bar + 1, y1, "stone.1")
         fill(to, bar + 1, y0, bar + 2, y1, "shade.0")
@@ -356,7 +356,7 @@ def bars(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
 def roots_and_bones(
     to: Picture, roots: list[tuple[int, int, int, int]], bones: list[tuple[int, int]], where: np.ndarray
 ) -> None:
-    """Life and death in thick walls: roots wander down the joints, bones lie between the stones. Only on `where`."""
+    """Roots along the joints of thick walls, and bones between the stones, within the mask `where`."""
     def dot(x: int, y: int, name: str) -> None:
         if 0 <= y < to.shape[0] and 0 <= x < to.shape[1] and where[y, x]:
             to[y, x] = index(name)
@@ -400,7 +400,7 @@ def jambs(to: Picture, x0: int, y0: int, x1: int, y1: int) -> None:
 
 
 def banner(to: Picture, x: int, y: int, height: int) -> None:
-    """A hanging cloth with a golden flame, 16 px wide, swallow tail."""
+    """A hanging banner with a golden flame and a swallow tail, 16 px wide."""
     for dy in range(height):
         for dx in range(16):
             tail = height - dy <= 7 and abs(dx - 7.5) < (8 - (height - dy)) * 0.95
@@ -423,7 +423,7 @@ def banner(to: Picture, x: int, y: int, height: int) -> None:
 
 
 def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
-    """An arched doorway closed by bars; behind them only dark."""
+    """An arched doorway closed by bars, dark behind them."""
     arch(to, x, y, width, height, walled=False)
     centre = x + width / 2
     for dy in range(6, height):
@@ -437,7 +437,7 @@ def gate(to: Picture, x: int, y: int, width: int, height: int) -> None:
                         to[y + dy, x + dx] = index("iron.1" if bar == 2 else "night.1")
 
 
-# Books: the back of each and its shadow side.
+# Books: colours of the spine and of its shaded side.
 BOOKS = [
     ("cloth.0", "night.1"), ("cloth.1", "cloth.0"), ("wood.1", "wood.0"), ("wood.2", "wood.1"), ("moss.1", "stone.0"),
     ("night.2", "night.1"), ("torchlit.1", "torchlit.0"), ("torchlit.0", "night.1"),
@@ -529,7 +529,7 @@ def rubble(to: Picture, x: int, y: int, width: int, seed: int) -> None:
 
 
 def table(to: Picture, x: int, y: int, width: int) -> None:
-    """A table 14 px high that stands on y."""
+    """A table 14 px high on a floor at y."""
     fill(to, x, y - 14, x + width, y - 11, "wood.1")
     fill(to, x, y - 11, x + width, y - 10, "night.0")
     for leg in (x + 3, x + width - 6):

@@ -1,7 +1,7 @@
 """Paints the castle, splits it into tiles, and writes tileset, tile layer, colliders and the map editor's project.
 
-The level is painted as one picture, in which stones, light and furniture keep to a raster of four tiles. Equal cells
-(also mirrored or turned ones) then become one tile, so that the tileset stays small while no border shows.
+The level is painted as one picture, in which stones, light and furniture are aligned to a grid of four tiles.
+Identical cells (also mirrored or rotated ones) share one tile, which keeps the tileset small without visible borders.
 """
 
 from __future__ import annotations
@@ -32,8 +32,8 @@ W, H = level.COLS * TILE, level.ROWS * TILE
 SHEET_COLUMNS = 32
 FLIP_H, FLIP_V, FLIP_D = 0x80000000, 0x40000000, 0x20000000
 
-# Rooms: stonework, light in tones without any lamp, tint (see walls.shade), and the cells (left, top, right, bottom),
-# ends excluded. A pillar or a passage hides every border between two kinds of stonework.
+# Rooms: stonework, ambient light in tones, tint (see walls.shade), and the cells (left, top, right, bottom), ends
+# excluded. A pillar or a passage hides every border between two kinds of stonework.
 ROOMS = [
     (walls.BLOCKS, 3.2, 0.92, (20, 0, 48, 21)),  # great hall
     (walls.ROUGH, 2.5, 1.6, (48, 9, 69, 27)),  # bridge hall with its chasm
@@ -103,7 +103,7 @@ MOSSY = [
 
 CARPET = (112, 30, 118)  # first column, lowest floor row, end column
 
-# Where roots come through the walls (column, row, length in px, to the right or left) and bones lie in them.
+# Roots in the walls: column, row, length in px, direction (1 right, -1 left). Bones: column, row.
 ROOTS = [
     (11, 26, 70, 1), (16, 23, 60, -1), (4, 10, 60, 1), (15, 11, 64, -1), (30, 20, 40, 1), (36, 27, 50, 1),
     (48, 26, 56, -1), (60, 26, 60, 1), (69, 12, 60, 1), (69, 22, 64, -1), (76, 20, 60, 1), (92, 20, 60, 1),
@@ -160,7 +160,7 @@ def paint_back(solid: np.ndarray, warm: np.ndarray) -> Picture:
             whole[area] = walls.tiled(laid, (H, W))[area]
         room_light[area], tint[area] = light, odd
     room_light = walls.blurred(room_light, 12) + light_of_windows((H, W))
-    near = walls.distance_inside(~solid, 24)  # corners and edges lie in shadow
+    near = walls.distance_inside(~solid, 24)  # corners and edges are in shadow
     for cells in PASSAGES:
         room_light[block(cells)] = 2.0
     light = room_light + walls.blurred(walls.blotches((H, W), 5), 8) * 1.6 - 1.1 * np.clip(1 - near / 20, 0, 1)
@@ -201,7 +201,7 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
     before, outside = to.copy(), np.zeros(to.shape, bool)
 
     def done(family: str, lit: bool = False) -> None:
-        """Puts the cells that changed since the last call into a family; `lit` lets the torches shine on it."""
+        """Assigns the cells changed since the last call to a family; `lit` applies the torches' light to them."""
         mask = to != before
         if lit:
             relight(to, mask & ~outside, light)
@@ -279,7 +279,7 @@ def furnish(to: Picture, light: tuple[np.ndarray, np.ndarray, np.ndarray]) -> di
 
 
 def runs_from(solid: np.ndarray, axis: int, back: bool) -> np.ndarray:
-    """How many solid pixels lie between each solid pixel and the open one that comes first along an axis."""
+    """The number of solid pixels between each solid pixel and the nearest open one in one direction of an axis."""
     work = solid if axis == 0 else solid.T
     work = work[::-1] if back else work
     count = np.zeros(work.shape, int)
@@ -354,7 +354,7 @@ def moss_lengths() -> np.ndarray:
 
 
 def orientations(tile: Picture) -> list[tuple[Picture, int]]:
-    """A tile under all eight flag combinations; the diagonal flip comes first, as the map format has it."""
+    """A tile under all eight flag combinations; the diagonal flip is applied first, as in the map format."""
     found = []
     for flags in range(8):
         turned = tile.T if flags & 1 else tile
@@ -389,7 +389,7 @@ def mirror_faces(picture: Picture, grid: list[str], warm_on: np.ndarray) -> None
 
 
 def paint_ledges(picture: Picture, grid: list[str]) -> None:
-    """Wooden ledges; where one meets a wall a strut holds it."""
+    """Wooden ledges, with a strut where one meets a wall."""
     rows = parts("skin.2", "torchlit.3", "wood.2", "wood.2", "wood.2", "wood.1", "wood.0", "night.0")
     for row in range(level.ROWS):
         for col in range(level.COLS):
@@ -419,7 +419,7 @@ def paint_ledges(picture: Picture, grid: list[str]) -> None:
                             picture[y + dy, px] = index("night.0" if dx in (reach - 4, reach - 1) else "wood.1")
 
 
-# The families of tiles, in the order in which they lie in the tileset.
+# The families of tiles, in tileset order.
 FAMILIES = [
     "floor", "step", "slope", "ledge", "face", "ceiling", "wall", "deep", "back", "depth", "torchlight", "moonlight",
     "passage", "pillar", "window", "arch", "gate", "banner", "shelf", "furniture", "chain", "moss", "crack", "cobweb",
@@ -429,12 +429,12 @@ EXACT = {"depth"}  # its gradient would show seams if similar tiles were shared
 
 
 def inside(row: int, col: int, cells: tuple[int, int, int, int]) -> bool:
-    """Whether a cell lies in a block of cells (left, top, right, bottom)."""
+    """Whether a cell is in a block of cells (left, top, right, bottom)."""
     return cells[0] <= col < cells[2] and cells[1] <= row < cells[3]
 
 
 def family(grid: list[str], row: int, col: int) -> str:
-    """The family of a cell by the level's symbols alone."""
+    """The family of a cell, determined from the level's symbols only."""
     symbol = grid[row][col]
     if symbol != "#":
         return {".": "back", ",": "back", "-": "ledge", "=": "step"}.get(symbol, "slope")
@@ -449,7 +449,7 @@ def family(grid: list[str], row: int, col: int) -> str:
 
 
 def families(grid: list[str], furnished: dict[tuple[int, int], str], warm: np.ndarray) -> list[list[int]]:
-    """A number for each cell by which the tileset is ordered."""
+    """The index of each cell's family, by which the tileset is ordered."""
     order = []
     moonlight = light_of_windows((H, W))
     for row in range(level.ROWS):
@@ -473,8 +473,8 @@ def families(grid: list[str], furnished: dict[tuple[int, int], str], warm: np.nd
     return order
 
 
-# Tiles of one family that differ by no more than this are merged, so that light and shadow a pixel apart share a tile:
-# the sum of the three channels' differences, as a mean over the tile and over each 4 px square of it.
+# Tiles of one family that differ by no more than this are merged, so that slightly shifted light shares a tile: the sum
+# of the three channels' differences, as a mean over the tile and over each 4 px square of it.
 ALIKE, ALIKE_SQUARE = 10.0, 40.0
 
 
@@ -522,7 +522,7 @@ def cut(picture: Picture, order: list[list[int]]) -> tuple[list[Picture], list[i
 
 
 def objects(order: list[list[int]]) -> list[list[tuple[int, int]]]:
-    """For each cell the first cell of the connected area of its family: the window, the gate it belongs to."""
+    """For each cell, the first cell of the connected area of its family, such as a window or a gate."""
     start = [[(-1, -1)] * level.COLS for _ in range(level.ROWS)]
     for row, col in itertools.product(range(level.ROWS), range(level.COLS)):
         queue = [(row, col)] if start[row][col] == (-1, -1) else []
@@ -581,7 +581,7 @@ def draw_layer(tileset: Image.Image, layer: list[list[int]]) -> np.ndarray:
 
 
 def tileset_project(count: int, rows: int, kinds: list[int]) -> str:
-    """The tileset as the map editor reads it; every tile carries its family as its class."""
+    """The tileset in the map editor's format; each tile's class is its family."""
     lines = [
         '<?xml version="1.0" encoding="UTF-8"?>',
         f'<tileset version="1.10" name="castle" tilewidth="{TILE}" tileheight="{TILE}" tilecount="{count}" '
@@ -594,7 +594,7 @@ def tileset_project(count: int, rows: int, kinds: list[int]) -> str:
 
 
 def map_project(csv: str, rects: list[level.Rect], tris: list[level.Tri]) -> str:
-    """The map as the editor reads it, with the colliders as an object layer."""
+    """The map in the editor's format, with the colliders as an object layer."""
     objects = []
     for n, (x, y, w, h) in enumerate(rects):
         objects.append(f'  <object id="{n + 1}" x="{x}" y="{y}" width="{w}" height="{h}"/>')
@@ -668,11 +668,11 @@ def make(out_dir: Path | str) -> None:
     tileset = sheet(tiles)
     assert len(layer) == level.ROWS and all(len(row) == level.COLS for row in layer)
     assert all(1 <= gid & 0x0FFFFFFF <= len(tiles) for row in layer for gid in row)
-    drawn, wanted = draw_layer(tileset, layer), np.array(COLOURS, np.uint8)[picture]
+    drawn, expected = draw_layer(tileset, layer), np.array(COLOURS, np.uint8)[picture]
     for row in range(0, H, TILE):
         for col in range(0, W, TILE):
             area = np.s_[row : row + TILE, col : col + TILE]
-            assert unlike(drawn[area], wanted[area]) <= 1, f"the layer does not show the picture at {col}, {row}"
+            assert unlike(drawn[area], expected[area]) <= 1, f"the layer does not show the picture at {col}, {row}"
 
     folder = Path(out_dir) / FOLDER
     folder.mkdir(parents=True, exist_ok=True)

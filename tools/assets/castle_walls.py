@@ -15,7 +15,7 @@ from palette import COLOURS, colour
 Picture = np.ndarray
 Field = np.ndarray
 
-PERIOD = 64  # px after which stonework repeats: four tiles, whose borders the stones ignore
+PERIOD = 64  # px after which stonework repeats: four tiles; stones may cross tile borders
 
 MORTAR, BODY, HIGH, LOW, DARK = range(5)  # parts of a stone; dark is the body of a stone of another tone
 
@@ -53,7 +53,7 @@ SOLID = Masonry(71, (9, 7, 8, 8), (9, 20), 3, 0.28, 0.35)
 
 
 def lay(masonry: Masonry) -> tuple[np.ndarray, Field]:
-    """Lays one period of stones; returns the part at each pixel and a number 0 to 1 that is the same for a stone."""
+    """Lays one period of stones; returns the part at each pixel and, per stone, a random number from 0 to 1."""
     rng, lot = random.Random(masonry.seed), random.Random(masonry.seed + 1)
     tall = sum(masonry.courses)
     out = np.full((tall, PERIOD), MORTAR, np.uint8)
@@ -100,7 +100,7 @@ def lay(masonry: Masonry) -> tuple[np.ndarray, Field]:
     return np.tile(out, (PERIOD // tall, 1)), np.tile(lots, (PERIOD // tall, 1))
 
 
-# The tones of stone from dark to light, and how many of them each part of a stone lies above or below its body.
+# The tones of stone from dark to light, and below the offset in tones of each part of a stone from its body.
 COLD = parts("night.0", "shade.0", "night.1", "stone.0", "shade.1", "stone.1", "stone.2")
 BLUE = parts("night.0", "shade.0", "night.1", "night.2", "shade.1", "night.3", "night.3")  # some stones of cold walls
 GREEN = parts("night.0", "shade.0", "night.1", "stone.0", "moss.1", "stone.1", "stone.2")  # and some of damp ones
@@ -136,15 +136,15 @@ def worn(shape: tuple[int, int]) -> Field:
 
 
 def blotches(shape: tuple[int, int], seed: int) -> Field:
-    """Damp and dry places some 40 px wide, -0.5 to 0.5, in whole tiles so that equal tiles stay equal inside them."""
+    """Damp and dry areas about 40 px wide, -0.5 to 0.5, in whole tiles, so that identical tiles stay identical."""
     h, w = shape[0] // 16, shape[1] // 16
     coarse = np.random.Generator(np.random.PCG64(seed)).uniform(-0.5, 0.5, (h // 2 + 2, w // 3 + 2))
     return coarse.repeat(2, 0).repeat(3, 1)[:h, :w].repeat(16, 0).repeat(16, 1)
 
 
 def shade(parts_of: np.ndarray, lots: Field, light: Field, warm: Field, tint: Field, rough: float = 0.6) -> Picture:
-    """Colours stonework. Light counts in tones; warm is how much of it comes from fire; tint picks the odd stones:
-    0 has none, up to 1 there are blue and purple ones, above also mossy ones."""
+    """Colours stonework. `light` is in tones, `warm` the part of it that comes from fire. `tint` is the share of stones
+    of another colour: none at 0, up to 1 blue and purple ones, above 1 also mossy ones."""
     value = light + 2.1 * (1 - np.exp(-warm / 1.5)) + np.array([STEPS[part] for part in range(5)])[parts_of]
     value = value + (lots - 0.5) * VARIETY + worn(parts_of.shape) * rough
     step = np.clip(np.floor(value + 0.5), 0, len(COLD) - 1).astype(int)
@@ -159,7 +159,7 @@ def shade(parts_of: np.ndarray, lots: Field, light: Field, warm: Field, tint: Fi
 
 
 def glow(solid: np.ndarray, x: float, y: float, radius: float, strength: float) -> Field:
-    """Light of one flame: strongest at its place, zero at the radius, a little taller above; walls stop it."""
+    """Light of one flame: strongest at its centre, zero at the radius, slightly larger upwards, blocked by walls."""
     light = np.zeros(solid.shape)
     reach = int(radius) + 8
     left, top = max(int(x) - reach, 0), max(int(y) - reach, 0)

@@ -11,7 +11,7 @@ from PIL import Image
 from palette import colour
 
 SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
-FINE = 8  # samples across a pixel
+FINE = 8  # samples per pixel in each direction
 
 Field = np.ndarray
 
@@ -67,7 +67,7 @@ def draw(size: int) -> Image.Image:
     fires = ((0.0, 1.48, 0.42, 0.10), (-0.25, 0.92, 0.27, -0.10), (0.26, 1.06, 0.26, 0.08))
     for at, tall, wide, sway in fires if size >= 32 else fires[:1] + ((0.22, 0.9, 0.3, 0.05), (-0.2, 0.7, 0.32, 0.0)):
         heat = np.maximum(heat, tongue(x, y, at, tall, wide, sway, foot - snap(0.06)))
-    low = 0.3 * np.clip((foot - y) / 1.2, 0, 1)  # the heart of the fire lies low in it
+    low = 0.3 * np.clip((foot - y) / 1.2, 0, 1)  # the hottest part of the fire is near its foot
     for limit, name in ((-0.9, "flame.0"), (-0.12, "flame.1"), (0.18, "flame.2"), (0.52, "flame.3")):
         layer(picture, heat - (low if limit > -0.5 else 0) > limit, name)
     return shrink(picture, size)

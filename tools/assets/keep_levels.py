@@ -68,7 +68,7 @@ class Level:
         """Places furniture by its top-left cells."""
         self.blocks += [(col, row, name) for col, row in places]
 
-    # --- actors; x and y in cells: the middle of the feet on the floor `row` ---
+    # --- actors: `col` and `row`, in cells, are the middle of the feet and the floor ---
 
     def actor(self, kind: str, col: float, row: float, **properties: object) -> None:
         self.objects.append((kind, col * TILE, row * TILE, 0, 0, properties))
@@ -112,7 +112,7 @@ FURNITURE = {  # columns, rows, painter
 
 
 def _window(to: np.ndarray, cols: int, rows: int, view: str) -> None:
-    """The castle's window with transparent panes, through which the map's sky shows; its leads stay."""
+    """The castle's window with transparent panes, through which the map's sky is visible; the lead bars are opaque."""
     from castle_walls import index
 
     outside = props.window(to, 0, 0, cols * TILE, rows * TILE, view)
@@ -123,7 +123,7 @@ HOLE = 254  # transparent, also in the wall behind it
 
 
 def cold_halls() -> Level:
-    """Level 1: along the cellars to the right, up, back to the left through a locked door, up again, to the gate."""
+    """Level 1: to the right through the cellars, up, back to the left through a locked door, and up to the gate."""
     level = Level("level-1", "The Cold Halls", 112, 46, "hall", 150, "halls")
     # battlements, then the lower hall
     level.carve(2, 30, 18, 42, None)
@@ -208,7 +208,7 @@ def cold_halls() -> Level:
 
 
 def ember_spire() -> Level:
-    """Level 2: up a tower, floor by floor to and fro, with a sea of fire at its foot."""
+    """Level 2: up a tower, floor by floor in alternating directions, with a sea of fire at the bottom."""
     level = Level("level-2", "The Ember Spire", 60, 88, "tower", 180, "spire")
     level.carve(2, 76, 58, 84, "crypt")
     level.pit(14, 84, 6, LAVA), level.pit(28, 84, 12, LAVA)
@@ -314,7 +314,7 @@ LEVELS = (title_view, cold_halls, ember_spire)
 # --- writing the maps ---
 
 def around(level: Level, row: int, col: int, solid: bool) -> int:
-    """Bits of the 3 × 3 cells around a cell, set where solid (or open); outside the map all is rock."""
+    """Bits of the 3 × 3 cells around a cell, set where solid (or open); cells outside the map are rock."""
     bits = 0
     for n, (dy, dx) in enumerate(itertools.product((-1, 0, 1), repeat=2)):
         r, c = row + dy, col + dx
@@ -427,7 +427,7 @@ def check(level: Level) -> None:
             assert level.cells[row][col] in (SOLID, LEDGE), f"{level.name}: nothing under the {kind} at {col}, {row}"
         if kind != "platform" and w == 0:
             above = int((y - 1) // TILE)
-            assert level.cells[above][col] != SOLID, f"{level.name}: the {kind} at {col}, {row} stands in rock"
+            assert level.cells[above][col] != SOLID, f"{level.name}: the {kind} at {col}, {row} is inside rock"
 
 
 def make(out_dir: Path) -> None:

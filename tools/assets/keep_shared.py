@@ -30,24 +30,24 @@ def make(out_dir: Path) -> None:
 
 def pack(scratch: Path, out_dir: Path) -> None:
     """Packs the clips that the game uses, trimmed: the texture is a twelfth as large."""
-    told = json.loads((scratch / knight_export.PATH).read_text(encoding="utf-8"))
+    exported = json.loads((scratch / knight_export.PATH).read_text(encoding="utf-8"))
     source = Image.open(scratch / knight_export.SHEET).convert("RGBA")
     sheet, frames, tags = Image.new("RGBA", (SIDE, SIDE)), [], []
     x = y = tallest = 0
-    for tag in told["meta"]["frameTags"]:
+    for tag in exported["meta"]["frameTags"]:
         if tag["name"] not in CLIPS:
             continue
         tags.append(tag | {"from": len(frames), "to": len(frames) + tag["to"] - tag["from"]})
-        for one in told["frames"][tag["from"] : tag["to"] + 1]:
-            box = one["frame"]
+        for frame in exported["frames"][tag["from"] : tag["to"] + 1]:
+            box = frame["frame"]
             if x + box["w"] > SIDE:
                 x, y, tallest = 0, y + tallest + 1, 0
             sheet.paste(source.crop((box["x"], box["y"], box["x"] + box["w"], box["y"] + box["h"])), (x, y))
-            frames.append(one | {"frame": {"x": x, "y": y, "w": box["w"], "h": box["h"]}})
+            frames.append(frame | {"frame": {"x": x, "y": y, "w": box["w"], "h": box["h"]}})
             x, tallest = x + box["w"] + 1, max(tallest, box["h"])
     height = y + tallest
     sheet.crop((0, 0, SIDE, height)).save(out_dir / "knight.png", format="PNG", compress_level=9)
-    meta = told["meta"] | {"image": "knight.png", "size": {"w": SIDE, "h": height}, "frameTags": tags}
+    meta = exported["meta"] | {"image": "knight.png", "size": {"w": SIDE, "h": height}, "frameTags": tags}
     meta.pop("slices", None)
-    lines = ",\n".join("  " + json.dumps(one) for one in frames)
+    lines = ",\n".join("  " + json.dumps(frame) for frame in frames)
     (out_dir / "knight.json").write_text(f'{{"frames": [\n{lines}\n],\n"meta": {json.dumps(meta, indent=1)}}}\n', encoding="utf-8", newline="\n")

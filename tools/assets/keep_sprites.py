@@ -39,7 +39,7 @@ def whiten(frame: np.ndarray) -> None:
 # --- enemies ---
 
 def walker(frame: np.ndarray, n: int, raised: float = 0.0) -> None:
-    """The walker: an empty armour with a glow in place of its face."""
+    """The walker: an empty suit of armour with glowing eyes."""
     swing = math.sin(n * math.pi / 3)
     bob = 1 if n % 3 == 1 else 0
     far, near = Part(), Part()
@@ -97,7 +97,7 @@ def hopper(frame: np.ndarray, pose: str, n: int) -> None:
 
 
 def watcher(frame: np.ndarray, heat: int, n: int) -> None:
-    """The watcher: a gargoyle on a post that spits fire; its mouth glows first."""
+    """The watcher: a gargoyle on a post that spits fire; before that its mouth glows."""
     post = Part()
     post.polygon([(-7, -1), (7, -1), (5, -9), (-5, -9)], "sandstone", -0.1)
     post.onto(frame)
@@ -227,7 +227,7 @@ def fireball(frame: np.ndarray, n: int) -> None:
             dot(frame, int(dx) - 14, int(y) - 16, "fire", tone)
 
 
-def struck(draw: Draw) -> Draw:
+def hit_version(draw: Draw) -> Draw:
     def both(frame: np.ndarray, n: int) -> None:
         draw(frame, n)
         whiten(frame)
@@ -245,14 +245,14 @@ CLIPS: list[tuple[str, int, int, bool, Draw]] = [  # name, frames, ms per frame,
     ("exit", 4, 130, True, exit_gate),
     ("fireball", 3, 70, True, fireball),
     ("walker", 6, 110, True, walker),
-    ("walker_hit", 1, 100, True, struck(walker)),
+    ("walker_hit", 1, 100, True, hit_version(walker)),
     ("hopper_sit", 2, 380, True, lambda f, n: hopper(f, "sit", n)),
     ("hopper_crouch", 1, 100, True, lambda f, n: hopper(f, "crouch", n)),
     ("hopper_air", 1, 100, True, lambda f, n: hopper(f, "air", n)),
-    ("hopper_hit", 1, 100, True, struck(lambda f, n: hopper(f, "sit", n))),
+    ("hopper_hit", 1, 100, True, hit_version(lambda f, n: hopper(f, "sit", n))),
     ("watcher", 2, 420, True, lambda f, n: watcher(f, 0, n)),
     ("watcher_charge", 3, 180, False, lambda f, n: watcher(f, n + 1, n)),
-    ("watcher_hit", 1, 100, True, struck(lambda f, n: watcher(f, 1, n))),
+    ("watcher_hit", 1, 100, True, hit_version(lambda f, n: watcher(f, 1, n))),
 ]
 
 
@@ -281,5 +281,5 @@ def make(out_dir: Path) -> None:
     meta = {"image": SHEET, "format": "RGBA8888", "size": {"w": sheet.width, "h": sheet.height}, "scale": "1", "frameTags": tags}
     out_dir.mkdir(parents=True, exist_ok=True)
     sheet.save(out_dir / SHEET, format="PNG", compress_level=9)
-    lines = ",\n".join("  " + json.dumps(one) for one in frames)
+    lines = ",\n".join("  " + json.dumps(frame) for frame in frames)
     (out_dir / PATH).write_text(f'{{"frames": [\n{lines}\n],\n"meta": {json.dumps(meta, indent=1)}}}\n', encoding="utf-8", newline="\n")

@@ -1,8 +1,8 @@
 """Generates the tileset of the example game Cinder Keep: 16 px tiles of stone, light and furniture in its style.
 
-Tiles are painted on first use, so that the sheet has only what the levels show. Stonework repeats every four tiles;
-a torch and its light are one stamp of 8 × 8 tiles, which can be copied in the map editor. Ground tiles have collision
-shapes.
+Tiles are painted on first use, so that the sheet contains only tiles used by the levels. Stonework repeats every four
+tiles; a torch and its light are one stamp of 8 × 8 tiles, which can be copied in the map editor. Ground tiles have
+collision shapes.
 """
 
 from __future__ import annotations
@@ -117,7 +117,7 @@ class Tileset:
                 picture[2:6, at] = walls.SLAB_COLD[3]
 
     def ledge(self, left: bool, right: bool) -> int:
-        """A wooden board in the upper half of its cell; `left` and `right`: it ends on that side."""
+        """A wooden board in the upper half of its cell; `left` and `right` are true if it ends on that side."""
         key = ("ledge", left, right)
         if key in self.known:
             return self.known[key]
@@ -133,7 +133,7 @@ class Tileset:
         return self.add(key, Tile(picture, "ledge", (0, 0, TILE, 8)))
 
     def ledge_before(self, wall: int, left: bool, right: bool) -> int:
-        """The same with the wall behind it, -1 for none."""
+        """A ledge drawn over the wall tile `wall`; -1 for none."""
         board = self.ledge(left, right)
         key = ("ledge before", wall, board)
         if wall >= 0 and key not in self.known:

@@ -50,7 +50,7 @@ def make(out_dir: Path) -> None:
         "slices": [{"name": "feet", "keys": [
             {"frame": 0, "bounds": feet, "pivot": {"x": FRAME_W // 2, "y": FRAME_H}}]}],
     }
-    lines = ",\n".join("  " + json.dumps(one) for one in frames)
+    lines = ",\n".join("  " + json.dumps(entry) for entry in frames)
     tail = json.dumps(meta, indent=1)
     (out_dir / PATH).write_text(f'{{"frames": [\n{lines}\n],\n"meta": {tail}}}\n', encoding="utf-8", newline="\n")
 

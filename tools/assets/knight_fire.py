@@ -1,7 +1,6 @@
-"""Fire in animation frames: particles emitted by the blade, smears of fast cuts, and large fields of fire.
+"""Fire in animation frames: particles emitted by the blade, smear frames of fast cuts, and large fields of fire.
 
-Everything is a function of the clip's seed and the frame, so a loop closes exactly and every run gives the
-same bytes.
+Everything is a function of the clip's seed and the frame, so that loops are seamless and the output is bit-identical.
 """
 
 from __future__ import annotations
@@ -19,17 +18,17 @@ from knight_rig import joints_of
 SUBSTEPS = 4  # emissions per frame
 BLADE_RATE = 4  # particles per emission at rate 1
 LONGEST_LIFE = 7
-EDGE = 3  # flames stay this far away from the frame's sides, so that no cut edge shows
+EDGE = 3  # px between flames and the frame's sides, so that no flame is cut off
 
-# Hottest first: tone of the flame ramp, and the pixels of a particle that warm.
+# Hottest first: tone of the flame ramp, and the pixels of a particle at that heat.
 STAGES = (
     (LIGHT, ((0, -1), (0, 0), (1, 0), (0, 1), (1, 1))),
     (MIDDLE, ((0, -1), (0, 0), (1, 0), (0, 1), (1, 1))),
     (SHADE, ((0, -1), (0, 0), (1, 0))),
     (OUTLINE, ((0, 0),)),
 )
-STAGE_ENDS = (0.14, 0.42, 0.72)  # parts of a life
-FOLLOW = 0.8  # how far a particle goes along with the blade instead of staying where it was born
+STAGE_ENDS = (0.14, 0.42, 0.72)  # fractions of a particle's life
+FOLLOW = 0.8  # share of the blade's movement after emission that a particle follows
 
 
 class Particles:
@@ -39,7 +38,7 @@ class Particles:
         self.clip = clip
         random = np.random.Generator(np.random.PCG64(seed))
         self.births: list[tuple[float, ...]] = []
-        # One-shot clips begin with a blade that already burns.
+        # In one-shot clips the blade is already burning at the start.
         first = 0 if clip.loop else -LONGEST_LIFE * SUBSTEPS
         for step in range(first, clip.frames * SUBSTEPS):
             time = step / SUBSTEPS
@@ -82,7 +81,7 @@ class Particles:
                 age %= self.clip.frames
             if not 0 <= age < life:
                 continue
-            # Loops shorter than a life would cut particles off; each lives on as its own earlier self.
+            # In a loop shorter than a particle's life, the particles of earlier passes are drawn too.
             if u >= 0:
                 x += (ax + (bx - ax) * u - x) * FOLLOW
                 y += (ay + (by - ay) * u - y) * FOLLOW
@@ -104,16 +103,16 @@ class Particles:
 
 
 def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
-    """The area the blade swept, hot where it is now and at the rim, torn behind."""
+    """The heat of the area swept by the blade: highest at the blade and at the rim, ragged at the trailing end."""
     heat = np.zeros((FRAME_H, FRAME_W))
     steps = 900
     path = [joints_of(clip.pose(smear.start + (smear.end - smear.start) * i / steps)) for i in range(steps + 1)]
-    # Age by the way of the tip, not by time: a cut that slows down would leave only a thin hot edge.
-    way = [0.0]
+    # Age by the distance the tip has moved, not by time: a cut that slows down would leave only a thin hot edge.
+    travelled = [0.0]
     for last, joints in zip(path, path[1:]):
-        way.append(way[-1] + math.dist(last.points["tip"], joints.points["tip"]))
-    for joints, gone in zip(path, way):
-        age = 1 - gone / max(way[-1], 1e-6)  # 1 is the oldest
+        travelled.append(travelled[-1] + math.dist(last.points["tip"], joints.points["tip"]))
+    for joints, distance in zip(path, travelled):
+        age = 1 - distance / max(travelled[-1], 1e-6)  # 1 is the oldest
         (ax, ay), (dx, dy) = joints.points["blade"], joints.sword
         tip = joints.points["tip"]
         length = math.hypot(tip[0] - ax, tip[1] - ay) * smear.reach
@@ -126,8 +125,8 @@ def smear_heat(clip: Clip, smear: Smear) -> np.ndarray:
         # From the inner edge to the rim: the rim stays hot longest.
         rim = (along - inner) / max(length - inner, 1e-6)
         value = smear.fade * (1.16 - 0.85 * age) * (0.5 + 0.5 * np.sqrt(rim))
-        # Streaks along the cut; they tear open where it is old or already fading.
-        streaks = _noise(along / 2.2, along * 0 + gone / 26, 77)
+        # Streaks along the cut, with larger gaps where it is old or fading.
+        streaks = _noise(along / 2.2, along * 0 + distance / 26, 77)
         value -= streaks * (0.12 + 0.3 * age + 0.5 * (1 - smear.fade))
         inside = (px >= EDGE) & (px < FRAME_W - EDGE) & (py >= EDGE) & (py < FRAME_H)
         np.maximum.at(heat, (py[inside], px[inside]), value[inside])
@@ -165,7 +164,7 @@ def _noise(x: np.ndarray, y: np.ndarray, seed: int) -> np.ndarray:
 
 
 def _tongues(time: float, seed: int) -> np.ndarray:
-    """Tall noise that rises with time: what gives fields of fire their tongues."""
+    """Vertically stretched noise that rises with time, which shapes large fires into tongues."""
     x, y = np.broadcast_arrays(*pixel_grid())
     lean = _noise(y / 17 + time * 0.9, x * 0 + 3.3, seed + 7) * 6
     large = _noise((x + lean) / 9, (y + time * 13) / 22, seed)
@@ -182,8 +181,8 @@ def _side_fade() -> np.ndarray:
 def wave_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     """The special attack: fire runs from the planted blade to both ends of the frame.
 
-    The ground under it may rise and fall. So it stands on separate tongues whose feet differ in height, and its outer
-    thirds leap from the ground in arcs that come down in a point.
+    The ground below may be uneven. Therefore it consists of separate tongues with feet at different heights, and its
+    outer thirds are arcs above the ground that end in a point.
     """
     x, y = np.broadcast_arrays(*pixel_grid())
     age = time - 6.0
@@ -237,7 +236,7 @@ def burst_heat(clip: Clip, time: float, seed: int) -> np.ndarray:
     hollow = np.clip((age - 1.5) / 3.5, 0, 1)  # burns out from the middle
     shell = 1.35 - np.abs(distance - 0.75 * hollow) * (1.0 + 0.4 * hollow)
     heat = shell - (1 - _tongues(time, seed)) * (0.85 + 0.35 * hollow) - np.clip((age - 2.4) / 3, 0, 1)
-    # What is left of it burns on along the ground.
+    # The remaining fire keeps burning along the ground.
     height = 10 * min(age, 2) * np.clip(1 - ((x - cx) / 46) ** 2, 0, 1) * np.clip(1.1 - age / 7, 0, 1)
     carpet = 1.15 + y / np.maximum(height, 0.5) * 0.9 - (1 - _tongues(time, seed + 9)) * 0.8
     heat = np.maximum(heat, np.where(height > 2, carpet, 0))
@@ -287,7 +286,7 @@ EFFECTS = {"wave": wave_heat, "burst": burst_heat, "ward": ward_heat}
 
 
 def paint_dust(frame: np.ndarray, clip: Clip, number: int) -> None:
-    """Puffs of dust: pixels of 2 px that spread, rise and thin out over three frames."""
+    """Puffs of dust: squares of 2 px that spread, rise and thin out over three frames."""
     for puff in clip.dust:
         age = (number - puff.frame) % clip.frames
         if age > 2:
@@ -301,7 +300,7 @@ def paint_dust(frame: np.ndarray, clip: Clip, number: int) -> None:
 
 
 def paint_behind(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
-    """What lies behind the knight: dust, the far halves of rings and the large fields."""
+    """Paints what is behind the knight: dust, the far halves of rings and the large fields."""
     paint_dust(frame, clip, number)
     if clip.effect in ("wave", "burst"):
         lay(frame, fire_codes(EFFECTS[clip.effect](clip, float(number), seed), 0.3))
@@ -316,7 +315,7 @@ def paint_behind(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
 
 
 def paint_before(frame: np.ndarray, clip: Clip, number: int, seed: int) -> None:
-    """What lies before the knight: cuts, near halves of rings, the ward and the particles."""
+    """Paints what is in front of the knight: cuts, the near halves of rings and the ward."""
     for smear in clip.smears:
         if smear.frame == number and clip.pose(smear.end).behind <= 0.5:
             lay(frame, fire_codes(smear_heat(clip, smear), 0.25))

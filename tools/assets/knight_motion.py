@@ -1,6 +1,6 @@
-"""The knight's fourteen clips as tables of key poses, eased in between.
+"""The knight's fourteen clips as tables of key poses, interpolated with easing.
 
-Times are frames of 100 ms. A key's ease says how the motion arrives at it.
+Times are in frames of 100 ms. A key's ease is the easing of the motion towards it.
 """
 
 from __future__ import annotations
@@ -19,19 +19,19 @@ EASES = {
     "io": lambda t: t * t * (3 - 2 * t),
     "snap": lambda t: 1 - (1 - t) ** 3,
 }
-# These switch at the key instead of passing through the values in between.
+# Fields that switch at the key instead of being interpolated.
 STEPPED = ("face", "behind", "ball")
 
 
 @dataclass(frozen=True)
 class Smear:
-    """The blade's path drawn into one frame; `reach` stretches it beyond the tip."""
+    """A smear frame: the blade's path drawn into one frame; `reach` stretches it beyond the tip."""
 
     frame: int
     start: float
     end: float
     reach: float = 1.25
-    fade: float = 1.0  # below 1 for what is left of it a frame later
+    fade: float = 1.0  # below 1 for the remains in the next frame
 
 
 @dataclass(frozen=True)
@@ -48,26 +48,26 @@ class Ring:
 
 @dataclass(frozen=True)
 class Spray:
-    """Particles thrown from a place that belongs to no blade."""
+    """Particles emitted from a position other than the blade."""
 
     start: float
     end: float
     x: float
     y: float
     spread: tuple[float, float]
-    speed: tuple[float, float]  # least and most, pixels a frame
+    speed: tuple[float, float]  # minimum and maximum, pixels per frame
     angles: tuple[float, float]
-    rate: int  # particles a quarter of a frame
+    rate: int  # particles per quarter of a frame
     life: tuple[float, float] = (2.0, 5.0)
 
 
 @dataclass(frozen=True)
 class Dust:
-    """A puff kicked up at a place on the ground, which then passes by with it."""
+    """A puff of dust kicked up from the ground, which then moves with the ground."""
 
     frame: int
     x: float
-    speed: float = -25.0  # of the ground, pixels a frame
+    speed: float = -25.0  # of the ground, pixels per frame
 
 
 @dataclass(frozen=True)
@@ -76,16 +76,16 @@ class Clip:
     frames: int
     keys: tuple[Key, ...]
     loop: bool = False
-    grounded: bool = True  # the soles stand on the lowest row in every frame
-    wind: tuple[float, float] = (0.0, 0.0)  # on cape and plume, pixels a frame
+    grounded: bool = True  # the soles are on the lowest row in every frame
+    wind: tuple[float, float] = (0.0, 0.0)  # on cape and plume, pixels per frame
     flutter: float = 0.25
-    drift: tuple[float, float] = (0.0, 0.0)  # on flames, pixels a frame
+    drift: tuple[float, float] = (0.0, 0.0)  # on flames, pixels per frame
     rate: float = 1.0  # flames from the blade
     smears: tuple[Smear, ...] = ()
     rings: tuple[Ring, ...] = ()
     sprays: tuple[Spray, ...] = ()
     dust: tuple[Dust, ...] = ()
-    flash: dict[int, int] = field(default_factory=dict)  # frame -> 2 whole body glows, 1 it fades
+    flash: dict[int, int] = field(default_factory=dict)  # frame -> 2: the whole body glows, 1: it fades
     effect: str = ""  # a field of fire drawn by its own function
 
     def pose(self, time: float) -> Pose:
@@ -116,7 +116,7 @@ class Clip:
 
 
 def _step(values: dict[str, float], before: Pose, after: Pose, part: float) -> None:
-    """Feet that change their place on the ground take steps instead of sliding, one after the other."""
+    """Makes feet that move along the ground take steps, one after the other, instead of sliding."""
     moving = []
     for foot in ("near", "far"):
         way = getattr(after, foot + "_x") - getattr(before, foot + "_x")
@@ -129,7 +129,7 @@ def _step(values: dict[str, float], before: Pose, after: Pose, part: float) -> N
 
 
 def _lowered_hip(pose: Pose) -> float:
-    """The hip at the height from which both standing feet are within reach."""
+    """The height of the hip from which both standing feet are within reach."""
     height = pose.hip_y
     c, s = math.cos(math.radians(pose.lean)), math.sin(math.radians(pose.lean))
     for offset, x, y in ((NEAR_HIP, pose.near_x, pose.near_y), (FAR_HIP, pose.far_x, pose.far_y)):
@@ -152,8 +152,9 @@ IDLE = (
 )
 
 # --- run: one foot's path under the hip, the other foot half a clip later ---
-# The ground passes by 25 px a frame. A foot stands for two frames: it lands flat before the body and leaves on its
-# toes behind it, 25 px further back, so that the toes stay on one spot of the ground. Then both feet are in the air.
+# The ground moves 25 px per frame. A foot is on the ground for two frames: it lands flat in front of the body and leaves
+# on its toes behind it, 25 px further back, so that the toes stay on one spot of the ground. Then both feet are in the
+# air.
 FOOT_PATH = (  # x, height, turn
     (8.4, 0.0, 0.0),  # contact
     (-13.8, -3.9, -70.0),  # push-off
@@ -382,12 +383,12 @@ KNEEL = Pose(
     hip_x=-2, hip_y=-8.5, lean=12, head=20, near_x=-9, near_y=-0.5, near_turn=-50, far_x=5, hand_x=8, hand_y=4,
     sword=-82, blade=0.5, off_x=4, off_y=7, heat=0.9,
 )
-# The lying knight is the standing one turned by a quarter.
+# The lying knight is the standing one rotated by 90 degrees.
 LYING = Pose(
     hip_x=-6, hip_y=-14, lean=0, head=0, near_x=-8, near_turn=-35, far_x=-5, far_turn=-50, hand_x=5.6, hand_y=-7.5,
     sword=91, off_x=4, off_y=6, heat=0.0, roll=90, pivot_x=-8, pivot_y=-8.0,
 )
-# On the way from the knees to the ground, half turned and the free hand ahead.
+# Between kneeling and lying: half rotated, the free hand in front.
 SINKING = LYING.but(
     hip_y=-8, lean=12, head=14, roll=52, near_x=-7, near_y=6, near_turn=-20, far_x=-3, far_y=6, far_turn=-30, off_x=6,
     off_y=2, hand_x=5, hand_y=-3, sword=48, heat=0.55, pivot_x=-7, pivot_y=-4,

@@ -2,8 +2,8 @@
 
 Coordinates are pixels from the anchor under the knight's feet: x to the right, y down, so everything above
 the ground has a negative y and the pixel row that the soles stand on spans y = -1 to 0.
-A pixel stores a code (material and tone) instead of a colour; a flash or a darker far limb is then a matter
-of tables.
+A pixel stores a code (material and tone) instead of a colour, so that flashes and darker far limbs only need
+another table.
 """
 
 from __future__ import annotations
@@ -49,7 +49,7 @@ Point = tuple[float, float]
 
 
 def code(material: str, tone: int) -> int:
-    """What a pixel stores; 0 is left for transparent."""
+    """The code of a pixel; 0 is transparent."""
     return 1 + _NAMES.index(material) * TONES + tone
 
 
@@ -75,7 +75,7 @@ def blank() -> np.ndarray:
 
 
 def _spread(mask: np.ndarray) -> np.ndarray:
-    """The mask grown by one pixel up, down, left and right; never around the frame's edge."""
+    """The mask dilated by one pixel up, down, left and right, without wrapping around the frame."""
     grown = mask.copy()
     grown[1:] |= mask[:-1]
     grown[:-1] |= mask[1:]
@@ -140,7 +140,7 @@ class Part:
             self.pixels[py, px] = code(material, tone)
 
     def onto(self, frame: np.ndarray, outlined: bool = True) -> None:
-        """Lays the part over the frame. The outline takes the darkest tone of the material it borders."""
+        """Draws the part over the frame. The outline has the darkest tone of the adjacent material."""
         filled = self.pixels > 0
         if outlined:
             ring = _spread(filled) & ~filled
@@ -153,7 +153,7 @@ class Part:
 
 
 def polygon_mask(points: list[Point]) -> np.ndarray:
-    """Pixels whose centres lie inside the polygon (even-odd rule)."""
+    """Pixels whose centres are inside the polygon (even-odd rule)."""
     inside = np.zeros((FRAME_H, FRAME_W), bool)
     for (ax, ay), (bx, by) in zip(points, points[1:] + points[:1]):
         if ay == by:
@@ -164,7 +164,7 @@ def polygon_mask(points: list[Point]) -> np.ndarray:
 
 
 def fire_codes(heat: np.ndarray, dither: float = 0.45) -> np.ndarray:
-    """Heat 0 to 1 as pixels of the flame ramp; below a quarter there is nothing."""
+    """Converts heat, 0 to 1, to pixels of the flame ramp; below about a quarter they are transparent."""
     level = np.floor(heat * 4 + (DITHER - 0.5) * dither).astype(int)
     level = np.clip(level, 0, 4)
     table = np.array([0] + [code("fire", tone) for tone in (OUTLINE, SHADE, MIDDLE, LIGHT)], np.uint8)
@@ -172,5 +172,5 @@ def fire_codes(heat: np.ndarray, dither: float = 0.45) -> np.ndarray:
 
 
 def lay(frame: np.ndarray, pixels: np.ndarray) -> None:
-    """Puts everything that is not transparent over the frame."""
+    """Draws all pixels that are not transparent over the frame."""
     frame[pixels > 0] = pixels[pixels > 0]

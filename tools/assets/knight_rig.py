@@ -1,4 +1,4 @@
-"""The knight's skeleton and how it is painted: a pose becomes joints, joints become pixels."""
+"""The knight's skeleton: computes the joints of a pose and paints them."""
 
 from __future__ import annotations
 
@@ -43,7 +43,7 @@ class Pose:
     off_x: float = 3.0  # other hand from the far shoulder
     off_y: float = 8.0
     grip: float = 0.0  # 1 puts the other hand on the sword
-    reach: float = 1.0  # stretches the arms, so that hands get over so large a head
+    reach: float = 1.0  # stretches the arms, so that the hands reach above the large head
     sword: float = 48.0  # 0 points forward, 90 up
     blade: float = 1.0  # visible part of the blade, shorter when it points at or away from the viewer
     heat: float = 1.0  # 0 is cold steel
@@ -60,7 +60,7 @@ class Pose:
 
 @dataclass
 class Joints:
-    """Positions and directions of everything that is painted, already turned and mirrored."""
+    """Positions and directions of everything that is painted, after rotation and mirroring."""
 
     points: dict[str, Point]
     forward: Point  # of the torso
@@ -155,7 +155,7 @@ def toe_of(j: Joints, side: str) -> Point:
 
 
 def _snap(point: Point) -> Point:
-    """To the half pixel: limbs keep an even width while they move."""
+    """Rounds to half pixels, so that the width of moving limbs does not change."""
     return round(point[0] * 2) / 2, round(point[1] * 2) / 2
 
 
@@ -172,7 +172,7 @@ def _leg(j: Joints, side: str) -> Part:
 
 
 def _foot(part: Part, ankle: Point, sole: Point, face: float, material: str) -> None:
-    """A boot with a flat sole; drawn on whole pixels when it stands."""
+    """A boot with a flat sole, aligned to whole pixels while it is on the ground."""
     if abs(sole[1]) < 0.08:
         ankle = (round(ankle[0]), round(ankle[1] + ANKLE) - ANKLE)
     down = (-sole[1] * face, sole[0] * face)
@@ -214,7 +214,7 @@ def _torso(j: Joints) -> Part:
     part, p = Part(), j.points
     hip, chest = _snap(p["hip"]), _snap(p["chest"])
     up = (j.forward[1] * j.face, -j.forward[0] * j.face)
-    # Skirt of the tabard: its hem is drawn along by the knees.
+    # Skirt of the tabard: its hem follows the knees.
     knees = ((p["near_knee"][0] + p["far_knee"][0]) / 2, (p["near_knee"][1] + p["far_knee"][1]) / 2)
     hem = _step(hip, ((knees[0] - hip[0], knees[1] - hip[1]), 0.72))
     part.polygon(
@@ -279,7 +279,7 @@ def _cape(chain: list[Point], face: float) -> Part:
         part.put(polygon_mask([left[i], left[i + 1], right[i + 1], right[i]]), "cloth", SHADE)
         inner = _between(left[i + 1], right[i + 1], 0.6), _between(left[i], right[i], 0.6)
         part.put(polygon_mask([left[i], left[i + 1], *inner]), "cloth", MIDDLE)
-    # The hem runs out in three points.
+    # The hem ends in three points.
     for a, b in ((0.0, 0.36), (0.36, 0.7), (0.7, 1.0)):
         tip = _step(_between(left[-1], right[-1], (a + b) / 2), (along, 0.5))
         point = [_between(left[-1], right[-1], a), tip, _between(left[-1], right[-1], b)]
@@ -312,7 +312,7 @@ def _sword(j: Joints, heat: float) -> Part:
             ],
             metal,
         )
-        # The edge that looks up takes the light; hot metal glows up to the middle.
+        # The upper edge is lit; hot metal glows up to the middle.
         x, y = pixel_grid()
         if side[1] > 0 or (side[1] == 0 and side[0] > 0):
             side = (-side[0], -side[1])
@@ -380,7 +380,7 @@ def paint(frame: np.ndarray, pose: Pose, cape: list[Point], plume: list[Point]) 
     _leg(j, "far").onto(frame)
     _leg(j, "near").onto(frame)
     _torso(j).onto(frame)
-    # Arms stretched over the head go behind it, or they would hide the face.
+    # Arms stretched above the head are drawn behind it; otherwise they would hide the face.
     overhead = pose.reach > 1.2
     if overhead:
         _arm(j, "near").onto(frame)

@@ -18,13 +18,13 @@ from knight_rig import CAPE_LINK, CAPE_LINKS, PLUME_LINK, PLUME_LINKS, joints_of
 
 COLUMNS = 28
 PATH = "fireknight/sprites/fireknight_288x128.png"
-STEPS = 6  # of cape and plume in a frame
+STEPS = 6  # simulation steps of cape and plume per frame
 PULL, DAMPING = 0.8, 0.68
-SETTLE = 24  # frames before a one-shot clip; passes of a loop
+SETTLE = 24  # simulated in advance: frames of a one-shot clip, passes of a loop
 
 
 class Chain:
-    """Cloth as a row of links. It hangs from a joint and follows with a lag."""
+    """Cloth simulated as a chain of links that hangs from a joint and follows it with a lag."""
 
     def __init__(
         self, links: int, length: float, root: str, rest: tuple[Point, ...], stiff: float, weight: float
@@ -36,7 +36,7 @@ class Chain:
 
     def step(self, clip: Clip, time: float) -> None:
         pose = clip.pose(time)
-        # A ball keeps its cloth to itself, so the chains sit the turns out.
+        # The curled-up knight hides cape and plume, so the chains do not follow its rotation.
         joints = joints_of(pose.but(face=1.0, roll=0.0 if pose.ball else pose.roll))
         up, forward = joints.head_up, joints.head_forward
         if self.root == "cape":
@@ -55,15 +55,15 @@ class Chain:
             self.past[i] = now[:]
             now[0] += speed[0] + (clip.wind[0] + wave * 0.5) / STEPS * PULL
             now[1] += speed[1] + (clip.wind[1] + wave * 0.7 + self.weight) / STEPS * PULL
-            # Pull towards the shape at rest, given in the joint's own directions.
+            # Pull towards the rest shape, which is given in the joint's directions.
             back, rise = self.rest[min(i - 1, len(self.rest) - 1)]
             above = self.points[i - 1]
-            wanted = (
+            target = (
                 above[0] + (forward[0] * back + up[0] * rise) * self.length,
                 above[1] + (forward[1] * back + up[1] * rise) * self.length,
             )
-            now[0] += (wanted[0] - now[0]) * self.stiff
-            now[1] += (wanted[1] - now[1]) * self.stiff
+            now[0] += (target[0] - now[0]) * self.stiff
+            now[1] += (target[1] - now[1]) * self.stiff
             if self.root == "cape":
                 self._keep_behind(now, joints.points["hip"], joints.forward, 2.5 + 0.7 * i)
             dx, dy = now[0] - above[0], now[1] - above[1]
@@ -80,7 +80,7 @@ class Chain:
             point[1] -= forward[1] * (ahead + gap)
 
     def run(self, clip: Clip) -> list[list[Point]]:
-        """Shapes for all frames. A loop is passed through until it repeats itself."""
+        """Shapes for all frames. A loop is simulated for several passes first, until the shapes repeat."""
         before = SETTLE * clip.frames if clip.loop else SETTLE
         shapes = []
         for step in range(-before * STEPS, clip.frames * STEPS):
@@ -123,7 +123,7 @@ def render_clip(clip: Clip, seed: int) -> list[np.ndarray]:
 
 
 def _flashed(body: np.ndarray, strength: int) -> np.ndarray:
-    """The flash of a hit: the whole body at the hot end of its ramp, then one tone too light."""
+    """The flash of a hit: the whole body in flame colours, then one tone lighter than normal."""
     table = np.zeros(256, np.uint8)
     for name in MATERIALS:
         for tone in range(5):
@@ -134,8 +134,8 @@ def _flashed(body: np.ndarray, strength: int) -> np.ndarray:
     return table[body]
 
 
-GROUND = 25.0  # px that the ground passes by in a frame of the run
-SLIDE = 3.0  # px that a standing foot may miss it by
+GROUND = 25.0  # px that the ground moves per frame of the run
+SLIDE = 3.0  # px that a standing foot may slide
 
 
 def check_run() -> None:

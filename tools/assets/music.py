@@ -9,19 +9,19 @@ import numpy as np
 
 from sound_kit import RATE, decibels, edges, harmonics, high_pass, low_pass, pitch, seconds, write_mp3_loop, write_ogg
 
-BEAT = 24500  # samples: 108 beats a minute
+BEAT = 24500  # samples: 108 beats per minute
 BARS = 32
 LENGTH = BARS * 4 * BEAT
 PEAK_DB = -7.0  # leaves headroom for the effects
 OGG_QUALITY = 4.0
 MP3_KBPS = 80
 
-CHORDS = {  # bass, then the tones of the broken chord from below
+CHORDS = {  # bass, then the notes of the arpeggio, ascending
     "G": (43, (55, 59, 62, 67)), "Em": (40, (55, 59, 64, 67)), "C": (48, (55, 60, 64, 67)),
     "D": (50, (54, 57, 62, 66)), "D7": (38, (54, 60, 62, 66)), "Bm": (47, (54, 59, 62, 66)),
     "Am": (45, (57, 60, 64, 67)),
 }
-# A chord a bar; two where a stroke parts them.
+# One chord per bar, or two separated by a slash.
 HARMONY = """
     G Em C D    G Bm C D7
     G Em C D    Em C D7 G
@@ -124,7 +124,7 @@ def rim(noise: np.random.Generator) -> np.ndarray:
 # --- parts ---
 
 def melody_notes() -> list[tuple[str, float, int, float]]:
-    """(section, beat, MIDI note, beats) of the whole piece. Each section has to fill its eight bars."""
+    """(section, beat, MIDI note, beats) of the whole piece. Each section must fill its eight bars."""
     notes = []
     for index, section in enumerate(FORM):
         beat = index * 32.0

@@ -1,7 +1,7 @@
 """The game's palette: 32 colours in ramps from dark to light.
 
-Ramps lean towards blue-violet as they darken and towards yellow as they brighten. Neighbouring ramps
-share colours on purpose; that keeps pictures drawn from different ramps in one light.
+Ramps shift towards blue-violet as they darken and towards yellow as they brighten. Neighbouring ramps
+share colours on purpose, so that pictures drawn from different ramps match.
 """
 
 from __future__ import annotations

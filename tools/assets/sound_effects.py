@@ -12,7 +12,7 @@ from sound_kit import (RATE, decibels, edges, harmonics, high_pass, loudness, lo
 
 LOUDNESS_DB = -13.0  # of the loudest 50 ms
 PEAK_DB = -2.5       # at most, before encoding
-LEAD_IN = 0.004      # seconds of silence before an encoded sound: the codec smears a sharp start to before it
+LEAD_IN = 0.004      # seconds of silence before an encoded sound, for the codec's pre-echo of a sharp attack
 G4, B4, D5, E5, G5, A5, B5, D6, E6, G6 = 67, 71, 74, 76, 79, 81, 83, 86, 88, 91
 
 

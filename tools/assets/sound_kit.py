@@ -38,7 +38,7 @@ def edges(sound: np.ndarray, fade_in: float = 0.002, fade_out: float = 0.004) ->
 
 def harmonics(frequency: float | np.ndarray, t: np.ndarray, levels: dict[float, float],
               damping: float = 0.0) -> np.ndarray:
-    """Sines at multiples of the frequency, none above 15 kHz. With damping the k-th dies away as exp(-damping k t)."""
+    """Sines at multiples of the frequency, none above 15 kHz. With damping the k-th decays as exp(-damping k t)."""
     phase = 2 * np.pi * (np.cumsum(frequency) / RATE if isinstance(frequency, np.ndarray) else frequency * t)
     highest = float(np.max(frequency))
     sound = np.zeros_like(t)
@@ -55,13 +55,13 @@ def low_pass(sound: np.ndarray, cutoff: float, order: int = 4) -> np.ndarray:
 
 
 def high_pass(sound: np.ndarray, cutoff: float, order: int = 2) -> np.ndarray:
-    """As low_pass. It leaves no DC."""
+    """Zero-phase high-pass filter, circular; removes DC."""
     ratio = (np.fft.rfftfreq(len(sound), 1 / RATE) / cutoff) ** (2 * order)
     return np.fft.irfft(np.fft.rfft(sound) * np.sqrt(ratio / (1 + ratio)), len(sound))
 
 
 def loudness(sound: np.ndarray) -> float:
-    """RMS of the loudest 50 ms, in dBFS, with the lows counting less as they do for the ear."""
+    """RMS of the loudest 50 ms, in dBFS, with low frequencies weighted less, as by the ear."""
     power = np.convolve(high_pass(sound, 300, 1) ** 2, np.ones(round(0.05 * RATE)) / round(0.05 * RATE))
     return 10 * float(np.log10(np.max(power)))
 
@@ -94,12 +94,12 @@ def write_ogg(path: Path, sound: np.ndarray, quality: float) -> None:
 
 
 def write_mp3_loop(path: Path, loop: np.ndarray, kbps: int) -> None:
-    """Encodes a loop. The encoder is fed audio before the start and after the end, or the first and last frames would fade
-    from and to silence; players trim both, as specified in the info frame."""
+    """Encodes a loop. The encoder also gets the audio before the start and after the end, or the first and last frames
+    would fade from and to silence; players trim both, as specified in the info frame."""
     around = np.concatenate([loop[:, -MP3_FRAME:], loop, loop[:, :MP3_FRAME]], axis=1)
     encode(around, ["lame", "--quiet", "-q", "2", "-m", "j", "--cbr", "-b", str(kbps), "--resample", "44.1",
                     "{in}", "{out}"], path)
-    path.write_bytes(cut_more(path.read_bytes(), MP3_FRAME))
+    path.write_bytes(trim_more(path.read_bytes(), MP3_FRAME))
 
 
 def crc16(data: bytes) -> int:
@@ -111,7 +111,7 @@ def crc16(data: bytes) -> int:
     return crc
 
 
-def cut_more(mp3: bytes, samples: int) -> bytes:
+def trim_more(mp3: bytes, samples: int) -> bytes:
     """Increases the info frame's encoder delay and padding, the samples to trim at start and end: 12 bits each."""
     tag = mp3.index(b"Info") + 120
     counts = int.from_bytes(mp3[tag + 21:tag + 24], "big")

@@ -23,10 +23,10 @@ VERSION = "Version 1.000"
 PANOSE = Panose(bFamilyType=2, bSerifStyle=11, bWeight=6, bProportion=9)  # monospaced sans serif
 
 CELL_W, CELL_H = 8, 16  # design pixels
-ASCENT_ROWS = 12  # rows above the baseline, the other four hang below it
+ASCENT_ROWS = 12  # rows above the baseline; the other four are below it
 UNIT = 128  # font units per design pixel, so the em is the cell height
 EM = UNIT * CELL_H
-# Seconds since 1904-01-01; fixed so that every build gives the same bytes.
+# Seconds since 1904-01-01; fixed, so that the output is bit-identical.
 TIMESTAMP = 3786912000
 
 BLANK = "." * CELL_W
@@ -277,7 +277,7 @@ def all_glyphs() -> dict[int, Pixels]:
 
 
 def boundary(pixels: Pixels) -> dict[Point, list[Point]]:
-    """Unit edges around the set pixels, ink on the right hand, keyed by start corner."""
+    """Unit edges around the set pixels, keyed by start corner, with the ink on their right."""
     edges: dict[Point, list[Point]] = {}
     for x, y in sorted(pixels):
         sides = (

@@ -28,7 +28,7 @@ class Canvas:
         self.pixels[y, x] = (*colour(name), 255)
 
     def row(self, y: int, half: float, tones: tuple[str, ...]) -> None:
-        """A row of a round thing about the middle: tones from left to right, the darkest step at both ends."""
+        """A row of a round object, centred: tones from left to right, outlined in the darkest tone."""
         middle = self.pixels.shape[1] / 2
         first, last = round(middle - half), round(middle + half) - 1
         for x in range(first, last + 1):
@@ -37,7 +37,7 @@ class Canvas:
 
 
 def flame_heat(x: np.ndarray, y: np.ndarray) -> np.ndarray:
-    """Three tongues over the bowl; y counts upwards from its rim. 1 is white, 0 nothing."""
+    """Tongues of fire over the bowl; y grows upwards from its rim. 1 is white, 0 transparent."""
     heat = np.zeros(x.shape)
     for at, tall, wide, sway in ((-5.5, 25, 4.4, 0.9), (0.5, 45, 6.6, 1.5), (6.0, 30, 4.2, -1.1), (1.5, 14, 9.5, 0.0)):
         level = np.clip((y + 3) / (tall + 3), 0, 1)
@@ -49,7 +49,7 @@ def flame_heat(x: np.ndarray, y: np.ndarray) -> np.ndarray:
 
 
 def brazier() -> np.ndarray:
-    """A fire bowl on a tall iron stand: it only ever slides."""
+    """A fire bowl on a tall iron stand, for the image that slides."""
     canvas = Canvas(BRAZIER_W, BRAZIER_H)
     y, x = np.mgrid[0:BRAZIER_H, 0:BRAZIER_W]
     heat = flame_heat(x + 0.5 - BRAZIER_W / 2, BOWL_TOP + 2.0 - y)
@@ -105,7 +105,7 @@ GLASS = {  # four tones of each pane, from its rim inwards
 
 
 def rose_pixel(x: float, y: float) -> str:
-    """The colour of a round window at a place, from its middle; light and shade depend on the distance alone."""
+    """The colour of the round window at an offset from its centre; shading depends only on the distance."""
     far, turn = math.hypot(x, y), math.degrees(math.atan2(y, x)) % 360
     if far >= ROSE / 2 - 0.2:
         return ""

@@ -22,7 +22,7 @@ from ui_font_stroke import CAP, XH, Affine, Contour, contours
 FILE_NAME = "EuroStyle Normal.ttf"
 ASCENT, DESCENT = 860, 230  # a line is 1.09 em high
 GAP = 22  # between a capital and its mark
-BORN = 3_800_000_000  # seconds since 1904; fixed, so that the bytes never change
+CREATED = 3_800_000_000  # seconds since 1904; fixed, so that the output is bit-identical
 COMBINING = {
     "\u0300": "_grave", "\u0301": "_acute", "\u0302": "_hat",
     "\u0303": "_wave", "\u0308": "_dots", "\u030a": "_ring",
@@ -39,7 +39,7 @@ def glyph_name(char: str) -> str:
 
 
 def outlines(entry: str, place: Affine) -> list[Contour]:
-    """Every skeleton of an entry as closed contours, overlaps still in."""
+    """All skeletons of an entry as closed contours, which may overlap."""
     found: list[Contour] = []
     for text in entry.split("/", 1)[1].split(" ; "):
         text = text.strip()
@@ -68,7 +68,7 @@ def merged(found: list[Contour]) -> pathops.Path:
 
 
 def tidy(path: pathops.Path, dx: float) -> list[Contour]:
-    """Whole units, no specks, no points on the way of a straight line."""
+    """Rounds to whole units, and removes specks and points on straight lines."""
     result = []
     for contour in path.contours:
         segs: Contour = []
@@ -87,7 +87,7 @@ def tidy(path: pathops.Path, dx: float) -> list[Contour]:
 
 
 def joined(segs: Contour, fits: Callable[[tuple, tuple], bool]) -> Contour:
-    """Neighbours that fit become one segment: the point between them goes."""
+    """Merges neighbouring segments for which `fits` is true by removing the point between them."""
     out: Contour = []
     for seg in segs:
         if out and fits(out[-1], seg):
@@ -100,10 +100,10 @@ def joined(segs: Contour, fits: Callable[[tuple, tuple], bool]) -> Contour:
 
 
 def smooth(a: tuple, b: tuple) -> bool:
-    """Is the point between two curves implied by its neighbours?
+    """Whether the point between two curves is implied by its neighbours.
 
-    Rounding such a point on its own would put a kink in the curve.  Extremes
-    stay, they round without harm.
+    Rounding such a point by itself would put a kink in the curve. Extremes are
+    kept, because rounding them does no harm.
     """
     if len(a) < 3 or len(b) < 3:
         return False
@@ -194,7 +194,7 @@ class Font:
             low, high = self.rise[over]
             flat = min(1.0, (ASCENT - 8 - top - GAP) / (high - low))
             dy = round(top + GAP - flat * low)
-        pad = max(0, 12 - self.box[over][0] - dx)  # wide marks on i stay off the neighbours
+        pad = max(0, 12 - self.box[over][0] - dx)  # keeps wide marks on i clear of the neighbours
         pen = TTGlyphPen({under: None, over: None})
         pen.addComponent(under, (1, 0, 0, 1, pad, 0))
         pen.addComponent(over, (1, 0, 0, flat, dx + pad, dy))
@@ -267,7 +267,7 @@ def setup_names(builder: FontBuilder) -> None:
     )
     builder.setupPost(underlinePosition=-100, underlineThickness=84)
     head = builder.font["head"]
-    head.created = head.modified = BORN
+    head.created = head.modified = CREATED
     head.fontRevision = 1.0
     builder.font.recalcTimestamp = False
     gasp = builder.font["gasp"] = newTable("gasp")

@@ -13,7 +13,7 @@ The first point starts the stroke, then come segments:
     ad X,Y D   arc that ends running at D degrees
     wN         pen width factor from here on (a change tapers the stroke)
     kN         squareness of the arcs from here on
-    p X,Y ...  no stroke at all: a filled polygon
+    p X,Y ...  a filled polygon instead of a stroke
 
 Ordinates may be named levels ("T", "x+20").  A point may carry a mark that
 says how the stroke is cut there: "<" and ">" put the left or right corner of
@@ -34,8 +34,8 @@ XH = 500
 ASC = 719
 DESC = -188
 V = 88  # pen width of upright strokes
-H = 84  # ... and of level ones, which look heavier than they are
-OV = 8  # how far round strokes pass the flat ones
+H = 84  # ... and of horizontal ones, which look heavier than they are
+OV = 8  # overshoot of round strokes
 SQUARE = 0.75  # handle length of a superellipse quarter with exponent 2.8
 
 # Upper case: a level or round stroke's centre line; the rest are edges.
@@ -203,7 +203,7 @@ def _edge(node: Node, side: float) -> Point:
 
 
 def _arc_edge(a: Node, b: Node, side: float) -> Segment:
-    """Cubic beside an arc: bent so that the middle keeps the pen's width."""
+    """Cubic beside an arc, shaped so that its middle is at the pen's width."""
     p, q = _edge(a, side), _edge(b, side)
     centre = _meet(a.at, a.out, b.at, b.into)
     corner = _meet(p, a.out, q, b.into)
@@ -253,7 +253,7 @@ def _reversed(contour: Contour) -> Contour:
 
 
 def _settle_cuts(stroke: Stroke) -> None:
-    """Move a diagonal's ends so that the marked corner of the cut is on the point."""
+    """Moves a diagonal's ends so that the marked corner of the cut is on the point."""
     ends = [n for n in (stroke.nodes[0], stroke.nodes[-1]) if n.cut in ("<", ">")]
     targets = [n.at for n in ends]
     for _ in range(12):

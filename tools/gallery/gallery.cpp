@@ -1,6 +1,6 @@
-// Takes the pictures of docs/gallery by scripts, always the same: one of each screen at a moment worth a look, and the
-// frames of a short animation of the castle being played. ./dev gallery runs it.
-//   LUMARIND_GALLERY  the folder the pictures go to, as BMP
+// Renders the pictures of docs/gallery from fixed scripts: each screen at a representative moment, and the frames of a
+// short animation of the castle level. ./dev gallery runs it.
+//   LUMARIND_GALLERY  output folder of the BMP files
 
 #include "support/castle_routes.h"
 #include "support/engine_fixture.h"
@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr int STEPS_PER_PICTURE = 3; // of the animation: 20 pictures a second
+constexpr int STEPS_PER_PICTURE = 3; // of the animation: 20 pictures per second
 
-// For the animation, and unlike the routes not in a hurry. Digits attack, u is the special attack.
+// Input of the animation, slower than the routes. Digits attack, u is the special attack.
 constexpr const char *SHOW = "..rrrrrrrrRrrrrrrrrrrr.ll1......rr.3...................l.u................";
 
 // The keys of a letter of a route, or of SHOW.
@@ -32,9 +32,9 @@ std::string route(const std::string &letters) {
 class Gallery : public EngineTest {
 protected:
     void SetUp() override {
-        const char *wanted = std::getenv("LUMARIND_GALLERY");
-        if (!wanted) GTEST_SKIP() << "LUMARIND_GALLERY names no folder";
-        folder_ = std::filesystem::absolute(wanted);
+        const char *folder = std::getenv("LUMARIND_GALLERY");
+        if (!folder) GTEST_SKIP() << "LUMARIND_GALLERY is not set";
+        folder_ = std::filesystem::absolute(folder);
         EngineTest::SetUp();
     }
     void save(const std::string &name) const {

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr float TILE = 16, CLOSE = 4, REACH = 42, PUT_BACK = 36; // px
-constexpr int AGAIN = 13;                                        // steps between two attacks
+constexpr float TILE = 16, TOLERANCE = 4, REACH = 42, RESPAWN_DISTANCE = 36; // px
+constexpr int ATTACK_INTERVAL = 13;                                          // steps between two attacks
 
 } // namespace
 
@@ -33,25 +33,25 @@ const char *const KEEP_ROUTES[2] = {
 
 KeepBot::KeepBot(const char *route) {
     std::istringstream text(route);
-    for (Word word; text >> word.name;) {
-        if (word.name == "wait") text >> word.platform >> word.x >> word.y;
-        if (word.name == "go" || word.name == "jump") text >> word.x;
-        if (word.name == "jump") text >> word.y;
+    for (Command command; text >> command.name;) {
+        if (command.name == "wait") text >> command.platform >> command.x >> command.y;
+        if (command.name == "go" || command.name == "jump") text >> command.x;
+        if (command.name == "jump") text >> command.y;
         if (!text) throw std::runtime_error("the route is incomplete");
-        words_.push_back(word);
+        commands_.push_back(command);
     }
 }
 
 std::string KeepBot::where(const Level &level) const {
     std::ostringstream text;
-    text << "word " << at_ << (done() ? "" : " " + words_[at_].name + " " + std::to_string(words_[at_].x)) << " at "
-         << level.hero.body.pos.x / TILE << ", " << level.hero.body.pos.y / TILE << ", hearts " << level.hero.hearts
-         << ", time " << level.time;
+    text << "command " << at_ << (done() ? "" : " " + commands_[at_].name + " " + std::to_string(commands_[at_].x))
+         << " at " << level.hero.body.pos.x / TILE << ", " << level.hero.body.pos.y / TILE << ", hearts "
+         << level.hero.hearts << ", time " << level.time;
     return text.str();
 }
 
-// Attacks an enemy in reach, or keeps its distance.
-bool KeepBot::fights(const Level &level, KeepKeys *keys) {
+// Attacks an enemy within reach, or keeps its distance.
+bool KeepBot::attack_nearby(const Level &level, KeepKeys *keys) {
     const PlayerBody &body = level.hero.body;
     for (int i = 0; i < level.enemies.count; i++) {
         const Enemy &enemy = level.enemies.items[i];
@@ -59,7 +59,7 @@ bool KeepBot::fights(const Level &level, KeepKeys *keys) {
         if (!enemy.alive || std::fabs(dx) > REACH + 24 || dy > 24 || dy < -40) continue;
         const bool faces = (dx > 0) == (body.facing > 0);
         if (!faces) (dx > 0 ? keys->right : keys->left) = true;
-        if (faces && std::fabs(dx) < REACH + 8 && since_attack_ > AGAIN) {
+        if (faces && std::fabs(dx) < REACH + 8 && since_attack_ > ATTACK_INTERVAL) {
             keys->press_attack = true;
             since_attack_ = 0;
         }
@@ -69,21 +69,21 @@ bool KeepBot::fights(const Level &level, KeepKeys *keys) {
     return false;
 }
 
-void KeepBot::go_back(SDL_FPoint feet, size_t before) {
+void KeepBot::resume_nearest(SDL_FPoint feet, size_t before) {
     float nearest = 1e9f;
-    for (size_t i = 0; i < SDL_min(before, words_.size()); i++) {
-        const float far = std::hypot(words_[i].feet.x - feet.x, words_[i].feet.y - feet.y);
-        if (words_[i].feet.x < 0 || far > nearest + 1) continue;
-        nearest = far;
+    for (size_t i = 0; i < SDL_min(before, commands_.size()); i++) {
+        const float distance = std::hypot(commands_[i].feet.x - feet.x, commands_[i].feet.y - feet.y);
+        if (commands_[i].feet.x < 0 || distance > nearest + 1) continue;
+        nearest = distance;
         at_ = i;
     }
     steps_ = 0;
     jumped_ = false;
 }
 
-void KeepBot::strikes_in_the_air(const Level &level, KeepKeys *keys) {
+void KeepBot::attack_in_the_air(const Level &level, KeepKeys *keys) {
     const PlayerBody &body = level.hero.body;
-    for (int i = 0; i < level.enemies.count && !body.grounded && since_attack_ > AGAIN; i++) {
+    for (int i = 0; i < level.enemies.count && !body.grounded && since_attack_ > ATTACK_INTERVAL; i++) {
         const Enemy &enemy = level.enemies.items[i];
         const float dx = enemy.body.pos.x - body.pos.x, dy = enemy.body.pos.y - body.pos.y;
         if (!enemy.alive || (dx > 0) != (body.facing > 0) || std::fabs(dx) > REACH + 12 || std::fabs(dy) > 40) continue;
@@ -95,40 +95,42 @@ void KeepBot::strikes_in_the_air(const Level &level, KeepKeys *keys) {
 KeepKeys KeepBot::play(const Level &level) {
     KeepKeys keys = {};
     const PlayerBody &body = level.hero.body;
-    if (steps_ + static_cast<int>(at_) > 0 && std::hypot(body.pos.x - before_.x, body.pos.y - before_.y) > PUT_BACK) {
-        go_back(body.pos, words_.size());
+    if (steps_ + static_cast<int>(at_) > 0 &&
+        std::hypot(body.pos.x - previous_.x, body.pos.y - previous_.y) > RESPAWN_DISTANCE) {
+        resume_nearest(body.pos, commands_.size());
     }
-    before_ = body.pos;
+    previous_ = body.pos;
     steps_++;
     since_attack_++;
-    if (!done() && steps_ == 1 && body.grounded && words_[at_].name != "wait") words_[at_].feet = body.pos;
+    if (!done() && steps_ == 1 && body.grounded && commands_[at_].name != "wait") commands_[at_].feet = body.pos;
     if (done() || level.phase != LEVEL_PLAYING) return keys;
-    const Word &word = words_[at_];
-    const float dx = word.x * TILE - body.pos.x;
+    const Command &command = commands_[at_];
+    const float dx = command.x * TILE - body.pos.x;
     bool reached = false;
-    if (word.name == "wait") {
-        const Platform &platform = level.things.platforms[word.platform];
-        reached = std::fabs(platform.box.x + platform.box.w / 2 - word.x * TILE) < 6 &&
-                  std::fabs(platform.box.y - word.y * TILE) < 6;
-        if (!level.things.platforms[word.platform].time) reached = true;
-        fights(level, &keys);
+    if (command.name == "wait") {
+        const Platform &platform = level.things.platforms[command.platform];
+        reached = std::fabs(platform.box.x + platform.box.w / 2 - command.x * TILE) < 6 &&
+                  std::fabs(platform.box.y - command.y * TILE) < 6;
+        if (!level.things.platforms[command.platform].time) reached = true;
+        attack_nearby(level, &keys);
         if (keys.left || keys.right) keys.left = keys.right = false;
-    } else if (word.name == "go") {
-        if (!body.grounded || !fights(level, &keys)) (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > CLOSE;
-        reached = std::fabs(dx) <= CLOSE + 2 && body.grounded;
-        if (!reached && steps_ > 200) return go_back(body.pos, at_), keys;
+    } else if (command.name == "go") {
+        if (!body.grounded || !attack_nearby(level, &keys))
+            (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > TOLERANCE;
+        reached = std::fabs(dx) <= TOLERANCE + 2 && body.grounded;
+        if (!reached && steps_ > 200) return resume_nearest(body.pos, at_), keys;
     } else {
-        const bool after_wait = at_ > 0 && words_[at_ - 1].name == "wait"; // the platform moves during the jump
-        strikes_in_the_air(level, &keys);
+        const bool after_wait = at_ > 0 && commands_[at_ - 1].name == "wait"; // the platform moves during the jump
+        attack_in_the_air(level, &keys);
         const bool wrong_way = body.vel.x * dx < 0 && std::fabs(body.vel.x) > 10;
         if (!jumped_ && body.grounded && !wrong_way) jumped_ = keys.press_jump = true;
         keys.jump = jumped_ && body.vel.y <= 0;
         const float ahead = body.vel.x * 0.05f; // distance covered while braking
-        if (jumped_ && std::fabs(dx - ahead) > CLOSE) (dx - ahead > 0 ? keys.right : keys.left) = true;
+        if (jumped_ && std::fabs(dx - ahead) > TOLERANCE) (dx - ahead > 0 ? keys.right : keys.left) = true;
         reached = jumped_ && steps_ > 4 && body.grounded && std::fabs(dx) < 30 &&
-                  std::fabs(body.pos.y - word.y * TILE) < (after_wait ? 24 : 6);
+                  std::fabs(body.pos.y - command.y * TILE) < (after_wait ? 24 : 6);
         if (jumped_ && !reached && body.grounded && steps_ % 20 == 19) jumped_ = false; // retry
-        if (!reached && steps_ > 75) return go_back(body.pos, at_), keys;
+        if (!reached && steps_ > 75) return resume_nearest(body.pos, at_), keys;
     }
     if (reached) {
         at_++;

@@ -24,22 +24,22 @@ public:
     KeepKeys play(const Level &level);           // input for the next step
     std::string where(const Level &level) const; // position, for messages
     size_t at() const { return at_; }            // index of the current command
-    bool done() const { return at_ >= words_.size(); }
+    bool done() const { return at_ >= commands_.size(); }
 
 private:
-    struct Word {
+    struct Command {
         std::string name;
         float x = 0, y = 0;
         size_t platform = 0;
         SDL_FPoint feet = {-1, -1}; // where the command started; negative before
     };
-    bool fights(const Level &level, KeepKeys *keys);
-    void strikes_in_the_air(const Level &level, KeepKeys *keys);
-    void go_back(SDL_FPoint feet, size_t before); // to the nearest start of the commands before `before`
+    bool attack_nearby(const Level &level, KeepKeys *keys);
+    void attack_in_the_air(const Level &level, KeepKeys *keys);
+    void resume_nearest(SDL_FPoint feet, size_t before); // to the nearest start of the commands before `before`
 
-    std::vector<Word> words_;
+    std::vector<Command> commands_;
     size_t at_ = 0;
-    int steps_ = 0, since_attack_ = 0; // of this word
+    int steps_ = 0, since_attack_ = 0; // of this command
     bool jumped_ = false;
-    SDL_FPoint before_ = {};
+    SDL_FPoint previous_ = {};
 };

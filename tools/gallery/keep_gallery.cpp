@@ -1,6 +1,6 @@
-// Lets a bot play Cinder Keep, for what is not tested but made: the frames of its animation in docs/gallery (./dev
-// gallery runs that), and the recordings that the tests replay.
-//   LUMARIND_GALLERY  the folder the pictures go to, as BMP
+// Lets a bot play Cinder Keep to generate files: the frames of its animation in docs/gallery (./dev gallery runs that),
+// and the recordings that the tests replay.
+//   LUMARIND_GALLERY  output folder of the BMP files
 
 #include "game.h"
 #include "keep/keep_fixture.h"
