@@ -400,9 +400,11 @@ static bool _paint_cells(const TilePainter *painter, int layer, TileRange rows, 
 
 bool tile_world_find_open(const TileWorld *world, int layer, SDL_FRect area) {
     if (layer < 0 || layer >= world->layer_count) return true;
-    const auto cell = [](float at, int size) { return static_cast<int>(SDL_floorf(at / static_cast<float>(size))); };
-    const TileRange cols = {cell(area.x, world->tile_w), cell(area.x + area.w, world->tile_w) + 1};
-    const TileRange rows = {cell(area.y, world->tile_h), cell(area.y + area.h, world->tile_h) + 1};
+    const auto covering = [](float at, float length, int tile) {
+        const float size = static_cast<float>(tile);
+        return TileRange{static_cast<int>(SDL_floorf(at / size)), static_cast<int>(SDL_ceilf((at + length) / size))};
+    };
+    const TileRange cols = covering(area.x, area.w, world->tile_w), rows = covering(area.y, area.h, world->tile_h);
     CellSummary summary = {};
     _visit_cells(world, layer, rows, cols, [&](const TileSet *set, Uint32 gid, int, int) {
         _summarize_cell(world, set, gid, &summary);
@@ -662,9 +664,8 @@ static void _repeat(float *at, float *length, float view) {
     *length *= SDL_max(SDL_ceilf((view - *at) / *length), 1);
 }
 
-static bool _draw_image(const TilePainter *painter, const TileLayerParts *parts, SDL_FPoint view) {
+static bool _draw_image_copies(const TilePainter *painter, const TileLayerParts *parts, SDL_FPoint view) {
     const SharedTexture *image = parts->image;
-    if (!image) return true;
     const float w = static_cast<float>(image->width) * painter->scale;
     const float h = static_cast<float>(image->height) * painter->scale;
     SDL_FRect dst = {painter->origin.x, painter->origin.y, w, h};
@@ -681,6 +682,19 @@ static bool _draw_image(const TilePainter *painter, const TileLayerParts *parts,
     SDL_SetTextureColorModFloat(image->texture, 1, 1, 1);
     SDL_SetTextureAlphaModFloat(image->texture, 1);
     return drawn || engine_error("[TILE_WORLD] Could not draw, error: %s", SDL_GetError());
+}
+
+// An opaque image is copied without blending.
+static bool _draw_image(const TilePainter *painter, const TileLayerParts *parts, SDL_FPoint view) {
+    if (!parts->image) return true;
+    SDL_Texture *texture = parts->image->texture;
+    const bool opaque = parts->image_opaque && painter->tint.a >= 1;
+    SDL_BlendMode before = SDL_BLENDMODE_BLEND;
+    SDL_GetTextureBlendMode(texture, &before);
+    if (opaque) SDL_SetTextureBlendMode(texture, SDL_BLENDMODE_NONE);
+    const bool drawn = _draw_image_copies(painter, parts, view);
+    SDL_SetTextureBlendMode(texture, before); // the texture is shared
+    return drawn;
 }
 
 // --- worlds ---

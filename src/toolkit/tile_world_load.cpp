@@ -256,7 +256,10 @@ _tile_read_image_layer(TileLoad *load, const pugi::xml_node &node, const char *n
     parts->repeat_y = node.attribute("repeaty").as_bool();
     if (!node.child("image")) return true; // no image chosen yet
     parts->image = _tile_load_picture(load, node.child("image"), name);
-    return parts->image != nullptr;
+    if (!parts->image) return false;
+    const ImageAlphaMap *alpha = &parts->image->alpha;
+    parts->image_opaque = image_alpha_of(alpha, {0, 0, alpha->width, alpha->height}) == IMAGE_OPAQUE;
+    return true;
 }
 
 struct LayerElement {

@@ -228,7 +228,7 @@ TEST_F(KeepGame, BackgroundIsDrawnOnlyWhereCastleIsNotOpaque) {
         {"the sky", {4, 32, 2, 2}, true},
         {"outside the map", {-4, 2, 3, 3}, true}};
     for (const auto &c : cases) {
-        const SDL_FRect area = {c.tiles.x * 16 + 1, c.tiles.y * 16 + 1, c.tiles.w * 16 - 2, c.tiles.h * 16 - 2};
+        const SDL_FRect area = {c.tiles.x * 16, c.tiles.y * 16, c.tiles.w * 16, c.tiles.h * 16};
         EXPECT_EQ(tile_world_find_open(level()->world, level()->layer_castle, area), c.open) << c.what;
     }
     EXPECT_TRUE(tile_world_find_open(level()->world, -1, {100, 100, 10, 10})) << "no such layer";
