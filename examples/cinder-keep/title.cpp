@@ -131,8 +131,10 @@ void title_tick() {
     TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI);
     const bool small = height < 300;
     const float left = small ? width / 2 - 130 : width * 0.08f, top = small ? 0.0f : height * 0.13f;
-    engine_draw_text(title->font, "Cinder Keep", left + 3, top + 3, {12, 8, 20, 255});
-    engine_draw_text(title->font, "Cinder Keep", left, top, {239, 150, 70, 255});
+    const float name_x = small ? width / 2 : left;
+    const TextAlign align = small ? TEXT_CENTER : TEXT_LEFT;
+    engine_draw_text(title->font, "Cinder Keep", name_x + 3, top + 3, {12, 8, 20, 255}, align);
+    engine_draw_text(title->font, "Cinder Keep", name_x, top, {239, 150, 70, 255}, align);
 
     char best[2][32] = {};
     const bool second = progress.reached > 1;
