@@ -66,6 +66,7 @@ TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     EXPECT_GT(body().left, 500);
     play("-Right 1.25s");
     EXPECT_EQ(body().left, 270);
+    EXPECT_FALSE(log.has("[PLATFORMER_DEMO] Reloaded: ")) << "nothing has changed";
     write_file(COLLISIONS, ""); // invalid: the old floor is kept
     play("2 1s");
     EXPECT_EQ(log.errors().size(), 1u);

@@ -34,7 +34,7 @@ class SettingsTest : public EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
-        ASSERT_TRUE(start_screen("text-demo"));
+        ASSERT_TRUE(start_screen("text-demo", "800x600"));
         ASSERT_TRUE(settings_setup(ACTIONS, static_cast<int>(std::size(ACTIONS))) && menu_setup(CONTROLS));
     }
     void TearDown() override {

@@ -83,6 +83,8 @@ TEST(AnimationTest, InvalidAnimationsAreRejectedOrIgnored) {
                           "[ANIMATION] Set '(unnamed)' holds no clips",
                           "[ANIMATION] Set 'flat' has a 2x3 grid of 8x0 frames, which has no cells",
                           "[ANIMATION] No animation to select a clip on"}));
+    const AnimationSet smallest = {"dot", 1, 1, 1, 1, CLIPS, 4};
+    EXPECT_TRUE(animation_init(&anim, &smallest, 0));
     anim = playing(&SET, 1);
     EXPECT_FALSE(animation_select_clip(&anim, 4));
     EXPECT_TRUE(log.has("[ANIMATION] Clip 4 is outside the 4 clips of 'sheet.png'"));

@@ -348,6 +348,9 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
     write_file("game/maps/set.tsx", "<tileset name='s' source='other.tsx'/>");
     write_file("game/maps/loop.tx", "<template><object template='loop.tx'/></template>");
     write_file("game/maps/map.tsx", map_of(1, 1, ""));
+    write_file("game/maps/four.tsx", "<tileset name='s' tilewidth='8' tileheight='8'>" + SHEET + "</tileset>");
+    write_file(
+        "game/maps/fifth.tx", "<template><tileset firstgid='1' source='four.tsx'/><object gid='5'/></template>");
     write_file("maps/cut.png", read_file("tiles.png").substr(0, 60));
     const struct {
         std::string map;
@@ -413,6 +416,7 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
         {object("<object id='3'><polygon points='0,0 nan,1'/></object>"), "object 3 '': its points are not a list"},
         {object("<object id='3' gid='9'/>"), "object 3 '': its tile is in none of the map's tilesets"},
         {object("<object template='loop.tx'/>"), "maps/loop.tx: a template cannot use another template"},
+        {object("<object template='fifth.tx'/>"), "its tile is not in the template's tileset"},
         {object("<object template='none.tx'/>"), "[STORAGE] Error reading file: maps/none.tx"},
     };
     for (const auto &c : cases) {
@@ -494,12 +498,14 @@ TEST_F(TileWorldTest, PolygonsBecomeSlopesAndUnsupportedShapesAreReported) {
     };
     const std::string floor = "<object id='1' x='0' y='100' width='200' height='20'/>";
     // A hill with a dent on the floor, in both winding orders: the triangles have the same area.
-    for (const char *points : {"0,0 20,-30 40,-10 60,-30 80,0", "80,0 60,-30 40,-10 20,-30 0,0"}) {
+    for (const char *points : {"0,0 20,-30 40,-10 60,-30 80,0", "80,0 60,-30 50,-20 40,-10 20,-30 0,0"}) {
         ASSERT_TRUE(collide(floor + "<object id='2' x='10' y='100'><polygon points='" + points + "'/></object>"));
         float area = 0;
         for (int i = 0; i < tris.count; i++) {
             const Tri t = tris.items[i];
-            area += SDL_fabsf((t.b.x - t.a.x) * (t.c.y - t.a.y) - (t.b.y - t.a.y) * (t.c.x - t.a.x)) / 2;
+            const float one = SDL_fabsf((t.b.x - t.a.x) * (t.c.y - t.a.y) - (t.b.y - t.a.y) * (t.c.x - t.a.x)) / 2;
+            EXPECT_GT(one, 0);
+            area += one;
         }
         const SDL_FPoint dent = {150, 85}, hill = {130, 75};
         EXPECT_EQ(area, 300 + 400 + 400 + 300);
