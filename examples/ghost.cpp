@@ -23,21 +23,17 @@ static void begin() {
 }
 
 static bool setup() {
-    best.steps = 0;
     begin();
     knight = picture_load("assets/fireknight/sprites/fireknight_288x128.png"); // rows of frames: idle, run, ...
     return knight != nullptr;
 }
 
 static void fixed_update(double dt) {
-    const float seconds = static_cast<float>(dt);
     body.prev_pos = body.pos;
     body.vel.x = RUN * static_cast<float>(input_held(INPUT_ACTION_RIGHT) - input_held(INPUT_ACTION_LEFT));
-    body.vel.y += GRAVITY * seconds;
+    body.vel.y += GRAVITY * static_cast<float>(dt);
     if (body.grounded && input_pressed(INPUT_ACTION_JUMP)) body.vel.y = -JUMP;
-    player_body_move_x(&body, body.vel.x * seconds, &solid);
-    player_body_move_y(&body, body.vel.y * seconds, &solid);
-    player_body_update_ground(&body, &solid, nullptr);
+    player_body_step(&body, dt, &solid, nullptr);
     run.places[run.steps++] = body.pos;
     const bool won = body.pos.x >= FLAG_X, lost = body.pos.y > 220 || run.steps == SDL_arraysize(run.places);
     if (won && (best.steps == 0 || run.steps < best.steps)) best = run;
@@ -54,17 +50,13 @@ static void tick() {
     SDL_Renderer *renderer = engine_renderer();
     fill_rect(renderer, nullptr, rgba(30, 34, 60, 255));
     for (const SDL_FRect &block : ground) fill_rect(renderer, &block, rgba(86, 78, 96, 255));
-    const SDL_FRect pole = {FLAG_X, 92, 2, 48}, flag = {FLAG_X + 2, 92, 14, 9};
-    fill_rect(renderer, &pole, rgba(190, 180, 160, 255));
+    const SDL_FRect flag = {FLAG_X, 92, 2, 48};
     fill_rect(renderer, &flag, rgba(214, 72, 56, 255));
     if (best.steps > 0) draw_knight(best.places[SDL_min(run.steps, best.steps - 1)], 90);
     draw_knight(timestep_lerp_point(body.prev_pos, body.pos, engine_fixed_alpha()), 255);
 }
 
-static void cleanup() {
-    SDL_DestroyTexture(knight);
-    knight = nullptr;
-}
+static void cleanup() { SDL_DestroyTexture(knight); }
 
 static constexpr GameScreen SCREENS[] = {{"track", {setup, fixed_update, tick, cleanup, 320, 176}}};
 

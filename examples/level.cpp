@@ -6,8 +6,6 @@
 
 static constexpr const char *LEVEL[] = {
     "                    ", //
-    "                    ", //
-    "                    ", //
     "              ####  ", //
     "                    ", //
     "        ###         ", //
@@ -30,37 +28,29 @@ static bool setup() {
             if (LEVEL[row][col] == '#' && !colliders_rects_add(&solid, &tile)) return false;
         }
     }
-    player_body_init(&body, {66, 112}, 16, 38);
+    player_body_init(&body, {66, 80}, 16, 38);
     stones = picture_load("assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png");
     knight = picture_load("assets/fireknight/sprites/fireknight_288x128.png"); // rows of frames: idle, run, ...
     return stones && knight;
 }
 
 static void fixed_update(double dt) {
-    const float seconds = static_cast<float>(dt);
     body.prev_pos = body.pos;
     const int direction = input_held(INPUT_ACTION_RIGHT) - input_held(INPUT_ACTION_LEFT);
     if (direction != 0) body.facing = direction;
     body.vel.x = RUN * static_cast<float>(direction);
-    body.vel.y = SDL_min(body.vel.y + GRAVITY * seconds, 400);
+    body.vel.y = SDL_min(body.vel.y + GRAVITY * static_cast<float>(dt), 400);
     if (body.grounded && input_pressed(INPUT_ACTION_JUMP)) body.vel.y = -JUMP;
-    player_body_move_x(&body, body.vel.x * seconds, &solid);
-    player_body_move_y(&body, body.vel.y * seconds, &solid);
-    player_body_update_ground(&body, &solid, nullptr);
-    if (body.pos.y > 260) player_body_init(&body, {66, 0}, 16, 38); // fell down a pit
+    player_body_step(&body, dt, &solid, nullptr);
+    if (body.pos.y > 230) player_body_init(&body, {66, 0}, 16, 38); // fell down a pit
 }
 
 static void tick() {
     SDL_Renderer *renderer = engine_renderer();
-    fill_rect(renderer, nullptr, rgba(0, 0, 0, 255));
-    picture_draw(stones, 0, 0, {.cell = {0, 368, 320, 176}}); // a dark wall in the background
-    const SDL_FRect view = {0, 0, 320, 176};
-    SDL_SetRenderDrawBlendMode(renderer, SDL_BLENDMODE_BLEND);
-    fill_rect(renderer, &view, rgba(12, 10, 26, 150));
+    fill_rect(renderer, nullptr, rgba(24, 22, 40, 255));
     for (int i = 0; i < solid.count; i++) {
         const SDL_FRect tile = solid.items[i];
-        const bool covered = tile.y > 9 * TILE;
-        picture_draw(stones, tile.x, tile.y, {.cell = {tile.x, covered ? 208.0f : 0.0f, TILE, TILE}});
+        picture_draw(stones, tile.x, tile.y, {.cell = {tile.x, tile.y > 7 * TILE ? 208.0f : 0.0f, TILE, TILE}});
     }
     const SDL_FPoint feet = timestep_lerp_point(body.prev_pos, body.pos, engine_fixed_alpha());
     const float x = SDL_roundf(feet.x), y = SDL_roundf(feet.y), row = body.vel.x == 0 ? 0.0f : 128.0f;
@@ -76,7 +66,7 @@ static void cleanup() {
     colliders_rects_cleanup(&solid);
 }
 
-static constexpr GameScreen SCREENS[] = {{"level", {setup, fixed_update, tick, cleanup, 320, 176}}};
+static constexpr GameScreen SCREENS[] = {{"level", {setup, fixed_update, tick, cleanup, 320, 144}}};
 
 static const Game game = {
     .title = "A body in a level",
@@ -85,7 +75,7 @@ static const Game game = {
     .screens = SCREENS,
     .screen_count = 1,
     .window_width = 960,
-    .window_height = 528,
+    .window_height = 432,
 };
 
 int main(int argc, char *argv[]) { return engine_run(&game, argc, argv); }

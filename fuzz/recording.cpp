@@ -45,9 +45,10 @@ static std::string whole_file(const uint8_t *data, size_t size) {
 }
 
 static void check_event(const SDL_Event *event) {
-    fuzz_note(event->type);
-    if (event->type == SDL_EVENT_KEY_DOWN) fuzz_note(event->key.scancode, event->key.key, event->key.mod);
-    if (event->type == SDL_EVENT_MOUSE_MOTION) fuzz_note(event->motion.x, event->motion.yrel, event->motion.state);
+    if (event->type == SDL_EVENT_TEXT_INPUT)
+        fuzz_note_text(event->text.text);
+    else if (event->type < SDL_EVENT_DROP_FILE || event->type > SDL_EVENT_DROP_POSITION) // the others hold pointers
+        fuzz_note_bytes(event, sizeof *event);
     if (event->type == SDL_EVENT_TEXT_INPUT)
         fuzz_check(std::strlen(event->text.text) < 512, "typed texts are NUL-terminated");
     if (event->type == SDL_EVENT_DROP_FILE)
@@ -64,11 +65,8 @@ int fuzz_recording(const uint8_t *data, size_t size) {
     Uint64 ns = 0;
     while (opened && replay_next_frame(&ns)) {
         const ReplayDevices *devices = replay_devices();
-        fuzz_note(ns, devices->mouse_x, devices->mouse_y);
-        fuzz_note_text(devices->pad.name);
-        fuzz_note(devices->output_width, devices->pad.connected, devices->pad.buttons, devices->pad.has_axes);
-        for (const bool key : devices->keys) fuzz_note(key);
-        for (const Sint16 axis : devices->pad.axes) fuzz_note(axis);
+        fuzz_note(ns);
+        fuzz_note_bytes(devices, sizeof *devices);
         fuzz_check(std::strlen(devices->pad.name) < REPLAY_TEXT_SIZE, "names are NUL-terminated");
         SDL_Event event = {};
         while (replay_next_event(&event)) check_event(&event);

@@ -46,14 +46,14 @@ void fuzz_check(bool holds, const char *sentence) {
 
 // --- the log ---
 
-static void note_bytes(const void *bytes, size_t size) { // FNV-1a
+void fuzz_note_bytes(const void *bytes, size_t size) { // FNV-1a
     for (size_t i = 0; i < size; i++)
         world.digest = (world.digest ^ static_cast<const uint8_t *>(bytes)[i]) * 0x100000001B3u;
 }
 
-void fuzz_note_number(double number) { note_bytes(&number, sizeof number); }
+void fuzz_note_number(double number) { fuzz_note_bytes(&number, sizeof number); }
 
-void fuzz_note_text(const char *text) { note_bytes(text, SDL_strlen(text) + 1); }
+void fuzz_note_text(const char *text) { fuzz_note_bytes(text, SDL_strlen(text) + 1); }
 
 uint64_t fuzz_take_digest() {
     const uint64_t digest = world.digest;
@@ -66,7 +66,7 @@ static void SDLCALL note_line(void *, int, SDL_LogPriority priority, const char 
     std::string_view own = text;
     own = own.substr(0, own.find(", error"));
     own = own.substr(0, own.find(" at byte "));
-    note_bytes(own.data(), std::min(own.size(), own.find("/proc/"))); // before the path of the file in memory
+    fuzz_note_bytes(own.data(), std::min(own.size(), own.find("/proc/"))); // before the path of the file in memory
 }
 
 void fuzz_clear_log() { world.errors = 0; }

@@ -26,6 +26,7 @@ void fuzz_clear_log();
 int fuzz_logged_errors();
 
 // --- the digest of a run: its log up to the libraries' own messages, and the loaded values that a target notes ---
+void fuzz_note_bytes(const void *bytes, size_t size);
 void fuzz_note_number(double number);
 void fuzz_note_text(const char *text);
 template <typename... Numbers> void fuzz_note(Numbers... numbers) {

@@ -34,14 +34,10 @@ bool level_load(Level *level) {
 
 void level_fixed_update(Level *level, double dt) {
     PlayerBody *body = &level->body;
-    const float seconds = static_cast<float>(dt);
     const int walk = (input_held(INPUT_ACTION_RIGHT) ? 1 : 0) - (input_held(INPUT_ACTION_LEFT) ? 1 : 0);
     body->vel.x = 120.0f * static_cast<float>(walk);
-    body->vel.y += 900 * seconds;
-    player_body_move_x(body, body->vel.x * seconds, &level->rects);
-    player_body_move_y(body, body->vel.y * seconds, &level->rects);
-    player_body_snap_to_slope(body, &level->rects, &level->slopes);
-    player_body_update_ground(body, &level->rects, &level->slopes);
+    body->vel.y += 900 * static_cast<float>(dt);
+    player_body_step(body, dt, &level->rects, &level->slopes);
 }
 
 void level_draw(Level *level, float view_w, float view_h, float scale) {

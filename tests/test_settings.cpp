@@ -240,6 +240,9 @@ TEST_F(SettingsTest, MenuHandlesKeysAndMouseAndSkipsDisabledLines) {
     tick("move:" + first_line + " drop:" + first_line); // the first visible line
     EXPECT_EQ(answer.taken, 2);
     EXPECT_EQ(answer.step, -1) << "clicked in its left half";
+    const std::string below = "150," + std::to_string(static_cast<int>(50 + 2.4f * height));
+    tick("move:" + below + " drop:" + below);
+    EXPECT_EQ(answer.taken, -1) << "only whole lines are shown";
     EXPECT_EQ(menu_tick(&menu, lines, 4, area).taken, -1);
 }
 

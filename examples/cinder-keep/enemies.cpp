@@ -93,12 +93,9 @@ void enemies_revive(Enemies *enemies, const Art *art) {
 // --- step functions per kind; movement is shared ---
 
 static void enemy_move(Enemy *enemy, const ColliderRects *solids, double dt) {
-    const float seconds = static_cast<float>(dt);
     PlayerBody *body = &enemy->body;
-    body->vel.y = SDL_min(body->vel.y + GRAVITY * seconds, FALL_MAX);
-    if (player_body_move_x(body, body->vel.x * seconds, solids)) body->vel.x = 0;
-    player_body_move_y(body, body->vel.y * seconds, solids);
-    player_body_update_ground(body, solids, nullptr);
+    body->vel.y = SDL_min(body->vel.y + GRAVITY * static_cast<float>(dt), FALL_MAX);
+    if (player_body_step(body, dt, solids, nullptr)) body->vel.x = 0;
 }
 
 // Turns round at walls and ledges.

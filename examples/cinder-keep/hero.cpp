@@ -158,9 +158,7 @@ unsigned hero_step(Hero *hero, const Art *art, const HeroIntent &intent, const C
         hero->jump_cut = true;
     }
     body->vel.y = SDL_min(body->vel.y + GRAVITY * static_cast<float>(dt), FALL_MAX);
-    if (player_body_move_x(body, body->vel.x * static_cast<float>(dt), solids)) body->vel.x = 0;
-    player_body_move_y(body, body->vel.y * static_cast<float>(dt), solids);
-    player_body_update_ground(body, solids, nullptr);
+    if (player_body_step(body, dt, solids, nullptr)) body->vel.x = 0;
     if (body->vel.y < 0) body->grounded = false; // in the step in which a jump starts
     if (body->grounded && !was_grounded) events |= HERO_LANDED;
     hero->ground_time = body->grounded ? hero->ground_time + dt : 0;

@@ -255,20 +255,13 @@ static void _player_fall(PlayerBody *body, double dt) {
     body->vel.y = static_cast<float>(SDL_min(body->vel.y + GRAVITY * dt, FALL_SPEED_MAX));
 }
 
-static void _player_move(PlayerBody *body, const ColliderRects *rects, const ColliderTris *tris, double dt) {
-    player_body_move_x(body, static_cast<float>(body->vel.x * dt), rects);
-    player_body_move_y(body, static_cast<float>(body->vel.y * dt), rects);
-    player_body_snap_to_slope(body, rects, tris);
-    player_body_update_ground(body, rects, tris);
-}
-
 void player_fixed_update(
     Player *player, const PlayerIntent *intent, const ColliderRects *rects, const ColliderTris *tris, double dt) {
     player->body.prev_pos = player->body.pos;
     _player_run_timers(player, intent, dt);
     _player_choose_state(player, intent, dt);
     _player_fall(&player->body, dt);
-    _player_move(&player->body, rects, tris, dt);
+    player_body_step(&player->body, dt, rects, tris);
     animation_advance(&player->anim, dt);
     player->last_move_x = intent->move_x;
 }

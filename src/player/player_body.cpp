@@ -143,3 +143,13 @@ void player_body_update_ground(PlayerBody *body, const ColliderRects *rects, con
         colliders_rect_inside_rect(&probe, rects) != -1 ||
         (player_body_slope_surface_y(tris, body->pos.x, &surface_y) && body->pos.y >= surface_y - SLOPE_TOLERANCE);
 }
+
+// --- step ---
+
+bool player_body_step(PlayerBody *body, double dt, const ColliderRects *rects, const ColliderTris *tris) {
+    const bool stopped = player_body_move_x(body, static_cast<float>(body->vel.x * dt), rects);
+    player_body_move_y(body, static_cast<float>(body->vel.y * dt), rects);
+    if (tris) player_body_snap_to_slope(body, rects, tris);
+    player_body_update_ground(body, rects, tris);
+    return stopped;
+}

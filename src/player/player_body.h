@@ -25,7 +25,11 @@ struct PlayerBody {
 void player_body_init(PlayerBody *body, SDL_FPoint feet, float w, float h); // at rest, airborne, facing right
 SDL_FRect player_body_rect(const PlayerBody *body);
 
-// --- one step, in this order; tris is null if the level has no slopes ---
+// One step: moves by vel × dt, snaps to slopes and updates `grounded`. Returns true if a rectangle stopped it
+// horizontally; vel.x does not change. tris is null if the level has no slopes.
+bool player_body_step(PlayerBody *body, double dt, const ColliderRects *rects, const ColliderTris *tris);
+
+// --- the parts of a step, in this order ---
 
 // Moves by dx or dy px plus the remainder. Returns true if a rectangle stopped it; the remainder is then 0.
 // On the ground, ledges of up to 10 px are climbed; vel.x does not change.

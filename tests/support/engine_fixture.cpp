@@ -87,6 +87,7 @@ void EngineTest::stop() {
 bool EngineTest::frame(double seconds) {
     // Deterministic frame time on any machine; rounded up, so that a whole number of steps fits.
     engine->next_frame_ns = static_cast<Sint64>(std::ceil(seconds * 1e9));
+    engine->fps_delta = seconds;
     return main_loop_frame();
 }
 
