@@ -4,29 +4,24 @@
 
 #include <SDL3/SDL_render.h>
 
-static constexpr const char *LEVEL[] = {
-    "                    ", //
+static constexpr int ROWS = 4, COLS = 20;
+static constexpr char LEVEL[ROWS][COLS + 1] = {
     "              ####  ", //
-    "                    ", //
     "        ###         ", //
-    "                    ", //
     "   ###        ##    ", //
-    "                   #", //
-    "######   ###########", //
-    "######   ###########", //
+    "######   ###########", // the ground, with a pit
 };
-static constexpr float TILE = 16, GRAVITY = 900, JUMP = 300, RUN = 120; // px, px/s², px/s
+static constexpr float TILE = 16, STOREY = 32, GRAVITY = 900, JUMP = 300, RUN = 120; // px, px, px/s², px/s
 
 static ColliderRects solid; // an empty set
 static SDL_Texture *stones, *knight;
 static PlayerBody body;
 
 static bool setup() {
-    for (size_t row = 0; row < SDL_arraysize(LEVEL); row++) {
-        for (size_t col = 0; LEVEL[row][col]; col++) {
-            const SDL_FRect tile = {TILE * static_cast<float>(col), TILE * static_cast<float>(row), TILE, TILE};
-            if (LEVEL[row][col] == '#' && !colliders_rects_add(&solid, &tile)) return false;
-        }
+    for (int i = 0; i < ROWS * COLS; i++) {
+        const float x = TILE * static_cast<float>(i % COLS), y = STOREY * static_cast<float>(i / COLS + 1);
+        const SDL_FRect tile = {x, y, TILE, TILE};
+        if (LEVEL[i / COLS][i % COLS] == '#' && !colliders_rects_add(&solid, &tile)) return false;
     }
     player_body_init(&body, {66, 80}, 16, 38);
     stones = picture_load("assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png");
@@ -37,7 +32,6 @@ static bool setup() {
 static void fixed_update(double dt) {
     body.prev_pos = body.pos;
     const int direction = input_held(INPUT_ACTION_RIGHT) - input_held(INPUT_ACTION_LEFT);
-    if (direction != 0) body.facing = direction;
     body.vel.x = RUN * static_cast<float>(direction);
     body.vel.y = SDL_min(body.vel.y + GRAVITY * static_cast<float>(dt), 400);
     if (body.grounded && input_pressed(INPUT_ACTION_JUMP)) body.vel.y = -JUMP;
@@ -46,17 +40,13 @@ static void fixed_update(double dt) {
 }
 
 static void tick() {
-    SDL_Renderer *renderer = engine_renderer();
-    fill_rect(renderer, nullptr, rgba(24, 22, 40, 255));
-    for (int i = 0; i < solid.count; i++) {
-        const SDL_FRect tile = solid.items[i];
-        picture_draw(stones, tile.x, tile.y, {.cell = {tile.x, tile.y > 7 * TILE ? 208.0f : 0.0f, TILE, TILE}});
-    }
+    fill_rect(engine_renderer(), nullptr, rgba(24, 22, 40, 255));
+    for (int i = 0; i < solid.count; i++)
+        picture_draw(stones, solid.items[i].x, solid.items[i].y, {.cell = {solid.items[i].x, 0, TILE, TILE}});
     const SDL_FPoint feet = timestep_lerp_point(body.prev_pos, body.pos, engine_fixed_alpha());
-    const float x = SDL_roundf(feet.x), y = SDL_roundf(feet.y), row = body.vel.x == 0 ? 0.0f : 128.0f;
-    const SDL_FRect frame = {288 * SDL_floorf(SDL_fmodf(x / 16 + 20, 8)), row, 288, 128};
-    picture_draw(
-        knight, x - 144, y - 128, {.cell = frame, .flip = body.facing < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE});
+    const float x = SDL_roundf(feet.x) - 144, y = SDL_roundf(feet.y) - 128, row = body.vel.x == 0 ? 0.0f : 128.0f;
+    const SDL_FRect frame = {288 * SDL_floorf(SDL_fmodf(feet.x / 16 + 20, 8)), row, 288, 128};
+    picture_draw(knight, x, y, {.cell = frame, .flip = body.vel.x < 0 ? SDL_FLIP_HORIZONTAL : SDL_FLIP_NONE});
 }
 
 static void cleanup() {

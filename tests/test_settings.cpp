@@ -254,6 +254,8 @@ TEST_F(SettingsTest, SettingsMenuRebindsSwapsAndSavesOnExit) {
         return settings_menu_tick();
     };
     EXPECT_TRUE(tick("Down")); // the menu ignores the press that opened it
+    EXPECT_TRUE(tick("Space"));
+    EXPECT_STREQ(settings_value_text(SETTINGS_MASTER_VOLUME).text, "90 %") << "one step up";
     for (int i = 0; i < SETTINGS_VALUE_COUNT + 2; i++) EXPECT_TRUE(tick("Down")); // to "Jump"
     EXPECT_TRUE(tick("Right"));
     EXPECT_TRUE(tick("Space"));

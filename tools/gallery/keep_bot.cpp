@@ -50,6 +50,12 @@ std::string KeepBot::where(const Level &level) const {
     return text.str();
 }
 
+void KeepBot::retry(SDL_FPoint feet) {
+    failed_ = SDL_max(failed_, at_);
+    resume_nearest(feet, SDL_min(at_, retried_at_));
+    retried_at_ = at_ > 0 ? at_ : SIZE_MAX;
+}
+
 // Attacks an enemy within reach, or keeps its distance.
 bool KeepBot::attack_nearby(const Level &level, KeepKeys *keys) {
     const PlayerBody &body = level.hero.body;
@@ -98,6 +104,8 @@ KeepKeys KeepBot::play(const Level &level) {
     if (steps_ + static_cast<int>(at_) > 0 &&
         std::hypot(body.pos.x - previous_.x, body.pos.y - previous_.y) > RESPAWN_DISTANCE) {
         resume_nearest(body.pos, commands_.size());
+        failed_ = 0;
+        retried_at_ = SIZE_MAX;
     }
     previous_ = body.pos;
     steps_++;
@@ -118,7 +126,7 @@ KeepKeys KeepBot::play(const Level &level) {
         if (!body.grounded || !attack_nearby(level, &keys))
             (dx > 0 ? keys.right : keys.left) = std::fabs(dx) > TOLERANCE;
         reached = std::fabs(dx) <= TOLERANCE + 2 && body.grounded;
-        if (!reached && steps_ > 200) return resume_nearest(body.pos, at_), keys;
+        if (!reached && steps_ > 200) return retry(body.pos), keys;
     } else {
         const bool after_wait = at_ > 0 && commands_[at_ - 1].name == "wait"; // the platform moves during the jump
         attack_in_the_air(level, &keys);
@@ -130,9 +138,10 @@ KeepKeys KeepBot::play(const Level &level) {
         reached = jumped_ && steps_ > 4 && body.grounded && std::fabs(dx) < 30 &&
                   std::fabs(body.pos.y - command.y * TILE) < (after_wait ? 24 : 6);
         if (jumped_ && !reached && body.grounded && steps_ % 20 == 19) jumped_ = false; // retry
-        if (!reached && steps_ > 75) return resume_nearest(body.pos, at_), keys;
+        if (!reached && steps_ > 75) return retry(body.pos), keys;
     }
     if (reached) {
+        if (at_ >= failed_) retried_at_ = SIZE_MAX;
         at_++;
         steps_ = 0;
         jumped_ = false;

@@ -4,6 +4,7 @@
 
 #include "level.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,9 @@ private:
     void resume_nearest(SDL_FPoint feet, size_t before); // to the nearest start of the commands before `before`
 
     std::vector<Command> commands_;
+    void retry(SDL_FPoint feet); // after a failed command; starts farther back each time
     size_t at_ = 0;
+    size_t failed_ = 0, retried_at_ = SIZE_MAX; // the failed command, and where the last retry started
     int steps_ = 0, since_attack_ = 0; // of this command
     bool jumped_ = false;
     SDL_FPoint previous_ = {};
