@@ -50,6 +50,7 @@ TEST(ImageTest, RejectsTooLargeAndUnsupportedImagesBeforeDecoding) {
     };
     for (const auto &c : cases) {
         std::string content = read_file(c.file);
+        if (std::string(c.file) == "jpeg") content.insert(2, "\xFF\xFE\0\2", 4); // an empty comment
         EXPECT_EQ(load(renderer, content), "") << c.file << " with its own size";
         const size_t at = content.find(c.before);
         ASSERT_NE(at, content.npos) << c.file;

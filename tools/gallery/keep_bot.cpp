@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr float TILE = 16, TOLERANCE = 4, REACH = 42, RESPAWN_DISTANCE = 36; // px
-constexpr int ATTACK_INTERVAL = 13;                                          // steps between two attacks
+constexpr float TILE = 16, TOLERANCE = 4, REACH = 42, RESPAWN_DISTANCE = 36, FAR = 144; // px
+constexpr int ATTACK_INTERVAL = 13;                                                     // steps between two attacks
 
 } // namespace
 
@@ -52,8 +52,12 @@ std::string KeepBot::where(const Level &level) const {
 
 void KeepBot::retry(SDL_FPoint feet) {
     failed_ = SDL_max(failed_, at_);
-    resume_nearest(feet, SDL_min(at_, retried_at_));
-    retried_at_ = at_ > 0 ? at_ : SIZE_MAX;
+    const size_t failed = at_;
+    resume_nearest(feet, SDL_min(failed, retried_at_));
+    const SDL_FPoint start = commands_[at_].feet;
+    const bool far = std::hypot(start.x - feet.x, start.y - feet.y) > FAR; // of another part of the level
+    if (far) resume_nearest(feet, failed);
+    retried_at_ = far || at_ == 0 ? SIZE_MAX : at_;
 }
 
 // Attacks an enemy within reach, or keeps its distance.
@@ -110,7 +114,8 @@ KeepKeys KeepBot::play(const Level &level) {
     previous_ = body.pos;
     steps_++;
     since_attack_++;
-    if (!done() && steps_ == 1 && body.grounded && commands_[at_].name != "wait") commands_[at_].feet = body.pos;
+    const bool starts = !done() && steps_ == 1 && body.grounded && commands_[at_].name != "wait";
+    if (starts && commands_[at_].feet.x < 0) commands_[at_].feet = body.pos;
     if (done() || level.phase != LEVEL_PLAYING) return keys;
     const Command &command = commands_[at_];
     const float dx = command.x * TILE - body.pos.x;
