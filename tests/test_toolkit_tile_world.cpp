@@ -349,8 +349,7 @@ TEST_F(TileWorldTest, ReportsErrorsByName) {
     write_file("game/maps/loop.tx", "<template><object template='loop.tx'/></template>");
     write_file("game/maps/map.tsx", map_of(1, 1, ""));
     write_file("game/maps/four.tsx", "<tileset name='s' tilewidth='8' tileheight='8'>" + SHEET + "</tileset>");
-    write_file(
-        "game/maps/fifth.tx", "<template><tileset firstgid='1' source='four.tsx'/><object gid='5'/></template>");
+    write_file("game/maps/fifth.tx", "<template><tileset firstgid='1' source='four.tsx'/><object gid='5'/></template>");
     write_file("maps/cut.png", read_file("tiles.png").substr(0, 60));
     const struct {
         std::string map;

@@ -68,7 +68,7 @@ struct TileLayerParts {
     const TileObject *const *drawn; // tile objects of object layers, in drawing order
     Sint32 drawn_count;
     SharedTexture *image; // of image layers, a counted reference; null if none
-    bool image_opaque; // every pixel of it
+    bool image_opaque;    // every pixel of it
     bool repeat_x, repeat_y;
 };
 

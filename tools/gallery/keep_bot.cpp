@@ -7,7 +7,8 @@
 namespace {
 
 constexpr float TILE = 16, TOLERANCE = 4, REACH = 42, RESPAWN_DISTANCE = 36, FAR = 144; // px
-constexpr int ATTACK_INTERVAL = 13;                                                     // steps between two attacks
+constexpr size_t COMMANDS_BACK = 16; // more than lie between two checkpoints
+constexpr int ATTACK_INTERVAL = 13;  // steps between two attacks
 
 } // namespace
 
@@ -83,7 +84,7 @@ void KeepBot::resume_nearest(SDL_FPoint feet, size_t before) {
     float nearest = 1e9f;
     for (size_t i = 0; i < SDL_min(before, commands_.size()); i++) {
         const float distance = std::hypot(commands_[i].feet.x - feet.x, commands_[i].feet.y - feet.y);
-        if (commands_[i].feet.x < 0 || distance > nearest + 1) continue;
+        if (i + COMMANDS_BACK < furthest_ || commands_[i].feet.x < 0 || distance > nearest + 1) continue;
         nearest = distance;
         at_ = i;
     }
@@ -114,6 +115,7 @@ KeepKeys KeepBot::play(const Level &level) {
     previous_ = body.pos;
     steps_++;
     since_attack_++;
+    furthest_ = SDL_max(furthest_, at_);
     const bool starts = !done() && steps_ == 1 && body.grounded && commands_[at_].name != "wait";
     if (starts && commands_[at_].feet.x < 0) commands_[at_].feet = body.pos;
     if (done() || level.phase != LEVEL_PLAYING) return keys;

@@ -40,9 +40,9 @@ private:
 
     std::vector<Command> commands_;
     void retry(SDL_FPoint feet); // after a failed command; starts farther back each time
-    size_t at_ = 0;
+    size_t at_ = 0, furthest_ = 0;
     size_t failed_ = 0, retried_at_ = SIZE_MAX; // the failed command, and where the last retry started
-    int steps_ = 0, since_attack_ = 0; // of this command
+    int steps_ = 0, since_attack_ = 0;          // of this command
     bool jumped_ = false;
     SDL_FPoint previous_ = {};
 };
