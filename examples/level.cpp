@@ -19,9 +19,9 @@ static PlayerBody body;
 
 static bool setup() {
     for (int i = 0; i < ROWS * COLS; i++) {
-        const float x = TILE * static_cast<float>(i % COLS), y = STOREY * static_cast<float>(i / COLS + 1);
-        const SDL_FRect tile = {x, y, TILE, TILE};
-        if (LEVEL[i / COLS][i % COLS] == '#' && !colliders_rects_add(&solid, &tile)) return false;
+        const int row = i / COLS, col = i % COLS;
+        const SDL_FRect tile = {TILE * static_cast<float>(col), STOREY * static_cast<float>(row + 1), TILE, TILE};
+        if (LEVEL[row][col] == '#' && !colliders_rects_add(&solid, &tile)) return false;
     }
     player_body_init(&body, {66, 80}, 16, 38);
     stones = picture_load("assets/fireknight/tilemaps/old-dark-castle-interior-tileset.png");
