@@ -2,6 +2,7 @@
 
 #include "core/storage_internal.h"
 #include "engine/setup.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/core/storage.h"
 #include "support/temporary_directory.h"
 
@@ -46,10 +47,7 @@ void fuzz_check(bool holds, const char *sentence) {
 
 // --- the log ---
 
-void fuzz_note_bytes(const void *bytes, size_t size) { // FNV-1a
-    for (size_t i = 0; i < size; i++)
-        world.digest = (world.digest ^ static_cast<const uint8_t *>(bytes)[i]) * 0x100000001B3u;
-}
+void fuzz_note_bytes(const void *bytes, size_t size) { world.digest = state_hash_bytes(world.digest, bytes, size); }
 
 void fuzz_note_number(double number) { fuzz_note_bytes(&number, sizeof number); }
 
