@@ -59,6 +59,7 @@ int fuzz_recording(const uint8_t *data, size_t size) {
     fuzz_start();
     const std::string file = whole_file(data, size);
     const char *path = fuzz_memory_file(reinterpret_cast<const uint8_t *>(file.data()), file.size());
+    replay_clear_failure();
     const bool opened = replay_open(path, 0);
     fuzz_check(opened || fuzz_logged_errors() == 1, "a rejected recording is reported once");
     replay_play();

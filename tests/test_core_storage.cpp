@@ -10,7 +10,6 @@ namespace {
 
 class StorageTest : public ::testing::Test {
 protected:
-    void SetUp() override { setenv("XDG_DATA_HOME", directory.path.c_str(), 1); }
     ~StorageTest() override { storage_cleanup(); }
 
     TemporaryDirectory directory;

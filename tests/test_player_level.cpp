@@ -29,7 +29,6 @@ bool at_throne(const PlayerBody &body) { return body.grounded && body.pos.x >= 1
 class CastleLevelTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        setenv("XDG_DATA_HOME", directory.path.c_str(), 1);
         ASSERT_TRUE(storage_setup());
         ASSERT_TRUE(colliders_load_csv(
             &rects, &tris, nullptr, nullptr, "assets/fireknight/tilemaps/castle-tilemap-collisions.csv", 1));

@@ -277,6 +277,8 @@ TEST_F(ReplayTest, RejectsInvalidRecordingsWithReason) {
         EXPECT_EQ(replay(), std::string("[REPLAY] run.lmr cannot be replayed: ") + why);
         EXPECT_TRUE(replay_failed());
     }
+    set_environment("LUMARIND_REPLAY", nullptr);
+    EXPECT_TRUE(start() && frame()) << "the next run";
     write_file("run.lmr", whole);
     config += "[simulation]\nfixed_step_hz = 50\n";
     EXPECT_EQ(replay(), "[REPLAY] The recording has 60 fixed steps per second, the configuration 50");

@@ -18,7 +18,6 @@ namespace {
 class CollidersTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        setenv("XDG_DATA_HOME", directory.path.c_str(), 1);
         ASSERT_TRUE(storage_setup());
         directory.use_as_game_files();
     }

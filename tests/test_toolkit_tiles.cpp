@@ -106,7 +106,6 @@ protected:
     static constexpr SDL_Color GREEN = {0, 255, 0, 255};
 
     void SetUp() override { // noise tiles in four columns and two rows, in images with and without transparency
-        setenv("XDG_DATA_HOME", directory.path.c_str(), 1);
         ASSERT_TRUE(storage_setup());
         directory.use_as_game_files();
         for (int i = 0; i < 8 * TILE * TILE; i++) {

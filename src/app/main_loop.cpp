@@ -64,6 +64,7 @@ static bool shared_fonts_setup() {
 
 // Requests a recording or opens a replay if its environment variable is set.
 static bool _main_setup_replay() {
+    replay_clear_failure();
     if (const char *path = SDL_getenv("LUMARIND_RECORD")) return replay_record(path);
     const char *path = SDL_getenv("LUMARIND_REPLAY"), *speed = SDL_getenv("LUMARIND_REPLAY_SPEED");
     if (!path) return true;

@@ -276,8 +276,9 @@ static const char *_replay_check_start(const ReplayStart *start) {
     return "the game has no screen of that name";
 }
 
+void replay_clear_failure() { g_replay_failed = false; }
+
 bool replay_open(const char *path, double speed) {
-    g_replay_failed = false;
     if (!_replay_setup(REPLAY_OPENED)) return false;
     ReplayState *replay = g_replay;
     replay->speed = speed;

@@ -49,6 +49,7 @@ void replay_record_devices(const ReplayDevices *state); // after the last event
 
 // --- replaying ---
 bool replay_open(const char *path, double speed); // reads the start; speed 0: as fast as possible. Reports errors
+void replay_clear_failure();                      // at the program's start: a run before may have failed
 const ReplayStart *replay_start();                // of the open recording, else null
 bool replay_is_fast();                            // as fast as possible, without display
 void replay_play();                               // before the first screen's setup; seeds SDL's random numbers

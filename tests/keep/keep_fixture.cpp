@@ -8,7 +8,6 @@ void KeepTest::SetUp() {
     tested_game = &cinder_keep;
     progress = {}; // left over from an earlier test
     config = "";
-    set_environment("XDG_DATA_HOME", std::filesystem::current_path().c_str());
     write_file(user_file("config/cinder-keep.ini"), "[graphics]\nvsync_enable = false\nui_scale = 1\n");
 }
 

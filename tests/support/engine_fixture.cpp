@@ -42,15 +42,6 @@ void EngineTest::TearDown() {
     log_cleanup();
 }
 
-void set_environment(const char *name, const char *value) {
-    value ? setenv(name, value, 1) : unsetenv(name);
-    if (value) {
-        SDL_SetEnvironmentVariable(SDL_GetEnvironment(), name, value, true);
-    } else {
-        SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), name);
-    }
-}
-
 Uint64 number_from_environment(const char *name, Uint64 fallback) {
     const char *text = std::getenv(name);
     return text && *text ? std::strtoull(text, nullptr, 10) : fallback;

@@ -19,8 +19,6 @@
 #include <string>
 #include <vector>
 
-// Sets a variable in the process's environment and in SDL's copy. Null unsets it.
-void set_environment(const char *name, const char *value);
 Uint64 number_from_environment(const char *name, Uint64 fallback); // the fallback also for an empty value
 
 class EngineTest : public ::testing::Test {

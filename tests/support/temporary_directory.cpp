@@ -3,6 +3,7 @@
 #include "core/storage_internal.h"
 
 #include <SDL3/SDL_filesystem.h>
+#include <SDL3/SDL_stdinc.h>
 #include <SDL3/SDL_storage.h>
 
 #include <cstdlib>
@@ -12,14 +13,25 @@
 
 namespace fs = std::filesystem;
 
+void set_environment(const char *name, const char *value) {
+    value ? setenv(name, value, 1) : unsetenv(name);
+    if (value) {
+        SDL_SetEnvironmentVariable(SDL_GetEnvironment(), name, value, true);
+    } else {
+        SDL_UnsetEnvironmentVariable(SDL_GetEnvironment(), name);
+    }
+}
+
 TemporaryDirectory::TemporaryDirectory() : previous_(fs::current_path()) {
     std::string name = (fs::temp_directory_path() / "lumarind-test-XXXXXX").string();
     if (!mkdtemp(name.data())) throw std::runtime_error("no temporary directory");
     path = name;
     fs::current_path(path);
+    set_environment("XDG_DATA_HOME", path.c_str());
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
+    set_environment("XDG_DATA_HOME", nullptr);
     fs::current_path(previous_);
     std::error_code error;
     fs::remove_all(path, error);

@@ -1,4 +1,4 @@
-// A temporary working directory, removed with its contents at the end of its lifetime.
+// A temporary working directory, also for user data, removed with its contents at the end of its lifetime.
 #pragma once
 
 #include <filesystem>
@@ -23,3 +23,6 @@ private:
 
 void write_file(const std::filesystem::path &path, const std::string &content); // creates missing folders
 std::string read_file(const std::filesystem::path &path);                       // "" if it does not exist
+
+// Sets a variable in the process's environment and in SDL's copy. Null unsets it.
+void set_environment(const char *name, const char *value);
