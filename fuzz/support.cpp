@@ -1,5 +1,6 @@
 #include "fuzz/support.h"
 
+#include "app/args.h"
 #include "core/storage_internal.h"
 #include "engine/setup.h"
 #include "lumarind/core/state_hash.h"
@@ -17,6 +18,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -35,6 +37,7 @@ struct FuzzWorld {
     int memory_file;           // descriptor
     char memory_file_path[64]; // under /proc
     int errors;
+    std::string problems;
     uint64_t digest;
 };
 static FuzzWorld world;
@@ -61,14 +64,20 @@ uint64_t fuzz_take_digest() {
 
 static void SDLCALL note_line(void *, int, SDL_LogPriority priority, const char *text) {
     if (priority >= SDL_LOG_PRIORITY_ERROR) world.errors++;
-    std::string_view own = text;
-    own = own.substr(0, own.find(", error"));
-    own = own.substr(0, own.find(" at byte "));
-    fuzz_note_bytes(own.data(), std::min(own.size(), own.find("/proc/"))); // before the path of the file in memory
+    std::string own = text;
+    for (const char *end : {", error", " at byte ", "/proc/"}) { // the last one: the path of the file in memory
+        own.resize(std::min(own.size(), own.find(end)));
+    }
+    fuzz_note_bytes(own.data(), own.size());
+    if (priority >= SDL_LOG_PRIORITY_WARN) world.problems += "  " + own + "\n";
 }
 
-void fuzz_clear_log() { world.errors = 0; }
+void fuzz_clear_log() {
+    world.errors = 0;
+    world.problems.clear();
+}
 int fuzz_logged_errors() { return world.errors; }
+const char *fuzz_logged_problems() { return world.problems.c_str(); }
 
 // --- the input as a file ---
 
@@ -143,7 +152,8 @@ void fuzz_save_picture(const char *path) {
 void fuzz_start() {
     if (world.directory) return;
     world.directory = std::make_unique<TemporaryDirectory>();
-    setenv("XDG_DATA_HOME", world.directory->path.c_str(), 1); // root of the user storage
+    static char name[] = "fuzz", *no_arguments[] = {name, nullptr}; // those of an earlier test may be left
+    args_parse(1, no_arguments);
     SDL_SetLogOutputFunction(note_line, nullptr);
     SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // so that warnings are formatted too
     fuzz_check(storage_setup(), "both storages open");

@@ -24,6 +24,7 @@ void fuzz_save_picture(const char *path);
 // --- the log ---
 void fuzz_clear_log();
 int fuzz_logged_errors();
+const char *fuzz_logged_problems(); // warnings and errors up to the libraries' own messages, one per line, indented
 
 // --- the digest of a run: its log up to the libraries' own messages, and the loaded values that a target notes ---
 void fuzz_note_bytes(const void *bytes, size_t size);

@@ -31,6 +31,12 @@ static void walk_properties(const TileProperties *properties) {
         fuzz_check(property->text && std::isfinite(property->number), "a property has a text and a number");
         fuzz_note_text(property->text);
         fuzz_note(property->type, property->number);
+        const char *name = property->name; // read as every type
+        const SDL_Color color = tile_property_color(properties, name, {1, 2, 3, 4});
+        fuzz_note_text(tile_property_string(properties, name, "none"));
+        fuzz_note(
+            tile_property_int(properties, name, 4), tile_property_float(properties, name, 5),
+            tile_property_bool(properties, name, true), color.r, color.g, color.b, color.a);
     }
 }
 
@@ -41,7 +47,7 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
         fuzz_check(
             object->opacity >= 0 && object->opacity <= 1 && object->width >= 0, "an object's numbers are in range");
         fuzz_check(tile_world_object(world, object->id) != nullptr, "an object is found by its id");
-        fuzz_note_text(object->name);
+        for (const char *text : {object->name, object->type, object->text}) fuzz_note_text(text);
         fuzz_note(
             object->shape, object->x, object->y, object->width, object->height, object->rotation, object->opacity,
             object->visible, object->gid);
@@ -55,11 +61,12 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
 
 static void walk(const TileWorld *world) {
     walk_properties(&world->properties);
+    fuzz_note(world->background.r, world->background.g, world->background.b, world->background.a);
     for (int i = 0; i < world->layer_count; i++) {
         const TileLayer *layer = &world->layers[i];
         fuzz_check(tile_world_find_layer(world, layer->name) >= 0, "a layer is found by its name");
         fuzz_check(layer->opacity >= 0 && layer->opacity <= 1, "an opacity is in range");
-        fuzz_note_text(layer->name);
+        for (const char *text : {layer->name, layer->type}) fuzz_note_text(text);
         fuzz_note(
             layer->kind, layer->visible, layer->opacity, layer->offset.x, layer->offset.y, layer->parallax.x,
             layer->parallax.y, layer->tint.r, layer->tint.g, layer->tint.b, layer->tint.a);
@@ -69,6 +76,7 @@ static void walk(const TileWorld *world) {
             const Uint32 gid =
                 tile_world_gid(world, i, world->left + cell % world->cols, world->top + cell / world->cols);
             fuzz_note(gid);
+            fuzz_note_text(tile_world_tile_type(world, gid));
             walk_properties(tile_world_tile_properties(world, gid));
         }
     }

@@ -92,19 +92,10 @@ TEST_F(CollidersTest, HitTestsOnRandomLevelsMatchRecordedHash) {
 
 // --- the collision file ---
 
-TEST_F(CollidersTest, FieldCountSelectsShapeAndInvalidNumbersAreZero) {
-    ASSERT_TRUE(load(
-        "0,0,16,16\r\n1,2\n1,2,3\n0,0,1,0,0,1\n1\n1,2,3,4,5\n1,2,3,4,5,6,7\n1,,2\n,3,4,\n\n  5\t, 6e1 \n"
-        "x,info,2px,0x\n-9e9,9e9\n",
-        3));
-    EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1}));
-    EXPECT_TRUE(rects->items[0].w == 48 && rects->items[0].h == 48 && circles->items[0].r == 9);
-    EXPECT_TRUE(rects->items[1].x == 0 && rects->items[1].y == 0 && rects->items[1].w == 6 && rects->items[1].h == 0);
-    EXPECT_TRUE(points->items[1].x == 3 && points->items[1].y == 6) << "repeated commas are one separator";
-    EXPECT_TRUE(points->items[3].x == 15 && points->items[3].y == 180 && tris->items[0].c.y == 3);
-    EXPECT_TRUE(points->items[4].x == -COLLIDERS_REACH && points->items[4].y == COLLIDERS_REACH);
+TEST_F(CollidersTest, LoadingReplacesGivenSets) {
+    ASSERT_TRUE(load("1,2\n1,2,3\n0,0,16,16\n0,0,1,0,0,1\n", 3));
     ASSERT_TRUE(colliders_load_csv(rects, nullptr, nullptr, nullptr, "level.csv", 2));
-    EXPECT_EQ(counts(), (std::vector{5, 1, 2, 1})) << "null sets are skipped, others are emptied first";
+    EXPECT_EQ(counts(), (std::vector{1, 1, 1, 1})) << "null sets are skipped, others are emptied first";
     EXPECT_FALSE(colliders_load_csv(rects, tris, circles, points, "missing.csv", 1));
     EXPECT_EQ(counts(), (std::vector{0, 0, 0, 0})) << "a failed load leaves the sets empty";
     EXPECT_TRUE(log.has("[STORAGE] Error reading file: missing.csv"));
