@@ -175,12 +175,22 @@ TEST_F(SmallGameTest, DrawsPicturesAndReportsMousePosition) {
     SDL_DestroyTexture(sharp);
     SDL_DestroyTexture(smooth);
 
-    play("move:70,65 1");
-    float x = 0, y = 0;
-    engine_mouse_position(&x, &y);
-    float window_x = 0, window_y = 0;
-    SDL_GetMouseState(&window_x, &window_y);
-    EXPECT_TRUE(x == (window_x - 10) / 3 && y == (window_y - 5) / 3) << window_x << ", " << window_y;
+    set_environment("LUMARIND_RECORD", "run.lmr");
+    ASSERT_TRUE(start({"--screen", "room", "--window-size", "320x160"}));
+    SDL_WarpMouseInWindow(engine->window, 70, 65);
+    const auto mouse_is_there = [] {
+        float x = 0, y = 0;
+        engine_mouse_position(&x, &y);
+        return x == 20 && y == 20;
+    };
+    play("2");
+    EXPECT_TRUE(mouse_is_there());
+    SDL_WarpMouseInWindow(engine->window, 0, 0);
+    set_environment("LUMARIND_RECORD", nullptr);
+    set_environment("LUMARIND_REPLAY", "run.lmr");
+    ASSERT_TRUE(start() && frame());
+    EXPECT_TRUE(mouse_is_there()) << "in the replay";
+    set_environment("LUMARIND_REPLAY", nullptr);
 }
 
 bool note_data(SDL_Event *, void *data) { return ++*static_cast<int *>(data) < 2; }
