@@ -3,6 +3,7 @@
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/game.h"
+#include "lumarind/input/gamepad.h"
 #include "replay/codec.h"
 #include "replay/replay_feed.h"
 
@@ -55,6 +56,19 @@ static void check_event(const SDL_Event *event) {
         fuzz_check(std::strlen(event->drop.data) < 512, "dropped texts are NUL-terminated");
 }
 
+static void note_gamepad() { // as recorded
+    fuzz_note_text(gamepad_name());
+    fuzz_note_text(gamepad_type_name());
+    for (int i = 0; i < SDL_GAMEPAD_BUTTON_COUNT; i++) {
+        const auto button = static_cast<SDL_GamepadButton>(i);
+        fuzz_note(gamepad_has_button(button), gamepad_button(button), gamepad_button_label(button));
+    }
+    for (int i = 0; i < SDL_GAMEPAD_AXIS_COUNT; i++) {
+        const auto axis = static_cast<SDL_GamepadAxis>(i);
+        fuzz_note(gamepad_has_axis(axis), gamepad_axis_raw(axis));
+    }
+}
+
 int fuzz_recording(const uint8_t *data, size_t size) {
     fuzz_start();
     const std::string file = whole_file(data, size);
@@ -68,6 +82,7 @@ int fuzz_recording(const uint8_t *data, size_t size) {
         const ReplayDevices *devices = replay_devices();
         fuzz_note(ns);
         fuzz_note_bytes(devices, sizeof *devices);
+        note_gamepad();
         fuzz_check(std::strlen(devices->pad.name) < REPLAY_TEXT_SIZE, "names are NUL-terminated");
         SDL_Event event = {};
         while (replay_next_event(&event)) check_event(&event);

@@ -7,6 +7,8 @@
 
 #include <SDL3/SDL_render.h>
 
+#include <initializer_list>
+
 static void play(const AnimationSet *set, const SpriteSheet *sheet) {
     SpriteBatch *batch = sprite_batch_new(4);
     sprite_batch_begin(batch, sheet);
@@ -33,6 +35,17 @@ static void play(const AnimationSet *set, const SpriteSheet *sheet) {
     sprite_batch_cleanup(&batch);
 }
 
+static void note_slice(const AnimationSlice *slice) {
+    if (!slice) return;
+    fuzz_note_text(slice->data);
+    for (int frame = 0; frame < 9; frame++) {
+        const AnimationSliceKey *key = animation_slice_at(slice, frame);
+        if (!key) continue;
+        for (const SDL_Rect &r : {key->bounds, key->center}) fuzz_note(r.x, r.y, r.w, r.h);
+        fuzz_note(key->frame, key->pivot.x, key->pivot.y, key->has_pivot);
+    }
+}
+
 int fuzz_sheet_json(const uint8_t *data, size_t size) {
     fuzz_start_engine();
     fuzz_save_picture("tiles.png");
@@ -44,7 +57,9 @@ int fuzz_sheet_json(const uint8_t *data, size_t size) {
         fuzz_check(sheet || fuzz_logged_errors() == 1, "a sheet that does not fit its set is reported once");
         fuzz_check(
             animation_slice_at(animation_set_find_slice(set, "hit"), -1) == nullptr, "no slice starts before frame 0");
-        fuzz_note(set->frame_w, set->frame_h);
+        note_slice(animation_set_find_slice(set, "hit"));
+        fuzz_note_text(set->path);
+        fuzz_note(set->frame_w, set->frame_h, set->columns, set->rows);
         play(set, sheet);
         sprite_sheet_cleanup(&sheet);
     }

@@ -49,8 +49,8 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
         fuzz_check(tile_world_object(world, object->id) != nullptr, "an object is found by its id");
         for (const char *text : {object->name, object->type, object->text}) fuzz_note_text(text);
         fuzz_note(
-            object->shape, object->x, object->y, object->width, object->height, object->rotation, object->opacity,
-            object->visible, object->gid);
+            object->shape, object->id, object->x, object->y, object->width, object->height, object->rotation,
+            object->opacity, object->visible, object->gid);
         for (int k = 0; k < object->point_count; k++) {
             fuzz_note(object->points[k].x, object->points[k].y);
             fuzz_check(std::isfinite(object->points[k].x + object->points[k].y), "points are finite");
@@ -61,6 +61,7 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
 
 static void walk(const TileWorld *world) {
     walk_properties(&world->properties);
+    fuzz_note(world->cols, world->rows, world->left, world->top, world->tile_w, world->tile_h);
     fuzz_note(world->background.r, world->background.g, world->background.b, world->background.a);
     for (int i = 0; i < world->layer_count; i++) {
         const TileLayer *layer = &world->layers[i];
@@ -68,7 +69,7 @@ static void walk(const TileWorld *world) {
         fuzz_check(layer->opacity >= 0 && layer->opacity <= 1, "an opacity is in range");
         for (const char *text : {layer->name, layer->type}) fuzz_note_text(text);
         fuzz_note(
-            layer->kind, layer->visible, layer->opacity, layer->offset.x, layer->offset.y, layer->parallax.x,
+            layer->kind, layer->id, layer->visible, layer->opacity, layer->offset.x, layer->offset.y, layer->parallax.x,
             layer->parallax.y, layer->tint.r, layer->tint.g, layer->tint.b, layer->tint.a);
         walk_properties(&layer->properties);
         walk_objects(world, layer);

@@ -56,7 +56,7 @@ TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
         {"33 actions are out of range, 0 to 32",
          [](Game *game) { set(&Game::actions, &Game::action_count, MANY_ACTIONS, game); }},
         {"-1 actions are out of range, 0 to 32", [](Game *game) { game->action_count = -1; }},
-        {"2 actions, but the table is null", [](Game *game) { game->action_count = 2; }},
+        {"1 actions, but the table is null", [](Game *game) { game->action_count = 1; }},
         {"actions: duplicate name Left",
          [](Game *game) { set(&Game::actions, &Game::action_count, SAME_ACTIONS, game); }},
         {"the name of actions[1] is empty",
@@ -90,6 +90,16 @@ TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
         corrupt(&game);
         expect_report(&game, problem);
     }
+    Game limit = USABLE; // every number at its limit
+    std::vector<std::string> names(GAME_MAX_ACTIONS);
+    std::vector<GameAction> most;
+    for (std::string &name : names) most.push_back({(name = std::to_string(most.size())).c_str(), ""});
+    limit.actions = most.data();
+    limit.action_count = GAME_MAX_ACTIONS;
+    limit.screen_count = limit.window_width = limit.window_height = 1;
+    limit.ui_font = "font";
+    limit.ui_font_size = limit.heading_font_size = 1;
+    EXPECT_STREQ(_engine_game_problem(&limit), nullptr);
     _engine_set_game(&USABLE);
     EXPECT_STREQ(engine_game()->name, "First Game");
     EXPECT_STREQ(engine_game()->program, "first-game");

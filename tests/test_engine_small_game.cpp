@@ -38,7 +38,6 @@ protected:
     void TearDown() override {
         EngineTest::TearDown();
         files_cleanup();
-        _engine_set_game(&demo_game);
     }
     std::string calls() { return std::exchange(small_calls, ""); }
     fs::path folder = directory.path / "user/tests/SmallGame";

@@ -39,6 +39,7 @@ void EngineTest::TearDown() {
     hold({});
     pad_.reset();
     if (running_) stop();
+    _engine_set_game(&demo_game);
     log_cleanup();
 }
 
