@@ -73,8 +73,8 @@ void art_draw_knight(const Art *art, const Animation *anim, SDL_FPoint feet, flo
     const float at = facing < 0 ? KNIGHT_W - KNIGHT_FEET_X : KNIGHT_FEET_X;
     const SDL_FPoint corner = {SDL_roundf(feet.x - zoom * at), SDL_roundf(feet.y - zoom * KNIGHT_H)};
     SDL_Texture *texture = art->knight_sheet->texture;
-    if (ghost) SDL_SetTextureColorMod(texture, 140, 190, 255);
-    if (ghost) SDL_SetTextureAlphaMod(texture, 100);
+    if (ghost) SDL_SetTextureColorMod(texture, 150, 205, 255);
+    if (ghost) SDL_SetTextureAlphaMod(texture, 150);
     sprite_sheet_draw(engine_renderer(), art->knight_sheet, anim, corner, zoom, flip_of(facing));
     SDL_SetTextureColorMod(texture, 255, 255, 255);
     SDL_SetTextureAlphaMod(texture, 255);

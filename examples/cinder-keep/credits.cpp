@@ -5,7 +5,6 @@
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
-#include "lumarind/engine/text_draw.h"
 #include "lumarind/engine/timestep.h"
 #include "lumarind/engine/transition.h"
 #include "lumarind/input/input.h"
@@ -36,7 +35,8 @@ static constexpr const char *LINES[] = {
     "",
     "Your ghost waits in both levels:",
     "be faster than yourself."};
-static constexpr double PX_A_SECOND = 34, BEFORE_LEAVING = 1; // UI units, s
+static constexpr float SKY_W = 640, SKY_H = 320, MOON_X = 382; // px of the picture
+static constexpr double PX_A_SECOND = 34, BEFORE_LEAVING = 1;  // UI units, s
 
 static SDL_Texture *sky;
 static double time_now, time_before; // s
@@ -45,6 +45,7 @@ bool credits_setup() {
     time_now = time_before = 0;
     progress_load();
     sky = picture_load("assets/levels/sky.png");
+    SDL_SetTextureColorMod(sky, 150, 150, 165); // text passes over the moon in small windows
     return sky && sounds_setup("title");
 }
 
@@ -67,22 +68,18 @@ void credits_tick() {
     engine_view_size(&width, &height);
     SDL_SetRenderDrawColor(engine_renderer(), 21, 18, 31, 255);
     SDL_RenderClear(engine_renderer());
-    const float zoom = SDL_max(SDL_ceilf(SDL_max(width / 640, height / 320)), 1);
-    picture_draw(sky, SDL_roundf((width - 640 * zoom) / 2), 0, {.scale = zoom});
+    const float zoom = SDL_max(SDL_ceilf(SDL_max(width / SKY_W, height / SKY_H)), 1);
+    const float left = SDL_clamp(width * 0.88f - MOON_X * zoom, width - SKY_W * zoom, 0); // the moon beside the text
+    picture_draw(sky, SDL_roundf(left), 0, {.scale = zoom});
     const double time = timestep_lerp(time_before, time_now, engine_fixed_alpha());
     float y = height * 0.75f - static_cast<float>(time * PX_A_SECOND);
-    TTF_Font *font = engine_get_font_by_index(SHARED_FONT_UI),
-             *heading = engine_get_font_by_index(SHARED_FONT_UI_HEADING);
     for (int i = 0; i < static_cast<int>(SDL_arraysize(LINES)); i++) {
         const bool large = i == 0 || SDL_strcmp(LINES[i], "CINDER KEEP") == 0;
-        engine_draw_text(
-            large ? heading : font, LINES[i], width / 2, y, large ? COLOR_BRIGHT : COLOR_PLAIN, TEXT_CENTER);
+        const int font = large ? SHARED_FONT_UI_HEADING : SHARED_FONT_UI;
+        hud_text(font, LINES[i], width / 2, y, large ? COLOR_BRIGHT : COLOR_PLAIN, TEXT_CENTER);
         y += large ? 58.0f : 30.0f;
     }
     char text[96];
-    SDL_snprintf(
-        text, sizeof text, "Best times: %s and %s",
-        hud_time(static_cast<double>(progress.levels[0].best_ms) / 1000).text,
-        hud_time(static_cast<double>(progress.levels[1].best_ms) / 1000).text);
-    engine_draw_text(font, text, width / 2, y + 30, COLOR_DIM, TEXT_CENTER);
+    SDL_snprintf(text, sizeof text, "Best times: %s and %s", hud_best_time(0).text, hud_best_time(1).text);
+    hud_text(SHARED_FONT_UI, text, width / 2, y + 30, COLOR_DIM, TEXT_CENTER);
 }

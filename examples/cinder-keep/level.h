@@ -15,6 +15,7 @@ inline constexpr int SIGNS_MAX = 16;
 struct Sign {
     SDL_FRect area;   // shown while the hero's feet are inside; world px
     const char *text; // borrowed from the map
+    bool until_key;   // hidden once the key has been taken
 };
 
 struct Level {

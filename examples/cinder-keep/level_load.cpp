@@ -15,7 +15,8 @@ static bool level_add_object(Level *level, const TileObject *object) {
     } else if (SDL_strcmp(object->type, "sign") == 0 && level->sign_count < SIGNS_MAX) {
         level->signs[level->sign_count++] = {
             {object->x, object->y, object->width, object->height},
-            tile_property_string(&object->properties, "text", "")};
+            tile_property_string(&object->properties, "text", ""),
+            tile_property_bool(&object->properties, "until_key", false)};
     } else if (
         !things_add(&level->things, object) &&
         !enemies_add(&level->enemies, &level->art, object->type, {object->x, object->y}, facing)) {

@@ -26,7 +26,7 @@ void pause_open() {
 PauseChoice pause_tick() {
     float width = 0, height = 0;
     engine_view_size(&width, &height);
-    menu_darken(150);
+    menu_darken(185);
     if (in_settings) {
         in_settings = menus_settings_tick();
         return PAUSE_STAY;

@@ -19,6 +19,7 @@ from keep_tiles import HALO_TILES, NOTHING, TILE, TORCH_AT, Tileset
 FOLDER = "levels"
 SKY_W, SKY_H, TOWN_W, TOWN_H = 640, 320, 1024, 190
 SOLID, OPEN, LEDGE, SPIKES, LAVA = "#.-^~"
+LOCKED = "Locked. The key hangs above"
 
 
 class Level:
@@ -194,7 +195,7 @@ def cold_halls() -> Level:
     level.embers(23, 87, 88), level.actor("platform", 79, 27, dx=-160, seconds=4.0)
     level.arc(68, 79, 25, 7, 1.0)
     level.actor("hopper", 57, 27), level.actor("hopper", 49, 27)
-    level.zone("sign", 44, 22, 5, 5, text="Locked. The key hangs above")
+    level.zone("sign", 44, 22, 5, 5, text=LOCKED, until_key=True)
     level.actor("key", 48, 20.5), level.embers(23, 61, 62, 63), level.embers(20, 55, 56)
     level.actor("door", 42.5, 27), level.actor("walker", 38, 27), level.arc(29.5, 35.5, 25)
     level.actor("checkpoint", 20, 27), level.actor("watcher", 22.8, 26, facing=1), level.actor("walker", 9, 27)
@@ -276,7 +277,7 @@ def ember_spire() -> Level:
     level.embers(67, 3, 4), level.embers(64, 8, 9), level.embers(61, 3, 4)
     level.actor("checkpoint", 11, 60), level.arc(13.5, 19.5, 58), level.arc(21.5, 27.5, 58)
     level.actor("hopper", 38, 60), level.embers(55, 31, 32, 33, 34), level.actor("key", 39, 52.5)
-    level.actor("door", 45.5, 60), level.zone("sign", 40, 55, 4, 5, text="Locked. The key hangs above")
+    level.actor("door", 45.5, 60), level.zone("sign", 40, 55, 4, 5, text=LOCKED, until_key=True)
     level.actor("walker", 49, 60)
     level.actor("platform", 54, 59.5, dy=-184, seconds=4.5), level.embers(57, 54), level.embers(54, 54), level.embers(51, 54)
     level.actor("checkpoint", 49, 48)
@@ -388,8 +389,9 @@ def properties(values: dict[str, object]) -> str:
         return ""
     lines = []
     for name, value in values.items():
-        kind = {int: ' type="int"', float: ' type="float"'}.get(type(value), "")
-        lines.append(f'<property name="{name}"{kind} value="{value}"/>')
+        kind = {bool: ' type="bool"', int: ' type="int"', float: ' type="float"'}.get(type(value), "")
+        text = str(value).lower() if isinstance(value, bool) else value
+        lines.append(f'<property name="{name}"{kind} value="{text}"/>')
     return f"<properties>{''.join(lines)}</properties>"
 
 
