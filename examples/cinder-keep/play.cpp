@@ -87,6 +87,10 @@ static void play_draw_things(SDL_FPoint origin, float zoom) {
         if (anim && thing->kind == THING_DOOR) // draw the door again, higher: its top fills the opening
             art_draw_thing(art, anim, to_view(origin, zoom, {thing->feet.x, thing->feet.y - 16}), zoom);
     }
+}
+
+static void play_draw_platforms(SDL_FPoint origin, float zoom) {
+    const Art *art = &level->art;
     for (int i = 0; i < level->things.platform_count; i++) {
         const Platform *platform = &level->things.platforms[i];
         const SDL_FPoint corner = between(platform->prev, {platform->box.x, platform->box.y});
@@ -147,6 +151,7 @@ static void play_draw() {
     play_draw_enemies(origin, zoom);
     play_draw_knights(origin, zoom, feet);
     tile_world_draw_layer(renderer, level->world, level->layer_hazards, &view);
+    play_draw_platforms(origin, zoom); // some glide through the fire
     particles_draw(renderer, &level->particles, origin, zoom);
     hud_draw(level);
 }

@@ -1,6 +1,9 @@
 // Cinder Keep's screens, and the menus and settings they take from the library, compared with the stored pictures.
 
+#include "game.h"
 #include "keep/keep_fixture.h"
+#include "lumarind/engine/engine.h"
+#include "progress.h"
 #include "support/stored_pictures.h"
 
 #include <SDL3/SDL_stdinc.h>
@@ -41,6 +44,18 @@ TEST_P(KeepPictures, MatchStoredPictures) {
     play(scene.script);
     EXPECT_TRUE(matches_stored(picture(), scene.name));
     EXPECT_TRUE(log.errors().empty());
+}
+
+using KeepPicturesOfRun = KeepTest;
+
+TEST_F(KeepPicturesOfRun, PlatformsGlideInFrontOfFire) {
+    ASSERT_TRUE(start({"--screen", "title", "--window-size", "640x360"}) && frame());
+    progress.run = {.level = 1, .checkpoint = 2};
+    play_continue_next();
+    engine_set_state(state_of(SCREEN_LEVEL_2));
+    SDL_srand(1);
+    play("75");
+    EXPECT_TRUE(matches_stored(picture(), "keep_fire"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, KeepPictures, testing::ValuesIn(SCENES), [](const auto &test) {
