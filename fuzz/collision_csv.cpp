@@ -63,7 +63,9 @@ int fuzz_collision_csv(const uint8_t *data, size_t size) {
     fuzz_start_engine();
     fuzz_set_game_file(data, size);
     const Shapes &s = shapes();
+    fuzz_load_begins();
     const bool loaded = colliders_load_csv(s.rects, s.tris, s.circles, s.points, "level.csv", 3);
+    fuzz_load_ends();
     fuzz_check(loaded || fuzz_logged_errors() > 0, "a file that does not load is reported");
     fuzz_check(loaded || count_all(s) == 0, "a file that does not load leaves the sets empty");
     const auto lines = std::count(data, data + size, '\n') + 1;

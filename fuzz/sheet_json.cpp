@@ -50,10 +50,14 @@ int fuzz_sheet_json(const uint8_t *data, size_t size) {
     fuzz_start_engine();
     fuzz_save_picture("tiles.png");
     fuzz_set_game_file(data, size);
+    fuzz_load_begins();
     AnimationSet *set = animation_set_load("sheet.json");
+    fuzz_load_ends();
     fuzz_check(set || fuzz_logged_errors() == 1, "a set that does not load is reported once");
     if (set) {
+        fuzz_load_begins();
         SpriteSheet *sheet = sprite_sheet_new(engine_renderer(), set);
+        fuzz_load_ends();
         fuzz_check(sheet || fuzz_logged_errors() == 1, "a sheet that does not fit its set is reported once");
         fuzz_check(
             animation_slice_at(animation_set_find_slice(set, "hit"), -1) == nullptr, "no slice starts before frame 0");

@@ -48,6 +48,15 @@ void fuzz_check(bool holds, const char *sentence) {
     std::abort();
 }
 
+static void (*load_hook)(bool begins);
+void fuzz_set_load_hook(void (*hook)(bool begins)) { load_hook = hook; }
+void fuzz_load_begins() {
+    if (load_hook) load_hook(true);
+}
+void fuzz_load_ends() {
+    if (load_hook) load_hook(false);
+}
+
 // --- the log ---
 
 void fuzz_note_bytes(const void *bytes, size_t size) { world.digest = state_hash_bytes(world.digest, bytes, size); }

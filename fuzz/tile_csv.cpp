@@ -47,7 +47,9 @@ int fuzz_tile_csv(const uint8_t *data, size_t size) {
     fuzz_start();
     fuzz_set_game_file(data, size);
     Tilemap *map = tilemap_new();
+    fuzz_load_begins();
     const bool loaded = tilemap_load_csv(map, "layer.csv");
+    fuzz_load_ends();
     fuzz_check(loaded == (map->layer != nullptr), "a layer exists only if loading succeeded");
     fuzz_check(loaded || fuzz_logged_errors() > 0, "a layer that does not load is reported");
     if (map->layer) check_layer(map);

@@ -88,7 +88,9 @@ static void collide(const TileWorld *world) {
     ColliderTris tris = {};
     for (int i = -1; i < world->layer_count; i++) {
         const int rects_before = rects.count, tris_before = tris.count, errors = fuzz_logged_errors();
+        fuzz_load_begins();
         const bool made = tile_world_colliders(world, i < 0 ? nullptr : world->layers[i].name, &rects, &tris);
+        fuzz_load_ends();
         fuzz_check(made || fuzz_logged_errors() == errors + 1, "rejected shapes are reported once");
         fuzz_check(
             made || (rects.count == rects_before && tris.count == tris_before),
@@ -124,7 +126,9 @@ int fuzz_tile_map(const uint8_t *data, size_t size) {
     fuzz_start_engine();
     fuzz_save_picture("tiles.png");
     set_files({reinterpret_cast<const char *>(data), size});
+    fuzz_load_begins();
     TileWorld *world = tile_world_load(engine_renderer(), "map.tmx");
+    fuzz_load_ends();
     fuzz_check(world || fuzz_logged_errors() == 1, "a map that does not load is reported once");
     if (world) {
         walk(world);
