@@ -41,7 +41,7 @@ TEST_F(EngineGame, InvalidRecordIsReportedOnceAndFailsStart) {
         const char *problem;
         void (*corrupt)(Game *game);
     } faults[] = {
-        {"it was built for ABI 99, the library has 1", [](Game *game) { game->abi = 99; }},
+        {"it was built for ABI 99, the library has 2", [](Game *game) { game->abi = 99; }},
         {"title is empty", [](Game *game) { game->title = ""; }},
         {"id is empty", [](Game *game) { game->id = nullptr; }},
         {"program is not a file name: a/b", [](Game *game) { game->program = "a/b"; }},

@@ -79,6 +79,7 @@ TEST_F(EngineSetupTest, WindowAndFrameRateFollowConfiguration) {
         std::string calls;
         Uint64 period = 0; // ns
     } cases[] = {
+        {"", "", nullptr, "x=200 y=400 width=800 height=450 " + all + "place 200 400; " + cursors},
         {"", "x = 11\ny = 22\nwidth = 640\nheight = 360\n", nullptr,
          "x=11 y=22 width=640 height=360 " + all + "place 11 22; " + cursors},
         {"fps_limit = 1\n", "x = 11\ny = 22\nresizable = false\nborderless = true\n", "300x200",

@@ -44,7 +44,10 @@ protected:
 };
 
 TEST_F(SmallGameTest, ScreensRunInTheirStatesStartingAtHome) {
+    sdl_calls.clear();
     ASSERT_TRUE(start());
+    EXPECT_EQ(sdl_calls.find("x=805240832 y=805240832 width=300 height=200 "), 0u) << "in the middle: " << sdl_calls;
+    EXPECT_NE(sdl_calls.find("place 805240832 805240832; "), sdl_calls.npos) << sdl_calls;
     play("1");
     EXPECT_EQ(calls(), "h+h.");
     engine_set_state(SMALL_ROOM);

@@ -81,6 +81,8 @@ const Game demo_game = {
     .screens = screens,
     .screen_count = std::size(screens),
     .ui_font = "assets/fonts/EuroStyle Normal.ttf",
+    .window_x = 200,
+    .window_y = 400,
     .show_fps = true,
     .files = GAME_FILES_CURRENT_FOLDER,
 };

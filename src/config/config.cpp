@@ -89,8 +89,8 @@ FilePath cfg_path() {
 void cfg_set_defaults() {
     const Game *game = engine_game();
     *config = Config{
-        .x = 200,
-        .y = 400,
+        .x = game->window_x,
+        .y = game->window_y,
         .width = game->window_width,
         .height = game->window_height,
         .resizable = true,

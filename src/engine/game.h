@@ -62,6 +62,8 @@ inline constexpr Uint32 GAME_KEY_CAPTURE = 1u << 2;  // F12: captures the frame
 inline constexpr Uint32 GAME_KEY_QUIT = 1u << 3;     // Ctrl+Q
 inline constexpr Uint32 GAME_KEYS_ALL = 0xF;
 
+inline constexpr Sint32 GAME_CENTERED = 0x2FFF0000; // a window's position: in the middle of the display
+
 inline constexpr Sint32 GAME_MAX_ACTIONS = 32;
 inline constexpr Sint32 GAME_MAX_SETTINGS = 64;
 
@@ -83,8 +85,10 @@ struct Game {
     const char *ui_font = {};         // path of the font file for both shared fonts; null: no shared fonts
     float ui_font_size = 32;          // points
     float heading_font_size = 48;     // points
-    Sint32 window_width = 800;        // default of the configuration, window units; so are the next two
+    Sint32 window_width = 800;        // default of the configuration, window units; so are the next four
     Sint32 window_height = 450;       //
+    Sint32 window_x = GAME_CENTERED;  //
+    Sint32 window_y = GAME_CENTERED;  //
     bool show_fps = false;            //
     bool reload = false;              // hot-reload changed files, as LUMARIND_RELOAD=1 does; for debug builds
     GameFiles files = {};             //

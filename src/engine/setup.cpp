@@ -8,6 +8,7 @@
 #include "lumarind/core/error.h"
 #include "lumarind/core/storage.h"
 #include "lumarind/engine/engine.h"
+#include "lumarind/engine/game.h"
 #include "lumarind/engine/text.h"
 #include "lumarind/engine/text_draw.h"
 #include "lumarind/engine/ui_scale.h"
@@ -65,6 +66,8 @@ static bool engine_setup_event_callbacks() {
     for (Uint32 type = 0; type < ENGINE_EVENT_TYPES; type++) engine->callbacks[type].grow_by = 1;
     return true;
 }
+
+static_assert(GAME_CENTERED == SDL_WINDOWPOS_CENTERED);
 
 static void _engine_fill_window_properties(SDL_PropertiesID props, const CfgWindowProps &window) {
     SDL_SetStringProperty(props, SDL_PROP_WINDOW_CREATE_TITLE_STRING, engine->title);
