@@ -139,7 +139,7 @@ KeepKeys KeepBot::play(const Level &level) {
         attack_in_the_air(level, &keys);
         const bool wrong_way = body.vel.x * dx < 0 && std::fabs(body.vel.x) > 10;
         if (!jumped_ && body.grounded && !wrong_way) jumped_ = keys.press_jump = true;
-        keys.jump = jumped_ && body.vel.y < 0; // never from the ground: a real key would jump again
+        keys.jump = jumped_ && body.vel.y < 0;  // never from the ground: a real key would jump again
         const float ahead = body.vel.x * 0.05f; // distance covered while braking
         if (jumped_ && std::fabs(dx - ahead) > TOLERANCE) (dx - ahead > 0 ? keys.right : keys.left) = true;
         reached = jumped_ && steps_ > 4 && body.grounded && std::fabs(dx) < 30 &&
