@@ -168,6 +168,10 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
     EXPECT_NE(sdl_calls.find("fullscreen 1"), sdl_calls.npos) << sdl_calls;
     EXPECT_TRUE(cfg_get_window_props().fullscreen && cfg_get_vsync_enabled());
     EXPECT_STREQ(settings_value_text(SETTINGS_FULLSCREEN).text, "on");
+    EXPECT_EQ(engine->target_fps, 0u) << "vsync paces the frames";
+    cfg_set_fps_limit(77);
+    EXPECT_TRUE(settings_value_step(SETTINGS_VSYNC, 1) && engine->target_fps == 77);
+    EXPECT_TRUE(settings_value_step(SETTINGS_VSYNC, 1));
     stop(); // saves the geometry from before full screen
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("fullscreen = true"), std::string::npos);
     config = "";
