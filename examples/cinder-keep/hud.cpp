@@ -128,7 +128,7 @@ static void hud_draw_hero(const Level *level) {
     hud_text(SHARED_FONT_UI, flame.text, LABEL_X, EDGE + 38, COLOR_BRIGHT, TEXT_LEFT);
 }
 
-static void hud_draw_embers(const Level *level, float width) {
+static void hud_draw_embers_and_time(const Level *level, float width) {
     const Art *art = &level->art;
     const bool key = level->hero.has_key;
     hud_panel(width - EDGE - 112, 116, key ? 88 : 38);
@@ -137,9 +137,6 @@ static void hud_draw_embers(const Level *level, float width) {
     char text[32];
     SDL_snprintf(text, sizeof text, "%d / %d", level->embers, level->things.embers);
     hud_text(SHARED_FONT_UI, text, width - EDGE - 34, EDGE + 6, COLOR_PLAIN, TEXT_RIGHT);
-}
-
-static void hud_draw_time(const Level *level, float width) {
     HudTime time = hud_time(level->time);
     time.text[SDL_strlen(time.text) - 1] = '\0'; // tenths: a text that changes every frame is laid out every frame
     hud_panel(width / 2 - 42, 84, 30);
@@ -151,8 +148,7 @@ void hud_draw(const Level *level) {
     engine_view_size(&width, &height);
     SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_BLEND);
     hud_draw_hero(level);
-    hud_draw_embers(level, width);
-    hud_draw_time(level, width);
+    hud_draw_embers_and_time(level, width);
     if (level->phase == LEVEL_PLAYING) hud_draw_sign(level, width, height);
     if (level->phase == LEVEL_WON) hud_draw_won(level, width, height);
 }

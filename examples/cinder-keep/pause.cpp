@@ -39,10 +39,8 @@ PauseChoice pause_tick() {
     const MenuAnswer answer = menus_tick(&menu, LINES, LINE_COUNT, area, !just_opened);
     const bool again = input_pressed(ACTION_PAUSE) && !just_opened;
     just_opened = false;
-    if (answer.taken == LINE_SETTINGS) {
-        settings_menu_open();
-        in_settings = true;
-    }
+    in_settings = answer.taken == LINE_SETTINGS;
+    if (in_settings) settings_menu_open();
     if (answer.taken == LINE_CHECKPOINT) return PAUSE_CHECKPOINT;
     if (answer.taken == LINE_TITLE) return PAUSE_TITLE;
     return answer.taken == LINE_RESUME || answer.back || again ? PAUSE_RESUME : PAUSE_STAY;

@@ -159,18 +159,11 @@ static void play_draw() {
 // --- pause ---
 
 static void play_pause_tick() {
-    switch (pause_tick()) {
-    case PAUSE_STAY:
-        return;
-    case PAUSE_CHECKPOINT:
-        level_back_to_checkpoint(level);
-        break;
-    case PAUSE_TITLE:
-        transition_fade_to(state_of(SCREEN_TITLE), FADE_SECONDS);
-        return;
-    case PAUSE_RESUME:
-        break;
-    }
+    const PauseChoice choice = pause_tick();
+    if (choice == PAUSE_STAY) return;
+    if (choice == PAUSE_CHECKPOINT) level_back_to_checkpoint(level);
+    if (choice == PAUSE_TITLE) transition_fade_to(state_of(SCREEN_TITLE), FADE_SECONDS);
+    if (choice == PAUSE_TITLE) return; // paused behind the fade
     pausing = false;
     engine_set_paused(false);
     input_clear_presses(); // the menu has handled them
