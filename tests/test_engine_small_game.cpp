@@ -202,10 +202,12 @@ TEST_F(SmallGameTest, CallbacksReceiveUserData) {
     ASSERT_TRUE(start());
     play("1");
     int first = 0, second = 0;
+    ASSERT_TRUE(engine_add_callback(SDL_EVENT_GAMEPAD_ADDED, note_data, &first)); // never called
     for (int *data : {&first, &second, &first}) ASSERT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, note_data, data));
     play("A 1");
     EXPECT_TRUE(first == 2 && second == 1);
     EXPECT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_data, &first));
+    EXPECT_EQ(engine->data_callbacks.items[0].type, SDL_EVENT_GAMEPAD_ADDED);
     play("A 1");
     EXPECT_TRUE(first == 2 && second == 2) << "the second callback is now first and ends the chain";
     EXPECT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, no_more));

@@ -63,8 +63,9 @@ protected:
         return text;
     }
 
-    std::string changed_bytes(std::string bytes) { // one of them by one, or to anything
+    std::string changed_bytes(std::string bytes) { // cut off, or one of them by one, or to anything
         if (bytes.empty()) return bytes;
+        if (below(4) == 0) return bytes.substr(0, below(bytes.size()));
         char &byte = bytes[below(bytes.size())];
         byte = static_cast<char>(below(2) ? byte + (below(2) ? 1 : -1) : static_cast<int>(below(256)));
         return bytes;
