@@ -2,6 +2,7 @@
 
 #include "lumarind/audio/audio.h"
 #include "lumarind/config/config.h"
+#include "lumarind/core/state_hash.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
@@ -15,7 +16,10 @@
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
 
+#include <format>
+#include <iterator>
 #include <random>
+#include <sstream>
 
 namespace {
 
@@ -249,6 +253,51 @@ TEST_F(SettingsTest, MenuHandlesKeysAndMouseAndSkipsDisabledLines) {
     tick("move:" + below + " drop:" + below);
     EXPECT_EQ(answer.taken, -1) << "only whole lines are shown";
     EXPECT_EQ(menu_tick(&menu, lines, 4, area).taken, -1);
+}
+
+// Random keys, clicks and pad input in a list and in the settings menu; what both answer and show goes into the hash.
+TEST_F(SettingsTest, RandomInputMatchesRecordedHash) {
+    std::istringstream words(
+        "Up Down Down Left Right Space Space P Delete X K ~Down pad:plug pad:a pad:dpdown pad:leftx=-1 "
+        "pad:leftx=0 pad:lefttrigger=1 pad:lefttrigger=0 pad:righty=1 pad:righty=0");
+    const std::vector<std::string> inputs(std::istream_iterator<std::string>(words), {});
+    const MenuLine lines[] = {{"One"}, {"Off", nullptr, true}, {"Three", "value"}, {"Four"}};
+    Menu menu = {};
+    Uint64 hash = STATE_HASH_START;
+    const auto note_text = [&](const char *text) { hash = state_hash_bytes(hash, text, SDL_strlen(text) + 1); };
+    const auto note_answer = [&](const MenuAnswer &a) {
+        hash = state_hash_of(hash, a.taken, a.step, a.moved, a.back, a.clear);
+    };
+    std::mt19937 random(5);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    failing_sdl_call = "vsync"; // frames must not wait
+    settings_menu_open();
+    for (int i = 0; i < 1600; i++) {
+        if (i % 100 == 0) settings_restore_bindings();
+        if (i % 100 == 0) resize(i % 200 ? 420 : 260, i % 200 ? 330 : 150);
+        const float height = menu_line_height();
+        if (below(3) == 0) { // on and beside the edges of lines
+            const std::string at = std::format(
+                "{},{}", 9 + below(3) + below(2) * 120,
+                6 + static_cast<int>(static_cast<float>(below(5)) * height) - below(2));
+            play((below(2) ? "move:" : "drop:") + at);
+        } else {
+            play(i == 0 ? "pad:plug" : inputs[random() % inputs.size()]);
+        }
+        frame();
+        engine->fps_delta = below(20) == 0 ? 3 : 0.01; // s
+        note_answer(menu_tick(&menu, lines, 4, {10, 6, 120, 2.5f * height}));
+        MenuAnswer answer = {};
+        if (!settings_menu_tick(&answer)) settings_menu_open();
+        note_answer(answer);
+        hash = state_hash_of(
+            hash, menu.selected, menu.scroll, settings_capture(), settings_capture_action(), settings_capture_left());
+        for (int value = 0; value < SETTINGS_VALUE_COUNT; value++) note_text(settings_value_text(value).text);
+        for (const SettingsAction &row : ACTIONS) note_text(text(row.action).c_str());
+        for (const bool pad : {false, true}) note_text(settings_action_text(ACTIONS[i % 6].action, pad).text);
+    }
+    failing_sdl_call = "";
+    EXPECT_EQ(hash, 0x9ce8d4bac5f67cf6) << std::hex << "0x" << hash;
 }
 
 TEST_F(SettingsTest, SettingsMenuRebindsSwapsAndSavesOnExit) {
