@@ -31,13 +31,6 @@ void *arena_alloc(Arena *arena, size_t size) {
     return memory;
 }
 
-char *arena_copy_text(Arena *arena, const char *text) {
-    const size_t size = SDL_strlen(text) + 1;
-    auto *copy = static_cast<char *>(arena_alloc(arena, size));
-    if (copy) SDL_memcpy(copy, text, size);
-    return copy;
-}
-
 void arena_free(Arena *arena) {
     while (ArenaBlock *block = arena->blocks) {
         arena->blocks = block->next;

@@ -12,7 +12,6 @@ struct Arena { // zero-initialised: empty
 
 // Memory is zeroed and aligned for any type. Returns null if out of memory, without reporting it.
 void *arena_alloc(Arena *arena, size_t size);
-char *arena_copy_text(Arena *arena, const char *text);
 void arena_free(Arena *arena); // frees all allocations; safe to call twice
 
 // For trivial types: constructors are not called.
