@@ -81,11 +81,11 @@ int fuzz_recording(const uint8_t *data, size_t size) {
     while (opened && replay_next_frame(&ns)) {
         const ReplayDevices *devices = replay_devices();
         fuzz_note(ns);
-        fuzz_note_bytes(devices, sizeof *devices);
-        note_gamepad();
         fuzz_check(std::strlen(devices->pad.name) < REPLAY_TEXT_SIZE, "names are NUL-terminated");
         SDL_Event event = {};
         while (replay_next_event(&event)) check_event(&event);
+        fuzz_note_bytes(devices, sizeof *devices);
+        note_gamepad();
         for (int step = 0; step < REPLAY_HASH_STEPS; step++) replay_step("fuzz", [] { return Uint64{7}; });
         if (replay_failed()) break;
     }
