@@ -63,6 +63,7 @@ TEST(RandomNumbers, CoverTheirRangesAndRepeatForSameSeed) {
     EXPECT_EQ(drawn, (std::set<int>{-2, -1, 0, 1, 2, 3}));
     Random random = random_make(7);
     EXPECT_EQ(random_below(&random, 1'000'000), 478788) << "recordings depend on the numbers";
+    EXPECT_FLOAT_EQ(random_float(&random, -3, 5), -0.37963867f);
     EXPECT_TRUE(random_below(&random, 0) == 0 && random_between(&random, 5, 4) == 5);
     int hits = 0;
     std::set<bool> signs;
