@@ -86,7 +86,10 @@ TEST_F(SmallGameTest, ScreensRunInTheirStatesStartingAtHome) {
     play("F3 1");
     EXPECT_TRUE(engine_get_show_frame_time_graph());
     stop();
+    testing::internal::CaptureStdout();
     EXPECT_FALSE(start({"--level", "0"}) || start({"--level"}) || start({"--screen", "text-demo"}));
+    const std::string usage = testing::internal::GetCapturedStdout();
+    EXPECT_NE(usage.find("\n  --level <n>           Begins with level n.\n  --easy                Few"), usage.npos);
     EXPECT_TRUE(log.has("[ARGS] Missing value for: --level") && log.has("  room"));
     EXPECT_FALSE(log.has("  text-demo"));
 }

@@ -105,6 +105,9 @@ TEST_F(MainLoopTest, MissingOrCorruptAssetsFailScreenWithPath) {
         EXPECT_EQ(engine, nullptr);
         EXPECT_TRUE(log.only_error_starts(c.error)) << log.errors().at(0);
     }
+    ASSERT_TRUE(start() && frame());
+    engine_set_state(GAME_STATE_SPRITE_DEMO);
+    EXPECT_FALSE(frame()) << "a screen that fails ends the program";
 }
 
 // Except the platformer, whose level makes an allocation per line: its own tests use a shorter one.
