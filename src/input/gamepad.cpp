@@ -137,7 +137,8 @@ bool gamepad_button(SDL_GamepadButton button) {
 
 SDL_GamepadButtonLabel gamepad_button_label(SDL_GamepadButton button) {
     const ReplayPad *pad = _gamepad_recorded();
-    if (pad && button >= 0 && button < SDL_GAMEPAD_BUTTON_COUNT)
+    if (pad && button >= 0 && button < SDL_GAMEPAD_BUTTON_COUNT &&
+        pad->labels[button] <= SDL_GAMEPAD_BUTTON_LABEL_TRIANGLE) // a recording may hold any number
         return static_cast<SDL_GamepadButtonLabel>(pad->labels[button]);
     return !pad && _is_real() ? SDL_GetGamepadButtonLabel(gamepad->handle, button) : SDL_GAMEPAD_BUTTON_LABEL_UNKNOWN;
 }
