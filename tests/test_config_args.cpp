@@ -55,12 +55,6 @@ TEST_F(ArgsTest, ParsesEveryOptionAndLastOccurrenceWins) {
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(ArgsTest, InvalidArgumentPrintsUsage) {
-    EXPECT_EQ(parse({"--quit-at"}), ARGS_FAILED);
-    EXPECT_EQ(log.errors(), std::vector<std::string>{"[ARGS] Missing value for: --quit-at"});
-    EXPECT_TRUE(output.starts_with("Usage: LumarindEngine [options]\n"));
-}
-
 TEST_F(ArgsTest, HelpStopsParsingAndPrintsUsageAsInReadme) {
     const std::string readme = read_file(README);
     const size_t begin = readme.find("LumarindEngine [options]"), end = readme.find("```", begin);

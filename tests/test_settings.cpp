@@ -145,6 +145,7 @@ TEST_F(SettingsTest, ValuesTakeEffectAtOnceAndAreStored) {
     EXPECT_NE(sdl_calls.find("fullscreen 1"), sdl_calls.npos) << sdl_calls;
     EXPECT_TRUE(cfg_get_window_props().fullscreen && cfg_get_vsync_enabled());
     EXPECT_STREQ(settings_value_text(SETTINGS_FULLSCREEN).text, "on");
+    EXPECT_TRUE(engine_set_fullscreen(true)) << "it is";
     EXPECT_EQ(engine->target_fps, 0u) << "vsync paces the frames";
     cfg_set_fps_limit(77);
     EXPECT_TRUE(settings_value_step(SETTINGS_VSYNC, 1) && engine->target_fps == 77);
@@ -194,13 +195,6 @@ TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
 
 // --- the menu ---
 
-void turn_wheel(float lines) {
-    SDL_Event event = {};
-    event.type = SDL_EVENT_MOUSE_WHEEL;
-    event.wheel.y = lines;
-    ASSERT_TRUE(SDL_PushEvent(&event));
-}
-
 // Random keys, clicks and pad input in a list and in the settings menu; what both answer and show goes into the hash.
 TEST_F(SettingsTest, RandomInputMatchesRecordedHashAndKeepsBindingsUnique) {
     std::istringstream words(
@@ -226,7 +220,7 @@ TEST_F(SettingsTest, RandomInputMatchesRecordedHashAndKeepsBindingsUnique) {
         const int action = ACTIONS[below(6)].action, slot = below(5) - 1;
         if (below(6) == 0) settings_capture_begin(action, slot);
         if (below(9) == 0) settings_clear(action, slot);
-        if (below(9) == 0) turn_wheel(static_cast<float>(below(5) - 2));
+        if (below(9) == 0) play(std::format("wheel:0,{}", below(5) - 2));
         const float height = menu_line_height();
         if (below(3) == 0) { // on and beside the edges of lines
             const int off = below(3), x = 9 + off + below(2) * 120, line = below(5);

@@ -135,6 +135,9 @@ static void _play_mouse(const std::string &action, float x, float y) {
         event.type = SDL_EVENT_MOUSE_MOTION;
         event.motion.x = x;
         event.motion.y = y;
+    } else if (action == "wheel") {
+        event.type = SDL_EVENT_MOUSE_WHEEL;
+        event.wheel.y = y;
     } else {
         event.type = action == "drop" ? SDL_EVENT_MOUSE_BUTTON_DOWN : SDL_EVENT_MOUSE_BUTTON_UP;
         event.button.button = action == "rclick" ? SDL_BUTTON_RIGHT : SDL_BUTTON_LEFT;
