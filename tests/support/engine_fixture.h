@@ -50,8 +50,9 @@ protected:
     //   +Right -Right     holds a key, releases it
     //   pad:a             a button event without a controller
     //   pad:plug pad:a=1 pad:leftx=.5 pad:unplug  a virtual controller
-    //   move:3,4 click:3,4 rclick:3,4 drop:3,4 wheel:0,1    the mouse in window coordinates; drop is a button press without
-    //   release size:640x360      resizes the window
+    //   move:3,4 click:3,4 rclick:3,4 drop:3,4    the mouse in window coordinates; drop presses without releasing
+    //   wheel:0,1         turns the mouse wheel by a line
+    //   size:640x360      resizes the window
     void play(const std::string &script);
     static void hold(const std::set<SDL_Scancode> &keys); // exactly these keys, until the end of the test
     static void push_event(Uint32 type);                  // an event without data
