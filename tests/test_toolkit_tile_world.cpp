@@ -351,7 +351,7 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
             set.count = alone ? 1 : 8;
             set.fit = odd ? pick({0, 0, 1, 2}) : 0;
             set.w = odd ? set.fit ? 4 : pick({4, 8, 12}) : TILE;
-            set.h = odd ? set.fit ? 8 : pick({4, 8, 20}) : TILE;
+            set.h = odd ? set.fit ? pick({8, 4}) : pick({4, 8, 20}) : TILE;
             set.margin = alone ? 0 : pick({0, 3});
             set.spacing = alone ? 0 : pick({0, 2});
             set.align = large ? 4 : pick({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
