@@ -36,6 +36,7 @@ struct FuzzWorld {
     int game_file_count;
     int memory_file;           // descriptor
     char memory_file_path[64]; // under /proc
+    void (*load_hook)(bool begins);
     int errors;
     std::string problems;
     uint64_t digest;
@@ -48,13 +49,12 @@ void fuzz_check(bool holds, const char *sentence) {
     std::abort();
 }
 
-static void (*load_hook)(bool begins);
-void fuzz_set_load_hook(void (*hook)(bool begins)) { load_hook = hook; }
+void fuzz_set_load_hook(void (*hook)(bool begins)) { world.load_hook = hook; }
 void fuzz_load_begins() {
-    if (load_hook) load_hook(true);
+    if (world.load_hook) world.load_hook(true);
 }
 void fuzz_load_ends() {
-    if (load_hook) load_hook(false);
+    if (world.load_hook) world.load_hook(false);
 }
 
 // --- the log ---

@@ -78,12 +78,7 @@ void fail_allocation(bool begins) {
     if (!begins && allocation_faults_disarm() > 0) failing_allocation = 0;
 }
 
-class FuzzDigests : public FuzzSeeds { // of the formats that libraries do not decode
-    void TearDown() override {
-        fuzz_set_load_hook(nullptr);
-        FuzzSeeds::TearDown();
-    }
-};
+class FuzzDigests : public FuzzSeeds {}; // of the formats that libraries do not decode
 
 TEST_P(FuzzSeeds, RunWithoutViolations) {
     for (const fs::path &seed : seeds()) {

@@ -199,8 +199,7 @@ TEST_F(SettingsTest, UiScaleAppliesToExistingTexts) {
 TEST_F(SettingsTest, RandomInputMatchesRecordedHashAndKeepsBindingsUnique) {
     std::istringstream words(
         "Up Down Down Left Right Space Space Space Space Space P Delete X K ~Down pad:plug pad:a pad:dpdown "
-        "pad:leftx=-1 "
-        "pad:leftx=0 pad:lefttrigger=1 pad:lefttrigger=0 pad:righty=1 pad:righty=0");
+        "pad:leftx=-1 pad:leftx=0 pad:lefttrigger=1 pad:lefttrigger=0 pad:righty=1 pad:righty=0");
     const std::vector<std::string> inputs(std::istream_iterator<std::string>(words), {});
     const MenuLine lines[] = {{"One"}, {"Off", nullptr, true}, {"Three", "value"}, {"Four"}};
     Menu menu = {};

@@ -114,9 +114,8 @@ static void title_activate(int line) {
 }
 
 static const char *title_best(int level, char *text, size_t size) {
-    const LevelProgress &saved = progress.levels[level];
-    if (saved.best_ms == 0) return "";
-    SDL_snprintf(text, size, "best %s", hud_time(static_cast<double>(saved.best_ms) / 1000).text);
+    if (progress.levels[level].best_ms == 0) return "";
+    SDL_snprintf(text, size, "best %s", hud_best_time(level).text);
     return text;
 }
 
