@@ -1,5 +1,5 @@
 // Recordings. The input is the second block of an otherwise valid recording, or the whole file if it starts with
-// "LMRP".
+// "LMRP"; checksums are made to match, so that changed starts are read as well.
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "lumarind/engine/game.h"
@@ -9,7 +9,7 @@
 
 #include <SDL3/SDL_stdinc.h>
 
-#include <cmath>
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -21,8 +21,22 @@ static void add_block(std::string *file, const uint8_t *bytes, size_t size) {
     file->append(reinterpret_cast<const char *>(bytes), size);
 }
 
+// A copy with the checksums of all whole blocks up to the first that ends beyond the file.
+static std::string with_checksums(const uint8_t *data, size_t size) {
+    constexpr size_t FILE_HEAD = 6, BLOCK_HEAD = 8;
+    std::string file(reinterpret_cast<const char *>(data), std::min(size, FILE_HEAD));
+    size_t at = file.size();
+    while (size - at >= BLOCK_HEAD) {
+        const size_t length = data[at] | data[at + 1] << 8 | data[at + 2] << 16 | size_t{data[at + 3]} << 24;
+        if (length > size - at - BLOCK_HEAD) break;
+        add_block(&file, data + at + BLOCK_HEAD, length);
+        at += BLOCK_HEAD + length;
+    }
+    return file.append(reinterpret_cast<const char *>(data) + at, size - at);
+}
+
 static std::string whole_file(const uint8_t *data, size_t size) {
-    if (size >= 4 && std::memcmp(data, "LMRP", 4) == 0) return {reinterpret_cast<const char *>(data), size};
+    if (size >= 4 && std::memcmp(data, "LMRP", 4) == 0) return with_checksums(data, size);
     std::string file = {'L', 'M', 'R', 'P', REPLAY_VERSION, 0};
     Codec codec = {};
     char game[REPLAY_TEXT_SIZE] = {}, build[] = "fuzz", screen[REPLAY_TEXT_SIZE] = {};
@@ -56,6 +70,17 @@ static void check_event(const SDL_Event *event) {
         fuzz_check(std::strlen(event->drop.data) < 512, "dropped texts are NUL-terminated");
 }
 
+static void note_start(const ReplayStart *start) {
+    for (const char *text : {start->game, start->build, start->screen}) fuzz_note_text(text);
+    fuzz_note(
+        start->step_hz, start->window_width, start->window_height, start->output_width, start->output_height,
+        start->ui_scale, start->seed, start->axes_past, start->binding_count);
+    fuzz_note_bytes(&start->deadzone, sizeof start->deadzone);
+    fuzz_note_bytes(&start->fade_seconds, sizeof start->fade_seconds);
+    fuzz_check(start->binding_count >= 0 && start->binding_count <= REPLAY_MAX_ACTIONS, "bindings fit");
+    for (int i = 0; i < start->binding_count; i++) fuzz_note_text(start->bindings[i]);
+}
+
 static void note_gamepad() { // as recorded
     fuzz_note_text(gamepad_name());
     fuzz_note_text(gamepad_type_name());
@@ -76,6 +101,7 @@ int fuzz_recording(const uint8_t *data, size_t size) {
     replay_clear_failure();
     const bool opened = replay_open(path, 0);
     fuzz_check(opened || fuzz_logged_errors() == 1, "a rejected recording is reported once");
+    if (opened) note_start(replay_start());
     replay_play();
     Uint64 ns = 0;
     while (opened && replay_next_frame(&ns)) {

@@ -74,9 +74,12 @@ static void walk(const TileWorld *world) {
         walk_properties(&layer->properties);
         walk_objects(world, layer);
         for (int cell = 0; cell < SDL_min(world->cols * Sint64{world->rows}, 1000); cell++) {
-            const Uint32 gid =
-                tile_world_gid(world, i, world->left + cell % world->cols, world->top + cell / world->cols);
-            fuzz_note(gid);
+            const int col = world->left + cell % world->cols, row = world->top + cell / world->cols;
+            const Uint32 gid = tile_world_gid(world, i, col, row);
+            const auto px = [](int at, int size) { return static_cast<float>(at) * static_cast<float>(size); };
+            const SDL_FRect area = {
+                px(col, world->tile_w), px(row, world->tile_h), px(1, world->tile_w), px(1, world->tile_h)};
+            fuzz_note(gid, tile_world_find_open(world, i, area));
             fuzz_note_text(tile_world_tile_type(world, gid));
             walk_properties(tile_world_tile_properties(world, gid));
         }

@@ -87,7 +87,9 @@ TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     font_cleanup(font);
     font_cleanup(second);
     EXPECT_EQ(font_open("own.ttf", 20), font);
+    EXPECT_EQ(font_open("own.ttf", 20), second) << "a reused font is in use again";
     EXPECT_EQ(settings(font), as_new);
+    font_cleanup(second);
     font_set_size(font, 40);
     font_cleanup(font);
     TTF_Font *larger = font_open("own.ttf", 21); // while a font of size 20 is cached
