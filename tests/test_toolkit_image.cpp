@@ -59,6 +59,13 @@ TEST(ImageTest, RejectsTooLargeAndUnsupportedImagesBeforeDecoding) {
         content.resize(at + c.before.size() + 1);
         EXPECT_NE(load(renderer, content), "") << c.file << " truncated";
     }
+    std::string jpeg = read_file("jpeg");
+    const size_t frame = jpeg.find({"\xFF\xC0\0\x11\x08", 5});
+    for (int marker = 0xBF; marker <= 0xD0; marker++) { // all kinds of JPEG frames are measured
+        jpeg.replace(frame + 1, 8, {static_cast<char>(marker), 0, 0x11, 8, '\xFF', '\xFF', 0x75, 0x30});
+        const bool is_frame = marker == 0xC0 || (marker > 0xC0 && marker < 0xD0 && marker % 4 != 0);
+        EXPECT_EQ(load(renderer, jpeg) == too_large("30000x65535"), is_frame) << marker;
+    }
     for (const char *content : {"", "GIF89a\xC0%", "P6 1 1 255 abc", "<svg/>"}) {
         EXPECT_EQ(load(renderer, content), "not a PNG, JPEG or BMP image") << content;
     }
