@@ -47,6 +47,8 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
         fuzz_check(
             object->opacity >= 0 && object->opacity <= 1 && object->width >= 0, "an object's numbers are in range");
         fuzz_check(tile_world_object(world, object->id) != nullptr, "an object is found by its id");
+        const TileObject *named = tile_world_find_object(world, object->name);
+        fuzz_check(named && std::string_view(named->name) == object->name, "an object is found by its name");
         for (const char *text : {object->name, object->type, object->text}) fuzz_note_text(text);
         fuzz_note(
             object->shape, object->id, object->x, object->y, object->width, object->height, object->rotation,
