@@ -1,6 +1,7 @@
 #include "fuzz/support.h"
 
 #include "app/args.h"
+#include "core/arena.h"
 #include "core/storage_internal.h"
 #include "engine/setup.h"
 #include "lumarind/core/state_hash.h"
@@ -22,6 +23,7 @@
 #include <string_view>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <utility>
 
 struct GameFile {
     const char *suffix;  // of the path
@@ -31,6 +33,7 @@ struct GameFile {
 
 struct FuzzWorld {
     std::unique_ptr<TemporaryDirectory> directory;
+    size_t block_size; // of arenas before
     bool engine_started;
     GameFile game_files[4]; // the first is used for all other paths
     int game_file_count;
@@ -163,6 +166,7 @@ void fuzz_start() {
     world.directory = std::make_unique<TemporaryDirectory>();
     static char name[] = "fuzz", *no_arguments[] = {name, nullptr}; // those of an earlier test may be left
     args_parse(1, no_arguments);
+    world.block_size = std::exchange(arena_block_size, 0); // the sanitizers then notice overruns
     SDL_SetLogOutputFunction(note_line, nullptr);
     SDL_SetLogPriorities(SDL_LOG_PRIORITY_INFO); // so that warnings are formatted too
     fuzz_check(storage_setup(), "both storages open");
@@ -188,5 +192,6 @@ void fuzz_stop() {
     storage_cleanup();
     if (world.memory_file > 0) close(world.memory_file);
     SDL_SetLogOutputFunction(SDL_GetDefaultLogOutputFunction(), nullptr);
+    arena_block_size = world.block_size;
     world = {};
 }

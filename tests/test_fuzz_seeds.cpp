@@ -103,7 +103,7 @@ TEST_P(FuzzDigests, ChangedInputsGiveStoredDigests) {
         Uint64 all = 0;
         std::string problems;
         for (int i = 0; i < cases; i++) {
-            failing_allocation = i % 4 == 3 ? 1 + static_cast<int>(below(40)) : 0;
+            failing_allocation = i % 4 == 3 ? 1 + static_cast<int>(below(1 + below(120))) : 0;
             run(i == 0 ? seed : GetParam().format == FUZZ_BINARY ? changed_bytes(seed) : changed(seed));
             const Uint64 one = fuzz_take_digest();
             all = all * 31 + one;

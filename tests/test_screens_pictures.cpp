@@ -92,6 +92,13 @@ constexpr Scene SCENES[] = {
 static const char *const FOLDER = std::getenv("LUMARIND_RECORD_SCENES");
 static const std::string RECORDINGS = FOLDER ? FOLDER : "";
 
+constexpr Uint32 INPUT_EVENTS[] = {
+    SDL_EVENT_KEY_DOWN, SDL_EVENT_MOUSE_MOTION, SDL_EVENT_MOUSE_BUTTON_DOWN, SDL_EVENT_GAMEPAD_BUTTON_DOWN};
+bool SDLCALL count_event(void *count, SDL_Event *event) {
+    for (const Uint32 type : INPUT_EVENTS) *static_cast<int *>(count) += event->type == type ? 1 : 0;
+    return true;
+}
+
 class PictureTest : public EngineTest, public testing::WithParamInterface<Scene> {
     void TearDown() override {
         const std::string frames = RECORDINGS.empty() ? "" : std::to_string(engine_frame_number());
@@ -107,7 +114,13 @@ TEST_P(PictureTest, MatchesStoredPicture) {
     if (!RECORDINGS.empty()) SDL_setenv_unsafe("LUMARIND_RECORD", (RECORDINGS + "/now").c_str(), 1);
     ASSERT_TRUE(start({"--screen", scene.screen, "--window-size", scene.size}));
     EXPECT_TRUE(screen_setup(engine_get_state())) << "again, which changes nothing";
+    int pushed = 0, delivered = 0;
+    for (const Uint32 type : INPUT_EVENTS)
+        engine_add_callback(type, [](SDL_Event *event, void *count) { return count_event(count, event); }, &delivered);
+    SDL_AddEventWatch(count_event, &pushed);
     play(scene.script);
+    SDL_RemoveEventWatch(count_event, &pushed);
+    EXPECT_EQ(delivered, pushed) << "screens do not keep events from later callbacks";
     EXPECT_TRUE(matches_stored(picture(), scene.name));
     EXPECT_TRUE(log.errors().empty());
 }

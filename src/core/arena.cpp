@@ -5,7 +5,7 @@ struct alignas(16) ArenaBlock {
     size_t used, size; // bytes after this header
 };
 
-static constexpr size_t BLOCK_SIZE = 32 << 10;
+size_t lumarind::arena_block_size = 32 << 10;
 static constexpr size_t ALIGNMENT = alignof(ArenaBlock);
 
 static ArenaBlock *_arena_add_block(Arena *arena, size_t size) {
@@ -14,7 +14,7 @@ static ArenaBlock *_arena_add_block(Arena *arena, size_t size) {
     if (!block) return nullptr;
     block->size = size;
     // A large allocation gets its own block, linked after the first block, which may still have room.
-    ArenaBlock **at = arena->blocks && size > BLOCK_SIZE ? &arena->blocks->next : &arena->blocks;
+    ArenaBlock **at = arena->blocks && size > arena_block_size ? &arena->blocks->next : &arena->blocks;
     block->next = *at;
     *at = block;
     return block;
@@ -22,12 +22,11 @@ static ArenaBlock *_arena_add_block(Arena *arena, size_t size) {
 
 void *arena_alloc(Arena *arena, size_t size) {
     if (size > SDL_SIZE_MAX - ALIGNMENT) return nullptr;
-    size = (size + ALIGNMENT - 1) & ~(ALIGNMENT - 1);
     ArenaBlock *block = arena->blocks;
-    if (!block || block->size - block->used < size) block = _arena_add_block(arena, SDL_max(size, BLOCK_SIZE));
+    if (!block || block->size - block->used < size) block = _arena_add_block(arena, SDL_max(size, arena_block_size));
     if (!block) return nullptr;
     Uint8 *memory = reinterpret_cast<Uint8 *>(block + 1) + block->used;
-    block->used += size;
+    block->used += SDL_min((size + ALIGNMENT - 1) & ~(ALIGNMENT - 1), block->size - block->used);
     return memory;
 }
 

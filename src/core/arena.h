@@ -10,6 +10,13 @@ struct Arena { // zero-initialised: empty
     ArenaBlock *blocks;
 };
 
+// Minimum size of later blocks, in bytes. With 0, set by tests, each allocation is a block of its own: the sanitizers
+// then notice overruns, and each allocation can fail.
+namespace lumarind {
+extern size_t arena_block_size;
+}
+using lumarind::arena_block_size;
+
 // Memory is zeroed and aligned for any type. Returns null if out of memory, without reporting it.
 void *arena_alloc(Arena *arena, size_t size);
 void arena_free(Arena *arena); // frees all allocations; safe to call twice
