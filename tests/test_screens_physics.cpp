@@ -95,7 +95,8 @@ TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareLimitAndAlternateShapes) {
     play("drop:600,100 0.01");
     EXPECT_TRUE(newest().shape == PROP_BOX && newest().half_w == 0.22f && !newest().spoke);
     const PhysicsView view = physics_demo_view();
-    const SDL_FPoint at = physics_view_to_world(&view, 600, 100);
+    const SDL_FPoint at = physics_view_to_world(&view, 600, 100), left = physics_view_to_screen(&view, 1, 0);
+    EXPECT_NEAR(physics_view_to_screen(&view, 3, 0).x - left.x, physics_view_to_pixels(&view, 2), 0.01);
     EXPECT_NEAR(newest().prev_position.x, at.x, 1e-4);
     EXPECT_NEAR(newest().prev_position.y, at.y, 0.01) << "a step may have passed";
     play("drop:630,100 0.01");
