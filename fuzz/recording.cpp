@@ -84,11 +84,11 @@ static void note_start(const ReplayStart *start) {
 static void note_gamepad() { // as recorded
     fuzz_note_text(gamepad_name());
     fuzz_note_text(gamepad_type_name());
-    for (int i = 0; i < SDL_GAMEPAD_BUTTON_COUNT; i++) {
+    for (int i = -1; i <= SDL_GAMEPAD_BUTTON_COUNT; i++) {
         const auto button = static_cast<SDL_GamepadButton>(i);
         fuzz_note(gamepad_has_button(button), gamepad_button(button), gamepad_button_label(button));
     }
-    for (int i = 0; i < SDL_GAMEPAD_AXIS_COUNT; i++) {
+    for (int i = -1; i <= SDL_GAMEPAD_AXIS_COUNT; i++) {
         const auto axis = static_cast<SDL_GamepadAxis>(i);
         fuzz_note(gamepad_has_axis(axis), gamepad_axis_raw(axis));
     }

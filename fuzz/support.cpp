@@ -77,9 +77,9 @@ uint64_t fuzz_take_digest() {
 static void SDLCALL note_line(void *, int, SDL_LogPriority priority, const char *text) {
     if (priority >= SDL_LOG_PRIORITY_ERROR) world.errors++;
     std::string own = text;
-    for (const char *end : {", error", " at byte ", "/proc/"}) { // the last one: the path of the file in memory
-        own.resize(std::min(own.size(), own.find(end)));
-    }
+    for (const char *end : {", error", " at byte "}) own.resize(std::min(own.size(), own.find(end)));
+    const std::string_view path = world.memory_file_path; // its number differs
+    if (const size_t at = path.empty() ? own.npos : own.find(path); at != own.npos) own.replace(at, path.size(), "input");
     fuzz_note_bytes(own.data(), own.size());
     if (priority >= SDL_LOG_PRIORITY_WARN) world.problems += "  " + own + "\n";
 }

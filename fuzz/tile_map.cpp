@@ -5,6 +5,7 @@
 #include "lumarind/toolkit/tile_grid.h"
 #include "lumarind/toolkit/tile_world.h"
 
+#include <SDL3/SDL_filesystem.h>
 #include <SDL3/SDL_render.h>
 
 #include <cmath>
@@ -64,6 +65,8 @@ static void walk_objects(const TileWorld *world, const TileLayer *layer) {
 static void walk(const TileWorld *world) {
     walk_properties(&world->properties);
     fuzz_note(world->cols, world->rows, world->left, world->top, world->tile_w, world->tile_h);
+    for (const int layer : {-1, static_cast<int>(world->layer_count)}) // no such layer
+        fuzz_note(tile_world_gid(world, layer, 0, 0), tile_world_find_open(world, layer, {0, 0, 1, 1}));
     fuzz_note(world->background.r, world->background.g, world->background.b, world->background.a);
     for (int i = 0; i < world->layer_count; i++) {
         const TileLayer *layer = &world->layers[i];
@@ -101,6 +104,10 @@ static void collide(const TileWorld *world) {
             made || (rects.count == rects_before && tris.count == tris_before),
             "rejected shapes leave the sets unchanged");
     }
+    tile_world_colliders(world, nullptr, &rects, nullptr);
+    tile_world_colliders(world, nullptr, nullptr, &tris);
+    if (world->layer_count == 0)
+        fuzz_check(!tile_world_colliders(world, "no such layer", &rects, &tris), "layers are found by their names");
     for (int i = 0; i < rects.count; i++) {
         const SDL_FRect r = rects.items[i];
         fuzz_note(r.x, r.y, r.w, r.h);
@@ -130,9 +137,11 @@ static void draw(TileWorld *world) {
 int fuzz_tile_map(const uint8_t *data, size_t size) {
     fuzz_start_engine();
     fuzz_save_picture("tiles.png");
+    fuzz_check(SDL_CreateDirectory("levels/one"), "a folder for the map's picture");
+    fuzz_save_picture("levels/one/tiles.png");
     set_files({reinterpret_cast<const char *>(data), size});
     fuzz_load_begins();
-    TileWorld *world = tile_world_load(engine_renderer(), "map.tmx");
+    TileWorld *world = tile_world_load(engine_renderer(), "levels/one/map.tmx");
     fuzz_load_ends();
     fuzz_check(world || fuzz_logged_errors() == 1, "a map that does not load is reported once");
     if (world) {
