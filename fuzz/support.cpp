@@ -79,7 +79,8 @@ static void SDLCALL note_line(void *, int, SDL_LogPriority priority, const char 
     std::string own = text;
     for (const char *end : {", error", " at byte "}) own.resize(std::min(own.size(), own.find(end)));
     const std::string_view path = world.memory_file_path; // its number differs
-    if (const size_t at = path.empty() ? own.npos : own.find(path); at != own.npos) own.replace(at, path.size(), "input");
+    if (const size_t at = path.empty() ? own.npos : own.find(path); at != own.npos)
+        own.replace(at, path.size(), "input");
     fuzz_note_bytes(own.data(), own.size());
     if (priority >= SDL_LOG_PRIORITY_WARN) world.problems += "  " + own + "\n";
 }

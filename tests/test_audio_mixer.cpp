@@ -251,7 +251,9 @@ TEST_F(AudioMixerTest, VolumePitchAndPanApplyToOnePlayback) {
     ASSERT_TRUE(within_seconds(5, ended) && audio_play_sfx(sound));
     EXPECT_TRUE(MIX_GetTrackGain(track) == 0.5f && MIX_GetTrackFrequencyRatio(track) == 1);
     ASSERT_TRUE(within_seconds(5, ended) && audio_play_sfx_with(sound, {.volume = NAN, .pitch = NAN, .pan = NAN}));
-    EXPECT_TRUE(MIX_GetTrackGain(track) == 0 && MIX_GetTrackFrequencyRatio(track) > 0);
+    EXPECT_TRUE(MIX_GetTrackGain(track) == 0 && MIX_GetTrackFrequencyRatio(track) == 0.01f);
+    ASSERT_TRUE(audio_play_sfx_with(sound, {.volume = 0, .pitch = 1000, .pan = 2}));
+    EXPECT_EQ(MIX_GetTrackFrequencyRatio(audio->sfx[1]), 100);
 
     ASSERT_TRUE(audio_play_music_once(tone(0.1), 0));
     audio_pause_music(true);

@@ -72,21 +72,22 @@ TEST(AudioSfx, PresetsRenderSameFramesInEveryBuild) {
 
 TEST(AudioSfx, WavesFormatsAndLengthsRenderSameFramesInEveryBuild) {
     // From below the first wave to above the last; both of these are silent.
-    constexpr Uint64 HASHES[SFX_WAVE_COUNT + 2] = {0x8233046ed6eff489, 0xe82010862608deb3, 0x1eced3f10829128e,
-                                                   0x3eef29ab7c350c1b, 0xe3a6dbcd806e6c9b, 0xd80f0ddd5c427978,
-                                                   0x27bf0e470853f449, 0x8233046ed6eff489};
+    constexpr Uint64 HASHES[SFX_WAVE_COUNT + 2] = {0x2abfcdce651a2a4c, 0xbaa95aecd785294e, 0xd9c08ef546cb99be,
+                                                   0xcb02aa9d6133423d, 0x6486cd824bd21d16, 0x699f7f401a69d865,
+                                                   0x58f8662869868028, 0x2abfcdce651a2a4c};
     constexpr float WILD[] = {1e30f, -1e30f, std::numeric_limits<float>::quiet_NaN()};
     for (int wave = -1; wave <= SFX_WAVE_COUNT; wave++) {
         Hash hash;
-        for (int i = 0; i < 18; i++) {
+        for (int i = 0; i < 27; i++) {
             SfxParams params;
             sfx_rng_state = seed_of(i);
             sfx_genRandomize(&params, wave);
+            if (i >= 18) sfx_mutate(&params, 2, (1 << 22) - 1); // every field anywhere in its range
             if (i % 4 == 0) params.minFrequency = 0.3f;
             if (i % 4 == 1) params.lpfCutoff = params.changeSpeed = 1;
             if (i % 4 == 2) params.repeatSpeed = 0;
-            if (i % 6 == 5) params.vibratoDepth = WILD[i / 6];
-            if (i % 6 == 2) params.phaserOffset = params.decayTime = WILD[i / 6];
+            if (i < 18 && i % 6 == 5) params.vibratoDepth = WILD[i / 6];
+            if (i < 18 && i % 6 == 2) params.phaserOffset = params.decayTime = WILD[i / 6];
             const int format = i % 3;
             SfxSynth *synth = sfx_allocSynth(format, 4000, i % 2 ? 4 : 1);
             const int count = sfx_generateWave(synth, &params), widths[] = {1, 2, 4};

@@ -15,6 +15,8 @@ std::string g_calls;
 bool note_a(SDL_Event *) { return g_calls += 'a', true; }
 bool note_b(SDL_Event *) { return g_calls += 'b', true; }
 bool note_c_and_end(SDL_Event *) { return g_calls += 'c', false; }
+bool note_text(SDL_Event *, void *text) { return g_calls += static_cast<const char *>(text), true; }
+bool note_nothing(SDL_Event *, void *) { return true; }
 
 class FrameTest : public EngineTest {
 protected:
@@ -69,6 +71,13 @@ TEST_F(FrameTest, CallbacksRunInOrderUntilOneReturnsFalse) {
     ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_c_and_end)) << "removing a missing callback succeeds";
     play("F5 1");
     EXPECT_EQ(g_calls.size(), 3u) << "one a and two b are left, in any order";
+    char texts[][2] = {"D", "E", "F"};
+    for (char *text : texts) ASSERT_TRUE(engine_add_callback(SDL_EVENT_KEY_DOWN, note_text, text));
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_UP, note_text, texts[1])) << "not added with this type";
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_nothing, texts[1])) << "nor with this function";
+    ASSERT_TRUE(engine_remove_callback(SDL_EVENT_KEY_DOWN, note_text, texts[1]));
+    play("F5 1");
+    EXPECT_EQ(g_calls.substr(6), "DF");
 }
 
 TEST_F(FrameTest, UnsupportedEventTypesAreNotDispatched) {

@@ -67,6 +67,9 @@ TEST_F(EngineSetupTest, StartAndStopAreIdempotentWithoutLeaks) {
     engine_view_size(&width, &height);
     engine_text_size(nullptr, &width, &height);
     EXPECT_TRUE(width == 0 && height == 0);
+    engine_mouse_position(&width, nullptr);
+    engine_mouse_position(nullptr, &height);
+    EXPECT_TRUE(width == 0 && height == 0);
 }
 
 // --- the window ---

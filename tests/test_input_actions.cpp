@@ -26,34 +26,6 @@ protected:
 
 // --- binding texts ---
 
-TEST_F(InputTest, ParsesEntriesAndSkipsUnknownOnesWithWarning) {
-    ASSERT_TRUE(start());
-    using Names = std::vector<std::string>;
-    const struct {
-        std::string text;
-        int count;
-        Names skipped;
-    } cases[] = {
-        {" , ,\t,", 0, {}},
-        {"  Left Shift  ,space", 2, {}},
-        {"PAD:LeftX-, Pad:righttrigger,pad:dpleft,pad:righty+", 4, {}},
-        {"pad:leftx", 0, {"pad:leftx"}},
-        {"pad:lefttrigger+, A", 1, {"pad:lefttrigger+"}},
-        {"pad:+leftx+, pad:-lefttrigger", 2, {}}, // SDL ignores a leading sign
-        {"pad:, pad:+, pad", 0, {"pad:", "pad:+", "pad"}},
-        {"pad: a, No Such Key", 0, {"pad: a", "No Such Key"}},
-        {std::string(63, 'x'), 0, {std::string(63, 'x')}},
-        {"A" + std::string(63, 'x'), 0, {"A" + std::string(62, 'x')}}};
-    for (const auto &c : cases) {
-        log.lines.clear();
-        InputBinding bindings[INPUT_MAX_BINDINGS];
-        EXPECT_EQ(input_parse_bindings(c.text.c_str(), bindings, INPUT_MAX_BINDINGS), c.count) << c.text;
-        Names lines;
-        for (const std::string &name : c.skipped) lines.push_back("[INPUT] Unknown binding \"" + name + "\", skipped");
-        EXPECT_EQ(log.at_least(SDL_LOG_PRIORITY_INFO), lines) << c.text;
-    }
-}
-
 TEST_F(InputTest, SkipsFifthBindingAndStoresTextUnchanged) {
     config += "[input]\njump = A,B,C,D, E ,nonsense\n";
     ASSERT_TRUE(start_screen("input-demo"));

@@ -43,14 +43,14 @@ constexpr Scene SCENES[] = {
 
     {"logical", "logical-demo", "640x360", "1s .5"},
     {"logical_large", "logical-demo", "1100x700", "5 size:1024x600 1s"},
-    {"logical_paused", "logical-demo", "700x500", "0.5s P 0.5s P 0.5s pad:start 0.5s", TWICE},
+    {"logical_paused", "logical-demo", "700x500", "~P pad:back 0.5s P 0.5s P 0.5s pad:start 0.5s", TWICE},
     {"logical_left", "logical-demo", "640x360", "5 Escape 27"},
 
     {"sprite", "sprite-demo", "1280x720", "10"},
     {"sprite_keys", "sprite-demo", "800x450", "3 Right Right 9 . . key:, F key:1 1"},
     {"sprite_cycle", "sprite-demo", "640x500", "3s 1"},
-    {"sprite_finished", "sprite-demo", "1000x620", "Left Space key:2 1.5s 10"},
-    {"sprite_again", "sprite-demo", "640x360", "Left Space 1.5s Space 0.5s 3 Space 5"},
+    {"sprite_finished", "sprite-demo", "1000x620", "Left key:2 5s 10"},
+    {"sprite_again", "sprite-demo", "640x360", "Left 5s Space 0.5s 3 Space 5"},
     {"sprite_resumed", "sprite-demo", "640x360", "Right Space 0.5s R 2.85s", TWICE},
 
     {"platformer", "platformer-demo", "800x450", "1"},
@@ -68,7 +68,7 @@ constexpr Scene SCENES[] = {
      "pad:righttrigger=.7 pad:lefttrigger=.4 R 2"},
     {"gamepad_held", "gamepad-demo", "1600x900",
      "pad:plug 2 pad:dpup=1 pad:dpleft=1 pad:start=1 pad:back=1 pad:guide=1 pad:leftstick=1 pad:x=1 pad:y=1 pad:b=1 "
-     "pad:leftx=1 pad:lefty=1 2",
+     "pad:leftx=1 pad:lefty=1 X 2",
      TWICE},
 
     {"input", "input-demo", "640x400", "2 Space 2 Space +Right +Up 12.5", "[input]\njump = Space, F9\n"},
@@ -83,7 +83,7 @@ constexpr Scene SCENES[] = {
      "2 W 1 W 1 Z 5 Up 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 S 1 Right 1 Right 14 D 1"},
 
     {"physics", "physics-demo", "800x450", "1"},
-    {"physics_thrown", "physics-demo", "640x360", "2 Space 10 drop:300,40 2 drop:420,60 +Left 8.5", TWICE},
+    {"physics_thrown", "physics-demo", "640x360", "2 Space 10 drop:300,40 2 drop:420,60 rdrop:360,50 +Left 8.5", TWICE},
     {"physics_asleep", "physics-demo", "1280x720", "1s 10 +D 10"},
 };
 

@@ -139,8 +139,8 @@ static void _play_mouse(const std::string &action, float x, float y) {
         event.type = SDL_EVENT_MOUSE_WHEEL;
         event.wheel.y = y;
     } else {
-        event.type = action == "drop" ? SDL_EVENT_MOUSE_BUTTON_DOWN : SDL_EVENT_MOUSE_BUTTON_UP;
-        event.button.button = action == "rclick" ? SDL_BUTTON_RIGHT : SDL_BUTTON_LEFT;
+        event.type = action.ends_with("drop") ? SDL_EVENT_MOUSE_BUTTON_DOWN : SDL_EVENT_MOUSE_BUTTON_UP;
+        event.button.button = action[0] == 'r' ? SDL_BUTTON_RIGHT : SDL_BUTTON_LEFT;
         event.button.x = x;
         event.button.y = y;
     }
