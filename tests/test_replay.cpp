@@ -293,7 +293,6 @@ TEST_F(ReplayTest, RejectsInvalidRecordingsWithReason) {
     }
     write_file("run.lmr", changed(whole.size() - 3, 'X')); // in the second block
     EXPECT_EQ(replay(), "[REPLAY] After step 120: the recording is corrupt");
-    EXPECT_TRUE(replay_failed());
     set_environment("LUMARIND_REPLAY", nullptr);
     EXPECT_TRUE(start() && frame()) << "the next run";
     write_file("run.lmr", whole);

@@ -28,6 +28,9 @@ constexpr AnimationClip CLIPS[] = {
     {"ordered", 0, 3, EVEN_MS, true, ORDER}};
 constexpr AnimationSet SET = {"sheet.png", 8, 4, 2, 3, CLIPS, 5};
 
+constexpr Sint32 AnimationSet::*GRID[] = {
+    &AnimationSet::frame_w, &AnimationSet::frame_h, &AnimationSet::columns, &AnimationSet::rows};
+
 Animation playing(const AnimationSet *set, int clip) {
     Animation anim = {};
     EXPECT_TRUE(animation_init(&anim, set, clip));
@@ -81,16 +84,20 @@ TEST(AnimationTest, RandomOperationsMatchRecordedHash) {
 TEST(AnimationTest, InvalidAnimationsAreRejectedOrIgnored) {
     const LogCapture log;
     Animation anim = {};
-    const AnimationSet no_clips = {nullptr, 8, 4, 2, 3, nullptr, 5}, no_cells = {"flat", 8, 0, 2, 3, CLIPS, 5};
+    const AnimationSet no_clips = {nullptr, 8, 4, 2, 3, nullptr, 5};
     EXPECT_FALSE(animation_init(nullptr, &SET, 0) || animation_init(&anim, nullptr, 0));
-    EXPECT_FALSE(animation_init(&anim, &no_clips, 0) || animation_init(&anim, &no_cells, 0));
-    EXPECT_FALSE(animation_select_clip(&anim, 0));
+    EXPECT_FALSE(animation_init(&anim, &no_clips, 0) || animation_select_clip(&anim, 0));
     EXPECT_EQ(
-        log.errors(), (std::vector<std::string>{
-                          "[ANIMATION] No animation to initialise", "[ANIMATION] No animation set given",
-                          "[ANIMATION] Set '(unnamed)' holds no clips",
-                          "[ANIMATION] Set 'flat' has a 2x3 grid of 8x0 frames, which has no cells",
-                          "[ANIMATION] No animation to select a clip on"}));
+        log.errors(),
+        (std::vector<std::string>{
+            "[ANIMATION] No animation to initialise", "[ANIMATION] No animation set given",
+            "[ANIMATION] Set '(unnamed)' holds no clips", "[ANIMATION] No animation to select a clip on"}));
+    for (const auto size : GRID) {
+        AnimationSet no_cells = SET;
+        no_cells.*size = 0;
+        EXPECT_FALSE(animation_init(&anim, &no_cells, 0));
+    }
+    EXPECT_TRUE(log.has("[ANIMATION] Set 'sheet.png' has a 2x3 grid of 8x0 frames, which has no cells"));
     const AnimationSet smallest = {"dot", 1, 1, 1, 1, CLIPS, 5};
     EXPECT_TRUE(animation_init(&anim, &smallest, 0));
     anim = playing(&SET, 1);
@@ -102,6 +109,10 @@ TEST(AnimationTest, InvalidAnimationsAreRejectedOrIgnored) {
     for (const auto operation : {animation_play, animation_pause, animation_restart}) operation(nullptr);
     animation_advance(nullptr, 1);
     EXPECT_TRUE(animation_sheet_frame(nullptr) == -1 && animation_frame_rect(nullptr).w == 0);
+    AnimationSet no_columns = SET;
+    no_columns.columns = 0;
+    for (const Animation &unusable : {Animation{}, {&no_clips}, {&no_columns}, {&SET, -1}, {&SET, 5}})
+        EXPECT_EQ(animation_sheet_frame(&unusable), -1);
 }
 
 // --- sheets ---
@@ -113,14 +124,20 @@ TEST(SpriteSheetTest, RejectsMismatchedImageAndAnimationOfOtherSet) {
     SDL_Renderer *renderer = SDL_CreateSoftwareRenderer(target.get());
     SpriteSheet *sheet = nullptr;
     reload_set(true, 0);
-    const AnimationSet twin = SET, no_cells = {"flat", 8, 4, 0, 3, CLIPS, 5};
+    const AnimationSet twin = SET, nameless = {nullptr, 8, 4, 2, 3, CLIPS, 5};
     for (const int size : {1, 0}) {
         const Picture image(SDL_CreateSurface(16 + size, 12 - size, SDL_PIXELFORMAT_RGBA32));
         ASSERT_TRUE(IMG_SavePNG(image.get(), "sheet.png"));
         sheet = sprite_sheet_new(renderer, &SET);
         EXPECT_EQ(sheet == nullptr, size == 1);
     }
-    EXPECT_FALSE(sprite_sheet_new(nullptr, &SET) || sprite_sheet_new(renderer, &no_cells));
+    EXPECT_FALSE(sprite_sheet_new(nullptr, &SET) || sprite_sheet_new(renderer, nullptr));
+    EXPECT_FALSE(sprite_sheet_new(renderer, &nameless));
+    for (const auto size : GRID) {
+        AnimationSet no_cells = SET;
+        no_cells.*size = 0;
+        EXPECT_FALSE(sprite_sheet_new(renderer, &no_cells));
+    }
     Animation anim = playing(&SET, 1), other = playing(&twin, 1);
     const auto draw = [&](const Animation *shown) {
         return sprite_sheet_draw(renderer, sheet, shown, {0, 0}, 1, SDL_FLIP_NONE);
@@ -129,7 +146,7 @@ TEST(SpriteSheetTest, RejectsMismatchedImageAndAnimationOfOtherSet) {
     anim.clip = 99;
     EXPECT_FALSE(draw(&other) || draw(&anim) || draw(nullptr));
     EXPECT_TRUE(log.has("sheet.png is 17x11, but its set describes a 2x3 grid of 8x4 frames, which is 16x12. "));
-    EXPECT_TRUE(log.has("The animation is playing a different set from sheet.png") && log.errors().size() == 6);
+    EXPECT_TRUE(log.has("The animation is playing a different set from sheet.png") && log.errors().size() == 11);
     const SDL_Texture *first = sheet->texture;
     for (const int height : {11, 12}) { // hot reload of the sheet; the first version does not fit
         IMG_SavePNG(Picture(SDL_CreateSurface(16, height, SDL_PIXELFORMAT_RGBA32)).get(), "sheet.png");
@@ -140,6 +157,9 @@ TEST(SpriteSheetTest, RejectsMismatchedImageAndAnimationOfOtherSet) {
         anim.clip = 1;
         EXPECT_TRUE(draw(&anim));
     }
+    Uint64 checked_ms = 0;
+    reload_set(true, 60000);
+    EXPECT_TRUE(reload_is_due(&checked_ms) && !reload_is_due(&checked_ms)) << "once per interval";
     reload_set(false);
     sprite_sheet_cleanup(&sheet);
     EXPECT_EQ(sprite_sheet_dest_rect(sheet, {1, 1}, 2).w, 0);
