@@ -16,6 +16,13 @@ if(LUMARIND_SANITIZE)
     target_compile_options(
         lumarind_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(lumarind_options INTERFACE -fsanitize=address,undefined)
+elseif(LUMARIND_TESTS)
+    # Without the other sanitizers, an array index out of bounds ends the tests all the same: checking it costs little.
+    include(CheckCXXCompilerFlag)
+    check_cxx_compiler_flag("-fsanitize=bounds -fsanitize-trap=bounds" LUMARIND_BOUNDS_TRAP)
+    if(LUMARIND_BOUNDS_TRAP)
+        target_compile_options(lumarind_options INTERFACE -fsanitize=bounds -fsanitize-trap=bounds)
+    endif()
 endif()
 if(LUMARIND_FUZZERS)
     target_compile_options(lumarind_options INTERFACE -fsanitize=fuzzer-no-link) # coverage counters

@@ -91,9 +91,8 @@ const Row ROWS[] = {
     {"physics", 60, "physics-demo",
      "2 Space 10 drop:150,20 2 drop:210,30 size:500x400 +Left 30 drop:100,60 Space 3s R 1s"},
     {"input", 60, "input-demo",
-     "pad:plug 2 pad:leftx=-.8 9 pad:a=1 30 pad:leftx=.7 30 pad:x=1 9 pad:leftx=-.4 20 pad:a=0 pad:x=0 9 pad:unplug P 20 P +D 20 "
-     "size:400x300 1s -D +W 2s -W +A 2s -A +S 2s "
-     "size:400x200 1s"},
+     "pad:plug 2 pad:leftx=-.8 9 pad:a=1 30 pad:leftx=.7 30 pad:x=1 9 pad:leftx=-.4 20 pad:a=0 pad:x=0 9 pad:unplug "
+     "P 20 P +D 20 size:400x300 1s -D +W 2s -W +A 2s -A +S 2s size:400x200 1s"},
     {"menu", 60, "main-menu", "Down Down 1 Return 40 3s Escape 40 move:100,100 1 Down Return 40 2s Escape 60"},
     {"sprite", 60, "sprite-demo", "4s Right F 10 Space . . 1s"},
     {"texture", 60, "texture-demo", "2s 5.5"},

@@ -114,24 +114,6 @@ TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareLimitAndAlternateShapes) {
     EXPECT_EQ(physics_demo->spawned, PHYSICS_DEMO_SPAWN_MAX);
 }
 
-TEST_F(PhysicsDemoTest, HeldKeysApplyForceEveryStepAndOppositesCancel) {
-    physics_demo_drop_debris(20, 12);
-    physics_demo->ball = newest().body; // an unattached body, which shows the full force
-    const double push = 320 / (0.44 * 0.44) * STEP;
-    double speed = 0;
-    const std::pair<const char *, int> cases[] = {
-        {"+Right", 1}, {"-Right +A", -1}, {"+D", 0}, {"-D -A +Left", -1}, {"+D +Right -Left", 1}};
-    for (const auto &[script, direction] : cases) {
-        play(script);
-        steps(1);
-        hold({});
-        steps(1); // m/s gained in the previous step
-        const double now = (b2Body_GetPosition(physics_demo->ball).x - prop(SCENE_PROPS).prev_position.x) / STEP;
-        EXPECT_NEAR(now - speed, direction * push, 0.02) << script;
-        speed = now;
-    }
-}
-
 TEST_F(PhysicsDemoTest, BodyIsNotCountedIfAllocationFails) {
     allocation_faults_install();
     while (physics_demo->props->count < physics_demo->props->capacity) physics_demo_drop_debris(17, 8);

@@ -1,8 +1,11 @@
 // Cells of tile layers, GIDs, ranges, and drawing of tile maps: flips, chunks, culling, seams.
 
 #include "lumarind/core/storage.h"
+#include "lumarind/toolkit/animation_set.h"
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/render_grid.h"
+#include "lumarind/toolkit/sprite_batch.h"
+#include "lumarind/toolkit/tile_world.h"
 #include "lumarind/toolkit/tilemap.h"
 #include "support/log_capture.h"
 #include "support/picture.h"
@@ -33,6 +36,14 @@ TEST(TileGridCells, AccessOutsideGridIsIgnored) {
     tile_grid_cleanup(grid);
     EXPECT_EQ(tile_grid_gid(grid, 0, 0) + tile_grid_max_gid(grid) + tile_grid_max_gid(nullptr), 0u);
     SDL_free(grid);
+    EXPECT_FALSE(tile_grid_gid(nullptr, 0, 0) || render_grid_get(nullptr, 0, 0));
+    tile_grid_cleanup(nullptr); // null is ignored
+    tilemap_cleanup(nullptr);
+    render_grid_cleanup(nullptr);
+    sprite_batch_cleanup(nullptr);
+    sprite_sheet_cleanup(nullptr);
+    animation_set_cleanup(nullptr);
+    tile_world_cleanup(nullptr);
 }
 
 // --- GIDs and ranges ---
