@@ -47,7 +47,7 @@ bool file_stamp_same(FileStamp a, FileStamp b) { return a.size == b.size && a.mo
 bool reload_is_due(Uint64 *last_ms) {
     if (!reload_is_enabled()) return false;
     const Uint64 now = SDL_GetTicks();
-    if (*last_ms != 0 && now - *last_ms < g_reload.interval_ms) return false;
+    if (*last_ms != 0 && now < *last_ms + g_reload.interval_ms) return false;
     *last_ms = SDL_max(now, Uint64{1});
     return true;
 }
