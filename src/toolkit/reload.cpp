@@ -46,9 +46,9 @@ bool file_stamp_same(FileStamp a, FileStamp b) { return a.size == b.size && a.mo
 
 bool reload_is_due(Uint64 *last_ms) {
     if (!reload_is_enabled()) return false;
-    const Uint64 now = SDL_GetTicks();
-    if (*last_ms != 0 && now < *last_ms + g_reload.interval_ms) return false;
-    *last_ms = SDL_max(now, Uint64{1});
+    const Uint64 now = SDL_GetTicks() + 1; // never 0, which stands for no earlier check
+    if (*last_ms != 0 && now - *last_ms < g_reload.interval_ms) return false;
+    *last_ms = now;
     return true;
 }
 
