@@ -26,7 +26,7 @@ constexpr const char *TWICE = "ui_scale = 2\n", *SLOW = "[simulation]\nfixed_ste
 
 constexpr Scene SCENES[] = {
     {"menu", "main-menu", "800x450", "1"},
-    {"menu_columns", "main-menu", "1280x420", "1 size:1200x300 1 Down Right Right 1 Left pad:dpdown 1"},
+    {"menu_columns", "main-menu", "1280x420", "1 size:1200x300 1 Down Right Right 1 Left pad:dpdown 1 move:600,127 1"},
     {"menu_twice", "main-menu", "900x900", "1 Up 1 move:100,330 1", TWICE},
     {"menu_fade", "main-menu", "800x450", "1 pad:dpup Up Return 8"},
     {"menu_reached", "text-demo", "800x450", "2 Escape 30 Down 7"},

@@ -269,6 +269,7 @@ TEST_F(SettingsTest, SettingsMenuRebindsSwapsAndSavesOnExit) {
 TEST_F(SettingsTest, SetupAndTextCacheSurviveAllocationFaults) {
     menu_cleanup();
     settings_cleanup();
+    EXPECT_EQ(menu_tick(nullptr, nullptr, 1, {}).taken, MenuAnswer{}.taken) << "without a setup";
     expect_allocation_faults_survived(
         &log, [] { return settings_setup(ACTIONS, 2) && menu_setup(CONTROLS); },
         [] {
