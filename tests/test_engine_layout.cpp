@@ -44,7 +44,7 @@ TEST(MenuLayout, StepColumnKeepsRowAndStopsAtLastEntry) {
 TEST(TimestepTest, StepsAndAccumulatorAddUpToElapsedTime) {
     std::mt19937 random(3);
     for (const int hz : {1, 30, 60, 144, 1000}) {
-        Timestep ts = {.accumulator = 9};
+        Timestep ts = {.step = 9, .accumulator = 9};
         timestep_init(&ts, hz);
         double elapsed = 0;
         int steps = 0;
