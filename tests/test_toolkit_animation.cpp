@@ -109,10 +109,9 @@ TEST(AnimationTest, InvalidAnimationsAreRejectedOrIgnored) {
     for (const auto operation : {animation_play, animation_pause, animation_restart}) operation(nullptr);
     animation_advance(nullptr, 1);
     EXPECT_TRUE(animation_sheet_frame(nullptr) == -1 && animation_frame_rect(nullptr).w == 0);
-    AnimationSet no_columns = SET;
-    no_columns.columns = 0;
-    for (const Animation &unusable : {Animation{}, {&no_clips}, {&no_columns}, {&SET, -1}, {&SET, 5}})
-        EXPECT_EQ(animation_sheet_frame(&unusable), -1);
+    const Animation unusable[] = {
+        {}, {&no_clips, 0, 0, 0, true, false}, {&SET, -1, 0, 0, true, false}, {&SET, 5, 0, 0, true, false}};
+    for (const Animation &each : unusable) EXPECT_EQ(animation_sheet_frame(&each), -1);
 }
 
 // --- sheets ---
