@@ -288,7 +288,10 @@ void settings_capture_answer(bool swap) {
     if (settings_capture() != SETTINGS_CAPTURE_CONFLICT) return;
     settings->capture = SETTINGS_CAPTURE_NONE;
     if (!swap) return;
-    const bool is_used = _settings_find(settings->captured); // again: bindings may have changed since the capture
+    if (!_settings_find(settings->captured)) { // the bindings have changed since the capture
+        _settings_put(settings->action, settings->slot, settings->captured);
+        return;
+    }
     InputBinding mine[INPUT_MAX_BINDINGS] = {}, others[INPUT_MAX_BINDINGS] = {};
     const int count = _settings_read(settings->action, mine);
     int other_count = _settings_read(settings->other_action, others);
@@ -298,7 +301,7 @@ void settings_capture_answer(bool swap) {
         other_count--;
         for (int i = settings->other_slot; i < other_count; i++) others[i] = others[i + 1];
     }
-    if (_settings_put(settings->action, settings->slot, settings->captured) && is_used) {
+    if (_settings_put(settings->action, settings->slot, settings->captured)) {
         _settings_bind(settings->other_action, others, other_count);
     }
 }
