@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -156,6 +157,8 @@ void fuzz_save_picture(const char *path) {
                 picture, x, y, static_cast<Uint8>(8 * x), static_cast<Uint8>(16 * y), 99, static_cast<Uint8>(alpha));
         }
     }
+    std::error_code ignored; // of a path without a folder
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), ignored);
     fuzz_check(picture && SDL_SavePNG(picture, path), "the picture is saved");
     SDL_DestroySurface(picture);
 }

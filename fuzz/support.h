@@ -18,7 +18,7 @@ void fuzz_set_game_file(const uint8_t *data, size_t size); // content of every p
 void fuzz_set_game_file_by_suffix(const char *suffix, const uint8_t *data, size_t size);
 const char *fuzz_memory_file(const uint8_t *data, size_t size); // returns the path; each call replaces the file
 
-// Saves an image of 4 × 2 tiles of 8 pixels with all alpha classes, unless the file exists.
+// Saves an image of 4 × 2 tiles of 8 pixels with all alpha classes, and its folder, unless the file exists.
 void fuzz_save_picture(const char *path);
 
 // Around the loading under test. `hook`, if set, is called with true and then false, to make allocations fail between,

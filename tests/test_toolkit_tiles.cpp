@@ -36,8 +36,11 @@ TEST(TileGridCells, AccessOutsideGridIsIgnored) {
     tile_grid_cleanup(grid);
     EXPECT_EQ(tile_grid_gid(grid, 0, 0) + tile_grid_max_gid(grid) + tile_grid_max_gid(nullptr), 0u);
     SDL_free(grid);
+}
+
+TEST(ToolkitCleanup, NullIsIgnored) {
     EXPECT_FALSE(tile_grid_gid(nullptr, 0, 0) || render_grid_get(nullptr, 0, 0));
-    tile_grid_cleanup(nullptr); // null is ignored
+    tile_grid_cleanup(nullptr);
     tilemap_cleanup(nullptr);
     render_grid_cleanup(nullptr);
     sprite_batch_cleanup(nullptr);
