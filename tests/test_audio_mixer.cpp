@@ -7,7 +7,7 @@
 #include "lumarind/config/config.h"
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sound_store.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_audio.h>
@@ -211,7 +211,6 @@ TEST_F(AudioMixerTest, SharedSoundsAreCachedAndHotReloaded) {
     const auto store = [](const char *name) {
         write_file("a.wav", read_file("assets/audio/sfx/retro/sfx_" + std::string(name) + ".wav"));
     };
-    allocation_faults_install();
     ASSERT_TRUE(start());
     store("wpn_laser1");
     reload_set(true, 0);

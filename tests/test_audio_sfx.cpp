@@ -3,7 +3,6 @@
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
 #include "lumarind/audio/sfx.h"
-#include "support/allocation_faults.h"
 #include "support/log_capture.h"
 
 #include <gtest/gtest.h>
@@ -98,16 +97,6 @@ TEST(AudioSfx, WavesFormatsAndLengthsRenderSameFramesInEveryBuild) {
         EXPECT_EQ(hash.value, HASHES[wave + 1]) << "wave " << wave << std::hex << " 0x" << hash.value;
     }
     EXPECT_TRUE(!sfx_allocSynth(SFX_FORMAT_U8, -1, 1) && !sfx_allocSynth(SFX_FORMAT_U8, 1, -1));
-}
-
-TEST(AudioSfx, ReportsFailedAllocationsWithoutLeaks) {
-    LogCapture log;
-    float *frames = nullptr;
-    const auto cleanup = [&] {
-        SDL_free(frames);
-        frames = nullptr;
-    };
-    expect_allocation_faults_survived(&log, [&] { return sfx_render(SFX_COIN, 1, &frames) > 0; }, cleanup);
 }
 
 } // namespace

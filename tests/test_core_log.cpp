@@ -2,7 +2,7 @@
 
 #include "core/log.h"
 #include "lumarind/core/error.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_hints.h>
@@ -55,7 +55,6 @@ TEST_F(LogTest, UnopenableFileIsIgnoredAndUserPrioritiesAreKept) {
 }
 
 TEST_F(LogTest, ErrorsAreLoggedWhenOutOfMemoryAndLastTextIsStored) {
-    allocation_faults_install();
     EXPECT_FALSE(engine_error("[TEST] %s is %d", "x", 3) || engine_has_error()) << "without a slot it is only logged";
     char *slot = nullptr;
     engine_error_attach(&slot);

@@ -7,7 +7,7 @@
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "screens/screen_states.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 #include "support/stored_pictures.h"
 
@@ -164,7 +164,6 @@ TEST_F(PanelTest, BudgetIsUpdatedWhenDisplayChanges) {
 // --- side effects ---
 
 TEST_F(PanelTest, DrawingAllocatesNothingAndRestoresBlendMode) {
-    allocation_faults_install();
     ASSERT_TRUE(start_view(1100, 400, "fps_limit = 1000000\n")); // room for all 512 columns
     frame();
     allocation_faults_arm(1, true); // any own allocation would fail and be counted

@@ -12,7 +12,6 @@
 #include "lumarind/engine/text.h"
 #include "lumarind/input/input.h"
 #include "lumarind/toolkit/picture.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
 #include "support/small_game.h"
@@ -229,11 +228,6 @@ TEST_F(SmallGameTest, FailedStartShowsPathOfLog) {
     const std::string box = "Small could not start. See " + (folder / "small-game.log").string() + " for the reason.";
     EXPECT_NE(sdl_calls.find(box), std::string::npos) << sdl_calls;
     EXPECT_NE(read_file(folder / "small-game.log").find("ERROR: [ROOM] No room\n"), std::string::npos);
-}
-
-TEST_F(SmallGameTest, SavesSurviveAllocationFaults) {
-    ASSERT_TRUE(start());
-    expect_allocation_faults_survived(&log, [] { return storage_write_user_file("a/b", "", 0); }, [] {});
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_stdinc.h>
@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <iterator>
 
 namespace fs = std::filesystem;
@@ -92,9 +91,7 @@ TEST_P(FuzzSeeds, RunWithoutViolations) {
 // input: compare it with that of a build before the change.
 TEST_P(FuzzDigests, ChangedInputsGiveStoredDigests) {
     const int cases = std::min(200, 4000 / static_cast<int>(seeds().size())); // of each seed
-    const std::string name = GetParam().name;
     std::string digests, log;
-    allocation_faults_install();
     fuzz_set_load_hook(fail_allocation);
     run(""); // starts the engine
     fuzz_take_digest();
@@ -113,12 +110,7 @@ TEST_P(FuzzDigests, ChangedInputsGiveStoredDigests) {
         }
         digests += file.filename().string() + " " + std::to_string(all) + "\n" + problems;
     }
-    const std::string stored = name + ".txt";
-    if (digests == read_file(fs::path(DIGESTS_STORED) / stored)) return;
-    fs::create_directories(DIGESTS_WRITTEN);
-    std::ofstream(fs::path(DIGESTS_WRITTEN) / stored) << digests;
-    std::ofstream(fs::path(DIGESTS_WRITTEN) / (stored + ".log")) << log;
-    ADD_FAILURE() << "some inputs are read differently: compare " << DIGESTS_WRITTEN << "/" << stored;
+    expect_stored(std::string(GetParam().name) + ".txt", digests, log);
 }
 
 constexpr auto NAME = [](const auto &test) {

@@ -5,7 +5,7 @@
 #include "lumarind/audio/sfx.h"
 #include "lumarind/engine/engine.h"
 #include "screens/screen_states.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_properties.h>
@@ -75,7 +75,6 @@ TEST_F(AudioDemoTest, MusicFadesOutAndIsReplacedAtOnce) {
 }
 
 TEST_F(AudioDemoTest, SeedChangePlaysNewSoundAndStopsAtZero) {
-    allocation_faults_install();
     ASSERT_TRUE(start_screen("audio-demo"));
     for (int row = 1; row < FIRST_EFFECT + SFX_POWERUP; row++) play("Down 1");
     play("Down Left 2"); // a step first moves the selection, then changes the seed

@@ -3,10 +3,12 @@
 #include "app/demo_game.h"
 #include "app/main_loop.h"
 #include "app/screen_registry.h"
+#include "lumarind/core/storage.h"
+#include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/game.h"
 #include "screens/screen_states.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
 
@@ -120,6 +122,25 @@ TEST_F(MainLoopTest, ScreensSurviveAllocationFaultsAndRemoveCallbacks) {
         expect_allocation_faults_survived(&log, screen_for(state)->setup, screen_for(state)->cleanup);
         for (Uint32 type = 0; type < ENGINE_EVENT_TYPES; type++) ASSERT_EQ(engine->callbacks[type].count, 0) << type;
     }
+}
+
+TEST_F(MainLoopTest, FailingCallsGiveStoredReports) {
+    set_environment("LUMARIND_RECORD", "run.lmr");
+    std::string text = "start and stop\n" + with_failing_calls(&log, [&] { return start() && (stop(), true); });
+    set_environment("LUMARIND_RECORD", nullptr);
+    ASSERT_TRUE(start());
+    text += screens_with_failing_calls(demo_game.screen_count);
+    text += "scale\n" + with_failing_calls(&log, [&] {
+                const bool ok = engine_set_ui_scale(2);
+                return engine_set_ui_scale(1) && ok;
+            });
+    text += "save\n" + with_failing_calls(&log, [] { return storage_write_user_file("a/b", "c", 1); });
+    for (const char *format : {"png", "jpg"}) {
+        config = std::string("[graphics]\nvsync_enable = false\n[capture]\nformat = ") + format;
+        ASSERT_TRUE(start({"--screen", "text-demo"}));
+        text += "capture\n" + with_failing_calls(&log, [&] { return play("F12 1"), true; });
+    }
+    expect_stored("failing-calls.txt", text);
 }
 
 // Covers the setup and cleanup of all modules.

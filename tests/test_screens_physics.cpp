@@ -2,7 +2,7 @@
 
 #include "lumarind/engine/engine.h"
 #include "screens/physics_demo.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 
 #include <array>
@@ -115,7 +115,6 @@ TEST_F(PhysicsDemoTest, DebrisAndCannonballsShareLimitAndAlternateShapes) {
 }
 
 TEST_F(PhysicsDemoTest, BodyIsNotCountedIfAllocationFails) {
-    allocation_faults_install();
     while (physics_demo->props->count < physics_demo->props->capacity) physics_demo_drop_debris(17, 8);
     const int spawned = physics_demo->spawned, count = physics_demo->props->count;
     allocation_faults_arm(1, false);

@@ -4,7 +4,7 @@
 #include "lumarind/engine/game.h"
 #include "lumarind/toolkit/reload.h"
 #include "screens/screen_states.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 
 namespace fs = std::filesystem;

@@ -9,7 +9,6 @@
 #include "lumarind/engine/text_draw.h"
 #include "lumarind/settings/settings.h"
 #include "lumarind/settings/settings_menu.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
 
@@ -264,23 +263,6 @@ TEST_F(SettingsTest, SettingsMenuRebindsSwapsAndSavesOnExit) {
     EXPECT_TRUE(tick(""));
     EXPECT_FALSE(tick("P"));
     EXPECT_NE(read_file("config/lumarind-engine.ini").find("pause = P, X"), std::string::npos);
-}
-
-TEST_F(SettingsTest, SetupAndTextCacheSurviveAllocationFaults) {
-    menu_cleanup();
-    settings_cleanup();
-    EXPECT_EQ(menu_tick(nullptr, nullptr, 1, {}).taken, MenuAnswer{}.taken) << "without a setup";
-    expect_allocation_faults_survived(
-        &log, [] { return settings_setup(ACTIONS, 2) && menu_setup(CONTROLS); },
-        [] {
-            menu_cleanup();
-            settings_cleanup();
-        });
-    text_draw_forget(nullptr);
-    expect_allocation_faults_survived(
-        &log,
-        [] { return engine_draw_text(engine_get_font_by_index(SHARED_FONT_UI), "a", 0, 0, {255, 255, 255, 255}); },
-        [] { text_draw_forget(nullptr); });
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/sprite_batch.h"
 #include "player/fireknight.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 
 #include <SDL3/SDL_render.h>
@@ -121,15 +120,6 @@ TEST_F(AnimationSetTest, ImageMustHoldAllFrames) {
     ASSERT_TRUE(IMG_SavePNG(small.get(), "a/sheet.png"));
     EXPECT_EQ(sprite_sheet_new(engine_renderer(), set), nullptr);
     EXPECT_TRUE(log.has("[SPRITE_SHEET] a/sheet.png is 5x4, but frame 1 of its set ends at 6, 4: export both again"));
-}
-
-TEST_F(AnimationSetTest, LoadingSurvivesAllocationFaults) {
-    ASSERT_TRUE(load(with_meta(
-        frames_json(3), R"("frameTags":[{"name":"t","from":0,"to":1}],"slices":[{"name":"s","keys":[{"frame":0}]}])")));
-    animation_set_cleanup(&set);
-    expect_allocation_faults_survived(
-        &log, [&] { return (set = animation_set_load("a/sheet.json")) != nullptr; },
-        [&] { animation_set_cleanup(&set); });
 }
 
 TEST_F(AnimationSetTest, SetAndSheetAreHotReloadedTogether) {

@@ -5,7 +5,6 @@
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/render_grid.h"
 #include "lumarind/toolkit/tilemap.h"
-#include "support/allocation_faults.h"
 #include "support/engine_fixture.h"
 #include "toolkit/tile_world_internal.h"
 
@@ -54,7 +53,6 @@ class TileWorldTest : public EngineTest {
 protected:
     void SetUp() override {
         EngineTest::SetUp();
-        allocation_faults_install();
         ASSERT_TRUE(start({"--screen", "text-demo", "--window-size", "200x150"}));
         directory.use_as_game_files("game"); // images are below the current folder
         std::filesystem::create_directory("maps");
@@ -528,8 +526,6 @@ TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
     EXPECT_FALSE(same_pixels(drawn(view), first)) << "the image has changed";
     write_file("game/maps/a.tmx", map(2));
     reloads();
-    engine_clear_error();
-    const int live = allocation_faults_live();
     for (int i = 0; i < 100; i++) {
         write_file("game/maps/a.tmx", map(1 + i % 2, i % 10 ? "" : "<broken"));
         reloads();
@@ -537,8 +533,6 @@ TEST_F(TileWorldTest, HotReloadReplacesWorldAndIgnoresInvalidFiles) {
     }
     write_file("game/maps/a.tmx", map(2) + "\n");
     EXPECT_EQ(reloads(), 1u);
-    engine_clear_error();
-    EXPECT_EQ(allocation_faults_live(), live) << "no leak";
     reload_set(false);
     write_file("game/maps/a.tmx", map(9));
     EXPECT_EQ(reloads(), 0u) << "hot reload is disabled";
@@ -556,45 +550,6 @@ TEST_F(TileWorldTest, TexturesAreSharedAndReferenceCounted) {
     EXPECT_EQ(shared->holders, 1);
     EXPECT_FALSE(same_color(pixel_at(drawn({{0, 0, 200, 150}, 1}), 1, 1), GREEN))
         << "the other world's reference remains";
-}
-
-TEST_F(TileWorldTest, LoadingDrawingAndCollidersSurviveAllocationFaults) {
-    save_noise("maps/tall.png", 12, 20, [](int, int) { return 255; });
-    write_file(
-        "game/maps/box.tx",
-        "<template><tileset firstgid='1' source='set.tsx'/><object gid='1' width='9' height='9'/></template>");
-    write_file(
-        "game/maps/set.tsx",
-        "<tileset name='s' tilewidth='12' tileheight='20'><tile id='0'><image source='tall.png'/></tile></tileset>");
-    const std::string part(1 << 20, 'c'); // large enough for an arena block of its own
-    ASSERT_TRUE(load(map_of(
-        2, 1,
-        "<properties><property name='a' type='class'><properties><property name='b' value='" + part +
-            "'/></properties></property></properties><tileset firstgid='1' name='t' tilewidth='8' tileheight='8'>" +
-            SHEET +
-            "<tile id='1'><objectgroup><object><polygon points='0,8 8,8 8,0'/></object></objectgroup><animation>"
-            "<frame tileid='0' duration='9'/></animation></tile></tileset>"
-            "<layer name='l' width='2' height='1'><data encoding='base64' compression='zlib'>" +
-            "eNpjZGBgYAJiAAAYAAQ="
-            "</data></layer><objectgroup><object template='box.tx'><properties>"
-            "<property name='p' value='q'/></properties></object></objectgroup>")));
-    tile_world_cleanup(&world);
-    ColliderRects rects = {};
-    ColliderTris tris = {};
-    expect_allocation_faults_survived(
-        &log,
-        [&] {
-            world = tile_world_load(engine_renderer(), "maps/a.tmx");
-            if (!world || !tile_world_colliders(world, nullptr, &rects, &tris)) return false;
-            EXPECT_EQ(tile_property_string(&world->properties, "a.b", ""), part) << "no partial load";
-            const TileWorldView view = {{0, 0, 200, 150}, 1};
-            return tile_world_draw(engine_renderer(), world, &view);
-        },
-        [&] {
-            tile_world_cleanup(&world);
-            colliders_rects_cleanup(&rects);
-            colliders_tris_cleanup(&tris);
-        });
 }
 
 } // namespace

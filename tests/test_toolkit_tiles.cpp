@@ -1,6 +1,7 @@
 // Cells of tile layers, GIDs, ranges, and drawing of tile maps: flips, chunks, culling, seams.
 
 #include "lumarind/core/storage.h"
+#include "lumarind/settings/menu.h"
 #include "lumarind/toolkit/animation_set.h"
 #include "lumarind/toolkit/reload.h"
 #include "lumarind/toolkit/render_grid.h"
@@ -38,7 +39,8 @@ TEST(TileGridCells, AccessOutsideGridIsIgnored) {
     SDL_free(grid);
 }
 
-TEST(ToolkitCleanup, NullIsIgnored) {
+TEST(Cleanup, NullIsIgnored) {
+    EXPECT_EQ(menu_tick(nullptr, nullptr, 1, {}).taken, MenuAnswer{}.taken) << "without a setup";
     EXPECT_FALSE(tile_grid_gid(nullptr, 0, 0) || render_grid_get(nullptr, 0, 0));
     tile_grid_cleanup(nullptr);
     tilemap_cleanup(nullptr);

@@ -3,7 +3,7 @@
 #include "lumarind/toolkit/sprite_batch.h"
 #include "lumarind/toolkit/sprite_sheet.h"
 #include "player/fireknight.h"
-#include "support/allocation_faults.h"
+#include "support/call_faults.h"
 #include "support/engine_fixture.h"
 #include "toolkit/view_copy.h"
 

@@ -1,3 +1,4 @@
+#include "core/files_internal.h"
 #include "lumarind/core/error.h"
 #include "lumarind/engine/game.h"
 #include "replay/replay_event.h"
@@ -145,21 +146,23 @@ static void _replay_write_block() {
     _write_u32(head, static_cast<Uint32>(block->size));
     _write_u32(head + 4, SDL_crc32(0, block->bytes, block->size));
     SDL_ClearError();
+    if (block->bad) SDL_OutOfMemory();
     const bool written = !block->bad && SDL_WriteIO(g_replay->file, head, sizeof head) == sizeof head &&
                          SDL_WriteIO(g_replay->file, block->bytes, block->size) == block->size &&
                          SDL_FlushIO(g_replay->file);
     codec_reset(block);
     if (written) return;
-    engine_error("[REPLAY] Recording stopped: %s, error: %s", g_replay->path, SDL_GetError());
+    engine_error("[REPLAY] Recording stopped: %s, error: %s", g_replay->path, files_write_error());
     _replay_free();
 }
 
 void replay_begin(const ReplayStart *start) {
     ReplayState *replay = g_replay;
+    SDL_ClearError();
     replay->file = SDL_IOFromFile(replay->path, "wb");
     Uint8 head[FILE_HEAD_SIZE] = {MAGIC[0], MAGIC[1], MAGIC[2], MAGIC[3], REPLAY_VERSION & 0xFF, REPLAY_VERSION >> 8};
     if (!replay->file || SDL_WriteIO(replay->file, head, sizeof head) != sizeof head) {
-        engine_error("[REPLAY] Unable to record to %s, error: %s", replay->path, SDL_GetError());
+        engine_error("[REPLAY] Unable to record to %s, error: %s", replay->path, files_write_error());
         _replay_free();
         return;
     }

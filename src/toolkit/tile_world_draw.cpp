@@ -134,7 +134,7 @@ TileChunkCache *_tile_cache_new(SDL_Renderer *renderer) {
     auto *cache = static_cast<TileChunkCache *>(SDL_calloc(1, sizeof(TileChunkCache)));
     if (!cache || !lost_targets_watch(&cache->targets_lost)) {
         SDL_free(cache);
-        engine_error("[TILE_WORLD] Memory allocation failed, error: %s", SDL_GetError());
+        engine_error("[TILE_WORLD] Creating the chunk cache failed, error: %s", SDL_GetError());
         return nullptr;
     }
     cache->renderer = renderer;

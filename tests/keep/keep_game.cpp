@@ -5,6 +5,7 @@
 #include "keep/keep_fixture.h"
 #include "lumarind/engine/engine.h"
 #include "progress.h"
+#include "support/call_faults.h"
 
 #include <csignal>
 #include <sys/wait.h>
@@ -238,6 +239,11 @@ TEST_F(KeepGame, BackgroundIsDrawnOnlyWhereCastleIsNotOpaque) {
         EXPECT_EQ(tile_world_find_open(level()->world, level()->layer_castle, area), c.open) << c.what;
     }
     EXPECT_TRUE(tile_world_find_open(level()->world, -1, {100, 100, 10, 10})) << "no such layer";
+}
+
+TEST_F(KeepGame, FailingCallsGiveStoredReports) {
+    ASSERT_TRUE(start_title());
+    expect_stored("failing-calls-keep.txt", screens_with_failing_calls(2));
 }
 
 } // namespace

@@ -2,10 +2,12 @@
 
 #include "app/demo_game.h"
 #include "app/main_loop.h"
+#include "app/screen_registry.h"
 #include "core/log.h"
 #include "engine/game_internal.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/transition.h"
+#include "support/call_faults.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_keyboard.h>
@@ -27,6 +29,7 @@ void EngineTest::SetUp() {
     choose_driver(SDL_HINT_VIDEO_DRIVER, "dummy");
     choose_driver(SDL_HINT_AUDIO_DRIVER, "dummy");
     choose_driver(SDL_HINT_RENDER_DRIVER, "software");
+    choose_driver(SDL_HINT_AUDIO_DEVICE_SAMPLE_FRAMES, "128"); // closing a device waits for two buffers
     choose_driver(SDL_HINT_JOYSTICK_ALLOW_BACKGROUND_EVENTS, "1");
     SDL_srand(1);
     directory.link_assets();
@@ -103,6 +106,23 @@ Picture EngineTest::shown(double seconds) {
 void EngineTest::resize(int width, int height) const {
     SDL_SetWindowSize(engine->window, width, height);
     SDL_SyncWindow(engine->window);
+}
+
+std::string EngineTest::screens_with_failing_calls(int count) {
+    std::string text;
+    screen_cleanup();
+    for (GameState state = GAME_STATE_FIRST_SCREEN; state < GAME_STATE_FIRST_SCREEN + count; state++) {
+        const auto setup = [&] {
+            const bool ok = screen_setup(state);
+            screen_cleanup();
+            return ok;
+        };
+        text += std::string(screen_name(state)) + "\n" + with_failing_calls(&log, setup);
+        EXPECT_TRUE(screen_setup(state));
+        text += "tick\n" + with_failing_calls(&log, [&] { return screen_tick(state), true; });
+        screen_cleanup();
+    }
+    return text;
 }
 
 // --- scripts ---

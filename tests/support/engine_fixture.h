@@ -42,6 +42,9 @@ protected:
     Picture shown(double seconds = 0); // runs a frame and returns it
     void resize(int width, int height) const;
 
+    // See failing_calls.h: of the set-up, and of a tick, of each of the running game's first screens.
+    std::string screens_with_failing_calls(int count);
+
     // Plays a script of words separated by spaces. Events are pushed to SDL's queue, for the next frame.
     //   30 2.5            frames of 1/60 s; a fraction adds a shorter frame
     //   7s 0.1s           seconds, in frames of up to 0.25 s: the same fixed steps with less drawing
