@@ -21,8 +21,8 @@ const char *fuzz_memory_file(const uint8_t *data, size_t size); // returns the p
 // Saves an image of 4 × 2 tiles of 8 pixels with all alpha classes, and its folder, unless the file exists.
 void fuzz_save_picture(const char *path);
 
-// Around the loading under test. `hook`, if set, is called with true and then false, to make allocations fail between,
-// until fuzz_stop.
+// Around the loading or drawing under test. `hook`, if set, is called with true and then false, to make calls fail
+// between, until fuzz_stop.
 void fuzz_set_load_hook(void (*hook)(bool begins));
 void fuzz_load_begins();
 void fuzz_load_ends();

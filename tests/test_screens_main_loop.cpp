@@ -135,10 +135,20 @@ TEST_F(MainLoopTest, FailingCallsGiveStoredReports) {
                 return engine_set_ui_scale(1) && ok;
             });
     text += "save\n" + with_failing_calls(&log, [] { return storage_write_user_file("a/b", "c", 1); });
-    for (const char *format : {"png", "jpg"}) {
-        config = std::string("[graphics]\nvsync_enable = false\n[capture]\nformat = ") + format;
-        ASSERT_TRUE(start({"--screen", "text-demo"}));
-        text += "capture\n" + with_failing_calls(&log, [&] { return play("F12 1"), true; });
+    const struct {
+        const char *config, *screen, *script;
+    } frames_of[] = {
+        {"", "text-demo", "F12 1"},
+        {"[capture]\nformat = jpg\n", "text-demo", "F12 1"},
+        {"", "sprite-demo", "size:640x400 1 size:800x450 1"}, // scales the whole sheet
+        {"", "audio-demo", "Space 1 Down Down Space 1 Right 1"},
+        {"", "main-menu", "F3 1 F3 1"},
+    };
+    for (const auto &c : frames_of) {
+        config = std::string("[graphics]\nvsync_enable = false\n") + c.config;
+        ASSERT_TRUE(start({"--screen", c.screen}));
+        text += std::string(c.screen) + ": " + c.script + "\n" +
+                with_failing_calls(&log, [&] { return play(c.script), true; });
     }
     expect_stored("failing-calls.txt", text);
 }

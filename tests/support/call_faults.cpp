@@ -15,15 +15,15 @@
 
 namespace {
 
-struct AllocationFault {
-    bool armed, and_all_after;
+struct NthCall {
+    bool armed, any_call, and_all_after; // only allocations, unless `any_call`
     int countdown, failed;
-} g_allocation;
+} nth_call;
 
-bool allocation_fails() {
-    if (!g_allocation.armed || --g_allocation.countdown > 0) return false;
-    if (g_allocation.countdown < 0 && !g_allocation.and_all_after) return false;
-    g_allocation.failed++;
+bool nth_call_fails(bool allocation) {
+    if (!nth_call.armed || (!allocation && !nth_call.any_call) || --nth_call.countdown > 0) return false;
+    if (nth_call.countdown < 0 && !nth_call.and_all_after) return false;
+    nth_call.failed++;
     return true;
 }
 
@@ -43,6 +43,7 @@ template <typename R, typename... Arguments> struct Signature<R(Arguments...)> {
 } // namespace
 
 bool call_fails(const char *name, const void *place) {
+    if (nth_call_fails(false)) return SDL_SetError("%s was made to fail", name), true;
     if (!armed) return false;
     const int call = ++calls_in_run[place];
     if (!failed_call.empty() || call > CALLS_OF_A_PLACE || call <= failed_calls[place]) return false;
@@ -100,7 +101,8 @@ extern "C" bool __wrap_SDL_CloseIO(SDL_IOStream *file) {
 #define ALLOCATION(Result, name, failure, parameters, ...)                                                             \
     extern "C" Result __real_##name parameters;                                                                        \
     extern "C" Result __wrap_##name parameters {                                                                       \
-        if (!allocation_fails() && !call_fails(#name, __builtin_return_address(0))) return __real_##name(__VA_ARGS__); \
+        if (!nth_call_fails(true) && !call_fails(#name, __builtin_return_address(0)))                                  \
+            return __real_##name(__VA_ARGS__);                                                                         \
         SDL_OutOfMemory();                                                                                             \
         return failure;                                                                                                \
     }
@@ -182,11 +184,13 @@ std::string with_failing_calls(LogCapture *log, const std::function<bool()> &run
     return text;
 }
 
-void allocation_faults_arm(int nth, bool and_all_after) { g_allocation = {true, and_all_after, nth, 0}; }
+void allocation_faults_arm(int nth, bool and_all_after) { nth_call = {true, false, and_all_after, nth, 0}; }
+
+void call_faults_arm(int nth) { nth_call = {true, true, false, nth, 0}; }
 
 int allocation_faults_disarm() {
-    g_allocation.armed = false;
-    return g_allocation.failed;
+    nth_call.armed = false;
+    return nth_call.failed;
 }
 
 // Returns false if there is no n-th allocation, or after a failed expectation.

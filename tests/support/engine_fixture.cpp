@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "engine/game_internal.h"
 #include "lumarind/engine/drawing_space.h"
+#include "lumarind/engine/text_draw.h"
 #include "lumarind/engine/transition.h"
 #include "support/call_faults.h"
 
@@ -119,7 +120,12 @@ std::string EngineTest::screens_with_failing_calls(int count) {
         };
         text += std::string(screen_name(state)) + "\n" + with_failing_calls(&log, setup);
         EXPECT_TRUE(screen_setup(state));
-        text += "tick\n" + with_failing_calls(&log, [&] { return screen_tick(state), true; });
+        const auto tick = [&] {
+            text_draw_forget(nullptr);
+            screen_tick(state);
+            return true;
+        };
+        text += "tick\n" + with_failing_calls(&log, tick);
         screen_cleanup();
     }
     return text;
