@@ -64,7 +64,7 @@ TEST(TypedArray, RemoveAndMoveFillGapWithLastElement) {
     }
     allocation_faults_arm(1, false);
     EXPECT_FALSE(numbers_move(src.get(), 0, dst.get()));
-    EXPECT_EQ(allocation_faults_disarm(), 1);
+    EXPECT_EQ(call_faults_disarm(), 1);
     EXPECT_EQ(log.count("[NUMBERS] Memory allocation failed while growing the array to 2 elements, error: "), 1);
     EXPECT_EQ(content(src), (std::vector{1, 2, 3}));
     EXPECT_EQ(content(dst), (std::vector{9}));
@@ -90,10 +90,10 @@ TEST(StringArray, OwnsCopiesWithoutLeaks) {
     for (const int nth : {1, 2}) {
         allocation_faults_arm(nth, false);
         EXPECT_FALSE(string_array_add(&array, "two")) << "first copying the text fails, then growing the array";
-        EXPECT_EQ(allocation_faults_disarm(), 1);
+        EXPECT_EQ(call_faults_disarm(), 1);
         allocation_faults_arm(nth, false);
         EXPECT_EQ(string_array_new(1, 1), nullptr) << "first allocating the record fails, then the elements";
-        allocation_faults_disarm();
+        call_faults_disarm();
     }
     EXPECT_TRUE(log.has("[STRING_ARRAY] Memory allocation failed in string_array_new(), error: "));
     EXPECT_TRUE(log.has("[STRING_ARRAY] Element memory allocation failed in string_array_new(), error: "));

@@ -63,7 +63,7 @@ TEST_F(LogTest, ErrorsAreLoggedWhenOutOfMemoryAndLastTextIsStored) {
     EXPECT_STREQ(engine_get_error(), "[TEST] second after [TEST] first");
     allocation_faults_arm(1, true);
     EXPECT_FALSE(engine_error("[TEST] %s", "third"));
-    EXPECT_GT(allocation_faults_disarm(), 0);
+    EXPECT_GT(call_faults_disarm(), 0);
     EXPECT_FALSE(engine_has_error()) << "the text of an earlier error is cleared";
     engine_error("[TEST] last");
     engine_clear_error();

@@ -168,7 +168,7 @@ TEST_F(PanelTest, DrawingAllocatesNothingAndRestoresBlendMode) {
     frame();
     allocation_faults_arm(1, true); // any own allocation would fail and be counted
     frames(600);
-    EXPECT_EQ(allocation_faults_disarm(), 0);
+    EXPECT_EQ(call_faults_disarm(), 0);
     EXPECT_EQ(profiler->live.count, 512);
     SDL_SetRenderDrawBlendMode(engine_renderer(), SDL_BLENDMODE_ADD);
     profiler_tick();

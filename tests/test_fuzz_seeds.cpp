@@ -73,7 +73,7 @@ protected:
 
 int failing_call, loads_before; // a call in the load after `loads_before`, counted from 1; 0: none
 void fail_call(bool begins) {
-    if (!begins) allocation_faults_disarm();
+    if (!begins) call_faults_disarm();
     if (begins && loads_before-- == 0 && failing_call > 0) call_faults_arm(failing_call);
 }
 

@@ -90,7 +90,7 @@ TEST_F(AudioDemoTest, SeedChangePlaysNewSoundAndStopsAtZero) {
 
     allocation_faults_arm(1, false);
     play("15 Right 2");
-    EXPECT_EQ(allocation_faults_disarm(), 1);
+    EXPECT_EQ(call_faults_disarm(), 1);
     EXPECT_EQ(log.count("[SFX] Memory allocation failed, error: "), 1);
     silence();
     play("Space 2");

@@ -119,7 +119,7 @@ TEST_F(PhysicsDemoTest, BodyIsNotCountedIfAllocationFails) {
     const int spawned = physics_demo->spawned, count = physics_demo->props->count;
     allocation_faults_arm(1, false);
     physics_demo_drop_debris(25, 1.1f);
-    EXPECT_EQ(allocation_faults_disarm(), 1);
+    EXPECT_EQ(call_faults_disarm(), 1);
     EXPECT_TRUE(physics_demo->spawned == spawned && physics_demo->props->count == count);
     EXPECT_EQ(log.count("[PHYSICS_DEMO] Memory allocation failed while growing the array to 80 elements, error: "), 1);
     physics_demo_drop_debris(25, 2);

@@ -354,13 +354,15 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
             set.spacing = alone ? 0 : pick({0, 2});
             set.align = large ? 4 : pick({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
             if (odd) set.offset = {pick({0, -3, 1}), pick({0, 1, -4})};
-            // The last column of pixels may be transparent, or the last row translucent.
-            const int tiles = alone ? 1 : 4, kind = pick({0, 1, 2});
+            // The first or last column of pixels may be transparent, or such a row translucent.
+            const int tiles = alone ? 1 : 4, kind = pick({0, 1, 2, 3, 4});
             const int w = set.margin + tiles * (set.w + set.spacing) - set.spacing;
             const int h = set.margin + (tiles + 1) / 2 * (set.h + set.spacing) - set.spacing;
             const std::string name = std::format("s{}.png", i);
             save_noise(("maps/" + name).c_str(), w, h, [&](int x, int y) {
-                return kind == 1 && x == w - 1 ? 0 : kind == 2 && y == h - 1 ? 100 : 255;
+                return kind / 2 == 0 && x == kind * (w - 1)         ? 0
+                       : kind / 2 == 1 && y == (kind - 2) * (h - 1) ? 100
+                                                                    : 255;
             });
             const Picture loaded(IMG_Load(("maps/" + name).c_str()));
             set.picture.reset(SDL_ConvertSurface(loaded.get(), SDL_PIXELFORMAT_RGBA32));

@@ -34,6 +34,15 @@ bool armed;
 std::map<const void *, int> calls_in_run, failed_calls;
 std::string failed_call; // of this run
 
+bool is_to_fail(const char *name, const void *place) {
+    if (!armed) return false;
+    const int call = ++calls_in_run[place];
+    if (!failed_call.empty() || call > CALLS_OF_A_PLACE || call <= failed_calls[place]) return false;
+    failed_calls[place] = call;
+    failed_call = name;
+    return true;
+}
+
 template <typename Function> struct Signature;
 template <typename R, typename... Arguments> struct Signature<R(Arguments...)> {
     using Result = R;
@@ -43,13 +52,8 @@ template <typename R, typename... Arguments> struct Signature<R(Arguments...)> {
 } // namespace
 
 bool call_fails(const char *name, const void *place) {
-    if (nth_call_fails(false)) return SDL_SetError("%s was made to fail", name), true;
-    if (!armed) return false;
-    const int call = ++calls_in_run[place];
-    if (!failed_call.empty() || call > CALLS_OF_A_PLACE || call <= failed_calls[place]) return false;
-    failed_calls[place] = call;
-    failed_call = name;
-    if (failed_call != "SDL_WriteIO") SDL_SetError("%s was made to fail", name); // a full disk sets none
+    if (!nth_call_fails(false) && !is_to_fail(name, place)) return false;
+    if (std::string("SDL_WriteIO") != name) SDL_SetError("%s was made to fail", name); // a full disk sets none
     return true;
 }
 
@@ -91,9 +95,9 @@ OF_4(IMG_SaveJPG_IO) OF_4(MIX_LoadRawAudio) OF_4(SDL_ReadStorageFile) OF_4(SDL_R
 OF_4(SDL_SetRenderLogicalPresentation) OF_4(SDL_WriteStorageFile) OF_4(TTF_CreateText)
 OF_5(SDL_RenderTextureTiled) OF_5(TTF_SetTextColor)
 OF_6(SDL_RenderGeometry)
-    // clang-format on
+extern "C" bool __real_SDL_CloseIO(SDL_IOStream *file);
+// clang-format on
 
-    extern "C" bool __real_SDL_CloseIO(SDL_IOStream *file);
 extern "C" bool __wrap_SDL_CloseIO(SDL_IOStream *file) {
     return __real_SDL_CloseIO(file) && !call_fails("SDL_CloseIO", __builtin_return_address(0));
 }
@@ -101,7 +105,7 @@ extern "C" bool __wrap_SDL_CloseIO(SDL_IOStream *file) {
 #define ALLOCATION(Result, name, failure, parameters, ...)                                                             \
     extern "C" Result __real_##name parameters;                                                                        \
     extern "C" Result __wrap_##name parameters {                                                                       \
-        if (!nth_call_fails(true) && !call_fails(#name, __builtin_return_address(0)))                                  \
+        if (!nth_call_fails(true) && !is_to_fail(#name, __builtin_return_address(0)))                                  \
             return __real_##name(__VA_ARGS__);                                                                         \
         SDL_OutOfMemory();                                                                                             \
         return failure;                                                                                                \
@@ -188,7 +192,7 @@ void allocation_faults_arm(int nth, bool and_all_after) { nth_call = {true, fals
 
 void call_faults_arm(int nth) { nth_call = {true, true, false, nth, 0}; }
 
-int allocation_faults_disarm() {
+int call_faults_disarm() {
     nth_call.armed = false;
     return nth_call.failed;
 }
@@ -201,7 +205,7 @@ static bool _run_with_fault(
     log->lines.clear();
     allocation_faults_arm(nth, and_all_after);
     const bool ok = setup();
-    const bool reached = allocation_faults_disarm() > 0;
+    const bool reached = call_faults_disarm() > 0;
     const bool reported = !log->errors().empty();
     cleanup();
     EXPECT_TRUE(reached || ok) << "failed without a fault: " << (reported ? log->errors().front() : "");

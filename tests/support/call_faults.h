@@ -25,7 +25,7 @@ void expect_allocation_faults_survived(
 
 // --- direct use ---
 void allocation_faults_arm(int nth, bool and_all_after);
-void call_faults_arm(int nth);  // the n-th call of any kind fails
-int allocation_faults_disarm(); // after either; returns the number of failed calls
+void call_faults_arm(int nth); // the n-th call of any kind fails
+int call_faults_disarm();      // after either; returns the number of failed calls
 
 bool call_fails(const char *name, const void *place); // asked by the wrappers; the place is their return address
