@@ -105,7 +105,7 @@ struct Scene {
 const std::vector<Slice> OVERFULL = {{PHASE_EVT, 150}, {PHASE_TICK, 150}, {PHASE_PRES, 150}};
 const Scene SCENES[] = {
     {"panel_640x208", 640, 208, {}, ""},
-    {"panel_640x389", 640, 389, {}, ""},
+    {"panel_640x389", 640, 389, {}, "fps_limit = 1\n"},
     {"panel_640x390", 640, 390, {}, "vsync_enable = true\n"},
     {"panel_1100x500", 1100, 500, {}, ""},
     {"panel_211x400", 211, 400, {}, ""},

@@ -85,11 +85,12 @@ TEST_F(TextTest, CachedFontIsReusedOnlyIfUnchanged) {
     TTF_SetFontDirection(font, TTF_DIRECTION_RTL);
     TTF_SetFontScript(font, TTF_StringToTag("Arab"));
     TTF_AddFallbackFont(font, second);
+    TTF_SetFontLineSkip(second, 99); // alone: a change of the style resets it
     font_cleanup(font);
     font_cleanup(second);
     EXPECT_EQ(font_open("own.ttf", 20), font);
     EXPECT_EQ(font_open("own.ttf", 20), second) << "a reused font is in use again";
-    EXPECT_EQ(settings(font), as_new);
+    EXPECT_TRUE(settings(font) == as_new && settings(second) == as_new);
     font_cleanup(second);
     font_set_size(font, 40);
     font_cleanup(font);

@@ -74,6 +74,11 @@ TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     write_file(COLLISIONS, "0,432,1920,16\n");
     play("1s");
     EXPECT_EQ(body().bottom, 408) << "reloaded, 16 px lower";
+    screen_cleanup();
+    write_file(COLLISIONS, "0,416,1920,16\n");
+    log.lines.clear();
+    for (int i = 0; i < 3; i++) reload_tick();
+    EXPECT_TRUE(log.lines.empty()) << "the screen is closed";
     reload_set(false);
 }
 

@@ -336,6 +336,7 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
     const auto pick = [&](const std::vector<int> &of) { return of[random() % of.size()]; };
     for (int round = 0; round < 32; round++) {
         SCOPED_TRACE(round);
+        const Uint8 blue = round % 2 ? 255 : 0;                   // a background instead of what is drawn before
         const bool fits = round % 3 == 0, large = round % 8 == 7; // tile size equals cell size; a giant object
         const float scale = real(pick({1, 2, 3})), left = real(pick({-40, 0, 31, 197, 412}));
         const TileWorldView view = {{left, real(pick({-25, 0, 45, 150, 260})), 200 / scale, 150 / scale}, scale};
@@ -426,11 +427,11 @@ TEST_F(TileWorldTest, RandomWorldsMatchReferencePainter) {
         ASSERT_TRUE(load(map_of(
             64, 64, content,
             std::format(
-                "parallaxoriginx='5' parallaxoriginy='-3' renderorder='{}' infinite='{:d}'", ORDERS[order],
-                infinite))));
+                "parallaxoriginx='5' parallaxoriginy='-3' renderorder='{}' infinite='{:d}' {}", ORDERS[order], infinite,
+                blue ? "backgroundcolor='#0000ff'" : ""))));
         tile_world_advance(world, ms / 1000.0);
         const Painter painter = {world, sets, view, ms, order, by_index, repeat_x, repeat_y};
-        SDL_FillSurfaceRect(painter.onto.get(), nullptr, SDL_MapSurfaceRGB(painter.onto.get(), 0, 255, 0));
+        SDL_FillSurfaceRect(painter.onto.get(), nullptr, SDL_MapSurfaceRGB(painter.onto.get(), 0, 255 - blue, blue));
         for (int i = 0; i < world->layer_count; i++) painter.layer(i);
         for (const int bakes : {-1, 0, 1, 1000}) { // no budget, no bakes, one per frame, all
             tile_world_set_chunk_budget(world, bakes < 0 ? 0 : TILE_WORLD_CHUNK_BYTES, bakes);

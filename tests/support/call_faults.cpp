@@ -90,7 +90,7 @@ OF_2(SDL_GetRenderViewport) OF_2(SDL_IOFromFile) OF_2(SDL_LoadFile) OF_2(SDL_Ope
 OF_2(SDL_RenamePath) OF_2(SDL_RenderReadPixels) OF_2(SDL_SetRenderTarget) OF_2(TTF_OpenFont) OF_2(TTF_SetFontSize)
 OF_3(SDL_GetStorageFileSize) OF_3(SDL_GetTextureSize) OF_3(SDL_OpenUserStorage) OF_3(SDL_ReadIO)
 OF_3(SDL_RenameStoragePath) OF_3(SDL_SeekIO) OF_3(SDL_SetRenderScale) OF_3(SDL_TimeToDateTime) OF_3(SDL_WriteIO)
-OF_3(TTF_DrawRendererText) OF_3(TTF_GetTextSize) OF_3(TTF_SetTextString)
+OF_3(TTF_GetTextSize) OF_3(TTF_SetTextString)
 OF_4(IMG_SaveJPG_IO) OF_4(MIX_LoadRawAudio) OF_4(SDL_ReadStorageFile) OF_4(SDL_RenderTexture)
 OF_4(SDL_SetRenderLogicalPresentation) OF_4(SDL_WriteStorageFile) OF_4(TTF_CreateText)
 OF_5(SDL_RenderTextureTiled) OF_5(TTF_SetTextColor)

@@ -7,8 +7,10 @@
 #include <SDL3/SDL_mouse.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
+#include <SDL3_ttf/SDL_ttf.h>
 
 std::string sdl_calls, failing_sdl_call;
+bool texts_are_recorded;
 
 // Records a call. Returns false if it is to fail.
 template <typename... Values> static bool _record(const char *name, const Values &...values) {
@@ -51,6 +53,16 @@ SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {
     _record_property("borderless", props, SDL_PROP_WINDOW_CREATE_BORDERLESS_BOOLEAN);
     _record_property("density", props, SDL_PROP_WINDOW_CREATE_HIGH_PIXEL_DENSITY_BOOLEAN);
     return _record("create") ? __real_SDL_CreateWindowWithProperties(props) : nullptr;
+}
+
+bool __real_TTF_DrawRendererText(TTF_Text *text, float x, float y);
+bool __wrap_TTF_DrawRendererText(TTF_Text *text, float x, float y) {
+    if (call_fails("TTF_DrawRendererText", "TTF_DrawRendererText")) return false;
+    if (!texts_are_recorded) return __real_TTF_DrawRendererText(text, x, y);
+    SDL_FColor color = {};
+    TTF_GetTextColorFloat(text, &color.r, &color.g, &color.b, &color.a);
+    sdl_calls += text->text;
+    return _record("text", x, y, color.r, color.g, color.b, color.a);
 }
 
 bool __wrap_SDL_ShowSimpleMessageBox(SDL_MessageBoxFlags flags, const char *title, const char *message, SDL_Window *) {
