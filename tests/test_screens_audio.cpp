@@ -55,25 +55,6 @@ TEST_F(AudioDemoTest, EveryEffectRowPlays) {
     EXPECT_TRUE(log.errors().empty());
 }
 
-TEST_F(AudioDemoTest, MusicFadesOutAndIsReplacedAtOnce) {
-    ASSERT_TRUE(start_screen("audio-demo"));
-    MIX_Audio *ogg = MIX_GetTrackAudio(audio->music);
-    EXPECT_NEAR(static_cast<double>(MIX_GetTrackFadeFrames(audio->music)), 44100, 20000) << "fade-in of one second";
-    play("Space 2");
-    EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), 0) << "fading out";
-    EXPECT_GE(MIX_GetTrackFadeFrames(audio->music), -24000) << "in half a second";
-    play("Space 2 Down Space 2"); // a step first moves the selection, then plays
-    EXPECT_NE(MIX_GetTrackAudio(audio->music), ogg);
-    EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 0);
-    engine_set_state(GAME_STATE_MAIN_MENU);
-    frame();
-    EXPECT_LT(MIX_GetTrackFadeFrames(audio->music), 0) << "leaving the screen fades out too";
-    engine_set_state(GAME_STATE_AUDIO_DEMO);
-    frames(2);
-    EXPECT_GT(MIX_GetTrackFadeFrames(audio->music), 0) << "entering the screen restarts the music";
-    EXPECT_TRUE(log.errors().empty());
-}
-
 TEST_F(AudioDemoTest, SeedChangePlaysNewSoundAndStopsAtZero) {
     ASSERT_TRUE(start_screen("audio-demo"));
     for (int row = 1; row < FIRST_EFFECT + SFX_POWERUP; row++) play("Down 1");

@@ -35,30 +35,6 @@ protected:
     }
 };
 
-TEST_F(PlatformerTest, CameraFollowsOutsideDeadZoneAndClampsToWorld) {
-    start_own_level("0,416,1920,16\n1910,0,10,416\n"); // flat ground with a wall at its end
-    EXPECT_TRUE(log.has("Loaded 2 rect colliders and 0 slopes from assets/fireknight/tilemaps/castle-tilemap-coll"));
-    EXPECT_EQ(body(), (PictureBounds{270, 240, 330, 360})) << "feet (100, 416), camera (0, 296), magnified by 3";
-    play("+Right 1.5s");
-    EXPECT_NEAR((body().left + body().right) / 2, 0.65 * 1280, 2) << "at the dead zone's edge";
-    play("7s -Right 6");
-    EXPECT_EQ(body().right, 1250) << "the camera stops at the world's edge, ten pixels beyond the wall";
-    play("+Left 1.5s");
-    EXPECT_NEAR((body().left + body().right) / 2, 0.35 * 1280, 2) << "at the dead zone's other edge on the way back";
-}
-
-TEST_F(PlatformerTest, PressesAreLatchedForOneStepAndAutoRepeatIsIgnored) {
-    config += "[simulation]\nfixed_step_hz = 10\n";
-    start_own_level("0,416,1920,16\n");
-    const int ground = body().bottom;
-    play("~Space I 0.25s"); // I is an air attack, here on the ground
-    EXPECT_EQ(body().bottom, ground);
-    play("Z 0.1 7 18"); // starts with a frame without a step
-    EXPECT_LT(body().bottom, ground - 60) << "the press was not lost";
-    play("1.75s");
-    EXPECT_EQ(body().bottom, 432) << "one jump: the feet are back at the dead zone's lower edge";
-}
-
 TEST_F(PlatformerTest, FallRespawnsUntilReloadedFileHasGround) {
     reload_set(true, 0);
     start_own_level("0,416,200,16\n"); // a floor that ends

@@ -7,6 +7,7 @@
 #include <SDL3/SDL_mouse.h>
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_video.h>
+#include <SDL3_mixer/SDL_mixer.h>
 #include <SDL3_ttf/SDL_ttf.h>
 
 std::string sdl_calls, failing_sdl_call;
@@ -53,6 +54,14 @@ SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {
     _record_property("borderless", props, SDL_PROP_WINDOW_CREATE_BORDERLESS_BOOLEAN);
     _record_property("density", props, SDL_PROP_WINDOW_CREATE_HIGH_PIXEL_DENSITY_BOOLEAN);
     return _record("create") ? __real_SDL_CreateWindowWithProperties(props) : nullptr;
+}
+
+bool __real_MIX_PlayTrack(MIX_Track *track, SDL_PropertiesID options);
+bool __wrap_MIX_PlayTrack(MIX_Track *track, SDL_PropertiesID options) {
+    _record_property("loops", options, MIX_PROP_PLAY_LOOPS_NUMBER);
+    _record_property("fade", options, MIX_PROP_PLAY_FADE_IN_MILLISECONDS_NUMBER);
+    const Sint64 frames = MIX_GetAudioDuration(MIX_GetTrackAudio(track));
+    return _record("play", frames, MIX_GetTrackGain(track)) && __real_MIX_PlayTrack(track, options);
 }
 
 bool __real_TTF_DrawRendererText(TTF_Text *text, float x, float y);

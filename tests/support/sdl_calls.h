@@ -1,4 +1,4 @@
-// Records calls of SDL functions that have no visible effect with the headless drivers, and can make them fail.
+// Records calls of library functions that have no visible effect with the headless drivers, and can make them fail.
 #pragma once
 
 #include <string>
