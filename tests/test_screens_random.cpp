@@ -34,7 +34,7 @@ TEST_F(RandomPlayTest, FramesMatchStoredHashes) {
     const std::vector<std::string> inputs(std::istream_iterator<std::string>(words), {});
     Random random = random_make(1);
     const auto below = [&](int limit) { return random_below(&random, limit); };
-    const std::array sizes = {"640x400", "800x200", "330x300", "640x400"};
+    const std::array sizes = {"640x400", "800x200", "330x300", "400x1300"};
     texts_are_recorded = true;
     std::string text;
     for (GameState state = GAME_STATE_FIRST_SCREEN; screen_for(state); state++) {
