@@ -246,4 +246,6 @@ TEST_F(KeepGame, FailingCallsGiveStoredReports) {
     expect_stored("failing-calls-keep.txt", screens_with_failing_calls(2));
 }
 
+TEST_F(KeepGame, RandomPlayMatchesStoredHashes) { expect_stored("random-play-keep.txt", random_play(2, 120)); }
+
 } // namespace

@@ -153,7 +153,7 @@ extern "C" size_t __wrap_SDL_IOprintf(SDL_IOStream *file, const char *format, ..
 }
 
 void expect_stored(const std::string &name, const std::string &text, const std::string &log) {
-    if (text == read_file(DIGESTS_STORED "/" + name)) return;
+    if (!text.empty() && text == read_file(DIGESTS_STORED "/" + name)) return;
     write_file(DIGESTS_WRITTEN "/" + name, text);
     if (!log.empty()) write_file(DIGESTS_WRITTEN "/" + name + ".log", log);
     ADD_FAILURE() << "differs from the stored text: compare " << DIGESTS_WRITTEN << "/" << name;

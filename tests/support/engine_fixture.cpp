@@ -5,10 +5,12 @@
 #include "app/screen_registry.h"
 #include "core/log.h"
 #include "engine/game_internal.h"
+#include "lumarind/core/random.h"
 #include "lumarind/engine/drawing_space.h"
 #include "lumarind/engine/text_draw.h"
 #include "lumarind/engine/transition.h"
 #include "support/call_faults.h"
+#include "support/sdl_calls.h"
 
 #include <SDL3/SDL_hints.h>
 #include <SDL3/SDL_keyboard.h>
@@ -16,10 +18,14 @@
 #include <SDL3/SDL_video.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <format>
+#include <iterator>
 #include <sstream>
+#include <zlib.h>
 
 // --- the program ---
 
@@ -128,6 +134,53 @@ std::string EngineTest::screens_with_failing_calls(int count) {
         text += "tick\n" + with_failing_calls(&log, tick);
         screen_cleanup();
     }
+    return text;
+}
+
+std::string EngineTest::random_play(int screens, int steps) {
+    std::istringstream words(
+        "Up Down Left Right Return Space A D E F G H I J K L O P R S W X Z . key:, key:1 key:2 Left_Shift ~Down "
+        "+Right -Right +Left -Left +Up +Down -Up -Down +D -D pad:a pad:b pad:start pad:dpdown "
+        "pad:dpup pad:leftx=.6 pad:leftx=-1 pad:lefty=.9 pad:leftx=0 pad:rightx=.3 pad:righttrigger=.7 pad:a=1 "
+        "wheel:0,1");
+    const std::vector<std::string> inputs(std::istream_iterator<std::string>(words), {});
+    Random random = random_make(1);
+    const auto below = [&](int limit) { return random_below(&random, limit); };
+    const std::array sizes = {"640x400", "800x200", "330x300", "400x1300"};
+    texts_are_recorded = true;
+    std::string text;
+    for (int screen = 0; screen < screens; screen++) {
+        const char *name = tested_game->screens[screen].name;
+        config = std::string("[graphics]\nvsync_enable = false\nshow_fps = false\nui_scale = ") +
+                 (screen % 4 != 1 ? "1\n" : "2\n");
+        const std::vector<std::string> arguments = {"--screen", name, "--window-size", "640x400"};
+        const auto begin = [&] {
+            EXPECT_TRUE(start(arguments)) << name;
+            play("pad:plug");
+        };
+        begin();
+        uLong hash = 0;
+        for (int i = 1; i <= steps; i++) {
+            sdl_calls.clear();
+            log.lines.clear();
+            const int kind = below(8), x = below(640), y = below(400);
+            if (kind == 0) play(std::format("{}:{},{}", std::array{"move", "drop", "click", "rdrop"}[below(4)], x, y));
+            if (kind == 1 && below(4) == 0) play(std::string("size:") + sizes[below(4)]);
+            if (i == steps - 20) play("Escape");
+            if (kind > 1) play(inputs[static_cast<size_t>(below(static_cast<int>(inputs.size())))]);
+            const double seconds = std::array{0.0, 1 / 60.0, 1 / 60.0, 1 / 144.0, 0.04, 0.3}[i > 1 ? below(6) : 0];
+            if (!frame(seconds)) { // the game has quit
+                begin();
+                continue;
+            }
+            const Picture shown = picture();
+            hash = crc32_z(hash, row_of(shown, 0), static_cast<size_t>(shown->pitch * shown->h));
+            for (const LogLine &line : log.lines) sdl_calls += line.text;
+            hash = crc32_z(hash, reinterpret_cast<const Bytef *>(sdl_calls.data()), sdl_calls.size());
+            if (i % 30 == 0) text += std::format("{} {} {:08x}\n", name, i, hash);
+        }
+    }
+    texts_are_recorded = false;
     return text;
 }
 

@@ -45,6 +45,10 @@ protected:
     // See failing_calls.h: of the set-up, and of a tick, of each of the running game's first screens.
     std::string screens_with_failing_calls(int count);
 
+    // Plays random input on each of the tested game's first screens. Returns a text with the hash of what they draw,
+    // play and log, for every 30 steps. Without the panel and captures, which show times.
+    std::string random_play(int screens, int steps);
+
     // Plays a script of words separated by spaces. Events are pushed to SDL's queue, for the next frame.
     //   30 2.5            frames of 1/60 s; a fraction adds a shorter frame
     //   7s 0.1s           seconds, in frames of up to 0.25 s: the same fixed steps with less drawing
