@@ -74,8 +74,3 @@ static FilePath _files_join(const FilePath &root, const char *path) {
 FilePath files_asset(const char *path) { return _files_join(g_files.asset_root, path); }
 
 FilePath files_user(const char *path) { return _files_join(g_files.user_root, path); }
-
-const char *files_write_error() {
-    const char *reason = SDL_GetError();
-    return *reason ? reason : "the file could not be written";
-}

@@ -8,7 +8,3 @@ void files_cleanup();
 void files_log(); // logs the asset root, or the folders searched; nothing if the game uses the current folder
 
 const char *files_asset_root(); // ends with a slash, or is empty for the current folder
-
-// SDL's error after a failed write, or a general text if it is empty: a short write sets none, so that SDL_ClearError
-// must be called before writing.
-const char *files_write_error();

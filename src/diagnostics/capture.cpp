@@ -1,7 +1,7 @@
 #include "lumarind/diagnostics/capture.h"
 
 #include "app/args.h"
-#include "core/files_internal.h"
+#include "core/write_error.h"
 #include "diagnostics/capture_internal.h"
 #include "lumarind/config/config.h"
 #include "lumarind/core/error.h"
@@ -85,7 +85,7 @@ static bool _capture_write(SDL_Surface *surface, Uint64 frame) {
     SDL_ClearError(); // a short write sets no error
     const bool saved = format == CAPTURE_FORMAT_JPEG ? _capture_save_jpeg(surface, path, cfg_get_capture_jpeg_quality())
                                                      : IMG_SavePNG(surface, path);
-    if (!saved) return engine_error("[CAPTURE] Saving failed: %s, error: %s", path, files_write_error());
+    if (!saved) return engine_error("[CAPTURE] Saving failed: %s, error: %s", path, write_error());
     SDL_Log("[CAPTURE] Saved: %s", path);
     return true;
 }

@@ -1,4 +1,4 @@
-#include "core/files_internal.h"
+#include "core/write_error.h"
 #include "lumarind/core/error.h"
 #include "lumarind/engine/game.h"
 #include "replay/replay_event.h"
@@ -152,7 +152,7 @@ static void _replay_write_block() {
                          SDL_FlushIO(g_replay->file);
     codec_reset(block);
     if (written) return;
-    engine_error("[REPLAY] Recording stopped: %s, error: %s", g_replay->path, files_write_error());
+    engine_error("[REPLAY] Recording stopped: %s, error: %s", g_replay->path, write_error());
     _replay_free();
 }
 
@@ -162,7 +162,7 @@ void replay_begin(const ReplayStart *start) {
     replay->file = SDL_IOFromFile(replay->path, "wb");
     Uint8 head[FILE_HEAD_SIZE] = {MAGIC[0], MAGIC[1], MAGIC[2], MAGIC[3], REPLAY_VERSION & 0xFF, REPLAY_VERSION >> 8};
     if (!replay->file || SDL_WriteIO(replay->file, head, sizeof head) != sizeof head) {
-        engine_error("[REPLAY] Unable to record to %s, error: %s", replay->path, files_write_error());
+        engine_error("[REPLAY] Unable to record to %s, error: %s", replay->path, write_error());
         _replay_free();
         return;
     }
