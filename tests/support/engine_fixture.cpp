@@ -166,6 +166,7 @@ std::string EngineTest::random_play(int screens, int steps) {
             const int kind = below(8), x = below(640), y = below(400);
             if (kind == 0) play(std::format("{}:{},{}", std::array{"move", "drop", "click", "rdrop"}[below(4)], x, y));
             if (kind == 1 && below(4) == 0) play(std::string("size:") + sizes[below(4)]);
+            if (kind == 1 && below(4) == 0) engine_set_ui_scale(1 + below(2));
             if (i == steps - 20) play("Escape");
             if (kind > 1) play(inputs[static_cast<size_t>(below(static_cast<int>(inputs.size())))]);
             const double seconds = std::array{0.0, 1 / 60.0, 1 / 60.0, 1 / 144.0, 0.04, 0.3}[i > 1 ? below(6) : 0];

@@ -42,7 +42,7 @@ protected:
     Picture shown(double seconds = 0); // runs a frame and returns it
     void resize(int width, int height) const;
 
-    // See failing_calls.h: of the set-up, and of a tick, of each of the running game's first screens.
+    // See call_faults.h: of the set-up, and of a tick, of each of the running game's first screens.
     std::string screens_with_failing_calls(int count);
 
     // Plays random input on each of the tested game's first screens. Returns a text with the hash of what they draw,
