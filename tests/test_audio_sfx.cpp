@@ -3,7 +3,6 @@
 #include "audio/sfx_params.h"
 #include "audio/sfx_synth.h"
 #include "lumarind/audio/sfx.h"
-#include "support/log_capture.h"
 
 #include <gtest/gtest.h>
 

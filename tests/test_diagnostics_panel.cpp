@@ -9,7 +9,7 @@
 #include "screens/screen_states.h"
 #include "support/call_faults.h"
 #include "support/engine_fixture.h"
-#include "support/stored_pictures.h"
+#include "support/stored.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3/SDL_timer.h>

@@ -4,7 +4,7 @@
 #include "lumarind/engine/engine.h"
 #include "lumarind/engine/text.h"
 #include "support/engine_fixture.h"
-#include "support/stored_pictures.h"
+#include "support/stored.h"
 
 #include <SDL3/SDL_render.h>
 #include <SDL3_ttf/SDL_ttf.h>

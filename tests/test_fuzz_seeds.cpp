@@ -4,6 +4,7 @@
 #include "fuzz/support.h"
 #include "fuzz/targets.h"
 #include "support/call_faults.h"
+#include "support/stored.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_stdinc.h>

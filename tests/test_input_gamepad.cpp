@@ -2,7 +2,7 @@
 
 #include "lumarind/input/gamepad.h"
 #include "support/engine_fixture.h"
-#include "support/stored_pictures.h"
+#include "support/stored.h"
 #include "support/virtual_gamepad.h"
 
 #include <cmath>

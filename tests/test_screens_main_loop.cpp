@@ -11,6 +11,7 @@
 #include "support/call_faults.h"
 #include "support/engine_fixture.h"
 #include "support/sdl_calls.h"
+#include "support/stored.h"
 
 namespace fs = std::filesystem;
 
@@ -125,9 +126,11 @@ TEST_F(MainLoopTest, ScreensSurviveAllocationFaultsAndRemoveCallbacks) {
 }
 
 TEST_F(MainLoopTest, FailingCallsGiveStoredReports) {
+    config = "[graphics]\nvsync_enable = true\n";
     set_environment("LUMARIND_RECORD", "run.lmr");
     std::string text = "start and stop\n" + with_failing_calls(&log, [&] { return start() && (stop(), true); });
     set_environment("LUMARIND_RECORD", nullptr);
+    config = "[graphics]\nvsync_enable = false\nui_scale = 1\n";
     ASSERT_TRUE(start());
     text += screens_with_failing_calls(demo_game.screen_count);
     text += "scale\n" + with_failing_calls(&log, [&] {
@@ -151,6 +154,10 @@ TEST_F(MainLoopTest, FailingCallsGiveStoredReports) {
                 with_failing_calls(&log, [&] { return play(c.script), true; });
     }
     expect_stored("failing-calls.txt", text);
+}
+
+TEST_F(MainLoopTest, RandomPlayMatchesStoredHashes) {
+    expect_stored("random-play.txt", random_play(demo_game.screen_count, 150));
 }
 
 // Covers the setup and cleanup of all modules.

@@ -4,7 +4,7 @@
 #include "lumarind/engine/engine.h"
 #include "screens/screen_states.h"
 #include "support/engine_fixture.h"
-#include "support/stored_pictures.h"
+#include "support/stored.h"
 
 #include <SDL3/SDL_stdinc.h>
 

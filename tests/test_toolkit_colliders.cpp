@@ -3,7 +3,7 @@
 #include "lumarind/core/storage.h"
 #include "lumarind/toolkit/colliders.h"
 #include "support/log_capture.h"
-#include "support/stored_pictures.h"
+#include "support/stored.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_render.h>

@@ -1,8 +1,8 @@
 // Image files of each format, and files that declare too large a size.
 
 #include "lumarind/toolkit/image.h"
-#include "support/call_faults.h"
 #include "support/picture.h"
+#include "support/stored.h"
 #include "support/temporary_directory.h"
 
 #include <SDL3/SDL_error.h>
@@ -60,16 +60,17 @@ TEST(ImageTest, RejectsTooLargeAndUnsupportedImagesBeforeDecoding) {
         content.resize(at + c.before.size() + 1);
         EXPECT_NE(load(renderer, content), "") << c.file << " truncated";
     }
-    std::string jpeg = read_file("jpeg"), truncated;
+    std::string truncated;
     const std::string bmp = read_file("bmp"), old_bmp = bmp.substr(0, 14) + std::string("\x0C\0\0\0\1\0\1\0", 8);
-    for (const std::string &content :
-         {read_file("png"), jpeg.substr(0, 2) + jpeg.substr(jpeg.find("\xFF\xC0")), bmp, old_bmp}) {
+    for (const std::string &content : {read_file("png"), bmp, old_bmp}) {
         for (size_t length = 0; length < 40; length++) {
             const std::string error = load(renderer, content.substr(0, length));
-            truncated += std::to_string(length) + " " + (error.starts_with("the file is trunc") ? error : "...") + "\n";
+            truncated += error.starts_with("the file is trunc") ? "t" : "-"; // or another error
         }
+        truncated += "\n";
     }
     expect_stored("truncated-images.txt", truncated);
+    std::string jpeg = read_file("jpeg");
     const size_t frame = jpeg.find({"\xFF\xC0\0\x11\x08", 5});
     for (int marker = 0xBF; marker <= 0xD0; marker++) { // all kinds of JPEG frames are measured
         jpeg.replace(frame + 1, 8, {static_cast<char>(marker), 0, 0x11, 8, '\xFF', '\xFF', 0x75, 0x30});

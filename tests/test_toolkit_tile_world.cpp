@@ -1,7 +1,6 @@
 // Tile worlds: collision shapes, drawing, where baked chunks and single tiles must give the same pixels, and reloading.
 // What the loader reads and refuses is covered by the digests of the fuzz seeds.
 
-#include "lumarind/core/error.h"
 #include "lumarind/engine/engine.h"
 #include "lumarind/toolkit/render_grid.h"
 #include "lumarind/toolkit/tilemap.h"

@@ -5,7 +5,7 @@
 #include "keep/keep_fixture.h"
 #include "lumarind/engine/engine.h"
 #include "progress.h"
-#include "support/call_faults.h"
+#include "support/stored.h"
 
 #include <csignal>
 #include <sys/wait.h>

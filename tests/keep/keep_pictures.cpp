@@ -4,7 +4,7 @@
 #include "keep/keep_fixture.h"
 #include "lumarind/engine/engine.h"
 #include "progress.h"
-#include "support/stored_pictures.h"
+#include "support/stored.h"
 
 #include <SDL3/SDL_stdinc.h>
 

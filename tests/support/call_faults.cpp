@@ -1,7 +1,6 @@
 #include "support/call_faults.h"
 
 #include "support/log_capture.h"
-#include "support/temporary_directory.h"
 
 #include <SDL3/SDL.h>
 #include <SDL3_image/SDL_image.h>
@@ -152,13 +151,6 @@ extern "C" size_t __wrap_SDL_IOprintf(SDL_IOStream *file, const char *format, ..
     return written;
 }
 
-void expect_stored(const std::string &name, const std::string &text, const std::string &log) {
-    if (!text.empty() && text == read_file(DIGESTS_STORED "/" + name)) return;
-    write_file(DIGESTS_WRITTEN "/" + name, text);
-    if (!log.empty()) write_file(DIGESTS_WRITTEN "/" + name + ".log", log);
-    ADD_FAILURE() << "differs from the stored text: compare " << DIGESTS_WRITTEN << "/" << name;
-}
-
 // Without the parts that change with the versions of libraries, and with time.
 static std::string _stable(std::string line) {
     const size_t reason = line.find("error: ");
@@ -172,7 +164,7 @@ std::string with_failing_calls(LogCapture *log, const std::function<bool()> &run
     std::string text;
     std::set<std::string> reports;
     failed_calls.clear();
-    do {
+    for (;;) {
         log->lines.clear();
         failed_call.clear();
         calls_in_run.clear();
@@ -181,11 +173,14 @@ std::string with_failing_calls(LogCapture *log, const std::function<bool()> &run
         const bool ok = run();
         armed = false;
         EXPECT_TRUE(ok || !failed_call.empty()) << "failed without a failing call";
-        std::string report = failed_call + (ok ? ": ok\n" : ": failed\n");
-        for (const std::string &line : log->at_least(SDL_LOG_PRIORITY_WARN)) report += "    " + _stable(line) + "\n";
+        if (failed_call.empty()) break;
+        const std::vector<std::string> problems = log->at_least(SDL_LOG_PRIORITY_WARN);
+        std::string report = failed_call + (ok ? ": ok" : ": failed");
+        for (const std::string &problem : problems) report += "; " + _stable(problem);
+        report += ok && problems.empty() ? ", " : "\n";
         if (reports.insert(report).second) text += report;
-    } while (!failed_call.empty());
-    return text;
+    }
+    return text + "\n";
 }
 
 void allocation_faults_arm(int nth, bool and_all_after) { nth_call = {true, false, and_all_after, nth, 0}; }

@@ -8,13 +8,9 @@
 #include <string>
 
 // Runs `run` again and again, each time with another call failing: the first two of each place in the code that calls.
-// Returns a text with, for each, its name, what `run` returned, and the warnings and errors; equal ones once. Clears
-// `log`.
+// Returns a text with, for each, its name, what `run` returned, and the warnings and errors; equal ones once, and those
+// without a problem on one line. Clears `log`.
 std::string with_failing_calls(LogCapture *log, const std::function<bool()> &run);
-
-// Compares a text with that in tests/digests. If it fails after an intended change, ./dev accept stores the new text.
-// A log is written beside the new text.
-void expect_stored(const std::string &name, const std::string &text, const std::string &log = "");
 
 // For n = 1, 2, 3, ... runs `setup` with its n-th own allocation failing, once alone and once with all later ones,
 // until it makes fewer than n. Each failure must be logged as an error, and after `cleanup` the next setup must

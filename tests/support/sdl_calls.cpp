@@ -31,18 +31,18 @@ static void _record_property(const char *name, SDL_PropertiesID id, const char *
 
 // The linker redirects the project's calls of these functions here (--wrap).
 #define WRAPPED(Result, name, parameters, recorded, ...)                                                               \
-    Result __real_SDL_##name parameters;                                                                               \
-    Result __wrap_SDL_##name parameters {                                                                              \
+    Result __real_##name parameters;                                                                                   \
+    Result __wrap_##name parameters {                                                                                  \
         if (!_record recorded) return {};                                                                              \
-        return __real_SDL_##name(__VA_ARGS__);                                                                         \
+        return __real_##name(__VA_ARGS__);                                                                             \
     }
 
 extern "C" {
-WRAPPED(bool, MaximizeWindow, (SDL_Window * window), ("maximize"), window)
-WRAPPED(bool, SetWindowFullscreen, (SDL_Window * window, bool on), ("fullscreen", on), window, on)
-WRAPPED(bool, SetWindowPosition, (SDL_Window * window, int x, int y), ("place", x, y), window, x, y)
-WRAPPED(bool, SetRenderVSync, (SDL_Renderer * renderer, int interval), ("vsync", interval), renderer, interval)
-WRAPPED(SDL_Cursor *, CreateSystemCursor, (SDL_SystemCursor type), ("cursor", static_cast<int>(type)), type)
+WRAPPED(bool, SDL_MaximizeWindow, (SDL_Window * window), ("maximize"), window)
+WRAPPED(bool, SDL_SetWindowFullscreen, (SDL_Window * window, bool on), ("fullscreen", on), window, on)
+WRAPPED(bool, SDL_SetWindowPosition, (SDL_Window * window, int x, int y), ("place", x, y), window, x, y)
+WRAPPED(bool, SDL_SetRenderVSync, (SDL_Renderer * renderer, int interval), ("vsync", interval), renderer, interval)
+WRAPPED(SDL_Cursor *, SDL_CreateSystemCursor, (SDL_SystemCursor type), ("cursor", static_cast<int>(type)), type)
 
 SDL_Window *__real_SDL_CreateWindowWithProperties(SDL_PropertiesID props);
 SDL_Window *__wrap_SDL_CreateWindowWithProperties(SDL_PropertiesID props) {

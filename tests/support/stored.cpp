@@ -1,4 +1,6 @@
-#include "support/stored_pictures.h"
+#include "support/stored.h"
+
+#include "support/temporary_directory.h"
 
 #include <SDL3/SDL_filesystem.h>
 #include <SDL3_image/SDL_image.h>
@@ -58,4 +60,11 @@ testing::AssertionResult matches_stored(const Picture &picture, const std::strin
     const auto result = failed("differs in " + std::to_string(count) + " pixels");
     IMG_SavePNG(marked.get(), (written + ".difference.png").c_str());
     return result;
+}
+
+void expect_stored(const std::string &name, const std::string &text, const std::string &log) {
+    if (!text.empty() && text == read_file(DIGESTS_STORED "/" + name)) return;
+    write_file(DIGESTS_WRITTEN "/" + name, text);
+    if (!log.empty()) write_file(DIGESTS_WRITTEN "/" + name + ".log", log);
+    ADD_FAILURE() << "differs from the stored text: compare " << DIGESTS_WRITTEN << "/" << name;
 }
